@@ -1,0 +1,69 @@
+# What every target of this tree has in common, and the two shapes that targets come in: rooms and tests.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# Interface target with the language level, warnings and sanitizers of our own code.
+add_library(tarvel4_options INTERFACE)
+target_include_directories(tarvel4_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_definitions(tarvel4_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_URL_CAST_FROM_STRING
+  QT_NO_FOREACH QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+target_compile_options(tarvel4_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Werror)
+
+# Adds the sanitizers to everything declared after the call.
+macro(tarvel4_use_sanitizers)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endmacro()
+
+# tarvel4_add_room(<room> SOURCES <file>... LINKS <target>... [PCH <header>...])
+# A static library tarvel4_<room>. LINKS are public: a user of the room gets what the room's headers need.
+function(tarvel4_add_room room)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PCH" ${ARGN})
+  add_library(tarvel4_${room} STATIC ${ARG_SOURCES})
+  target_link_libraries(tarvel4_${room} PUBLIC ${ARG_LINKS} PRIVATE tarvel4_options)
+  target_include_directories(tarvel4_${room} PUBLIC "${PROJECT_SOURCE_DIR}")
+  set_target_properties(tarvel4_${room} PROPERTIES AUTOMOC ON AUTOUIC ON)
+  target_precompile_headers(tarvel4_${room} PRIVATE <QtCore> ${ARG_PCH})
+endfunction()
+
+# tarvel4_add_test(<name> SOURCES <file>... LINKS <target>... [NO_MAIN_QT])
+# One QTest program, run by ctest on the offscreen platform with settings and home of its own.
+# The first test of a folder owns the folder's precompiled header, the others reuse it.
+function(tarvel4_add_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;LABELS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} Qt5::Test tarvel4_options)
+  target_compile_definitions(${name} PRIVATE
+    TARVEL4_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
+    TARVEL4_SAMPLES="${PROJECT_SOURCE_DIR}/samples")
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  get_property(owner DIRECTORY PROPERTY TARVEL4_PCH_OWNER)
+  if(owner)
+    target_precompile_headers(${name} REUSE_FROM ${owner})
+  else()
+    target_precompile_headers(${name} PRIVATE <QtCore> <QtTest>)
+    set_property(DIRECTORY PROPERTY TARVEL4_PCH_OWNER ${name})
+  endif()
+  add_test(NAME ${name} COMMAND ${name})
+  tarvel4_test_environment(${name})
+  if(ARG_LABELS)
+    set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS}")
+  endif()
+endfunction()
+
+# Gives a ctest test a home, a settings store and a platform of its own, so that it touches nothing of the user's.
+function(tarvel4_test_environment name)
+  set(home "${CMAKE_CURRENT_BINARY_DIR}/home/${name}")
+  file(MAKE_DIRECTORY "${home}")
+  set_tests_properties(${name} PROPERTIES
+    TIMEOUT 300
+    WORKING_DIRECTORY "${home}"
+    SKIP_RETURN_CODE 77
+    ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home};QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=")
+endfunction()

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "songs/songinfo.h"
+
+#include <QHash>
+#include <QSet>
+#include <QSqlDatabase>
+#include <QStringList>
+
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QTemporaryFile;
+QT_END_NAMESPACE
+
+/** The maker's catalogue, read-only, and the in-memory table of the user's songs: the two
+ * connections of a run. */
+class Database
+{
+public:
+    Database();
+    ~Database();
+    Q_DISABLE_COPY(Database)
+
+    /**
+     * Opens both connections and loads the two lists; once, before anything else. An empty \a
+     * catalogueFile means "songsdb_debug" of the working directory where there is one, else the
+     * built-in catalogue.
+     */
+    bool init(const QString &catalogueFile = QString());
+
+    /** Fills title, artist, altArtist, genre, author, length, bpm, key and markers from the first
+     * row that matches. */
+    bool getRecordByFilename(const QString &name, SongInfo &record);
+    /** The same by title; true only for a title that exactly one row has. */
+    bool getRecordByTitle(const QString &title, SongInfo &record);
+
+    /** Distinct values in the order of the catalogue, the empty one included. */
+    const QStringList &genres() const { return m_genres; }
+    const QStringList &altArtists() const { return m_altArtists; }
+
+    QSqlDatabase userSongsDatabase() const { return m_userSongs; }
+    bool clearUserSongs();
+
+    static void dumpRecord(const SongInfo &record);
+
+private:
+    std::unique_ptr<QTemporaryFile>
+        m_temporaryFile; ///< null when a catalogue file is used in place
+    QSqlDatabase m_catalogue; ///< connection "con_songsdb"
+    QSqlDatabase m_userSongs; ///< connection "con_mem"
+    QStringList m_genres;
+    QStringList m_altArtists;
+};

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "library/volume.h"
+#include "library/workflowhost.h"
+#include "songs/disk.h"
+
+#include <QStringList>
+
+/** Step 3: copies the chosen songs to the player's memory and brings its index up to date. */
+class DeviceTransfer
+{
+public:
+    enum class Result { Done, Refused, Failed };
+
+    DeviceTransfer(WorkflowHost &host, const Volume &volume, Disk &disk = Disk::real());
+
+    /** Checks \a dir, copies, indexes, and tells the host how it ended. */
+    Result transferFiles(const QStringList &selectedFiles, const QString &dir);
+
+    int copied() const { return m_copied; }
+    int failures() const { return m_failures; }
+    int kept() const { return m_kept; }
+    int found() const { return m_found; } ///< songs that the index counted on the memory
+    bool prepared() const { return m_prepared; } ///< the memory's state after the run
+
+private:
+    bool updateDeviceIndex(const QString &destDir);
+
+    WorkflowHost &m_host;
+    const Volume &m_volume;
+    Disk &m_disk;
+    int m_copied = 0;
+    int m_failures = 0;
+    int m_kept = 0;
+    int m_found = 0;
+    bool m_prepared = false;
+};

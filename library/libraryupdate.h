@@ -1,0 +1,50 @@
+#pragma once
+
+#include "library/songupdate.h"
+#include "library/workflowhost.h"
+
+#include <functional>
+
+class Database;
+class LibraryBackup;
+class UserSongsRelTableModel;
+
+/** Step 2: finds each song of the table in the catalogue and writes the catalogue's data into its
+ * file. */
+class LibraryUpdate
+{
+public:
+    /** Whether songs that the maker did not publish are asked about, and the answer where they are
+     * not. */
+    struct Unpublished
+    {
+        bool ask = true;
+        bool answerForAll = true;
+    };
+
+    /** Called after each row with the song's plan; the song is dropped afterwards. */
+    using Observer = std::function<void(int row, UpdateOutcome outcome, const SongUpdate &song)>;
+
+    LibraryUpdate(Database &db, UserSongsRelTableModel &model, WorkflowHost &host,
+                  Unpublished unpublished, Disk &disk = Disk::real());
+
+    void setObserver(Observer observer) { m_observer = std::move(observer); }
+
+    /** Plans every row and writes nothing: no file, no status. */
+    void setDryRun(bool dryRun) { m_dryRun = dryRun; }
+
+    /** True when the backup succeeded and every row was processed. A dry run makes no backup. */
+    bool updateUserLibrary(LibraryBackup &backup, const QStringList &selectedFiles);
+
+private:
+    bool syncRow(int row);
+
+    Database &m_db;
+    UserSongsRelTableModel &m_model;
+    WorkflowHost &m_host;
+    Disk &m_disk;
+    bool m_askThisRun;
+    bool m_answerForAll;
+    bool m_dryRun = false;
+    Observer m_observer;
+};

@@ -1,0 +1,45 @@
+# Sourced by ./run and ./test: the Debian packages that this tree needs, and the way they are installed.
+
+build_packages=(
+  cmake g++ ninja-build
+  qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite
+  fonts-dejavu-core
+)
+
+# Real songs that nobody here wrote, other people's readers, and a display.
+test_packages=(
+  ffmpeg lame openttd-openmsx
+  python3 python3-mido python3-mutagen sqlite3
+  xauth xvfb
+)
+
+check_packages=(clang-format)
+
+# install_packages NAME...: installs those that are missing; elsewhere than on Debian it names them.
+install_packages() {
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    echo "This is no Debian system. Please make sure that these are installed (Debian's names): $*" >&2
+    return 0
+  fi
+  local name missing=()
+  for name in "$@"; do
+    dpkg-query -W -f='${db:Status-Status}\n' "$name" 2>/dev/null | grep -qx installed || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "Installing: ${missing[*]}" >&2
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+      echo "Please install these packages as root: ${missing[*]}" >&2
+      return 1
+    fi
+    as_root=(sudo)
+  fi
+  "${as_root[@]}" apt-get update -q >&2 &&
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}" >&2
+}
+
+# configure PRESET: configures once; the build notices changed build files by itself.
+configure() {
+  [ -f "build/$1/build.ninja" ] || cmake --preset "$1"
+}
