@@ -2,7 +2,7 @@
 
 build_packages=(
   cmake g++ ninja-build
-  qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite
+  qtbase5-dev qttranslations5-l10n qttools5-dev qttools5-dev-tools libqt5sql5-sqlite
   fonts-dejavu-core
 )
 
