@@ -1,0 +1,69 @@
+#include "ui/appearance.h"
+
+#include <QApplication>
+#include <QtTest>
+
+class tst_Appearance : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void languages_data();
+    void languages();
+    void styleSheets_data();
+    void styleSheets();
+};
+
+void tst_Appearance::languages_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("word");
+    QTest::newRow("it is Italian") << QStringLiteral("it") << QStringLiteral("Annulla");
+    QTest::newRow("en is English") << QStringLiteral("en") << QStringLiteral("Cancel");
+    QTest::newRow("de is English too") << QStringLiteral("de") << QStringLiteral("Cancel");
+    QTest::newRow("anything else is English") << QStringLiteral("fr") << QStringLiteral("Cancel");
+}
+
+void tst_Appearance::languages()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, word);
+    QTranslator translator;
+    Appearance::speak(translator, language);
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), word);
+
+    Appearance::speak(translator, QStringLiteral("it"));
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Annulla"));
+}
+
+void tst_Appearance::styleSheets_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("style");
+    QTest::newRow("the whole file") << QByteArray("QLabel{}") << QStringLiteral("QLabel{}");
+    QTest::newRow("up to the first zero byte")
+        << QByteArray("QLabel{}\0rubbish", 16) << QStringLiteral("QLabel{}");
+    QTest::newRow("as Latin-1") << QByteArray("/*\xe8*/")
+                                << QStringLiteral("/*") + QChar(0xe8) + QStringLiteral("*/");
+    QTest::newRow("an empty file") << QByteArray() << QString();
+}
+
+void tst_Appearance::styleSheets()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, style);
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+    file.close();
+    qApp->setStyleSheet(QString());
+
+    Appearance::applyStyleSheet(file.fileName());
+    QCOMPARE(qApp->styleSheet(), style);
+
+    Appearance::applyStyleSheet(file.fileName() + QStringLiteral(".missing"));
+    QCOMPARE(qApp->styleSheet(), style);
+}
+
+QTEST_MAIN(tst_Appearance)
+#include "tst_appearance.moc"

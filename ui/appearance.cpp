@@ -1,0 +1,26 @@
+#include "ui/appearance.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTranslator>
+
+void Appearance::speak(QTranslator &translator, const QString &language)
+{
+    // required: German speaks English
+    const QString file = language == QLatin1String("it") ? QStringLiteral(":/trans/tarvel4soft_it")
+                                                         : QStringLiteral(":/trans/tarvel4soft_en");
+    QCoreApplication::removeTranslator(&translator);
+    translator.load(file); // a failed load leaves the Italian source texts
+    QCoreApplication::installTranslator(&translator);
+}
+
+void Appearance::applyStyleSheet(const QString &path)
+{
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray bytes = file.readAll();
+        // required: the text ends at the first zero byte
+        qApp->setStyleSheet(
+            QString::fromLatin1(bytes.left(int(qstrnlen(bytes, uint(bytes.size()))))));
+    }
+}
