@@ -4,17 +4,23 @@
 #include "library/workflowhost.h"
 #include "songs/disk.h"
 
+#include <QCoreApplication>
 #include <QStringList>
+
+class Index;
 
 /** Step 3: copies the chosen songs to the player's memory and brings its index up to date. */
 class DeviceTransfer
 {
+    Q_DECLARE_TR_FUNCTIONS(DeviceTransfer)
+
 public:
     enum class Result { Done, Refused, Failed };
 
     DeviceTransfer(WorkflowHost &host, const Volume &volume, Disk &disk = Disk::real());
 
-    /** Checks \a dir, copies, indexes, and tells the host how it ended. */
+    /** Checks \a dir, copies, indexes, and tells the host how it ended. An empty \a dir ends it
+     * silently. */
     Result transferFiles(const QStringList &selectedFiles, const QString &dir);
 
     int copied() const { return m_copied; }
@@ -24,7 +30,11 @@ public:
     bool prepared() const { return m_prepared; } ///< the memory's state after the run
 
 private:
+    QString destinationFor(const QString &dir);
+    bool copySongs(const QStringList &selectedFiles, const QString &destination);
     bool updateDeviceIndex(const QString &destDir);
+    void showProgressOf(const Index &index);
+    QString refuse(const QString &text);
 
     WorkflowHost &m_host;
     const Volume &m_volume;

@@ -3,7 +3,10 @@
 #include "library/workflowhost.h"
 #include "songs/disk.h"
 
+#include <QHash>
 #include <QStringList>
+
+class CopyBatch;
 
 /** Copies songs flat into a folder, each whole or not at all; shared by backup and transfer. */
 class FileCopier
@@ -22,10 +25,23 @@ public:
     int failures() const { return m_failures; } ///< copies that failed
     int kept() const { return m_kept; } ///< songs left as they were at the destination
 
+    /** Sources of the last run whose name another song has at the destination, as the user chose.
+     */
+    const QStringList &displaced() const { return m_displaced; }
+
 private:
+    bool copyEach(const QStringList &selectedFiles, const QString &destDir, CopyBatch &batch);
+    bool copySong(const QString &source, const QString &destination, CopyBatch &batch);
+    void addToBatch(const QString &source, const QString &destination, CopyBatch &batch);
+    bool mayReplace(const QString &source, const QString &destination);
+
     WorkflowHost &m_host;
     Disk &m_disk;
+    bool m_askOverwrite = true;
+    bool m_overwrite = false;
     int m_copied = 0;
     int m_failures = 0;
     int m_kept = 0;
+    QHash<QString, QString> m_sources; ///< by case-folded destination
+    QStringList m_displaced;
 };

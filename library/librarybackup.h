@@ -3,14 +3,19 @@
 #include "library/workflowhost.h"
 #include "songs/disk.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
+#include <QPair>
 #include <QStringList>
+#include <QVector>
 
 #include <functional>
 
 /** Saves the chosen songs into a new, dated folder before they are rewritten. */
 class LibraryBackup
 {
+    Q_DECLARE_TR_FUNCTIONS(LibraryBackup)
+
 public:
     using Clock = std::function<QDateTime()>;
 
@@ -20,11 +25,18 @@ public:
     /** Asks the host, and copies where it says so. True: the update may proceed. */
     bool backupUserLibrary(const QStringList &selectedFiles);
 
-    /** The folder of the last backup; empty where none was made. */
-    QString folder() const { return m_folder; }
+    /** The folder of the last backup; empty where none was made or it failed. */
+    const QString &folder() const { return m_folder; }
     int copied() const { return m_copied; }
 
+    /** Songs that don't fit into one flat folder together: pairs of paths with the same file name,
+     * without regard to case. */
+    static QVector<QPair<QString, QString>> sameNames(const QStringList &selectedFiles);
+
 private:
+    bool copyInto(const QString &folder, const QStringList &selectedFiles);
+    bool fail();
+
     WorkflowHost &m_host;
     Disk &m_disk;
     Clock m_clock;

@@ -2,6 +2,7 @@
 
 #include "library/workflowhost.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 class Database;
@@ -10,11 +11,15 @@ class UserSongsRelTableModel;
 /** Step 1: reads the chosen song files into the table. */
 class LibraryImport
 {
+    Q_DECLARE_TR_FUNCTIONS(LibraryImport)
+
 public:
     LibraryImport(Database &db, UserSongsRelTableModel &model, WorkflowHost &host);
 
-    /** False when the old rows could not be cleared and nothing was imported. Progress is begun,
-     * not ended. */
+    /**
+     * False when the old rows could not be cleared and nothing was imported. Progress is begun, not
+     * ended. Nothing cancels an import.
+     */
     bool importUserLibrary(const QStringList &selectedFiles);
 
     const ImportCounts &counts() const { return m_counts; }
@@ -26,6 +31,9 @@ public:
     bool askSynchronise();
 
 private:
+    bool clearTable();
+    void importSong(const QString &path);
+
     Database &m_db;
     UserSongsRelTableModel &m_model;
     WorkflowHost &m_host;

@@ -3,6 +3,9 @@
 #include "library/songupdate.h"
 #include "library/workflowhost.h"
 
+#include <QCoreApplication>
+#include <QStringList>
+
 #include <functional>
 
 class Database;
@@ -13,6 +16,8 @@ class UserSongsRelTableModel;
  * file. */
 class LibraryUpdate
 {
+    Q_DECLARE_TR_FUNCTIONS(LibraryUpdate)
+
 public:
     /** Whether songs that the maker did not publish are asked about, and the answer where they are
      * not. */
@@ -36,8 +41,14 @@ public:
     /** True when the backup succeeded and every row was processed. A dry run makes no backup. */
     bool updateUserLibrary(LibraryBackup &backup, const QStringList &selectedFiles);
 
+    /** Songs of the last run that could not be read or saved. */
+    const QStringList &failures() const { return m_failures; }
+
 private:
-    bool syncRow(int row);
+    bool updateRows(int rows);
+    void updateRow(int row);
+    UpdateOutcome syncRow(int row, SongUpdate &song);
+    bool mayChange(const SongUpdate &song);
 
     Database &m_db;
     UserSongsRelTableModel &m_model;
@@ -47,4 +58,5 @@ private:
     bool m_answerForAll;
     bool m_dryRun = false;
     Observer m_observer;
+    QStringList m_failures;
 };

@@ -1,22 +1,10 @@
 #pragma once
 
-#include "library/workflowhost.h"
+#include "library/filestamp.h"
 #include "songs/metasong.h"
 
-class UserSongsRelTableModel;
-
-/** The fields of an edited song that are to be written into every song of the table. */
-struct ApplyToAll
-{
-    bool author = false;
-    bool artist = false;
-    bool genre = false;
-    bool title = false; ///< each song's own file name without its extension, not the edited title
-
-    bool any() const { return author || artist || genre || title; }
-};
-
-/** The user's own correction of a song: the window's manual edit and the command line's edit. */
+/** The user's own correction of one song: the window's manual edit and the command line's edit.
+ * Good for one song. */
 class SongEdit
 {
 public:
@@ -31,34 +19,22 @@ public:
      * again. */
     bool addMarker(const QString &text, quint16 bar);
 
-    /** Writes the edited record with the manual rules; false: the file holds its old bytes. Reads
-     * the record again. */
+    /**
+     * Writes the edited record with the manual rules and reads back what the file then holds.
+     * False: the file holds its old bytes, or those that somebody else wrote since load().
+     */
     bool save(const SongInfo &edited);
 
     /** The file name of a path without its folder and the text after its last point. */
     static QString titleFromPath(const QString &path);
 
 private:
+    bool write();
+    void readInfo(const MetaSong &song);
+
     Disk &m_disk;
     MetaSong m_song;
     QString m_path;
+    FileStamp m_stamp;
     SongInfo m_info;
-};
-
-/** The manual edit of rows of the table. */
-class RowEditor
-{
-public:
-    RowEditor(UserSongsRelTableModel &model, WorkflowHost &host, Disk &disk = Disk::real());
-
-    /** Writes an edited record into the row's file and refreshes the row. */
-    bool saveRow(SongEdit &song, const SongInfo &info, int row);
-
-    /** Writes the chosen fields of \a edited into every other row's song. */
-    void applyToOthers(const SongInfo &edited, const ApplyToAll &fields, int editedRow);
-
-private:
-    UserSongsRelTableModel &m_model;
-    WorkflowHost &m_host;
-    Disk &m_disk;
 };

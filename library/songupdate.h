@@ -1,8 +1,9 @@
 #pragma once
 
+#include "library/filestamp.h"
 #include "songs/metasong.h"
 
-#include <QPair>
+#include <QVariant>
 #include <QVector>
 
 class Database;
@@ -10,19 +11,18 @@ class Database;
 /** How one song of an update ended, or would end. */
 enum class UpdateOutcome { Updated, NotFound, Refused, Unreadable, Failed };
 
-/** A field that an update changes; names are the keys of a song's record ("title", "markers" ...).
- */
+/** A field that an update changes. */
 struct FieldChange
 {
-    QString field;
-    QVariant before;
+    QString field; ///< its key in a song's record: "title", "markers", "mfxFlags" ...
+    QVariant before; ///< a text or a number; markers are a list of maps with "bar" and "text"
     QVariant after; ///< as it would be read back from the file
 };
 
 /**
  * What an update would do to one song, worked out without touching its file: the match, the merged
  * record and the fields that change. The song in memory already carries the new record; perform()
- * writes it.
+ * writes it. Good for one song.
  */
 class SongUpdate
 {
@@ -43,20 +43,26 @@ public:
      * can't be saved. */
     bool prepare();
 
-    /** Saves the prepared song and reads it back. False: the file holds its old bytes. */
+    /**
+     * Saves the prepared song and reads it back. False: the file holds its old bytes, or those that
+     * somebody else wrote since load().
+     */
     bool perform();
 
-    QString reason() const { return m_reason; } ///< such as "FILENAME: 12ANNI"
+    const QString &path() const { return m_path; }
+    const QString &reason() const { return m_reason; } ///< such as "FILENAME: 12ANNI"
     const SongInfo &before() const { return m_before; }
-    const SongInfo &after() const
-    {
-        return m_after;
-    } ///< after prepare(): planned; after perform(): read back
+
+    /** After prepare() the planned record; after perform() the one read back. */
+    const SongInfo &after() const { return m_after; }
+
     QVector<FieldChange> changes() const;
 
 private:
+    Disk &m_disk;
     MetaSong m_song;
     QString m_path;
+    FileStamp m_stamp;
     QString m_reason;
     SongInfo m_before;
     SongInfo m_catalogueRecord;

@@ -1,0 +1,219 @@
+#include "library/copybatch.h"
+
+#include "library/filestamp.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <cerrno>
+#include <csignal>
+#endif
+
+namespace {
+
+constexpr int blockSize = 1 << 20;
+constexpr qint64 batchBytes = 64 << 20;
+constexpr std::size_t batchSongs = 500;
+
+// A point at the front keeps the name out of every list of songs.
+QString temporaryName(int number)
+{
+    return QStringLiteral(".tarvel4soft-%1-%2.part")
+        .arg(QCoreApplication::applicationPid())
+        .arg(number);
+}
+
+bool isRunning(qint64 pid)
+{
+#ifdef Q_OS_WIN
+    const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, DWORD(pid));
+    if (!process)
+        return false;
+    const bool running = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+    CloseHandle(process);
+    return running;
+#else
+    return kill(pid_t(pid), 0) == 0 || errno == EPERM;
+#endif
+}
+
+/** True for a temporary file whose copier is gone. */
+bool isLeftover(const QString &name)
+{
+    static const QRegularExpression pattern(QStringLiteral("^\\.tarvel4soft-(\\d+)-\\d+\\.part$"));
+    const QRegularExpressionMatch match = pattern.match(name);
+    if (!match.hasMatch())
+        return false;
+    const qint64 pid = match.captured(1).toLongLong();
+    return pid == QCoreApplication::applicationPid() || !isRunning(pid);
+}
+
+} // namespace
+
+CopyBatch::CopyBatch(Disk &disk, const QString &folder)
+    : m_disk(disk)
+    , m_folder(folder)
+{
+    m_buffer.resize(blockSize);
+}
+
+CopyBatch::~CopyBatch()
+{
+    for (const Staged &song : m_staged)
+        discard(song);
+}
+
+void CopyBatch::removeLeftovers()
+{
+    const QDir folder(m_folder);
+    const QStringList names = folder.entryList({QStringLiteral(".tarvel4soft-*.part")},
+                                               QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    for (const QString &name : names) {
+        if (isLeftover(name) && !m_disk.remove(folder.filePath(name)))
+            qDebug() << "[copyFiles] WARNING: can't be removed:" << folder.filePath(name);
+    }
+}
+
+CopyBatch::Added CopyBatch::add(const Song &song)
+{
+    Staged staged{QString(), song.destination, QString(), song.companionDestination,
+                  song.isCounted};
+    const Added songAdded = stage(song.source, staged.temporary);
+    if (songAdded != Added::Yes)
+        return songAdded;
+    if (!song.companionSource.isEmpty()) {
+        const Added companionAdded = stage(song.companionSource, staged.companionTemporary);
+        if (companionAdded != Added::Yes) {
+            discard(staged);
+            return companionAdded;
+        }
+        m_claimed.insert(song.companionDestination.toCaseFolded());
+    }
+    m_claimed.insert(song.destination.toCaseFolded());
+    m_staged.push_back(staged);
+    return Added::Yes;
+}
+
+bool CopyBatch::isFull() const
+{
+    return m_stagedBytes >= batchBytes || m_staged.size() >= batchSongs;
+}
+
+bool CopyBatch::claims(const QString &destination) const
+{
+    return m_claimed.contains(destination.toCaseFolded());
+}
+
+void CopyBatch::commit()
+{
+    if (m_staged.empty())
+        return;
+    const bool flushed = flush();
+    for (const Staged &song : m_staged) {
+        if (flushed && place(song))
+            m_unflushed += song.isCounted;
+        else
+            m_failures += song.isCounted;
+        discard(song);
+    }
+    m_isDirty = flushed;
+    m_staged.clear();
+    m_claimed.clear();
+    m_stagedBytes = 0;
+}
+
+void CopyBatch::finish()
+{
+    commit();
+    if (m_isDirty)
+        flush();
+    m_isDirty = false;
+}
+
+CopyBatch::Added CopyBatch::stage(const QString &source, QString &temporary)
+{
+    QFile target;
+    do {
+        temporary = QDir(m_folder).filePath(temporaryName(m_nextName++));
+        target.setFileName(temporary);
+    } while (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)
+             && QFileInfo::exists(temporary));
+    if (!target.isOpen()) {
+        qDebug() << "[copyFiles] WARNING: can't be written:" << temporary << target.errorString();
+        return Added::TargetFailed;
+    }
+    const Added added = copyBytes(source, target);
+    target.close();
+    if (added != Added::Yes)
+        m_disk.remove(temporary);
+    return added;
+}
+
+CopyBatch::Added CopyBatch::copyBytes(const QString &source, QFileDevice &target)
+{
+    const FileStamp stamp(source);
+    QFile file(source);
+    if (!stamp.isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        qDebug() << "[copyFiles] WARNING: can't be read:" << source << file.errorString();
+        return Added::SourceFailed;
+    }
+    qint64 copied = 0;
+    qint64 count = 0;
+    while ((count = file.read(m_buffer.data(), m_buffer.size())) > 0) {
+        const QByteArray block = QByteArray::fromRawData(m_buffer.constData(), int(count));
+        if (!m_disk.write(target, block)) {
+            qDebug() << "[copyFiles] WARNING: can't be written:" << target.fileName()
+                     << target.errorString();
+            return Added::TargetFailed;
+        }
+        copied += count;
+    }
+    if (count < 0 || copied != stamp.size() || !stamp.holds(source)) {
+        qDebug() << "[copyFiles] WARNING: changed while it was copied:" << source;
+        return Added::SourceFailed;
+    }
+    target.setPermissions(file.permissions());
+    if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
+        qDebug() << "[copyFiles] WARNING: time not kept:" << source;
+    m_stagedBytes += copied;
+    return Added::Yes;
+}
+
+bool CopyBatch::place(const Staged &song)
+{
+    if (!m_disk.replace(song.temporary, song.destination)) {
+        qDebug() << "[copyFiles] WARNING: can't be named:" << song.destination;
+        return false;
+    }
+    // After the song, since a companion without its song would stand in the way of the next try.
+    if (!song.companionTemporary.isEmpty()
+        && !m_disk.replace(song.companionTemporary, song.companionDestination)) {
+        qDebug() << "[copyFiles] WARNING: can't be named:" << song.companionDestination;
+        return false;
+    }
+    return true;
+}
+
+void CopyBatch::discard(const Staged &song)
+{
+    for (const QString &temporary : {song.temporary, song.companionTemporary}) {
+        if (!temporary.isEmpty() && !m_disk.remove(temporary))
+            qDebug() << "[copyFiles] WARNING: can't be removed:" << temporary;
+    }
+}
+
+bool CopyBatch::flush()
+{
+    const bool flushed = m_disk.syncVolume(m_folder);
+    if (!flushed)
+        qDebug() << "[copyFiles] WARNING: not on the medium:" << m_folder;
+    (flushed ? m_copied : m_failures) += m_unflushed;
+    m_unflushed = 0;
+    return flushed;
+}

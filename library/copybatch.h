@@ -1,0 +1,82 @@
+#pragma once
+
+#include "songs/disk.h"
+
+#include <QByteArray>
+#include <QSet>
+#include <QString>
+
+#include <vector>
+
+/**
+ * Songs that are copied into a folder together: first under temporary names, and under their own
+ * once their bytes are on the medium. So each is there whole or not at all, whatever happens, and a
+ * medium is flushed once for many songs.
+ */
+class CopyBatch
+{
+public:
+    enum class Added { Yes, SourceFailed, TargetFailed };
+
+    /** A song and, where it has one, its companion, which goes wherever the song goes. */
+    struct Song
+    {
+        QString source;
+        QString destination;
+        QString companionSource; ///< empty: none
+        QString companionDestination;
+        bool isCounted = true; ///< false: whoever added it has counted it as failed already
+    };
+
+    CopyBatch(Disk &disk, const QString &folder);
+    ~CopyBatch();
+    Q_DISABLE_COPY(CopyBatch)
+
+    /** Removes the temporary files that a killed run left in the folder. */
+    void removeLeftovers();
+
+    /** Copies a song under a temporary name. When it fails nothing of it remains. */
+    Added add(const Song &song);
+
+    bool isEmpty() const { return m_staged.empty(); }
+    bool isFull() const;
+    /** True when a staged file will get this path, without regard to case. */
+    bool claims(const QString &destination) const;
+
+    /** Flushes the staged songs and gives them their names; what stood there before is replaced. */
+    void commit();
+
+    /** Commits, and flushes the names. Afterwards the two counts are final. */
+    void finish();
+
+    int copied() const { return m_copied; } ///< songs that are on the medium
+    int failures() const { return m_failures; } ///< songs that could not be flushed or named
+
+private:
+    struct Staged
+    {
+        QString temporary;
+        QString destination;
+        QString companionTemporary;
+        QString companionDestination;
+        bool isCounted;
+    };
+
+    Added stage(const QString &source, QString &temporary);
+    Added copyBytes(const QString &source, QFileDevice &target);
+    bool place(const Staged &song);
+    void discard(const Staged &song);
+    bool flush();
+
+    Disk &m_disk;
+    QString m_folder;
+    QByteArray m_buffer;
+    std::vector<Staged> m_staged;
+    QSet<QString> m_claimed; ///< case-folded destinations of the staged files
+    qint64 m_stagedBytes = 0;
+    int m_nextName = 0;
+    int m_unflushed = 0; ///< songs that have their name, but not yet for certain on the medium
+    bool m_isDirty = false;
+    int m_copied = 0;
+    int m_failures = 0;
+};

@@ -1,0 +1,161 @@
+#include "library/folderscan.h"
+
+#include "library/workflowlog.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Entry
+{
+    QString name;
+    bool isReachable; ///< false: the name can't be said in the locale
+};
+
+fs::path nativePath(const QString &path)
+{
+#ifdef Q_OS_WIN
+    return fs::path(path.toStdWString());
+#else
+    return fs::path(QFile::encodeName(path).toStdString());
+#endif
+}
+
+Entry entryOf(const fs::path &name)
+{
+#ifdef Q_OS_WIN
+    return {QString::fromStdWString(name.native()), true};
+#else
+    const QByteArray bytes = QByteArray::fromStdString(name.native());
+    const QString decoded = QFile::decodeName(bytes);
+    return {decoded, QFile::encodeName(decoded) == bytes};
+#endif
+}
+
+/** Walks a folder tree in name order, each folder once. */
+class Walk
+{
+public:
+    Walk(const std::function<bool(const QString &)> &found,
+         const std::function<void(const QString &)> &skipped)
+        : m_found(found)
+        , m_skipped(skipped)
+    {}
+
+    /** False when the walk was stopped. */
+    bool folder(const QString &path)
+    {
+        qDebug() << "[scanDir] Analyzing directory:" << path;
+        if (!enter(path))
+            return true;
+        const std::vector<Entry> entries = list(path);
+        return std::all_of(entries.begin(), entries.end(),
+                           [this, &path](const Entry &entry) { return this->entry(path, entry); });
+    }
+
+private:
+    /** Remembers the folder; false where it was walked already, through a link. */
+    bool enter(const QString &path)
+    {
+        const QString canonical = QFileInfo(path).canonicalFilePath();
+        if (m_entered.contains(canonical))
+            return false;
+        m_entered.insert(canonical);
+        return true;
+    }
+
+    /** The names of a folder, but for those that begin with a point. */
+    std::vector<Entry> list(const QString &path)
+    {
+        std::vector<Entry> entries;
+        std::error_code error;
+        fs::directory_iterator iterator(nativePath(path), error);
+        while (!error && iterator != fs::directory_iterator()) {
+            const Entry entry = entryOf(iterator->path().filename());
+            if (!entry.name.startsWith(QLatin1Char('.')))
+                entries.push_back(entry);
+            iterator.increment(error);
+        }
+        if (error)
+            m_skipped(path);
+        std::sort(entries.begin(), entries.end(),
+                  [](const Entry &a, const Entry &b) { return a.name < b.name; });
+        return entries;
+    }
+
+    bool entry(const QString &folderPath, const Entry &entry)
+    {
+        const QString path = QDir(folderPath).filePath(entry.name);
+        if (!entry.isReachable) {
+            m_skipped(path);
+            return true;
+        }
+        const QFileInfo info(path);
+        if (info.isDir()) {
+            qDebug() << "[scanDir] Found directory:" << path;
+            return folder(path);
+        }
+        if (!FolderScan::isSongName(entry.name))
+            return true;
+        if (!info.exists())
+            m_skipped(path);
+        if (!info.isFile())
+            return true;
+        qDebug() << "[scanDir] Found file:" << path;
+        const bool goOn = m_found(path);
+        WorkflowLog::songEnd();
+        return goOn;
+    }
+
+    const std::function<bool(const QString &)> &m_found;
+    const std::function<void(const QString &)> &m_skipped;
+    QSet<QString> m_entered;
+};
+
+void countBelow(const QString &path, int &count, QSet<QString> &entered)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    if (entered.contains(canonical))
+        return;
+    entered.insert(canonical);
+    const QFileInfoList entries =
+        QDir(path).entryInfoList(QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, QDir::DirsFirst);
+    for (const QFileInfo &entry : entries) {
+        if (entry.isDir())
+            countBelow(entry.filePath(), count, entered);
+        else
+            ++count;
+    }
+}
+
+} // namespace
+
+bool FolderScan::isSongName(const QString &fileName)
+{
+    static const QSet<QString> suffixes{QStringLiteral("mid"), QStringLiteral("kar"),
+                                        QStringLiteral("mp3"), QStringLiteral("mf3"),
+                                        QStringLiteral("mf4"), QStringLiteral("mf5")};
+    return suffixes.contains(QFileInfo(fileName).suffix().toLower());
+}
+
+void FolderScan::countFiles(const QString &path, int &count)
+{
+    QSet<QString> entered;
+    countBelow(path, count, entered);
+}
+
+bool FolderScan::scanDir(const QString &path, const std::function<bool(const QString &)> &found,
+                         const std::function<void(const QString &)> &skipped)
+{
+    return Walk(found, skipped).folder(path);
+}

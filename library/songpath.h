@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+/** The names inside a song's path; "/" is the only separator, as everywhere in the program. */
+namespace SongPath {
+
+/** The text after the last "/". */
+QString fileName(const QString &path);
+
+/** The file name without its last point and what follows; whole where it has no point. */
+QString baseName(const QString &path);
+
+/** In upper case, less a point and exactly three word characters at its end: the catalogue's key.
+ */
+QString catalogueKey(const QString &name);
+
+} // namespace SongPath
