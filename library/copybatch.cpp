@@ -21,6 +21,9 @@ constexpr int blockSize = 1 << 20;
 constexpr qint64 batchBytes = 64 << 20;
 constexpr std::size_t batchSongs = 500;
 
+// What this very user may do follows from the others, and is everything for an administrator.
+constexpr QFile::Permissions userPermissions = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
+
 // A point at the front keeps the name out of every list of songs.
 QString temporaryName(int number)
 {
@@ -178,7 +181,7 @@ CopyBatch::Added CopyBatch::copyBytes(const QString &source, QFileDevice &target
         qDebug() << "[copyFiles] WARNING: changed while it was copied:" << source;
         return Added::SourceFailed;
     }
-    target.setPermissions(file.permissions());
+    target.setPermissions(file.permissions() & ~userPermissions);
     if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
         qDebug() << "[copyFiles] WARNING: time not kept:" << source;
     m_stagedBytes += copied;
