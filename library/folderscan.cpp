@@ -19,7 +19,8 @@ namespace fs = std::filesystem;
 struct Entry
 {
     QString name;
-    bool isReachable; ///< false: the name can't be said in the locale
+    bool isNameable; ///< false: the locale can't say the name
+    bool isFolder;
 };
 
 fs::path nativePath(const QString &path)
@@ -31,14 +32,17 @@ fs::path nativePath(const QString &path)
 #endif
 }
 
-Entry entryOf(const fs::path &name)
+Entry entryOf(const fs::directory_entry &entry)
 {
+    std::error_code error;
+    const bool isFolder = entry.is_directory(error);
+    const fs::path name = entry.path().filename();
 #ifdef Q_OS_WIN
-    return {QString::fromStdWString(name.native()), true};
+    return {QString::fromStdWString(name.native()), true, isFolder};
 #else
     const QByteArray bytes = QByteArray::fromStdString(name.native());
     const QString decoded = QFile::decodeName(bytes);
-    return {decoded, QFile::encodeName(decoded) == bytes};
+    return {decoded, QFile::encodeName(decoded) == bytes, isFolder};
 #endif
 }
 
@@ -64,11 +68,14 @@ public:
     }
 
 private:
-    /** Remembers the folder; false where it was walked already, through a link. */
+    /** Remembers the folder; false where no path reaches it or where it was walked already, through
+     * a link. */
     bool enter(const QString &path)
     {
         const QString canonical = QFileInfo(path).canonicalFilePath();
-        if (m_entered.contains(canonical))
+        if (canonical.isEmpty())
+            m_skipped(path);
+        if (canonical.isEmpty() || m_entered.contains(canonical))
             return false;
         m_entered.insert(canonical);
         return true;
@@ -81,7 +88,7 @@ private:
         std::error_code error;
         fs::directory_iterator iterator(nativePath(path), error);
         while (!error && iterator != fs::directory_iterator()) {
-            const Entry entry = entryOf(iterator->path().filename());
+            const Entry entry = entryOf(*iterator);
             if (!entry.name.startsWith(QLatin1Char('.')))
                 entries.push_back(entry);
             iterator.increment(error);
@@ -95,22 +102,23 @@ private:
 
     bool entry(const QString &folderPath, const Entry &entry)
     {
+        if (!entry.isFolder && !FolderScan::isSongName(entry.name))
+            return true;
         const QString path = QDir(folderPath).filePath(entry.name);
-        if (!entry.isReachable) {
+        const bool isReachable = entry.isNameable && (entry.isFolder || QFileInfo::exists(path));
+        if (!isReachable) {
             m_skipped(path);
             return true;
         }
-        const QFileInfo info(path);
-        if (info.isDir()) {
+        if (entry.isFolder) {
             qDebug() << "[scanDir] Found directory:" << path;
             return folder(path);
         }
-        if (!FolderScan::isSongName(entry.name))
-            return true;
-        if (!info.exists())
-            m_skipped(path);
-        if (!info.isFile())
-            return true;
+        return !QFileInfo(path).isFile() || song(path);
+    }
+
+    bool song(const QString &path)
+    {
         qDebug() << "[scanDir] Found file:" << path;
         const bool goOn = m_found(path);
         WorkflowLog::songEnd();
