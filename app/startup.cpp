@@ -1,0 +1,49 @@
+#include "app/startup.h"
+
+#include "library/messagelog.h"
+#include "library/usersettings.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace {
+
+const QLatin1String notChosen("--");
+
+} // namespace
+
+Startup::Options Startup::readSettings()
+{
+    Options options;
+    options.language = UserSettings::language(notChosen);
+    options.logEnabled = UserSettings::logEnabled();
+    options.logClear = UserSettings::logClear();
+    return options;
+}
+
+void Startup::openLog(const Options &options)
+{
+    if (!options.logEnabled) { // required: the old log is kept
+        qInstallMessageHandler(&MessageLog::dropMessage);
+        return;
+    }
+    if (options.logClear)
+        QFile::remove(QString::fromLatin1(MessageLog::fileName));
+    MessageLog::start();
+}
+
+void Startup::setAttributes()
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+}
+
+QString Startup::chooseLanguage(const QString &stored, QLocale::Language system)
+{
+    if (stored != notChosen)
+        return stored;
+    const bool italian = QLocale::languageToString(system) == QLatin1String("Italian");
+    const QString chosen = italian ? QStringLiteral("it") : QStringLiteral("en");
+    UserSettings::setLanguage(chosen);
+    return chosen;
+}

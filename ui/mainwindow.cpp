@@ -1,0 +1,419 @@
+#include "ui/mainwindow.h"
+
+#include "db/usersongsreltablemodel.h"
+#include "library/devicetransfer.h"
+#include "library/librarybackup.h"
+#include "library/libraryimport.h"
+#include "library/libraryupdate.h"
+#include "library/roweditor.h"
+#include "library/songedit.h"
+#include "library/usersettings.h"
+#include "songs/metasong.h"
+#include "ui/aboutdialog.h"
+#include "ui/appearance.h"
+#include "ui/dataeditdialog.h"
+#include "ui/helpdialog.h"
+#include "ui/indexdialog.h"
+#include "ui/songdebug.h"
+#include "ui/songslistdialog.h"
+#include "ui/songtabledelegate.h"
+#include "ui_mainwindow.h"
+
+#include <QCloseEvent>
+#include <QDebug>
+#include <QFile>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMessageBox>
+#include <QScrollBar>
+#include <QShortcut>
+
+MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
+    : QMainWindow(parent)
+    , ui(std::make_unique<Ui::MainWindow>())
+    , m_volume(std::move(volume))
+    , m_host(this)
+{
+    ui->setupUi(this);
+    ui->actionGerman->setVisible(false); // required: German comes from the setting only
+    ui->actionItalian->setVisible(true);
+    ui->debugGroupBox->hide();
+    ui->debugKvaroGroupBox->hide();
+    ui->updateDataToolButton->setEnabled(false);
+    ui->transferFilesToolButton->setEnabled(false);
+
+    tickLanguage(UserSettings::language(QStringLiteral("it")));
+    tickCopyright();
+    ui->dbgLogEnableCheckBox->setChecked(UserSettings::logEnabled());
+    ui->dbgLogClearCheckBox->setChecked(UserSettings::logClear());
+
+    if (!m_db.init()) {
+        qDebug() << "Error initializing DB !!!";
+        return;
+    }
+    qDebug() << "DB initialized correctly";
+    setUpTable();
+    resizeColumns();
+    qApp->installEventFilter(this); // required, and lets every event pass
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::setUpTable()
+{
+    QTableView *table = ui->userLibraryTableView;
+    connect(table, &QTableView::doubleClicked, this, &MainWindow::onSongsTableViewDoubleClicked);
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(table, &QTableView::customContextMenuRequested, this,
+            &MainWindow::onSongsTableViewShowContextMenu);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *shortcut = new QShortcut(key, table, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, table,
+                [this, table] { onSongsTableViewDoubleClicked(table->currentIndex()); });
+    }
+
+    m_model = new UserSongsRelTableModel(this, m_db.userSongsDatabase());
+    m_model->setHeaders();
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSortingEnabled(true);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setShowGrid(false);
+    table->verticalHeader()->hide();
+    table->setAlternatingRowColors(false);
+    table->setModel(m_model);
+    table->setColumnHidden(m_model->fileNameColumn(), true);
+    table->setColumnHidden(m_model->statusColumn(), true);
+    table->setColumnHidden(0, true);
+    table->setItemDelegate(new SongTableDelegate(1, m_model->statusColumn(), this));
+}
+
+void MainWindow::resizeColumns()
+{
+    for (const int column : {0, 1, 2, 3, 4, 5, 6, 7, 8, 10})
+        ui->userLibraryTableView->resizeColumnToContents(column);
+}
+
+void MainWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    ui->retranslateUi(this);
+    if (m_model)
+        m_model->setHeaders();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (m_host.isRunning())
+        event->ignore(); // a song may be half-way to the disk
+    else
+        QMainWindow::closeEvent(event);
+}
+
+// ---- step 1: import
+
+void MainWindow::on_selectDirToolButton_clicked()
+{
+    const QStringList files = QFileDialog::getOpenFileNames(
+        this, tr("Seleziona i file da importare"), QStringLiteral("/"),
+        QStringLiteral("Songs (*.mid *.kar *.mp3 *.mf3 *.mf4 *.mf5)"));
+    if (files.isEmpty())
+        return;
+    m_selectedFiles = files;
+    ui->updateDataToolButton->setEnabled(false);
+    ui->transferFilesToolButton->setEnabled(false);
+    importUserLibrary();
+    ui->transferFilesToolButton->setEnabled(true);
+}
+
+void MainWindow::importUserLibrary()
+{
+    if (!m_model)
+        return;
+    LibraryImport import(m_db, *m_model, m_host);
+    const bool imported = import.importUserLibrary(m_selectedFiles);
+    m_host.endProgress();
+    if (!imported)
+        return;
+    resizeColumns();
+    const bool synchronise = import.askSynchronise();
+    tickCopyright();
+    if (synchronise && updateUserLibrary())
+        return;
+    ui->updateDataToolButton->setEnabled(true);
+}
+
+// ---- step 2: synchronise
+
+void MainWindow::on_updateDataToolButton_clicked()
+{
+    ui->updateDataToolButton->setEnabled(false);
+    ui->transferFilesToolButton->setEnabled(false);
+    if (!updateUserLibrary())
+        ui->updateDataToolButton->setEnabled(true);
+    ui->transferFilesToolButton->setEnabled(true);
+}
+
+bool MainWindow::updateUserLibrary()
+{
+    if (!m_model)
+        return false;
+    LibraryUpdate::Unpublished unpublished;
+    unpublished.ask = UserSettings::copyrightAsk(m_askCopyright);
+    LibraryBackup backup(m_host);
+    LibraryUpdate update(m_db, *m_model, m_host, unpublished);
+    const bool done = update.updateUserLibrary(backup, m_selectedFiles);
+    m_host.endProgress();
+    return done;
+}
+
+bool MainWindow::backupUserLibrary()
+{
+    LibraryBackup backup(m_host);
+    const bool proceed = backup.backupUserLibrary(m_selectedFiles);
+    m_host.endProgress();
+    return proceed;
+}
+
+// ---- step 3: transfer
+
+void MainWindow::on_transferFilesToolButton_clicked()
+{
+    ui->updateDataToolButton->setEnabled(false);
+    ui->transferFilesToolButton->setEnabled(false);
+    transferFiles();
+    ui->transferFilesToolButton->setEnabled(true); // required: the update stays disabled
+}
+
+void MainWindow::transferFiles()
+{
+    const QString dir =
+        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), QStringLiteral("/Volumes"));
+    if (dir.isEmpty())
+        return;
+    DeviceTransfer transfer(m_host, *m_volume);
+    transfer.transferFiles(m_selectedFiles, dir);
+    m_host.endProgress();
+}
+
+// ---- the song table
+
+void MainWindow::onSongsTableViewDoubleClicked(QModelIndex index)
+{
+    if (index.row() >= 0)
+        editSong(index.row());
+}
+
+void MainWindow::editSong(int row)
+{
+    const QString path = m_model->fileNameOf(row);
+    qDebug() << "File name: " << path;
+    qDebug() << "[MainWindow] Manual modifing row: " << row; // required spelling
+    SongEdit song;
+    if (!song.load(path))
+        return;
+
+    DataEditDialog dialog(this);
+    dialog.setArtists(m_db.altArtists());
+    dialog.setGenres(m_db.genres());
+    dialog.setKeys(MetaSong::keyList());
+    dialog.setSong(song.info());
+    if (dialog.exec() != QDialog::Accepted) {
+        qDebug() << "Rejected!";
+        dumpSongInfo(song.info());
+        return;
+    }
+    qDebug() << "Accepted";
+    SongInfo edited = song.info();
+    dialog.getSong(edited);
+    dumpSongInfo(edited);
+
+    RowEditor editor(*m_model, m_host);
+    editor.saveRow(song, edited, row);
+    const ApplyToAll fields{dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
+                            dialog.applyToAllGenre(), dialog.applyToAllTitle()};
+    if (fields.any())
+        editor.applyToOthers(edited, fields, row);
+    m_host.endProgress();
+}
+
+void MainWindow::onSongsTableViewShowContextMenu(QPoint pos)
+{
+    QTableView *table = ui->userLibraryTableView;
+    const QModelIndex index = table->indexAt(pos);
+    QMenu menu(this);
+    const QAction *remove = menu.addAction(tr("Remove from list"));
+    const QAction *erase = menu.addAction(tr("Delete file"));
+    const QAction *chosen = menu.exec(table->viewport()->mapToGlobal(pos));
+    if (!chosen || !index.isValid())
+        return;
+    if (chosen == remove)
+        removeRow(index.row());
+    else if (chosen == erase)
+        deleteSong(index.row());
+}
+
+/** The row after the removed one takes its place, in view and as the current one. */
+void MainWindow::removeRow(int row)
+{
+    QTableView *table = ui->userLibraryTableView;
+    const int scrolled = table->verticalScrollBar()->value();
+    const int column = table->currentIndex().isValid() ? table->currentIndex().column() : 1;
+    m_model->removeRow(row);
+    m_model->select(); // until then the model shows a blank row
+    const int next = qMin(row, m_model->totalRows() - 1);
+    if (next >= 0)
+        table->setCurrentIndex(m_model->cellIndex(next, column));
+    table->verticalScrollBar()->setValue(scrolled);
+}
+
+void MainWindow::deleteSong(int row)
+{
+    const QString path = m_model->fileNameOf(row);
+    const auto answer =
+        QMessageBox::question(this, tr("Attenzione"), tr("Sei sicuro di voler cancellare il file?"),
+                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    if (answer != QMessageBox::Yes)
+        return;
+    QFile::remove(path);
+    removeRow(row); // required: also when the file is still there
+}
+
+// ---- menus
+
+void MainWindow::on_actionItalian_triggered()
+{
+    chooseLanguage(QStringLiteral("it"));
+}
+
+void MainWindow::on_actionEnglish_triggered()
+{
+    chooseLanguage(QStringLiteral("en"));
+}
+
+void MainWindow::on_actionGerman_triggered()
+{
+    chooseLanguage(QStringLiteral("de"));
+}
+
+void MainWindow::chooseLanguage(const QString &language)
+{
+    UserSettings::setLanguage(language);
+    tickLanguage(language);
+    Appearance::speak(m_translator, language);
+}
+
+void MainWindow::tickLanguage(const QString &language)
+{
+    const bool italian = language == QLatin1String("it");
+    const bool german = language == QLatin1String("de");
+    ui->actionItalian->setChecked(italian);
+    ui->actionGerman->setChecked(german);
+    ui->actionEnglish->setChecked(!italian && !german);
+}
+
+void MainWindow::on_actionCopyrightYes_triggered()
+{
+    setCopyrightAsk(true);
+}
+
+void MainWindow::on_actionCopyrightNo_triggered()
+{
+    setCopyrightAsk(false);
+}
+
+void MainWindow::setCopyrightAsk(bool ask)
+{
+    UserSettings::setCopyrightAsk(ask);
+    tickCopyright();
+}
+
+void MainWindow::tickCopyright()
+{
+    const bool ask = UserSettings::copyrightAsk(m_askCopyright);
+    ui->actionCopyrightYes->setChecked(ask);
+    ui->actionCopyrightNo->setChecked(!ask);
+}
+
+void MainWindow::on_optimizeMemory_triggered()
+{
+    IndexDialog(this).exec();
+}
+
+void MainWindow::on_actionSongsList_triggered()
+{
+    SongsListDialog(this).exec();
+}
+
+void MainWindow::on_actionContents_triggered()
+{
+    HelpDialog(this).exec();
+}
+
+void MainWindow::on_actionAbout_triggered()
+{
+    AboutDialog(this).exec();
+}
+
+void MainWindow::on_actionAbout_QT_triggered()
+{
+    QApplication::aboutQt();
+}
+
+// ---- developer actions
+
+void MainWindow::on_dbgImportPushButton_clicked()
+{
+    importUserLibrary();
+}
+
+void MainWindow::on_dbgSavePushButton_clicked()
+{
+    const int row = ui->userLibraryTableView->currentIndex().row();
+    if (row >= 0)
+        SongDebug::save(m_model->fileNameOf(row), row);
+}
+
+void MainWindow::on_dbgAddMarkerPushButton_clicked()
+{
+    const int row = ui->userLibraryTableView->currentIndex().row();
+    if (row >= 0)
+        SongDebug::addMarker(m_model->fileNameOf(row), row, ui->dbgMarkerTextLineEdit->text(),
+                             quint16(ui->dbgMarkerBarSpinBox->value()));
+}
+
+void MainWindow::on_dbgShowDialogPushButton_clicked()
+{
+    if (DataEditDialog(this).exec() == QDialog::Accepted)
+        qDebug() << "Accettato";
+    else
+        qDebug() << "Rifiutato";
+}
+
+void MainWindow::on_dbgHidePushButton_clicked()
+{
+    ui->debugGroupBox->setVisible(!ui->debugGroupBox->isVisible());
+}
+
+void MainWindow::on_dbgBackupPushButton_clicked()
+{
+    backupUserLibrary();
+}
+
+void MainWindow::on_dbgLogEnableCheckBox_toggled(bool checked)
+{
+    UserSettings::setLogEnabled(checked);
+}
+
+void MainWindow::on_dbgLogClearCheckBox_toggled(bool checked)
+{
+    UserSettings::setLogClear(checked);
+}
+
+void MainWindow::on_dbgReloadStylePushButton_clicked()
+{
+    Appearance::applyStyleSheet(QCoreApplication::applicationDirPath()
+                                + QStringLiteral("/default.qss"));
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "db/database.h"
+#include "library/volume.h"
+#include "ui/windowhost.h"
+
+#include <QMainWindow>
+#include <QModelIndex>
+#include <QStringList>
+#include <QTranslator>
+
+#include <memory>
+
+namespace Ui {
+class MainWindow;
+}
+class UserSongsRelTableModel;
+
+/** The program's window: wires its three steps, its menus and the song table to the rooms below. */
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget *parent = nullptr,
+                        std::unique_ptr<const Volume> volume = std::make_unique<SystemVolume>());
+    ~MainWindow() override;
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+    // required: the order of declaration is the meta-object's
+private Q_SLOTS:
+    void on_selectDirToolButton_clicked();
+    void on_updateDataToolButton_clicked();
+    void on_actionItalian_triggered();
+    void on_actionEnglish_triggered();
+    void on_actionGerman_triggered();
+    void on_actionAbout_triggered();
+    void on_actionAbout_QT_triggered();
+    void on_actionContents_triggered();
+    void on_actionCopyrightYes_triggered();
+    void on_actionCopyrightNo_triggered();
+    void onSongsTableViewDoubleClicked(QModelIndex index);
+    void on_optimizeMemory_triggered();
+    void on_transferFilesToolButton_clicked();
+    void on_actionSongsList_triggered();
+    void onSongsTableViewShowContextMenu(QPoint pos);
+    void on_dbgImportPushButton_clicked();
+    void on_dbgSavePushButton_clicked();
+    void on_dbgAddMarkerPushButton_clicked();
+    void on_dbgShowDialogPushButton_clicked();
+    void on_dbgHidePushButton_clicked();
+    void on_dbgBackupPushButton_clicked();
+    void on_dbgLogEnableCheckBox_toggled(bool checked);
+    void on_dbgLogClearCheckBox_toggled(bool checked);
+    void on_dbgReloadStylePushButton_clicked();
+
+private:
+    void importUserLibrary();
+    bool updateUserLibrary();
+    bool backupUserLibrary();
+    void transferFiles();
+    void editSong(int row);
+    void removeRow(int row);
+    void deleteSong(int row);
+
+    void setUpTable();
+    void resizeColumns();
+    void chooseLanguage(const QString &language);
+    void tickLanguage(const QString &language);
+    void setCopyrightAsk(bool ask);
+    void tickCopyright();
+
+    std::unique_ptr<Ui::MainWindow> ui;
+    std::unique_ptr<const Volume> m_volume;
+    WindowHost m_host;
+    Database m_db;
+    UserSongsRelTableModel *m_model = nullptr; ///< null when the database could not be opened
+    bool m_askCopyright = true; ///< where the setting was never written
+    QStringList m_selectedFiles; ///< of the last import: what backup and transfer copy
+    QTranslator m_translator;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "library/workflowhost.h"
+
+#include <QProgressDialog>
+
+/**
+ * The progress of one workflow. It is on show from its first moment until the workflow lets it go,
+ * so that nothing else of the window can be used meanwhile: cancelling, by whatever road, is kept
+ * for the workflow to see and closes nothing.
+ */
+class ProgressDialog : public QProgressDialog
+{
+    Q_OBJECT
+
+public:
+    ProgressDialog(const ProgressTexts &texts, int maximum, QWidget *parent);
+
+    bool cancelled() const { return m_cancelled; }
+
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QPushButton *m_cancelButton;
+    bool m_cancelled = false;
+};

@@ -1,0 +1,134 @@
+#include "ui/songtabledelegate.h"
+
+#include "db/usersongsreltablemodel.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QToolTip>
+
+namespace {
+
+/** The mark of a status in a square of side 1, drawn with a pen. */
+QPainterPath markOf(int status)
+{
+    QPainterPath path;
+    switch (status) {
+    case UserSongsRelTableModel::Updated: // a tick
+        path.moveTo(0.15, 0.55);
+        path.lineTo(0.4, 0.8);
+        path.lineTo(0.85, 0.25);
+        break;
+    case UserSongsRelTableModel::Edited: // a pencil
+        path.moveTo(0.2, 0.8);
+        path.lineTo(0.28, 0.55);
+        path.lineTo(0.7, 0.15);
+        path.lineTo(0.87, 0.32);
+        path.lineTo(0.45, 0.72);
+        path.closeSubpath();
+        break;
+    case UserSongsRelTableModel::Failed: // a cross
+        path.moveTo(0.22, 0.22);
+        path.lineTo(0.78, 0.78);
+        path.moveTo(0.78, 0.22);
+        path.lineTo(0.22, 0.78);
+        break;
+    default:
+        break;
+    }
+    return path;
+}
+
+QColor colourOf(int status)
+{
+    switch (status) {
+    case UserSongsRelTableModel::Updated:
+        return QColor(0x0b, 0x72, 0x85);
+    case UserSongsRelTableModel::Failed:
+        return QColor(0xc2, 0x4a, 0x08);
+    default:
+        return QColor(0x17, 0x32, 0x4d);
+    }
+}
+
+} // namespace
+
+SongTableDelegate::SongTableDelegate(int markColumn, int statusColumn, QObject *parent)
+    : QStyledItemDelegate(parent)
+    , m_markColumn(markColumn)
+    , m_statusColumn(statusColumn)
+{}
+
+QString SongTableDelegate::statusText(int status)
+{
+    switch (status) {
+    case UserSongsRelTableModel::Updated:
+        return tr("Aggiornata dal database K-Varo");
+    case UserSongsRelTableModel::Edited:
+        return tr("Modificata a mano");
+    case UserSongsRelTableModel::Failed:
+        return tr("Non aggiornata");
+    default:
+        return QString();
+    }
+}
+
+void SongTableDelegate::initStyleOption(QStyleOptionViewItem *option,
+                                        const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.column() == m_markColumn) { // keeps room for the mark, whatever the status
+        const int side = option->fontMetrics.ascent() + 2;
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->decorationSize = QSize(side, side);
+    }
+}
+
+void SongTableDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                              const QModelIndex &index) const
+{
+    QStyledItemDelegate::paint(painter, option, index);
+    const int status = statusOf(index);
+    if (index.column() != m_markColumn || status == UserSongsRelTableModel::Listed)
+        return;
+
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    const QStyle *style = cell.widget ? cell.widget->style() : QApplication::style();
+    const QRectF place =
+        style->subElementRect(QStyle::SE_ItemViewItemDecoration, &cell, cell.widget);
+    const bool selected = cell.state.testFlag(QStyle::State_Selected);
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->translate(place.topLeft());
+    painter->scale(place.width(), place.height());
+    painter->setPen(QPen(selected ? QColor(Qt::white) : colourOf(status), 0.14, Qt::SolidLine,
+                         Qt::RoundCap, Qt::RoundJoin));
+    painter->drawPath(markOf(status));
+    painter->restore();
+}
+
+bool SongTableDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
+                                  const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+
+    QString text;
+    if (index.column() == m_markColumn)
+        text = statusText(statusOf(index));
+    else if (sizeHint(option, index).width() > option.rect.width())
+        text = index.data().toString();
+    if (!text.isEmpty()) // a frame of our own: a song text that looks like HTML stays a text
+        text = QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
+    QToolTip::showText(event->globalPos(), text, view);
+    return true;
+}
+
+int SongTableDelegate::statusOf(const QModelIndex &index) const
+{
+    return index.sibling(index.row(), m_statusColumn).data().toInt();
+}

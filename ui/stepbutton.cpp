@@ -1,0 +1,65 @@
+#include "ui/stepbutton.h"
+
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
+
+namespace {
+
+constexpr int gap = 14; // between the picture and the text
+constexpr int usualLine = 30; // in characters of mean width
+constexpr int narrowestLine = 16;
+
+} // namespace
+
+StepButton::StepButton(QWidget *parent)
+    : QToolButton(parent)
+{}
+
+QSize StepButton::sizeHint() const
+{
+    return sizeFor(fontMetrics().averageCharWidth() * usualLine);
+}
+
+QSize StepButton::minimumSizeHint() const
+{
+    return QSize(sizeFor(fontMetrics().averageCharWidth() * narrowestLine).width(),
+                 sizeHint().height());
+}
+
+void StepButton::paintEvent(QPaintEvent *event)
+{
+    Q_UNUSED(event)
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    option.text.clear();
+    option.icon = QIcon();
+    QStylePainter painter(this);
+    painter.drawComplexControl(QStyle::CC_ToolButton, option);
+
+    const QSize frame = frameSize();
+    const QRect inside = rect().adjusted(frame.width() / 2, frame.height() / 2, -frame.width() / 2,
+                                         -frame.height() / 2);
+    const QRect picture(inside.topLeft(), QSize(iconSize().width(), inside.height()));
+    icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    painter.drawItemText(inside.adjusted(picture.width() + gap, 0, 0, 0),
+                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, option.palette,
+                         isEnabled(), text(), QPalette::ButtonText);
+}
+
+QSize StepButton::sizeFor(int textWidth) const
+{
+    const QRect room(0, 0, textWidth, QWIDGETSIZE_MAX);
+    const QRect label = fontMetrics().boundingRect(room, Qt::TextWordWrap, text());
+    return frameSize()
+        + QSize(iconSize().width() + gap + textWidth, qMax(iconSize().height(), label.height()));
+}
+
+/** What the style adds around the contents. */
+QSize StepButton::frameSize() const
+{
+    ensurePolished();
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    const QSize contents(100, 100);
+    return style()->sizeFromContents(QStyle::CT_ToolButton, &option, contents, this) - contents;
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QToolButton>
+
+/** A large tool button, picture and text side by side, whose text breaks into lines. */
+class StepButton : public QToolButton
+{
+    Q_OBJECT
+
+public:
+    explicit StepButton(QWidget *parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QSize sizeFor(int textWidth) const;
+    QSize frameSize() const;
+};

@@ -1,0 +1,115 @@
+#include "ui/windowhost.h"
+
+#include "ui/backupdialog.h"
+#include "ui/nocopyrightdialog.h"
+#include "ui/proceeddialog.h"
+#include "ui/progressdialog.h"
+
+WindowHost::WindowHost(QWidget *window)
+    : m_window(window)
+{}
+
+WindowHost::~WindowHost() = default;
+
+void WindowHost::beginProgress(const ProgressTexts &texts, int maximum)
+{
+    m_progressDialog = std::make_unique<ProgressDialog>(texts, maximum, m_window);
+}
+
+void WindowHost::setProgressMaximum(int maximum)
+{
+    if (m_progressDialog)
+        m_progressDialog->setMaximum(maximum);
+}
+
+void WindowHost::setProgress(int value)
+{
+    if (!m_progressDialog)
+        return;
+    m_progressDialog->setLabelText(tr("%1 di %2").arg(value).arg(m_progressDialog->maximum()));
+    setProgressValue(value);
+}
+
+void WindowHost::setProgressValue(int value)
+{
+    if (m_progressDialog)
+        m_progressDialog->setValue(value);
+    breathe();
+}
+
+void WindowHost::breathe()
+{
+    QCoreApplication::processEvents();
+}
+
+void WindowHost::endProgress()
+{
+    m_progressDialog.reset();
+}
+
+bool WindowHost::wasCancelled() const
+{
+    return m_progressDialog && m_progressDialog->cancelled();
+}
+
+Answer WindowHost::askNotPublished(const QString &fileName)
+{
+    NoCopyrightDialog dialog(dialogParent());
+    dialog.setFileName(fileName);
+    return Answer(dialog.exec()); // required: closing the dialog answers yes
+}
+
+Answer WindowHost::askOverwrite(const QString &fileName)
+{
+    NoCopyrightDialog dialog(dialogParent());
+    dialog.setFileName(fileName);
+    dialog.setMessage(tr("esiste già, vuoi sostituirlo?"));
+    return Answer(dialog.exec()); // required: closing the dialog answers yes
+}
+
+BackupChoice WindowHost::askBackup()
+{
+    BackupDialog dialog(dialogParent());
+    BackupChoice choice;
+    choice.action = BackupChoice::Action(dialog.exec());
+    choice.folder = dialog.backupDir();
+    return choice;
+}
+
+ProceedChoice WindowHost::askProceed(const ImportCounts &counts)
+{
+    ProceedDialog dialog(dialogParent());
+    dialog.setSummary(counts.found, counts.published, counts.unknown);
+    ProceedChoice choice;
+    choice.synchronise = dialog.exec() == QDialog::Accepted;
+    choice.showAgain = dialog.showAgain();
+    return choice;
+}
+
+void WindowHost::information(const QString &title, const QString &text)
+{
+    message(QMessageBox::Information, title, text);
+}
+
+void WindowHost::warning(const QString &title, const QString &text)
+{
+    message(QMessageBox::Warning, title, text);
+}
+
+void WindowHost::critical(const QString &title, const QString &text)
+{
+    message(QMessageBox::Critical, title, text);
+}
+
+/** A question asked during a run lies over its progress. */
+QWidget *WindowHost::dialogParent() const
+{
+    return m_progressDialog ? m_progressDialog.get() : m_window;
+}
+
+void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QString &text)
+{
+    QMessageBox box(icon, title, text, QMessageBox::Ok, dialogParent());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}

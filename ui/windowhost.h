@@ -1,0 +1,47 @@
+#pragma once
+
+#include "library/workflowhost.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+#include <memory>
+
+class ProgressDialog;
+
+/** The window's side of a workflow: its progress, its questions and its messages, as dialogs. */
+class WindowHost : public WorkflowHost
+{
+    Q_DECLARE_TR_FUNCTIONS(WindowHost)
+
+public:
+    explicit WindowHost(QWidget *window);
+    ~WindowHost() override;
+
+    /** True while a workflow's progress is on show. */
+    bool isRunning() const { return m_progressDialog != nullptr; }
+
+    void beginProgress(const ProgressTexts &texts, int maximum) override;
+    void setProgressMaximum(int maximum) override;
+    void setProgress(int value) override;
+    void setProgressValue(int value) override;
+    void breathe() override;
+    void endProgress() override;
+    bool wasCancelled() const override;
+
+    Answer askNotPublished(const QString &fileName) override;
+    Answer askOverwrite(const QString &fileName) override;
+    BackupChoice askBackup() override;
+    ProceedChoice askProceed(const ImportCounts &counts) override;
+
+    void information(const QString &title, const QString &text) override;
+    void warning(const QString &title, const QString &text) override;
+    void critical(const QString &title, const QString &text) override;
+
+private:
+    QWidget *dialogParent() const;
+    void message(QMessageBox::Icon icon, const QString &title, const QString &text);
+
+    QWidget *m_window;
+    std::unique_ptr<ProgressDialog> m_progressDialog;
+};
