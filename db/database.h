@@ -2,7 +2,6 @@
 
 #include "songs/songinfo.h"
 
-#include <QHash>
 #include <QSet>
 #include <QSqlDatabase>
 #include <QStringList>
@@ -10,11 +9,14 @@
 #include <memory>
 
 QT_BEGIN_NAMESPACE
+class QSqlQuery;
 class QTemporaryFile;
 QT_END_NAMESPACE
 
-/** The maker's catalogue, read-only, and the in-memory table of the user's songs: the two
- * connections of a run. */
+/**
+ * The maker's catalogue, read-only, and the in-memory table of the user's songs: the two
+ * connections of a run; docs/formats.md, Catalogue.
+ */
 class Database
 {
 public:
@@ -29,13 +31,18 @@ public:
      */
     bool init(const QString &catalogueFile = QString());
 
-    /** Fills title, artist, altArtist, genre, author, length, bpm, key and markers from the first
-     * row that matches. */
+    /**
+     * Fills title, artist, altArtist, genre, author, length, bpm, key and markers from the first
+     * row whose file name matches; a length or bpm that is no integer becomes -1. False: no row,
+     * and the record is untouched. "%" and "_" in the name are wildcards, and ASCII letters match
+     * in either case.
+     */
     bool getRecordByFilename(const QString &name, SongInfo &record);
+
     /** The same by title; true only for a title that exactly one row has. */
     bool getRecordByTitle(const QString &title, SongInfo &record);
 
-    /** Distinct values in the order of the catalogue, the empty one included. */
+    /** Distinct values in the catalogue's order, the empty one included. */
     const QStringList &genres() const { return m_genres; }
     const QStringList &altArtists() const { return m_altArtists; }
 
@@ -45,10 +52,20 @@ public:
     static void dumpRecord(const SongInfo &record);
 
 private:
+    /** The values of one column as LIKE compares them, so that a lookup which cannot hit need not
+     * scan the rows. */
+    using FoldedValues = QSet<QString>;
+
+    QString prepareCatalogueFile();
+    QStringList firstColumn(const QString &statement) const;
+    FoldedValues foldedColumn(const QString &column) const;
+
     std::unique_ptr<QTemporaryFile>
         m_temporaryFile; ///< null when a catalogue file is used in place
     QSqlDatabase m_catalogue; ///< connection "con_songsdb"
     QSqlDatabase m_userSongs; ///< connection "con_mem"
     QStringList m_genres;
     QStringList m_altArtists;
+    FoldedValues m_filenames;
+    FoldedValues m_titles;
 };

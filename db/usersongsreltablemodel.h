@@ -2,9 +2,13 @@
 
 #include "songs/songinfo.h"
 
+#include <QSqlQuery>
 #include <QSqlRelationalTableModel>
 
-/** The user's songs as the window's table shows them; rows are addressed by number, fetched or not.
+/**
+ * The user's songs as the window's table shows them. Rows are addressed by their number in the
+ * table's present order, fetched or not. Rows are written by statements of our own: the base class
+ * would keep each in an edit cache that it walks at every insert and every change.
  */
 class UserSongsRelTableModel : public QSqlRelationalTableModel
 {
@@ -14,19 +18,60 @@ public:
     /** What the "status" column of a row tells about the last operation on its song. */
     enum SongStatus { Listed = 0, Updated = 1, Edited = 2, Failed = 3 };
 
+    /** \a db is the connection that holds the table "usersongs". */
     UserSongsRelTableModel(QObject *parent, const QSqlDatabase &db);
 
+    /** Labels the columns in the present language. */
     void setHeaders();
+
+    /**
+     * Appends a row with status 0. Views see it at the latest when a row is next addressed by
+     * number; while rows are being appended they see them in growing portions.
+     */
     bool appendSong(const SongInfo &song);
+
+    /** Rewrites title, artist, genre, author, length, tempo and key of a row. */
     void updateSong(int row, const SongInfo &song);
+
     void setStatus(int row, int status);
     int statusOf(int row);
     QString fileNameOf(int row);
     QString shortNameOf(int row);
     int totalRows();
     QModelIndex cellIndex(int row, int column);
-    int fileNameColumn() const;
-    int statusColumn() const;
+    int fileNameColumn() const { return m_fileName; }
+    int statusColumn() const { return m_status; }
 
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    bool select() override;
+
+    // The same answers as the base class gives, which walks its edit cache for rows that we never
+    // put there.
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+
+protected:
+    QModelIndex indexInQuery(const QModelIndex &item) const override;
+
+private:
+    void fetchAll();
+    QString textAt(int row, int column);
+    void writeRow(int row, QSqlQuery &statement);
+
+    int m_type;
+    int m_title;
+    int m_artist;
+    int m_genre;
+    int m_author;
+    int m_length;
+    int m_userBpm;
+    int m_key;
+    int m_fileName;
+    int m_shortName;
+    int m_status;
+
+    QSqlQuery m_insert;
+    QSqlQuery m_update;
+    QSqlQuery m_updateStatus;
+    int m_appended = 0; ///< rows appended since the last select()
+    int m_selected = 0; ///< rows that the last select() could see
 };

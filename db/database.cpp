@@ -1,0 +1,235 @@
+#include "db/database.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTemporaryFile>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace {
+
+const QString catalogueConnection = QStringLiteral("con_songsdb");
+const QString userSongsConnection = QStringLiteral("con_mem");
+const QString debugCatalogue = QStringLiteral("songsdb_debug");
+
+const QString createUserSongs =
+    QStringLiteral("create table usersongs (id integer primary key, type varchar, title varchar, "
+                   "artist varchar, genre varchar, author varchar, length varchar, userbpm int, "
+                   "key varchar, filename varchar, shortname varchar, status int)");
+
+// required: the searched text goes in between double quotes as it stands, so "%" and "_" in it are
+// wildcards
+const QString selectByFilename =
+    QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs "
+                   "WHERE filename like \"%1\"");
+const QString selectByTitle =
+    QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs "
+                   "WHERE title like \"%1\"");
+const QString countByTitle = QStringLiteral("SELECT count(*) from songs WHERE title like \"%1\"");
+
+/** Folds a text as LIKE does: ASCII letters only. */
+QString folded(QString text)
+{
+    for (QChar &c : text) {
+        if (c >= u'A' && c <= u'Z')
+            c = QChar(c.unicode() - u'A' + u'a');
+    }
+    return text;
+}
+
+/** True for a text in double quotes that SQLite would take for a column's value rather than for a
+ * text. */
+bool isColumnName(const QString &text)
+{
+    static const QSet<QString> columns{
+        QStringLiteral("title"),     QStringLiteral("artist"),   QStringLiteral("genre"),
+        QStringLiteral("author"),    QStringLiteral("length"),   QStringLiteral("bpm"),
+        QStringLiteral("key"),       QStringLiteral("filename"), QStringLiteral("markers"),
+        QStringLiteral("altartist"), QStringLiteral("rowid"),    QStringLiteral("oid"),
+        QStringLiteral("_rowid_")};
+    return columns.contains(folded(text));
+}
+
+/** False for a text whose statement could not have a row of its own: it is then not executed at
+ * all. */
+bool canMatch(const QString &text, const QSet<QString> &values)
+{
+    if (text.contains(u'"') || isColumnName(text))
+        return false;
+    return text.contains(u'%') || text.contains(u'_') || values.contains(folded(text));
+}
+
+qint32 toNumber(const QVariant &value)
+{
+    bool isNumber = false;
+    const qint32 number = value.isNull() ? -1 : value.toInt(&isNumber);
+    return isNumber ? number : -1;
+}
+
+/** "1;Intro;5;Verse 1;" to markers; a pair whose bar is no number of 0 or more is left out. */
+QVector<Marker> toMarkers(const QString &text)
+{
+    QVector<Marker> markers;
+    const QStringList parts = text.split(u';', Qt::SkipEmptyParts);
+    for (int i = 0; i + 1 < parts.size(); i += 2) {
+        bool isNumber = false;
+        const int bar = parts.at(i).toInt(&isNumber, 10);
+        if (isNumber && bar >= 0)
+            markers.append({static_cast<quint16>(bar), parts.at(i + 1)});
+    }
+    return markers;
+}
+
+void fillRecord(const QSqlQuery &row, SongInfo &record)
+{
+    const auto text = [&row](int column) { return row.value(column).toString().trimmed(); };
+    record.title = text(0);
+    record.artist = text(1);
+    record.genre = text(2);
+    record.author = text(3);
+    record.length = toNumber(row.value(4));
+    record.bpm = toNumber(row.value(5));
+    record.key = text(6);
+    record.markers = toMarkers(text(7));
+    record.altArtist = text(8);
+}
+
+} // namespace
+
+Database::Database() = default;
+Database::~Database() = default;
+
+bool Database::init(const QString &catalogueFile)
+{
+    m_userSongs = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), userSongsConnection);
+    m_userSongs.setDatabaseName(QStringLiteral(":memory:"));
+    if (!m_userSongs.open())
+        return false;
+    QSqlQuery(m_userSongs).exec(createUserSongs);
+
+    const QString file = catalogueFile.isEmpty() ? prepareCatalogueFile() : catalogueFile;
+    if (file.isEmpty())
+        return false;
+    m_catalogue = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), catalogueConnection);
+    m_catalogue.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+    m_catalogue.setDatabaseName(file);
+    if (!m_catalogue.open())
+        return false;
+
+    m_genres = firstColumn(QStringLiteral("select distinct genre from songs"));
+    m_altArtists = firstColumn(QStringLiteral("select distinct altartist from songs"));
+    m_filenames = foldedColumn(QStringLiteral("filename"));
+    m_titles = foldedColumn(QStringLiteral("title"));
+    return true;
+}
+
+/** The name of a catalogue that SQLite can open; empty when there is none. */
+QString Database::prepareCatalogueFile()
+{
+    if (QFile::exists(debugCatalogue)) {
+        qDebug() << "Using local file: 'songsdb_debug' as database";
+        return debugCatalogue;
+    }
+    m_temporaryFile = std::make_unique<QTemporaryFile>();
+    if (!m_temporaryFile->open()) {
+        qDebug() << "[Database::init] FATAL: Unable to create temporary files !!!";
+        return {};
+    }
+    qDebug() << "[Database::init] Created temporary db file: " << m_temporaryFile->fileName();
+    QFile resource(QStringLiteral(":/db/songsdb"));
+    if (!resource.open(QIODevice::ReadOnly)) {
+        qDebug() << "[Database::init] FATAL: Unable to open db resource file !!!";
+        return {};
+    }
+    const QByteArray catalogue = resource.readAll();
+    if (m_temporaryFile->write(catalogue) != catalogue.size() || !m_temporaryFile->flush()) {
+        qDebug() << "[Database::init] FATAL: Unable to create temporary files !!!";
+        return {};
+    }
+    return m_temporaryFile->fileName();
+}
+
+QStringList Database::firstColumn(const QString &statement) const
+{
+    QStringList values;
+    QSqlQuery query(m_catalogue);
+    query.setForwardOnly(true);
+    if (query.exec(statement)) {
+        while (query.next())
+            values.append(query.value(0).toString());
+    }
+    return values;
+}
+
+Database::FoldedValues Database::foldedColumn(const QString &column) const
+{
+    FoldedValues values;
+    const QStringList texts = firstColumn(QStringLiteral("select %1 from songs").arg(column));
+    values.reserve(texts.size());
+    for (const QString &text : texts)
+        values.insert(folded(text));
+    return values;
+}
+
+bool Database::getRecordByFilename(const QString &name, SongInfo &record)
+{
+    if (!canMatch(name, m_filenames))
+        return false;
+    QSqlQuery query(m_catalogue);
+    query.setForwardOnly(true);
+    if (!query.exec(selectByFilename.arg(name)) || !query.next())
+        return false;
+    fillRecord(query, record);
+    return true;
+}
+
+bool Database::getRecordByTitle(const QString &title, SongInfo &record)
+{
+    if (!canMatch(title, m_titles))
+        return false;
+    QSqlQuery query(m_catalogue);
+    query.setForwardOnly(true);
+    if (!query.exec(selectByTitle.arg(title)) || !query.next())
+        return false;
+
+    QSqlQuery counting(m_catalogue);
+    counting.setForwardOnly(true);
+    if (!counting.exec(countByTitle.arg(title)) || !counting.next()) {
+        qDebug() << "[getRecordByTitle] WARNING: unable to count reusults, aborting !!!";
+        return false;
+    }
+    bool isNumber = false;
+    if (counting.value(0).toInt(&isNumber) != 1 || !isNumber) {
+        qDebug() << "[getRecordByTitle] WARNING: multiple reusults in query, aborting !!!";
+        return false;
+    }
+    fillRecord(query, record);
+    return true;
+}
+
+bool Database::clearUserSongs()
+{
+    return QSqlQuery(m_userSongs).exec(QStringLiteral("DELETE from usersongs"));
+}
+
+void Database::dumpRecord(const SongInfo &record)
+{
+    qDebug() << "  Title     :" << record.title;
+    qDebug() << "  Genre     :" << record.genre;
+    qDebug() << "  Artist    :" << record.artist;
+    qDebug() << "  AltArtist :" << record.altArtist;
+    qDebug() << "  Author    :" << record.author;
+    qDebug() << "  Bpm       :" << record.bpm;
+    qDebug() << "  Key       :" << record.key;
+    qDebug() << "  Length    :" << record.length;
+    if (record.markers.isEmpty()) {
+        qDebug() << "  NO Markers";
+        return;
+    }
+    qDebug() << "  Markers:";
+    for (const Marker &marker : record.markers)
+        qDebug() << "    bar:" << marker.bar << "  text:" << marker.text;
+}

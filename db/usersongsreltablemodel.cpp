@@ -1,0 +1,182 @@
+#include "db/usersongsreltablemodel.h"
+
+#include <QSqlIndex>
+
+namespace {
+
+constexpr int idColumn = 0;
+
+/** "mm:ss", the minutes with as many digits as they need; empty for an unknown length. */
+QString lengthText(int seconds)
+{
+    if (seconds < 0)
+        return {};
+    return QStringLiteral("%1:%2")
+        .arg(seconds / 60, 2, 10, QLatin1Char('0'))
+        .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+}
+
+} // namespace
+
+UserSongsRelTableModel::UserSongsRelTableModel(QObject *parent, const QSqlDatabase &db)
+    : QSqlRelationalTableModel(parent, db)
+    , m_insert(db)
+    , m_update(db)
+    , m_updateStatus(db)
+{
+    setTable(QStringLiteral("usersongs"));
+    setEditStrategy(QSqlTableModel::OnFieldChange);
+    m_type = fieldIndex(QStringLiteral("type"));
+    m_title = fieldIndex(QStringLiteral("title"));
+    m_artist = fieldIndex(QStringLiteral("artist"));
+    m_genre = fieldIndex(QStringLiteral("genre"));
+    m_author = fieldIndex(QStringLiteral("author"));
+    m_length = fieldIndex(QStringLiteral("length"));
+    m_userBpm = fieldIndex(QStringLiteral("userbpm"));
+    m_key = fieldIndex(QStringLiteral("key"));
+    m_fileName = fieldIndex(QStringLiteral("filename"));
+    m_shortName = fieldIndex(QStringLiteral("shortname"));
+    m_status = fieldIndex(QStringLiteral("status"));
+
+    m_insert.prepare(QStringLiteral(
+        "insert into usersongs (type, title, artist, genre, author, length, userbpm, key, "
+        "filename, shortname, status) values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    m_update.prepare(QStringLiteral(
+        "update usersongs set title = ?, artist = ?, genre = ?, author = ?, length = ?, "
+        "userbpm = ?, key = ? where id = ?"));
+    m_updateStatus.prepare(QStringLiteral("update usersongs set status = ? where id = ?"));
+}
+
+void UserSongsRelTableModel::setHeaders()
+{
+    const auto label = [this](int column, const QString &text) {
+        setHeaderData(column, Qt::Horizontal, text, Qt::EditRole);
+    };
+    label(idColumn, tr("Num"));
+    label(m_type, tr("Formato"));
+    label(m_title, tr("Titolo"));
+    label(m_artist, tr("Artista"));
+    label(m_genre, tr("Genere"));
+    label(m_author, tr("Autore"));
+    label(m_length, tr("Durata"));
+    label(m_userBpm, tr("Bpm"));
+    label(m_key, tr("Tonalita'")); // required: an apostrophe for the accent
+    label(m_fileName, QString());
+    label(m_shortName, tr("Nome file"));
+    label(m_status, QString());
+}
+
+bool UserSongsRelTableModel::appendSong(const SongInfo &song)
+{
+    // required: an unknown tempo stays negative here, while updateSong() makes it 0
+    const QVariant values[] = {song.format,    song.title,  song.artist,
+                               song.genre,     song.author, lengthText(song.length),
+                               song.bpm,       song.key,    song.filename,
+                               song.shortname, int(Listed)};
+    int position = 0;
+    for (const QVariant &value : values)
+        m_insert.bindValue(position++, value);
+    if (!m_insert.exec())
+        return false;
+    m_insert.finish();
+    ++m_appended;
+    if (m_appended > m_selected)
+        select();
+    return true;
+}
+
+bool UserSongsRelTableModel::select()
+{
+    const bool selected = QSqlRelationalTableModel::select();
+    m_selected = rowCount() == 0 ? 0 : m_selected + m_appended;
+    m_appended = 0;
+    return selected;
+}
+
+int UserSongsRelTableModel::rowCount(const QModelIndex &parent) const
+{
+    return QSqlQueryModel::rowCount(parent);
+}
+
+QModelIndex UserSongsRelTableModel::indexInQuery(const QModelIndex &item) const
+{
+    return QSqlQueryModel::indexInQuery(item);
+}
+
+QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
+{
+    return QSqlRelationalTableModel::data(index, role);
+}
+
+void UserSongsRelTableModel::fetchAll()
+{
+    if (m_appended > 0)
+        select();
+    while (canFetchMore())
+        fetchMore();
+}
+
+QModelIndex UserSongsRelTableModel::cellIndex(int row, int column)
+{
+    fetchAll();
+    return index(row, column);
+}
+
+QString UserSongsRelTableModel::textAt(int row, int column)
+{
+    return cellIndex(row, column).data(Qt::EditRole).toString();
+}
+
+/** Executes a prepared statement whose last value is the row's id, and reads the row again. */
+void UserSongsRelTableModel::writeRow(int row, QSqlQuery &statement)
+{
+    const QModelIndex id = cellIndex(row, idColumn);
+    if (!id.isValid())
+        return;
+    statement.bindValue(statement.boundValues().size() - 1, id.data(Qt::EditRole));
+    if (statement.exec()) {
+        statement.finish();
+        selectRow(row);
+    }
+}
+
+void UserSongsRelTableModel::updateSong(int row, const SongInfo &song)
+{
+    m_update.bindValue(0, song.title);
+    m_update.bindValue(1, song.artist);
+    m_update.bindValue(2, song.genre);
+    m_update.bindValue(3, song.author);
+    m_update.bindValue(4, lengthText(song.length));
+    m_update.bindValue(5, qMax(song.bpm, 0)); // required: unlike appendSong()
+    m_update.bindValue(6, song.key);
+    m_update.bindValue(7, QVariant());
+    writeRow(row, m_update);
+}
+
+void UserSongsRelTableModel::setStatus(int row, int status)
+{
+    m_updateStatus.bindValue(0, status);
+    m_updateStatus.bindValue(1, QVariant());
+    writeRow(row, m_updateStatus);
+}
+
+int UserSongsRelTableModel::statusOf(int row)
+{
+    return cellIndex(row, m_status).data(Qt::EditRole).toInt();
+}
+
+QString UserSongsRelTableModel::fileNameOf(int row)
+{
+    return textAt(row, m_fileName);
+}
+
+QString UserSongsRelTableModel::shortNameOf(int row)
+{
+    return textAt(row, m_shortName);
+}
+
+int UserSongsRelTableModel::totalRows()
+{
+    fetchAll();
+    return rowCount();
+}
