@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QtEndian>
+
+#include <algorithm>
+#include <cstring>
+
+/** What the readers of all song formats share: numbers, texts and searches that can't leave the
+ * bytes. */
+namespace Bytes {
+
+/** The byte at \a offset; 0 outside the bytes. */
+inline quint8 byteAt(const QByteArray &bytes, qint64 offset)
+{
+    return offset >= 0 && offset < bytes.size() ? quint8(bytes.at(int(offset))) : quint8(0);
+}
+
+inline bool holds(const QByteArray &bytes, qint64 offset, qint64 count)
+{
+    return offset >= 0 && count >= 0 && offset <= bytes.size() - count;
+}
+
+/** A big-endian number; bytes that are not there count as zero. */
+template <typename Number> Number bigEndianAt(const QByteArray &bytes, qint64 offset)
+{
+    char raw[sizeof(Number)] = {};
+    for (std::size_t i = 0; i < sizeof(Number); ++i)
+        raw[i] = char(byteAt(bytes, offset + qint64(i)));
+    return qFromBigEndian<Number>(raw);
+}
+
+/** Overwrites the bytes at \a offset with a big-endian number; they must be there. */
+template <typename Number> void putBigEndian(QByteArray &bytes, int offset, Number number)
+{
+    Q_ASSERT(holds(bytes, offset, sizeof(Number)));
+    qToBigEndian(number, bytes.data() + offset);
+}
+
+/** Those of the \a count bytes at \a offset that exist. */
+inline QByteArray part(const QByteArray &bytes, qint64 offset, qint64 count)
+{
+    if (offset < 0 || offset >= bytes.size() || count <= 0)
+        return QByteArray();
+    return bytes.mid(int(offset), int(std::min(count, bytes.size() - offset)));
+}
+
+/** A text field as every format stores it: up to the first zero byte, Latin-1, trimmed. */
+inline QString text(const QByteArray &field)
+{
+    return QString::fromLatin1(field.constData(),
+                               int(qstrnlen(field.constData(), uint(field.size()))))
+        .trimmed();
+}
+
+/** The first \a byte from \a from on; -1: none. Runs at the speed of memory. */
+inline int indexOfByte(const QByteArray &bytes, char byte, int from)
+{
+    if (from < 0 || from >= bytes.size())
+        return -1;
+    const void *hit =
+        std::memchr(bytes.constData() + from, quint8(byte), std::size_t(bytes.size() - from));
+    return hit ? int(static_cast<const char *>(hit) - bytes.constData()) : -1;
+}
+
+} // namespace Bytes
