@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class NoCopyrightDialog;
+}
+
+/**
+ * Asks about one song, with four answers: whether to change a song that the maker did not publish,
+ * or whether to overwrite one. Results of exec(): 0 yes, 1 yes to all, 2 no, 3 no to all; closing
+ * gives 0.
+ */
+class NoCopyrightDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit NoCopyrightDialog(QWidget *parent = nullptr);
+    ~NoCopyrightDialog() override;
+
+    void setFileName(const QString &name);
+    /** Replaces the question. */
+    void setMessage(const QString &text);
+
+private Q_SLOTS:
+    void on_yesPushButton_clicked();
+    void on_yesAllPushButton_clicked();
+    void on_noPushButton_clicked();
+    void on_noAllPushButton_clicked();
+
+private:
+    std::unique_ptr<Ui::NoCopyrightDialog> ui;
+};

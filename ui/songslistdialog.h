@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class SongsListDialog;
+}
+
+/** Saves the songs of a prepared memory as a semicolon-separated list. */
+class SongsListDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit SongsListDialog(QWidget *parent = nullptr);
+    ~SongsListDialog() override;
+
+public Q_SLOTS:
+    void browseDir();
+    void browseFile();
+    void start();
+    void initProgress(int maximum);
+    void setProgressValue(int value);
+
+private:
+    std::unique_ptr<Ui::SongsListDialog> ui;
+};
