@@ -1,0 +1,118 @@
+#include "cli/arguments.h"
+
+#include "cli/texts.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+/** An argument's text; none where bytes would be lost, so that no other file is ever named. */
+std::optional<QString> textOf(const QByteArray &bytes)
+{
+    const QString text = QString::fromUtf8(bytes);
+    return text.toUtf8() == bytes ? std::make_optional(text) : std::nullopt;
+}
+
+bool isOption(const QByteArray &word)
+{
+    return word.startsWith('-') && word.size() > 1;
+}
+
+} // namespace
+
+bool Arguments::read(QByteArrayList &words, const QVector<Option> &options, Extent extent)
+{
+    bool onlyOperands = false;
+    while (!words.isEmpty()) {
+        if (!onlyOperands && words.first() == "--") {
+            words.removeFirst();
+            onlyOperands = true;
+        } else if (!onlyOperands && isOption(words.first())) {
+            if (!readOption(words, options))
+                return false;
+        } else if (extent == UpToFirstOperand) {
+            return true;
+        } else if (!addOperand(words.takeFirst())) {
+            return false;
+        }
+    }
+    return true;
+}
+
+QString Arguments::value(const char *option, const QString &fallback) const
+{
+    const QStringList given = values(option);
+    return given.isEmpty() ? fallback : given.last();
+}
+
+QString Arguments::onDisk(const QString &path)
+{
+    return path.startsWith(QLatin1Char(':')) ? QLatin1String("./") + path : path;
+}
+
+bool Arguments::readOption(QByteArrayList &words, const QVector<Option> &options)
+{
+    const QByteArray word = words.takeFirst();
+    const int equals = word.indexOf('=');
+    const QByteArray name =
+        word == "-h" ? QByteArray("--help") : word.left(equals < 0 ? word.size() : equals);
+    const auto option = std::find_if(options.cbegin(), options.cend(), [&](const Option &known) {
+        return name == QByteArray("--") + known.name;
+    });
+    if (option == options.cend())
+        return fail(ExitStatus::Usage,
+                    Cli::tr("opzione sconosciuta: %1").arg(QString::fromUtf8(word)));
+    if (option->kind == Option::Flag) {
+        if (equals >= 0)
+            return fail(
+                ExitStatus::Usage,
+                Cli::tr("l'opzione --%1 non prende valori").arg(QLatin1String(option->name)));
+        m_values[option->name] += QString();
+        return true;
+    }
+    if (equals < 0 && words.isEmpty())
+        return fail(ExitStatus::Usage,
+                    Cli::tr("manca il valore dell'opzione --%1").arg(QLatin1String(option->name)));
+    return addValue(*option, equals < 0 ? words.takeFirst() : word.mid(equals + 1));
+}
+
+bool Arguments::addValue(const Option &option, const QByteArray &bytes)
+{
+    const std::optional<QString> text = textOf(bytes);
+    if (!text && option.kind == Option::Path)
+        return failToReach(bytes);
+    if (!text)
+        return fail(ExitStatus::Usage,
+                    Cli::tr("il valore dell'opzione --%1 non è UTF-8 valido")
+                        .arg(QLatin1String(option.name)));
+    const QStringList choices = QString::fromLatin1(option.value).split(QLatin1Char('|'));
+    if (option.kind == Option::Choice && !choices.contains(*text))
+        return fail(ExitStatus::Usage,
+                    Cli::tr("il valore dell'opzione --%1 è uno di: %2")
+                        .arg(QLatin1String(option.name), choices.join(QLatin1String(", "))));
+    m_values[option.name] += option.kind == Option::Path ? onDisk(*text) : *text;
+    return true;
+}
+
+bool Arguments::addOperand(const QByteArray &bytes)
+{
+    const std::optional<QString> text = textOf(bytes);
+    if (!text)
+        return failToReach(bytes);
+    m_operands += *text;
+    return true;
+}
+
+bool Arguments::failToReach(const QByteArray &path)
+{
+    return fail(ExitStatus::Failed,
+                Cli::tr("%1: il nome non è UTF-8 valido e non può essere aperto")
+                    .arg(QString::fromUtf8(path)));
+}
+
+bool Arguments::fail(ExitStatus status, const QString &text)
+{
+    m_error = {status, text};
+    return false;
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "cli/command.h"
+
+/**
+ * Has the host answer the question for a backup with the folder \a dir, once nothing stands against
+ * one of \a files. False, having said why: the backup can't be made, and nothing was copied.
+ */
+bool chooseBackup(Session &session, const QString &dir, const QStringList &files);

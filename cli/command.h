@@ -1,0 +1,49 @@
+#pragma once
+
+#include "cli/arguments.h"
+#include "cli/recordwriter.h"
+#include "cli/terminalhost.h"
+
+#include <climits>
+
+/** What a command works with besides its arguments. */
+struct Session
+{
+    RecordWriter &records;
+    TerminalHost &host;
+    QString catalogue; ///< file in place of the built-in catalogue; empty where none is
+};
+
+/** One command of the program: its parsing and its help come from this description. */
+struct Command
+{
+    const char *name;
+    const char *operands; ///< as help shows them
+    const char *summary; ///< source text of the context "Cli"
+    QVector<Option> options;
+    int leastOperands = 1;
+    int mostOperands = INT_MAX;
+    ExitStatus (*run)(const Arguments &, Session &) = nullptr;
+};
+
+/** The commands, in the order of the help. */
+QVector<Command> allCommands();
+
+Command infoCommand();
+Command editCommand();
+Command syncCommand();
+Command backupCommand();
+Command transferCommand();
+Command indexCommand();
+Command listCommand();
+Command extractCommand();
+Command catalogueCommand();
+
+/** The option of the commands that take folders. */
+Option recursiveOption();
+
+/** Says what is wrong with the usage, and that nothing was done. */
+ExitStatus wrongUsage(Session &session, const QString &text);
+
+/** Says why the job could not be done. */
+ExitStatus jobFailed(Session &session, const QString &text);

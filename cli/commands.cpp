@@ -1,0 +1,27 @@
+#include "cli/command.h"
+#include "cli/texts.h"
+
+QVector<Command> allCommands()
+{
+    return {backupCommand(), catalogueCommand()};
+}
+
+Option recursiveOption()
+{
+    return {
+        "recursive", Option::Flag, nullptr,
+        QT_TRANSLATE_NOOP("Cli", "cerca le song anche nelle cartelle e nelle loro sottocartelle")};
+}
+
+ExitStatus wrongUsage(Session &session, const QString &text)
+{
+    session.host.say(text);
+    session.host.say(Cli::tr("non è stato fatto nulla; --help spiega l'uso"));
+    return ExitStatus::Usage;
+}
+
+ExitStatus jobFailed(Session &session, const QString &text)
+{
+    session.host.say(text);
+    return ExitStatus::Failed;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QByteArray>
+
+/** The process's streams, locale and signals: the one place that speaks to the system, not to Qt.
+ */
+namespace Console {
+
+enum Stream { Input = 0, Output = 1, Error = 2 };
+
+/**
+ * To be called before Qt is: keeps file names in UTF-8 whatever the locale, turns a closed pipe or
+ * a file size limit into a failed write, and makes interrupted() tell of SIGINT, SIGTERM and
+ * SIGHUP. A second signal ends the process.
+ */
+void prepare();
+
+bool isTerminal(Stream stream);
+
+/** Width of the terminal behind standard error. */
+int columns();
+
+/** Writes all of \a bytes at once, without a buffer; false when any is missing. */
+bool write(Stream stream, const QByteArray &bytes);
+
+/** Reads a line of standard input; false at its end, and when a signal came instead. */
+bool readLine(QByteArray &line);
+
+/** True once the user or the system asked to stop. */
+bool interrupted();
+
+} // namespace Console

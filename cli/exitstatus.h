@@ -1,0 +1,10 @@
+#pragma once
+
+/** How a command ended, as the shell sees it. */
+enum class ExitStatus {
+    Done = 0,
+    SomeFailed = 1, ///< finished, but a song was unreadable, not found, refused or failed
+    Usage = 2, ///< wrong usage, nothing done
+    Failed = 3, ///< the job could not be done
+    Interrupted = 130, ///< the file in hand was finished, the rest not begun
+};

@@ -1,0 +1,33 @@
+#include "cli/console.h"
+#include "cli/program.h"
+#include "library/messagelog.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QTranslator>
+
+namespace {
+
+bool isItalian()
+{
+    const QStringList languages = QLocale::system().uiLanguages();
+    return !languages.isEmpty() && QLocale(languages.first()).language() == QLocale::Italian;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    Console::prepare();
+    qInstallMessageHandler(&MessageLog::dropMessage);
+    QByteArrayList words; // Qt's own list of them has lost what is not valid in the locale
+    for (int i = 1; i < argc; ++i)
+        words += argv[i];
+
+    QCoreApplication application(argc, argv);
+    QTranslator translator;
+    translator.load(isItalian() ? QStringLiteral(":/trans/tarvel4soft_it")
+                                : QStringLiteral(":/trans/tarvel4soft_en"));
+    QCoreApplication::installTranslator(&translator);
+    return static_cast<int>(Program(allCommands()).run(words));
+}

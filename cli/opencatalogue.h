@@ -1,0 +1,8 @@
+#pragma once
+
+#include "cli/command.h"
+
+class Database;
+
+/** Opens the catalogue that the options name; false, having said why, when it can't be read. */
+bool openCatalogue(Database &db, Session &session);

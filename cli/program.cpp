@@ -1,0 +1,178 @@
+#include "cli/program.h"
+
+#include "cli/console.h"
+#include "cli/texts.h"
+#include "library/messagelog.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr int helpColumn = 28;
+
+struct Meaning
+{
+    const char *name;
+    const char *text;
+};
+
+constexpr std::array<Meaning, 5> exitStatuses{{
+    {"0", QT_TRANSLATE_NOOP("Cli", "tutto fatto")},
+    {"1",
+     QT_TRANSLATE_NOOP("Cli",
+                       "finito, ma una song è illeggibile, non trovata, rifiutata o fallita")},
+    {"2", QT_TRANSLATE_NOOP("Cli", "uso errato, nulla di fatto")},
+    {"3", QT_TRANSLATE_NOOP("Cli", "il lavoro non può essere fatto")},
+    {"130", QT_TRANSLATE_NOOP("Cli", "interrotto prima della song successiva")},
+}};
+
+const QVector<Option> &globalOptions()
+{
+    static const QVector<Option> options{
+        {"catalogue", Option::Path, "FILE",
+         QT_TRANSLATE_NOOP("Cli", "catalogo SQLite da usare al posto di quello incorporato")},
+        {"json", Option::Flag, nullptr,
+         QT_TRANSLATE_NOOP("Cli", "scrive i dati come JSON, un oggetto per riga")},
+        {"log", Option::Flag, nullptr,
+         QT_TRANSLATE_NOOP("Cli", "scrive il log in log.txt nella cartella corrente")},
+        {"quiet", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "non mostra l'avanzamento")},
+        {"help", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "mostra questo aiuto (anche -h)")},
+        {"version", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "mostra la versione")},
+    };
+    return options;
+}
+
+QString line(const QString &name, const char *meaning)
+{
+    return QLatin1String("  ") + name.leftJustified(helpColumn - 3) + QLatin1Char(' ')
+        + Cli::tr(meaning) + QLatin1Char('\n');
+}
+
+QString lines(const QVector<Option> &options)
+{
+    QString text;
+    for (const Option &option : options) {
+        QString name = QLatin1String("--") + QLatin1String(option.name);
+        if (option.kind != Option::Flag)
+            name += QLatin1Char(' ') + QLatin1String(option.value);
+        text += line(name, option.help);
+    }
+    return text;
+}
+
+ExitStatus printed(const QString &text)
+{
+    if (Console::write(Console::Output, text.toUtf8()))
+        return ExitStatus::Done;
+    TerminalHost(false).say(Cli::tr("i dati non possono essere scritti"));
+    return ExitStatus::Failed;
+}
+
+ExitStatus refused(const Arguments::Error &error)
+{
+    TerminalHost host(false);
+    host.say(error.text);
+    host.say(Cli::tr("non è stato fatto nulla; --help spiega l'uso"));
+    return error.status;
+}
+
+} // namespace
+
+ExitStatus Program::run(QByteArrayList words) const
+{
+    Arguments arguments;
+    if (!arguments.read(words, globalOptions(), Arguments::UpToFirstOperand))
+        return refused(arguments.error());
+    const Command *command = nullptr;
+    if (!words.isEmpty()) {
+        const QByteArray name = words.takeFirst();
+        command = find(name);
+        if (!command)
+            return refused({ExitStatus::Usage,
+                            Cli::tr("comando sconosciuto: %1").arg(QString::fromUtf8(name))});
+        if (!arguments.read(words, command->options + globalOptions(), Arguments::All))
+            return refused(arguments.error());
+    }
+
+    if (arguments.has("version"))
+        return printed(QStringLiteral("tarvel4soft-cli " TARVEL4_VERSION "\n"));
+    if (arguments.has("help"))
+        return printed(command ? help(*command) : help());
+    if (!command)
+        return refused({ExitStatus::Usage, Cli::tr("manca il comando")});
+    return execute(*command, arguments);
+}
+
+const Command *Program::find(const QByteArray &name) const
+{
+    const auto found =
+        std::find_if(m_commands.cbegin(), m_commands.cend(),
+                     [&name](const Command &command) { return name == command.name; });
+    return found == m_commands.cend() ? nullptr : &*found;
+}
+
+ExitStatus Program::execute(const Command &command, const Arguments &arguments) const
+{
+    const int operands = arguments.operands().size();
+    if (operands < command.leastOperands || operands > command.mostOperands)
+        return refused({ExitStatus::Usage, Cli::tr("uso: %1").arg(synopsis(command))});
+
+    if (arguments.has("log"))
+        MessageLog::start();
+    TerminalHost host(arguments.has("quiet"));
+    RecordWriter records(arguments.has("json") ? RecordWriter::Json : RecordWriter::Text,
+                         [&host](const QByteArray &bytes) {
+                             if (Console::isTerminal(Console::Output))
+                                 host.makeRoom();
+                             return Console::write(Console::Output, bytes);
+                         });
+    host.setStopWhen([&records] { return records.failed(); });
+    Session session{records, host, arguments.value("catalogue")};
+
+    const ExitStatus status = command.run(arguments, session);
+    host.endProgress();
+    if (status == ExitStatus::Usage)
+        return status;
+    if (Console::interrupted())
+        return ExitStatus::Interrupted;
+    if (records.failed())
+        return jobFailed(session, Cli::tr("i dati non possono essere scritti"));
+    return status;
+}
+
+QString Program::synopsis(const Command &command) const
+{
+    QString text = QLatin1String("tarvel4soft-cli ") + QLatin1String(command.name);
+    text += QLatin1String(" [OPTION]...");
+    if (command.mostOperands > 0)
+        text += QLatin1Char(' ') + QLatin1String(command.operands);
+    return text;
+}
+
+QString Program::help() const
+{
+    QString text =
+        Cli::tr("Uso: %1").arg(QLatin1String("tarvel4soft-cli COMMAND [OPTION]... [ARGUMENT]..."));
+    text += QLatin1String("\n\n") + Cli::tr("Comandi:") + QLatin1Char('\n');
+    for (const Command &command : m_commands)
+        text += line(QLatin1String(command.name), command.summary);
+    text += QLatin1Char('\n') + Cli::tr("Opzioni di ogni comando:") + QLatin1Char('\n');
+    text += lines(globalOptions());
+    text += QLatin1Char('\n') + Cli::tr("Stato d'uscita:") + QLatin1Char('\n');
+    for (const Meaning &status : exitStatuses)
+        text += line(QLatin1String(status.name), status.text);
+    return text;
+}
+
+QString Program::help(const Command &command) const
+{
+    QString text = Cli::tr("Uso: %1").arg(synopsis(command));
+    text += QLatin1Char('\n') + Cli::tr(command.summary) + QLatin1Char('\n');
+    if (!command.options.isEmpty()) {
+        text += QLatin1Char('\n') + Cli::tr("Opzioni:") + QLatin1Char('\n');
+        text += lines(command.options);
+    }
+    text += QLatin1Char('\n') + Cli::tr("Opzioni di ogni comando:") + QLatin1Char('\n');
+    return text + lines(globalOptions());
+}

@@ -1,0 +1,79 @@
+#include "cli/progressline.h"
+
+#include "cli/console.h"
+#include "cli/printable.h"
+#include "cli/texts.h"
+
+namespace {
+
+constexpr qint64 redrawMilliseconds = 100;
+
+QString minutesAndSeconds(qint64 seconds)
+{
+    return QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
+}
+
+} // namespace
+
+void ProgressLine::begin(const QString &label, int maximum)
+{
+    end();
+    m_isRunning = true;
+    m_label = label;
+    m_maximum = maximum;
+    m_value = 0;
+    m_sinceBegin.start();
+    draw();
+}
+
+void ProgressLine::setMaximum(int maximum)
+{
+    m_maximum = maximum;
+    m_value = 0;
+    m_sinceBegin.start();
+}
+
+void ProgressLine::setValue(int value)
+{
+    m_value = value;
+    if (value == m_maximum || m_sinceDrawn.hasExpired(redrawMilliseconds))
+        draw();
+}
+
+void ProgressLine::end()
+{
+    hide();
+    m_isRunning = false;
+}
+
+void ProgressLine::hide()
+{
+    if (m_isShown)
+        Console::write(Console::Error, "\r\033[K");
+    m_isShown = false;
+}
+
+void ProgressLine::draw()
+{
+    if (!m_enabled || !m_isRunning)
+        return;
+    const QString line = printable(text()).left(Console::columns() - 1);
+    Console::write(Console::Error, "\r\033[K" + line.toUtf8());
+    m_isShown = true;
+    m_sinceDrawn.start();
+}
+
+QString ProgressLine::text() const
+{
+    const QString label = m_label + QLatin1Char(' ');
+    if (m_maximum <= 0)
+        return label + QString::number(m_value);
+    const QString count = label + Cli::tr("%1 di %2").arg(m_value).arg(m_maximum);
+    const qint64 elapsed = m_sinceBegin.elapsed();
+    if (m_value <= 0 || elapsed <= 0)
+        return count;
+    const double perSecond = 1000.0 * m_value / static_cast<double>(elapsed);
+    const auto left = static_cast<qint64>((m_maximum - m_value) / perSecond + 0.5);
+    return count
+        + Cli::tr(", %1/s, ancora %2").arg(perSecond, 0, 'f', 1).arg(minutesAndSeconds(left));
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+
+/** The progress of a job as one line of standard error that is redrawn in place. */
+class ProgressLine
+{
+public:
+    explicit ProgressLine(bool enabled)
+        : m_enabled(enabled)
+    {}
+    ~ProgressLine() { end(); }
+    Q_DISABLE_COPY(ProgressLine)
+
+    /** A \a maximum of 0 is one that is not known yet. */
+    void begin(const QString &label, int maximum);
+    void setMaximum(int maximum);
+    void setValue(int value);
+    void end();
+
+    /** Clears the line for other output; the next value draws it again. */
+    void hide();
+
+private:
+    void draw();
+    QString text() const;
+
+    bool m_enabled;
+    bool m_isRunning = false;
+    bool m_isShown = false;
+    QString m_label;
+    int m_maximum = 0;
+    int m_value = 0;
+    QElapsedTimer m_sinceBegin;
+    QElapsedTimer m_sinceDrawn;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QStringList>
+#include <QVector>
+
+class TerminalHost;
+
+/** A song as the user named it, and as Qt must be told it. */
+struct SongPath
+{
+    QString given;
+    QString file;
+};
+
+/** A folder's path without slashes at its end. */
+QString withoutSlash(const QString &folder);
+
+/** The songs that the PATHs of a command name. */
+class SongPaths
+{
+public:
+    explicit SongPaths(TerminalHost &host)
+        : m_host(host)
+    {}
+
+    /** Looks at every path first; false, having said why, when one can't be used. */
+    bool collect(const QStringList &paths, bool recursive);
+
+    const QVector<SongPath> &songs() const { return m_songs; }
+
+    /** The files, each once however often it was named. */
+    void removeRepeats();
+    QStringList files() const;
+
+    /** True when something of a folder could not be reached. */
+    bool hasSkipped() const { return m_hasSkipped; }
+
+private:
+    bool isUsable(const QString &path, bool recursive);
+    void walk(const QString &folder);
+
+    TerminalHost &m_host;
+    QVector<SongPath> m_songs;
+    bool m_hasSkipped = false;
+};

@@ -1,0 +1,99 @@
+#include "programrun.h"
+
+#include <QElapsedTimer>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QtTest>
+
+namespace {
+
+constexpr int longestRun = 60000; // milliseconds
+
+} // namespace
+
+QVector<QJsonObject> Run::records() const
+{
+    QVector<QJsonObject> records;
+    for (const QByteArray &line : out.split('\n')) {
+        if (line.isEmpty())
+            continue;
+        QJsonParseError error;
+        const QJsonDocument document = QJsonDocument::fromJson(line, &error);
+        if (!document.isObject())
+            QTest::qFail(qPrintable(QStringLiteral("no JSON object (%1): %2")
+                                        .arg(error.errorString(), QString::fromUtf8(line))),
+                         __FILE__, __LINE__);
+        records += document.object();
+    }
+    return records;
+}
+
+Program::Program(const QString &folder)
+    : m_folder(folder)
+{}
+
+void Program::setEnvironment(const QString &name, const QString &value)
+{
+    m_environment.append({name, value});
+}
+
+Run Program::run(const QStringList &arguments) const
+{
+    QProcess process;
+    process.setProgram(QStringLiteral(TARVEL4_CLI));
+    process.setArguments(arguments);
+    return finish(process, {});
+}
+
+Run Program::shell(const QString &line) const
+{
+    QProcess process;
+    process.setProgram(QStringLiteral("/bin/bash"));
+    process.setArguments({QStringLiteral("-c"), line});
+    return finish(process, {});
+}
+
+Run Program::terminal(const QString &line, const QStringList &keys) const
+{
+    QProcess process;
+    process.setProgram(QStringLiteral("script"));
+    process.setArguments({QStringLiteral("--quiet"), QStringLiteral("--return"),
+                          QStringLiteral("--command"), line, QStringLiteral("/dev/null")});
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    return finish(process, keys);
+}
+
+Run Program::finish(QProcess &process, const QStringList &keys) const
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("cli"), QStringLiteral(TARVEL4_CLI));
+    environment.insert(QStringLiteral("SHELL"), QStringLiteral("/bin/bash"));
+    for (const auto &variable : m_environment)
+        environment.insert(variable.first, variable.second);
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(m_folder);
+    process.start();
+
+    Run run;
+    for (const QString &entry : keys) {
+        const QByteArray awaited = entry.section(QLatin1Char('\t'), 0, 0).toUtf8();
+        const int from = run.out.size();
+        while (!run.out.mid(from).contains(awaited) && process.waitForReadyRead(longestRun))
+            run.out += process.readAllStandardOutput();
+        process.write(entry.section(QLatin1Char('\t'), 1).toUtf8());
+        process.waitForBytesWritten();
+    }
+    process.closeWriteChannel();
+    if (!process.waitForFinished(longestRun))
+        process.kill();
+    run.out += process.readAllStandardOutput();
+    run.err = process.readAllStandardError();
+    run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return run;
+}
+
+bool hasTool(const QString &name)
+{
+    return !QStandardPaths::findExecutable(name).isEmpty();
+}

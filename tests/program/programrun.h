@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QStringList>
+#include <QVector>
+
+/** How a run of the program ended, and what it said. */
+struct Run
+{
+    int status = -1; ///< -1: it did not end by itself
+    QByteArray out;
+    QByteArray err;
+
+    /** The records of a run with --json; fails the test where a line is no JSON object. */
+    QVector<QJsonObject> records() const;
+};
+
+/** Runs tarvel4soft-cli in a folder, as a user does. */
+class Program
+{
+public:
+    explicit Program(const QString &folder);
+
+    Run run(const QStringList &arguments) const;
+
+    /** Runs a line of the shell, where "$cli" is the program. */
+    Run shell(const QString &line) const;
+
+    /**
+     * The same on a terminal, with keys typed into it; out is what the terminal was sent. Each
+     * entry of \a keys is typed once the text before its tab was seen: "text\tkeys".
+     */
+    Run terminal(const QString &line, const QStringList &keys = {}) const;
+
+    void setEnvironment(const QString &name, const QString &value);
+
+private:
+    Run finish(class QProcess &process, const QStringList &keys) const;
+
+    QString m_folder;
+    QVector<QPair<QString, QString>> m_environment;
+};
+
+/** True when \a name can be started. */
+bool hasTool(const QString &name);
