@@ -1,4 +1,407 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="it_IT">
+<context>
+    <name>Cli</name>
+    <message>
+        <source>opzione sconosciuta: %1</source>
+        <translation>unknown option: %1</translation>
+    </message>
+    <message>
+        <source>l&apos;opzione --%1 non prende valori</source>
+        <translation>option --%1 takes no value</translation>
+    </message>
+    <message>
+        <source>manca il valore dell&apos;opzione --%1</source>
+        <translation>option --%1 needs a value</translation>
+    </message>
+    <message>
+        <source>il valore dell&apos;opzione --%1 non è UTF-8 valido</source>
+        <translation>the value of option --%1 is not valid UTF-8</translation>
+    </message>
+    <message>
+        <source>il valore dell&apos;opzione --%1 è uno di: %2</source>
+        <translation>the value of option --%1 is one of: %2</translation>
+    </message>
+    <message>
+        <source>%1: il nome non è UTF-8 valido e non può essere aperto</source>
+        <translation>%1: the name is not valid UTF-8 and can&apos;t be opened</translation>
+    </message>
+    <message>
+        <source>%1: non è una cartella</source>
+        <translation>%1: not a folder</translation>
+    </message>
+    <message>
+        <source>%1 e %2: hanno lo stesso nome, il backup non può contenerli entrambi</source>
+        <translation>%1 and %2: have the same name, a backup can&apos;t hold both</translation>
+    </message>
+    <message>
+        <source>manca --to DIR</source>
+        <translation>--to DIR is missing</translation>
+    </message>
+    <message>
+        <source>Copia le song in una nuova cartella di backup.</source>
+        <translation>Copies the songs into a new backup folder.</translation>
+    </message>
+    <message>
+        <source>cartella che riceve la cartella di backup (necessaria)</source>
+        <translation>folder that receives the backup folder (required)</translation>
+    </message>
+    <message>
+        <source>catalogue vuole una sola opzione tra --name, --title, --genres e --artists</source>
+        <translation>catalogue takes just one of --name, --title, --genres and --artists</translation>
+    </message>
+    <message>
+        <source>il catalogo non lo contiene, o non una volta sola</source>
+        <translation>the catalogue does not hold it, or more than once</translation>
+    </message>
+    <message>
+        <source>Cerca nel catalogo.</source>
+        <translation>Looks something up in the catalogue.</translation>
+    </message>
+    <message>
+        <source>la song con questo nome di file</source>
+        <translation>the song with this file name</translation>
+    </message>
+    <message>
+        <source>la sola song con questo titolo</source>
+        <translation>the only song with this title</translation>
+    </message>
+    <message>
+        <source>i generi</source>
+        <translation>the genres</translation>
+    </message>
+    <message>
+        <source>gli interpreti</source>
+        <translation>the artists</translation>
+    </message>
+    <message>
+        <source>cerca le song anche nelle cartelle e nelle loro sottocartelle</source>
+        <translation>takes folders, and finds the songs in all that is in them</translation>
+    </message>
+    <message>
+        <source>non è stato fatto nulla; --help spiega l&apos;uso</source>
+        <translation>nothing was done; --help explains the usage</translation>
+    </message>
+    <message>
+        <source>--title e --title-from-name si escludono</source>
+        <translation>--title and --title-from-name exclude each other</translation>
+    </message>
+    <message>
+        <source>tonalità sconosciuta: %1</source>
+        <translation>unknown key: %1</translation>
+    </message>
+    <message>
+        <source>--length vuole un numero di secondi</source>
+        <translation>--length takes a number of seconds</translation>
+    </message>
+    <message>
+        <source>--bpm vuole un numero</source>
+        <translation>--bpm takes a number</translation>
+    </message>
+    <message>
+        <source>--add-marker vuole BATTUTA:TESTO, con una battuta da 1 a 65535</source>
+        <translation>--add-marker takes BAR:TEXT, with a bar from 1 to 65535</translation>
+    </message>
+    <message>
+        <source>non c&apos;è nulla da modificare</source>
+        <translation>there is nothing to change</translation>
+    </message>
+    <message>
+        <source>Modifica...</source>
+        <translation>Editing...</translation>
+    </message>
+    <message>
+        <source>Corregge i dati delle song a mano.</source>
+        <translation>Corrects the data of songs by hand.</translation>
+    </message>
+    <message>
+        <source>titolo</source>
+        <translation>title</translation>
+    </message>
+    <message>
+        <source>interprete</source>
+        <translation>artist</translation>
+    </message>
+    <message>
+        <source>genere musicale</source>
+        <translation>genre</translation>
+    </message>
+    <message>
+        <source>autore</source>
+        <translation>author</translation>
+    </message>
+    <message>
+        <source>durata in secondi</source>
+        <translation>length in seconds</translation>
+    </message>
+    <message>
+        <source>battiti al minuto</source>
+        <translation>beats per minute</translation>
+    </message>
+    <message>
+        <source>tonalità, come Bb oppure A-</source>
+        <translation>key, as Bb or A-</translation>
+    </message>
+    <message>
+        <source>prende il titolo dal nome del file</source>
+        <translation>takes the title from the file&apos;s name</translation>
+    </message>
+    <message>
+        <source>aggiunge un marker; può essere ripetuta</source>
+        <translation>adds a marker; can be repeated</translation>
+    </message>
+    <message>
+        <source>%1: esiste già</source>
+        <translation>%1: exists already</translation>
+    </message>
+    <message>
+        <source>%1: non è una song .mf3, .mf4 o .mf5</source>
+        <translation>%1: not a .mf3, .mf4 or .mf5 song</translation>
+    </message>
+    <message>
+        <source>%1: non può essere scritto</source>
+        <translation>%1: can&apos;t be written</translation>
+    </message>
+    <message>
+        <source>Scrive come file .mid la parte MIDI di una song MFx.</source>
+        <translation>Writes the MIDI stream of an MFx song as a .mid file.</translation>
+    </message>
+    <message>
+        <source>file da scrivere (accanto alla song, con suffisso .mid)</source>
+        <translation>file to write (beside the song, with the suffix .mid)</translation>
+    </message>
+    <message>
+        <source>Indice...</source>
+        <translation>Index...</translation>
+    </message>
+    <message>
+        <source>%1: l&apos;indice non è stato scritto</source>
+        <translation>%1: the index was not written</translation>
+    </message>
+    <message>
+        <source>%1: la memoria non è preparata</source>
+        <translation>%1: the memory is not prepared</translation>
+    </message>
+    <message>
+        <source>index vuole update, rebuild, verify oppure delete</source>
+        <translation>index takes update, rebuild, verify or delete</translation>
+    </message>
+    <message>
+        <source>%1: l&apos;indice non può essere tolto</source>
+        <translation>%1: the index can&apos;t be removed</translation>
+    </message>
+    <message>
+        <source>Aggiorna, rifà, controlla o toglie l&apos;indice di una memoria.</source>
+        <translation>Updates, rebuilds, verifies or deletes the index of a memory.</translation>
+    </message>
+    <message>
+        <source>Lettura...</source>
+        <translation>Reading...</translation>
+    </message>
+    <message>
+        <source>Mostra i dati di ogni song.</source>
+        <translation>Shows the data of each song.</translation>
+    </message>
+    <message>
+        <source>la lista non può essere scritta</source>
+        <translation>the list can&apos;t be written</translation>
+    </message>
+    <message>
+        <source>Scrive la lista delle song di una memoria preparata.</source>
+        <translation>Writes the list of the songs of a prepared memory.</translation>
+    </message>
+    <message>
+        <source>ordine della lista (title)</source>
+        <translation>order of the list (title)</translation>
+    </message>
+    <message>
+        <source>file da scrivere, al posto dell&apos;uscita standard</source>
+        <translation>file to write in place of standard output</translation>
+    </message>
+    <message>
+        <source>il catalogo non può essere letto</source>
+        <translation>the catalogue can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>tutto fatto</source>
+        <translation>all done</translation>
+    </message>
+    <message>
+        <source>finito, ma una song è illeggibile, non trovata, rifiutata o fallita</source>
+        <translation>finished, but a song was unreadable, not found, refused or failed</translation>
+    </message>
+    <message>
+        <source>uso errato, nulla di fatto</source>
+        <translation>wrong usage, nothing done</translation>
+    </message>
+    <message>
+        <source>il lavoro non può essere fatto</source>
+        <translation>the job could not be done</translation>
+    </message>
+    <message>
+        <source>interrotto prima della song successiva</source>
+        <translation>interrupted before the next song</translation>
+    </message>
+    <message>
+        <source>catalogo SQLite da usare al posto di quello incorporato</source>
+        <translation>SQLite catalogue to use in place of the built-in one</translation>
+    </message>
+    <message>
+        <source>scrive i dati come JSON, un oggetto per riga</source>
+        <translation>writes the data as JSON, one object a line</translation>
+    </message>
+    <message>
+        <source>scrive il log in log.txt nella cartella corrente</source>
+        <translation>writes the log to log.txt in the working directory</translation>
+    </message>
+    <message>
+        <source>non mostra l&apos;avanzamento</source>
+        <translation>shows no progress</translation>
+    </message>
+    <message>
+        <source>mostra questo aiuto (anche -h)</source>
+        <translation>shows this help (also -h)</translation>
+    </message>
+    <message>
+        <source>mostra la versione</source>
+        <translation>shows the version</translation>
+    </message>
+    <message>
+        <source>i dati non possono essere scritti</source>
+        <translation>the output can&apos;t be written</translation>
+    </message>
+    <message>
+        <source>comando sconosciuto: %1</source>
+        <translation>unknown command: %1</translation>
+    </message>
+    <message>
+        <source>manca il comando</source>
+        <translation>a command is missing</translation>
+    </message>
+    <message>
+        <source>uso: %1</source>
+        <translation>usage: %1</translation>
+    </message>
+    <message>
+        <source>Uso: %1</source>
+        <translation>Usage: %1</translation>
+    </message>
+    <message>
+        <source>Comandi:</source>
+        <translation>Commands:</translation>
+    </message>
+    <message>
+        <source>Opzioni di ogni comando:</source>
+        <translation>Options of every command:</translation>
+    </message>
+    <message>
+        <source>Stato d&apos;uscita:</source>
+        <translation>Exit status:</translation>
+    </message>
+    <message>
+        <source>Opzioni:</source>
+        <translation>Options:</translation>
+    </message>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>, %1/s, ancora %2</source>
+        <translation>, %1/s, %2 left</translation>
+    </message>
+    <message>
+        <source>%1: non esiste</source>
+        <translation>%1: does not exist</translation>
+    </message>
+    <message>
+        <source>%1: è una cartella (senza --recursive non viene letta)</source>
+        <translation>%1: is a folder (not read without --recursive)</translation>
+    </message>
+    <message>
+        <source>%1: la cartella non può essere letta</source>
+        <translation>%1: the folder can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>%1: non può essere letto, viene saltato</source>
+        <translation>%1: can&apos;t be read, passed over</translation>
+    </message>
+    <message>
+        <source>%1: non può essere salvato, resta com&apos;era</source>
+        <translation>%1: can&apos;t be saved, and stays as it was</translation>
+    </message>
+    <message>
+        <source>le song non possono essere elencate</source>
+        <translation>the songs can&apos;t be listed</translation>
+    </message>
+    <message>
+        <source>--backup e --no-backup si escludono</source>
+        <translation>--backup and --no-backup exclude each other</translation>
+    </message>
+    <message>
+        <source>manca --backup DIR oppure --no-backup</source>
+        <translation>--backup DIR or --no-backup is missing</translation>
+    </message>
+    <message>
+        <source>--unpublished ask vuole un terminale</source>
+        <translation>--unpublished ask needs a terminal</translation>
+    </message>
+    <message>
+        <source>Completa i dati delle song con quelli del catalogo.</source>
+        <translation>Completes the data of songs from the catalogue.</translation>
+    </message>
+    <message>
+        <source>prima copia le song in una nuova cartella di DIR</source>
+        <translation>first copies the songs into a new folder in DIR</translation>
+    </message>
+    <message>
+        <source>non fa il backup (una delle due è necessaria)</source>
+        <translation>makes no backup (one of the two is required)</translation>
+    </message>
+    <message>
+        <source>se cambiare le song non pubblicate da K-Varo</source>
+        <translation>whether to change songs not published by K-Varo</translation>
+    </message>
+    <message>
+        <source>mostra che cosa cambierebbe e non scrive nulla</source>
+        <translation>shows what would change, and writes nothing</translation>
+    </message>
+    <message>
+        <source>%1: non è stato pubblicato da K-Varo. Si vuole procedere comunque con le modifiche?</source>
+        <translation>%1: was not published by K-Varo. Change it all the same?</translation>
+    </message>
+    <message>
+        <source>%1: esiste già, vuoi sostituirlo?</source>
+        <translation>%1: exists already, replace it?</translation>
+    </message>
+    <message>
+        <source>[s] sì, [t] sì a tutti, [n] no, [o] no a tutti</source>
+        <translation>[y] yes, [a] yes to all, [n] no, [o] no to all</translation>
+    </message>
+    <message>
+        <source>--overwrite ask vuole un terminale</source>
+        <translation>--overwrite ask needs a terminal</translation>
+    </message>
+    <message>
+        <source>%1: non si trova nella memoria %2</source>
+        <translation>%1: is not in the memory %2</translation>
+    </message>
+    <message>
+        <source>Copia le song nella memoria e ne aggiorna l&apos;indice.</source>
+        <translation>Copies the songs to the memory and updates its index.</translation>
+    </message>
+    <message>
+        <source>cartella della memoria che riceve le song (necessaria)</source>
+        <translation>folder of the memory that receives the songs (required)</translation>
+    </message>
+    <message>
+        <source>cartella da prendere per la memoria, al posto del volume</source>
+        <translation>folder to be taken as the memory, in place of the volume</translation>
+    </message>
+    <message>
+        <source>se sostituire le song che esistono già</source>
+        <translation>whether to replace songs that exist already</translation>
+    </message>
+</context>
 </TS>
