@@ -104,7 +104,10 @@ private:
     {
         if (!entry.isFolder && !FolderScan::isSongName(entry.name))
             return true;
-        const QString path = QDir(folderPath).filePath(entry.name);
+        // QDir would take a name that begins with a colon for a path of its own.
+        const QString path = folderPath.endsWith(QLatin1Char('/'))
+            ? folderPath + entry.name
+            : folderPath + QLatin1Char('/') + entry.name;
         const bool isReachable = entry.isNameable && (entry.isFolder || QFileInfo::exists(path));
         if (!isReachable) {
             m_skipped(path);

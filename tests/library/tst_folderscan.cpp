@@ -82,12 +82,14 @@ void tst_FolderScan::songsAreFoundInNameOrder()
     for (const char *name : {"b.mid", "a.KAR", "c/z.mf3", "c/a.mp3", "C.mid", "text.txt", "._a.mid",
                              ".hidden/a.mid", "=cmd.mid", "%s%n.mid", "a/b/c/deep.mf5"})
         TestFiles::write(path(name), "x");
+    TestFiles::write(m_dir->path() + QLatin1String("/:colon.mid"), "x");
     QVERIFY(walk());
     QCOMPARE(m_found,
-             QStringList({QStringLiteral("%s%n.mid"), QStringLiteral("=cmd.mid"),
-                          QStringLiteral("C.mid"), QStringLiteral("a/b/c/deep.mf5"),
-                          QStringLiteral("a.KAR"), QStringLiteral("b.mid"),
-                          QStringLiteral("c/a.mp3"), QStringLiteral("c/z.mf3")}));
+             QStringList({QStringLiteral("%s%n.mid"), QStringLiteral(":colon.mid"),
+                          QStringLiteral("=cmd.mid"), QStringLiteral("C.mid"),
+                          QStringLiteral("a/b/c/deep.mf5"), QStringLiteral("a.KAR"),
+                          QStringLiteral("b.mid"), QStringLiteral("c/a.mp3"),
+                          QStringLiteral("c/z.mf3")}));
     QCOMPARE(m_skipped, QStringList());
 }
 
