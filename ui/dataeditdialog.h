@@ -11,7 +11,6 @@ class DataEditDialog;
 }
 QT_BEGIN_NAMESPACE
 class QCheckBox;
-class QRegularExpressionValidator;
 QT_END_NAMESPACE
 
 /**
@@ -52,7 +51,7 @@ private Q_SLOTS:
     void on_radioButtonTitle2_clicked();
 
 private:
-    bool confirmed(QCheckBox *box, const QString &question);
+    bool confirmedForAll(QCheckBox *box, const QString &question);
 
     std::unique_ptr<Ui::DataEditDialog> ui;
     SongInfo m_song;
@@ -60,6 +59,4 @@ private:
     bool m_applyToAllArtist = false;
     bool m_applyToAllGenre = false;
     bool m_applyToAllTitle = false;
-    QRegularExpressionValidator *m_threeDigits;
-    QRegularExpressionValidator *m_twoDigits;
 };

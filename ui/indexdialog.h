@@ -42,6 +42,7 @@ private:
     void reportOutcome(bool prepared);
     void setRunning(bool running);
     void clearReport();
+    void fillProgress();
     void paintNow();
 
     std::unique_ptr<Ui::IndexDialog> ui;

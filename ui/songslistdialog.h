@@ -25,5 +25,7 @@ public Q_SLOTS:
     void setProgressValue(int value);
 
 private:
+    int writeList(const QString &source, const QString &target);
+
     std::unique_ptr<Ui::SongsListDialog> ui;
 };

@@ -1,0 +1,89 @@
+#include "ui/diskcheck.h"
+
+#include <QDebug>
+#include <QEventLoop>
+#include <QProcess>
+#include <QTimer>
+
+namespace {
+
+constexpr int driveLength = 2; // a letter and a colon
+constexpr int mostBytesAtOnce = 3000;
+constexpr char questionEnd[] = ")? ";
+constexpr char yesLetters[] = {'s', 'y', 'j', 'o'}; // Italian, English, German, French
+
+/** The text that a chunk of output holds: what stands before its first zero byte. */
+QByteArray textOf(const QByteArray &chunk)
+{
+    return chunk.left(int(qstrnlen(chunk.constData(), uint(chunk.size()))));
+}
+
+DiskCheck::Result resultOf(const QProcess &ended)
+{
+    if (ended.exitStatus() == QProcess::CrashExit)
+        return DiskCheck::ErrorsLeft;
+    switch (ended.exitCode()) {
+    case 0:
+        return DiskCheck::NoErrors;
+    case 1:
+        return DiskCheck::ErrorsFixed;
+    default:
+        return DiskCheck::ErrorsLeft;
+    }
+}
+
+} // namespace
+
+DiskCheck::DiskCheck(const DiskCheckTimings &timings)
+    : m_timings(timings)
+{}
+
+DiskCheck::Result DiskCheck::run(const QString &path)
+{
+    if (path.size() < driveLength || path.at(1) != QLatin1Char(':'))
+        return NotRun;
+    m_tail.clear();
+    m_answer = 0;
+
+    QProcess process;
+    process.setStandardErrorFile(QProcess::nullDevice());
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::readyReadStandardOutput, &loop,
+                     [this, &process] { readOutput(process); });
+    QObject::connect(&process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), &loop,
+                     &QEventLoop::quit);
+
+    process.start(QStringLiteral("chkdsk"),
+                  {path.left(driveLength), QStringLiteral("/F"), QStringLiteral("/R")},
+                  QIODevice::ReadWrite);
+    if (!process.waitForStarted(m_timings.toStart))
+        return NotRun;
+    QTimer::singleShot(m_timings.toFinish, &loop, &QEventLoop::quit);
+    if (process.state() != QProcess::NotRunning)
+        loop.exec();
+
+    if (process.state() != QProcess::NotRunning) {
+        process.kill();
+        process.waitForFinished();
+        return NotRun;
+    }
+    return resultOf(process);
+}
+
+/** Answers each question with the next letter, beginning again after the last. */
+void DiskCheck::readOutput(QProcess &process)
+{
+    while (process.bytesAvailable() > 0) {
+        const QByteArray text = textOf(process.read(mostBytesAtOnce));
+        if (text.isEmpty())
+            continue;
+        qDebug() << QString::fromLocal8Bit(text);
+        // a question may come in pieces
+        m_tail = (m_tail + text).right(int(qstrlen(questionEnd)));
+        if (m_tail != questionEnd)
+            continue;
+        process.write(QByteArray(1, yesLetters[m_answer]) + "\r\n");
+        m_answer = (m_answer + 1) % int(sizeof yesLetters);
+        m_tail.clear();
+    }
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QLabel>
+
+/**
+ * Shows one line of plain text, shortened in its middle where it does not fit, so that no file name
+ * stretches a dialog off the screen; the tool tip then holds it whole.
+ */
+class ElidedLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(QWidget *parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString elided() const;
+};

@@ -1,0 +1,10 @@
+#include "ui/folderchooser.h"
+
+#include <QFileDialog>
+
+QString chooseFolder(QWidget *parent, const QString &caption)
+{
+    return QFileDialog::getExistingDirectory(parent, caption, QStringLiteral("/home"),
+                                             QFileDialog::ShowDirsOnly
+                                                 | QFileDialog::DontResolveSymlinks);
+}

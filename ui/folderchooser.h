@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+QT_BEGIN_NAMESPACE
+class QWidget;
+QT_END_NAMESPACE
+
+/** Asks for a folder, in the one way that every dialog does; empty when the user cancels. */
+QString chooseFolder(QWidget *parent, const QString &caption);

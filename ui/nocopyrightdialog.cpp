@@ -1,0 +1,54 @@
+#include "ui/nocopyrightdialog.h"
+
+#include "ui_nocopyrightdialog.h"
+
+namespace {
+
+enum Result { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
+
+// required: to close the question is to say yes
+static_assert(int(Yes) == int(QDialog::Rejected), "closing a dialog rejects it");
+
+} // namespace
+
+NoCopyrightDialog::NoCopyrightDialog(QWidget *parent)
+    : QDialog(parent)
+    , ui(std::make_unique<Ui::NoCopyrightDialog>())
+{
+    ui->setupUi(this);
+    // the question can come up under the user's fingers: a stray Enter must change no song
+    ui->noPushButton->setDefault(true);
+    ui->noPushButton->setFocus();
+}
+
+NoCopyrightDialog::~NoCopyrightDialog() = default;
+
+void NoCopyrightDialog::setFileName(const QString &name)
+{
+    ui->fileNameLabel->setText(name);
+}
+
+void NoCopyrightDialog::setMessage(const QString &text)
+{
+    ui->messageLabel->setText(text);
+}
+
+void NoCopyrightDialog::on_yesPushButton_clicked()
+{
+    done(Yes);
+}
+
+void NoCopyrightDialog::on_yesAllPushButton_clicked()
+{
+    done(YesToAll);
+}
+
+void NoCopyrightDialog::on_noPushButton_clicked()
+{
+    done(No);
+}
+
+void NoCopyrightDialog::on_noAllPushButton_clicked()
+{
+    done(NoToAll);
+}
