@@ -1,6 +1,7 @@
 #include "library/copybatch.h"
 
 #include "library/filestamp.h"
+#include "library/nativepath.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -15,22 +16,13 @@
 #include <csignal>
 #endif
 
+#include <filesystem>
+
 namespace {
 
-constexpr int blockSize = 1 << 20;
+constexpr int blockSize = 1 << 17;
 constexpr qint64 batchBytes = 64 << 20;
 constexpr std::size_t batchSongs = 500;
-
-// What this very user may do follows from the others, and is everything for an administrator.
-constexpr QFile::Permissions userPermissions = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
-
-// A point at the front keeps the name out of every list of songs.
-QString temporaryName(int number)
-{
-    return QStringLiteral(".tarvel4soft-%1-%2.part")
-        .arg(QCoreApplication::applicationPid())
-        .arg(number);
-}
 
 bool isRunning(qint64 pid)
 {
@@ -44,6 +36,15 @@ bool isRunning(qint64 pid)
 #else
     return kill(pid_t(pid), 0) == 0 || errno == EPERM;
 #endif
+}
+
+void copyPermissions(const QString &source, const QString &target)
+{
+    // A card that knows no permissions refuses them; the copy is good all the same.
+    std::error_code ignored;
+    const std::filesystem::file_status status =
+        std::filesystem::status(nativePath(source), ignored);
+    std::filesystem::permissions(nativePath(target), status.permissions(), ignored);
 }
 
 /** True for a temporary file whose copier is gone. */
@@ -62,6 +63,9 @@ bool isLeftover(const QString &name)
 CopyBatch::CopyBatch(Disk &disk, const QString &folder)
     : m_disk(disk)
     , m_folder(folder)
+    // A point at the front keeps the name out of every list of songs.
+    , m_namePrefix(QDir(folder).filePath(
+          QStringLiteral(".tarvel4soft-%1-").arg(QCoreApplication::applicationPid())))
 {
     m_buffer.resize(blockSize);
 }
@@ -119,10 +123,11 @@ void CopyBatch::commit()
         return;
     const bool flushed = flush();
     for (const Staged &song : m_staged) {
-        if (flushed && place(song))
+        if (flushed && place(song)) {
             m_unflushed += song.isCounted;
-        else
-            m_failures += song.isCounted;
+            continue;
+        }
+        m_failures += song.isCounted;
         discard(song);
     }
     m_isDirty = flushed;
@@ -143,7 +148,7 @@ CopyBatch::Added CopyBatch::stage(const QString &source, QString &temporary)
 {
     QFile target;
     do {
-        temporary = QDir(m_folder).filePath(temporaryName(m_nextName++));
+        temporary = m_namePrefix + QString::number(m_nextName++) + QLatin1String(".part");
         target.setFileName(temporary);
     } while (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)
              && QFileInfo::exists(temporary));
@@ -166,25 +171,27 @@ CopyBatch::Added CopyBatch::copyBytes(const QString &source, QFileDevice &target
         qDebug() << "[copyFiles] WARNING: can't be read:" << source << file.errorString();
         return Added::SourceFailed;
     }
-    qint64 copied = 0;
-    qint64 count = 0;
-    while ((count = file.read(m_buffer.data(), m_buffer.size())) > 0) {
+    qint64 left = stamp.size();
+    while (left > 0) {
+        const qint64 count = file.read(m_buffer.data(), qMin<qint64>(left, m_buffer.size()));
+        if (count <= 0)
+            break;
         const QByteArray block = QByteArray::fromRawData(m_buffer.constData(), int(count));
         if (!m_disk.write(target, block)) {
             qDebug() << "[copyFiles] WARNING: can't be written:" << target.fileName()
                      << target.errorString();
             return Added::TargetFailed;
         }
-        copied += count;
+        left -= count;
     }
-    if (count < 0 || copied != stamp.size() || !stamp.holds(source)) {
+    if (left > 0 || !stamp.holds(source)) {
         qDebug() << "[copyFiles] WARNING: changed while it was copied:" << source;
         return Added::SourceFailed;
     }
-    target.setPermissions(file.permissions() & ~userPermissions);
+    copyPermissions(source, target.fileName());
     if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
         qDebug() << "[copyFiles] WARNING: time not kept:" << source;
-    m_stagedBytes += copied;
+    m_stagedBytes += stamp.size();
     return Added::Yes;
 }
 

@@ -74,6 +74,7 @@ private:
     std::vector<Staged> m_staged;
     QSet<QString> m_claimed; ///< case-folded destinations of the staged files
     qint64 m_stagedBytes = 0;
+    QString m_namePrefix;
     int m_nextName = 0;
     int m_unflushed = 0; ///< songs that have their name, but not yet for certain on the medium
     bool m_isDirty = false;

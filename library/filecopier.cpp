@@ -1,6 +1,7 @@
 #include "library/filecopier.h"
 
 #include "library/copybatch.h"
+#include "library/nativepath.h"
 #include "library/songpath.h"
 
 #include <QDebug>
@@ -15,19 +16,11 @@ constexpr char songSuffix[] = ".mp3";
 constexpr char companionSuffix[] = ".cdg";
 constexpr int suffixLength = sizeof(companionSuffix) - 1;
 
-std::filesystem::path nativePath(const QString &path)
-{
-#ifdef Q_OS_WIN
-    return path.toStdWString();
-#else
-    return QFile::encodeName(path).toStdString();
-#endif
-}
-
+/** True for anything of that name, a link that leads nowhere included. */
 bool exists(const QString &path)
 {
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
+    std::error_code error;
+    return std::filesystem::exists(std::filesystem::symlink_status(nativePath(path), error));
 }
 
 /** True when the song is at its destination already. Where names keep case apart, paths that differ

@@ -1,5 +1,6 @@
 #include "library/folderscan.h"
 
+#include "library/nativepath.h"
 #include "library/workflowlog.h"
 
 #include <QDebug>
@@ -22,15 +23,6 @@ struct Entry
     bool isNameable; ///< false: the locale can't say the name
     bool isFolder;
 };
-
-fs::path nativePath(const QString &path)
-{
-#ifdef Q_OS_WIN
-    return fs::path(path.toStdWString());
-#else
-    return fs::path(QFile::encodeName(path).toStdString());
-#endif
-}
 
 Entry entryOf(const fs::directory_entry &entry)
 {

@@ -126,9 +126,9 @@ void tst_FileCopier::aCopyIsTheWholeSongWithItsTime_data()
     QTest::addColumn<int>("size");
     QTest::newRow("an empty file") << 0;
     QTest::newRow("one byte") << 1;
-    QTest::newRow("one block of the copy") << (1 << 20);
-    QTest::newRow("one byte more than a block") << (1 << 20) + 1;
-    QTest::newRow("several blocks") << 5 * (1 << 20) / 2;
+    QTest::newRow("one block of the copy") << (1 << 17);
+    QTest::newRow("one byte more than a block") << (1 << 17) + 1;
+    QTest::newRow("several blocks") << 5 * (1 << 17) / 2;
 }
 
 void tst_FileCopier::aCopyIsTheWholeSongWithItsTime()
