@@ -1,5 +1,7 @@
 #include "songs/lzhuff.h"
 
+#include "songs/lzhuffpositions.h"
+
 #include <QDebug>
 #include <QtEndian>
 
@@ -9,204 +11,116 @@ using namespace LzHuffFormat;
 
 namespace {
 
-/** Bits of a stream, most significant first; zeros behind its end. */
-class BitReader
+/** The size field; required: bytes that are missing count as 0xFF. */
+quint32 readTextSize(const QByteArray &stream)
 {
-public:
-    BitReader(const char *begin, const char *end)
-        : m_next(begin)
-        , m_end(end)
-    {}
-
-    int bit() { return static_cast<int>(bits(1)); }
-
-    /** 1 to 8 bits as a number. */
-    quint32 bits(int count)
-    {
-        const quint32 value = peek(count);
-        m_filled -= count;
-        return value;
-    }
-
-    quint32 peek(int count)
-    {
-        while (m_filled < count) {
-            const auto byte = m_next < m_end ? static_cast<quint8>(*m_next++) : quint8(0);
-            m_buffer = m_buffer << 8 | byte;
-            m_filled += 8;
-        }
-        return m_buffer >> (m_filled - count) & ((1U << count) - 1);
-    }
-
-private:
-    const char *m_next;
-    const char *m_end;
-    quint32 m_buffer = 0;
-    int m_filled = 0;
-};
-
-class BitWriter
-{
-public:
-    explicit BitWriter(QByteArray &output)
-        : m_output(output)
-    {}
-
-    /** Appends the lowest \a count bits of a value, 32 at most. */
-    void write(quint32 value, int count)
-    {
-        m_buffer = m_buffer << count | value;
-        m_filled += count;
-        while (m_filled >= 8) {
-            m_filled -= 8;
-            m_output.append(static_cast<char>(m_buffer >> m_filled & 0xFF));
-        }
-    }
-
-    /** Pads with zero bits to a whole byte. */
-    void flush()
-    {
-        if (m_filled > 0)
-            write(0, 8 - m_filled);
-    }
-
-private:
-    QByteArray &m_output;
-    quint64 m_buffer = 0;
-    int m_filled = 0;
-};
-
-int decodePosition(BitReader &reader)
-{
-    const quint8 high = positionCode.decode[reader.peek(8)];
-    reader.bits(positionCode.encode[high].width);
-    return high << positionLowBits | static_cast<int>(reader.bits(positionLowBits));
+    const QByteArray field = stream.left(sizeFieldWidth).leftJustified(sizeFieldWidth, '\xFF');
+    return qFromLittleEndian<quint32>(field.constData());
 }
 
-void encodePosition(BitWriter &writer, int position)
+void logCorruptStream(quint32 textSize)
 {
-    const auto code = positionCode.encode[static_cast<std::size_t>(position >> positionLowBits)];
-    writer.write(code.bits >> (8 - code.width), code.width);
-    writer.write(static_cast<quint32>(position) & ((1U << positionLowBits) - 1), positionLowBits);
-}
-
-quint32 statedSize(const QByteArray &input)
-{
-    char field[sizeFieldWidth];
-    std::fill_n(field, sizeFieldWidth, '\xFF'); // required: a missing byte counts as 0xFF
-    std::copy_n(input.constData(), std::min(input.size(), sizeFieldWidth), field);
-    return qFromLittleEndian<quint32>(field);
-}
-
-void logCorruptStream(quint32 size)
-{
-    const auto line = "=====================================================================";
+    const char *line = "=====================================================================";
     qDebug() << line;
     qDebug() << "WARNING: skipping file, compressed stream corrupted/wrong size !!!";
-    qDebug() << "Text size:" << size;
+    qDebug() << "Text size: " << textSize;
     qDebug() << line;
+}
+
+constexpr int symbolOfLength(int length)
+{
+    return literalCount - shortestMatch + length;
+}
+
+constexpr int lengthOfSymbol(int symbol)
+{
+    return symbol - literalCount + shortestMatch;
 }
 
 } // namespace
 
 bool LzHuff::expand(const QByteArray &input, QByteArray &output)
 {
-    output.clear();
-    const quint32 size = statedSize(input);
-    if (size > largestSize)
-        logCorruptStream(size);
-    if (size > largestSize || size == 0) {
+    const int inputSize = input.size();
+    output = expanded(input);
+    if (output.isEmpty()) {
         qDebug() << "Expand: ERROR";
         return false;
     }
-
-    m_tree.reset();
-    std::array<char, ringSize> ring;
-    ring.fill(0);
-    std::fill_n(ring.begin(), firstPosition, ringFill);
-    int writePosition = firstPosition;
-
-    QByteArray bytes(static_cast<int>(size) + longestMatch, Qt::Uninitialized);
-    char *next = bytes.data();
-    const char *const end = next + size;
-    const auto put = [&](char byte) {
-        *next++ = byte;
-        ring[static_cast<std::size_t>(writePosition)] = byte;
-        writePosition = (writePosition + 1) & (ringSize - 1);
-    };
-
-    BitReader reader(input.constData() + sizeFieldWidth, input.constData() + input.size());
-    const auto nextBit = [&reader] { return reader.bit(); };
-    while (next < end) {
-        const int symbol = m_tree.decode(nextBit);
-        m_tree.update(symbol);
-        if (symbol < literalCount) {
-            put(static_cast<char>(symbol));
-            continue;
-        }
-        const int source = writePosition - decodePosition(reader) - 1;
-        // required: a copy is completed, even past the stated size
-        for (int i = 0; i < symbol - matchSymbolBase; ++i)
-            put(ring[static_cast<std::size_t>((source + i) & (ringSize - 1))]);
-    }
-    bytes.truncate(static_cast<int>(next - bytes.constData()));
-    output = bytes;
-    qDebug() << "Expand:" << input.size() << " -->" << output.size();
+    qDebug() << "Expand:" << inputSize << " -->" << output.size();
     return true;
 }
 
 void LzHuff::compress(const QByteArray &input, QByteArray &output)
 {
-    QByteArray bytes(sizeFieldWidth, '\0');
-    qToLittleEndian(static_cast<quint32>(input.size()), bytes.data());
-    bytes.reserve(input.size() + sizeFieldWidth);
+    const int inputSize = input.size();
+    output = compressed(input);
+    qDebug() << "Compress:" << inputSize << " -->" << output.size();
+}
+
+/** The text of a stream, empty when its size field is refused. */
+QByteArray LzHuff::expanded(const QByteArray &input)
+{
+    const quint32 textSize = readTextSize(input);
+    if (textSize > maxTextSize) {
+        logCorruptStream(textSize);
+        return {};
+    }
+    if (textSize == 0)
+        return {};
 
     m_tree.reset();
-    m_matcher.reset();
-    const char *next = input.constData();
-    const char *const end = next + input.size();
-    int read = 0; // where the next byte enters the ring
-    int position = firstPosition;
-    int ahead = 0; // bytes known from the position on
-    while (ahead < longestMatch && next < end)
-        m_matcher.setByte(position + ahead++, static_cast<quint8>(*next++));
-    for (int back = 1; ahead > 0 && back <= longestMatch; ++back)
-        m_matcher.insert(position - back);
-    if (ahead > 0)
-        m_matcher.insert(position);
+    m_window.fill(0);
+    std::fill_n(m_window.begin(), windowStart, windowFill);
+    BitReader bits(input, sizeFieldWidth);
+    // required: the last match is copied whole, even past the size
+    QByteArray text(int(textSize) + longestMatch - 1, Qt::Uninitialized);
+    char *const begin = text.data();
+    char *const end = begin + textSize;
+    char *out = begin;
+    int current = windowStart;
 
-    const auto step = [&] {
-        m_matcher.remove(read);
-        if (next < end)
-            m_matcher.setByte(read, static_cast<quint8>(*next++));
-        else
-            --ahead;
-        read = (read + 1) & (ringSize - 1);
-        position = (position + 1) & (ringSize - 1);
-        if (ahead > 0)
-            m_matcher.insert(position);
+    const auto put = [&](char byte) {
+        *out++ = byte;
+        m_window[current] = byte;
+        current = (current + 1) % windowSize;
     };
-
-    BitWriter writer(bytes);
-    const auto putSymbol = [&](int symbol) {
-        int width = 0;
-        const quint32 code = m_tree.code(symbol, width);
-        writer.write(code, width);
-        m_tree.update(symbol);
-    };
-    while (ahead > 0) {
-        int length = std::min(m_matcher.length(), ahead);
-        if (length <= threshold) {
-            length = 1;
-            putSymbol(m_matcher.byteAt(position));
-        } else {
-            putSymbol(matchSymbolBase + length);
-            encodePosition(writer, m_matcher.distance());
+    while (out < end) {
+        const int symbol = m_tree.decode(bits);
+        if (symbol < literalCount) {
+            put(char(symbol));
+            continue;
         }
-        for (int i = 0; i < length; ++i)
-            step();
+        const int source = current - LzHuffPositions::decode(bits) - 1 + windowSize;
+        for (int i = 0; i < lengthOfSymbol(symbol); ++i)
+            put(m_window[(source + i) % windowSize]);
     }
-    writer.flush();
-    output = bytes;
-    qDebug() << "Compress:" << input.size() << " -->" << output.size();
+    text.truncate(int(out - begin));
+    return text;
+}
+
+QByteArray LzHuff::compressed(const QByteArray &input)
+{
+    QByteArray stream(sizeFieldWidth, Qt::Uninitialized);
+    qToLittleEndian(quint32(input.size()), stream.data());
+    if (input.isEmpty())
+        return stream;
+
+    stream.reserve(sizeFieldWidth + input.size());
+    m_tree.reset();
+    m_matcher.start(input);
+    BitWriter bits(stream);
+    while (!m_matcher.atEnd()) {
+        const LzHuffMatcher::Match match = m_matcher.match();
+        if (match.length < shortestMatch) {
+            m_tree.encode(m_matcher.current(), bits);
+            m_matcher.advance(1);
+        } else {
+            m_tree.encode(symbolOfLength(match.length), bits);
+            LzHuffPositions::encode(match.position, bits);
+            m_matcher.advance(match.length);
+        }
+    }
+    bits.finish();
+    return stream;
 }

@@ -1,27 +1,38 @@
 #pragma once
 
+#include "songs/lzhuffformat.h"
 #include "songs/lzhuffmatcher.h"
 #include "songs/lzhufftree.h"
 
 #include <QByteArray>
 
+#include <array>
+
 /**
- * Compresses and expands the MIDI stream of an MFx song; docs/formats.md, LzHuff stream. An object
- * may be used any number of times; its working storage is allocated with it.
+ * Compresses and expands the MIDI stream of an MFx song: LZSS over a window of 4096 bytes, its
+ * output coded by an adaptive Huffman tree; docs/formats.md, LzHuff stream.
+ *
+ * An object holds all the storage either direction needs (about 50 KB) and can be used any number
+ * of times.
  */
 class LzHuff
 {
 public:
     /**
-     * Expands a stream. False, with \a output empty, for a stated size of 0 or above
-     * LzHuffFormat::largestSize. A damaged stream expands to garbage; the last match may run up to
-     * 28 bytes past the stated size.
+     * Expands a stream. False, with an empty \a output, when its size field is 0 or above 500,000
+     * bytes; a stream that is damaged otherwise expands to garbage of at least that size, and at
+     * most 28 bytes more.
      */
     bool expand(const QByteArray &input, QByteArray &output);
 
+    /** Compresses any bytes; what is longer than 500,000 bytes can't be expanded again. */
     void compress(const QByteArray &input, QByteArray &output);
 
 private:
+    QByteArray expanded(const QByteArray &input);
+    QByteArray compressed(const QByteArray &input);
+
     LzHuffTree m_tree;
     LzHuffMatcher m_matcher;
+    std::array<char, LzHuffFormat::windowSize> m_window;
 };

@@ -4,104 +4,149 @@
 
 using namespace LzHuffFormat;
 
-void LzHuffMatcher::reset()
+namespace {
+
+constexpr int inWindow(int position)
 {
-    m_ring.fill(0);
-    std::fill_n(m_ring.begin(), firstPosition, static_cast<quint8>(ringFill));
-    m_left.fill(none);
-    m_right.fill(none);
-    m_parent.fill(none);
-    m_length = 0;
-    m_distance = 0;
+    return position & (windowSize - 1);
 }
 
-void LzHuffMatcher::setByte(int position, quint8 byte)
+} // namespace
+
+void LzHuffMatcher::start(const QByteArray &text)
 {
-    m_ring[position] = byte;
-    if (position < longestMatch - 1)
-        m_ring[position + ringSize] = byte;
+    std::fill(m_right.begin() + firstRoot, m_right.end(), quint16(noNode));
+    m_parent.fill(noNode);
+    m_window.fill(0);
+    std::fill_n(m_window.begin(), windowStart, uchar(windowFill));
+
+    m_current = windowStart;
+    m_ahead = std::min(text.size(), longestMatch);
+    m_next = text.cbegin() + m_ahead;
+    m_end = text.cend();
+    std::copy(text.cbegin(), m_next, m_window.begin() + windowStart);
+
+    for (int back = 1; back <= longestMatch; ++back)
+        insert(windowStart - back);
+    insert(windowStart);
 }
 
-void LzHuffMatcher::insert(int position)
+LzHuffMatcher::Match LzHuffMatcher::match() const
 {
-    const quint8 *key = m_ring.data() + position;
-    m_left[position] = m_right[position] = none;
-    m_length = 0;
+    return {std::min(m_match.length, m_ahead), m_match.position};
+}
 
-    int node = firstRoot + key[0];
-    int order = 1;
-    while (true) {
-        quint16 &next = order >= 0 ? m_right[node] : m_left[node];
-        if (next == none) {
-            next = static_cast<quint16>(position);
-            m_parent[position] = static_cast<quint16>(node);
+void LzHuffMatcher::advance(int count)
+{
+    for (int i = 0; i < count; ++i) {
+        // The byte behind the look-ahead: the oldest one, whose string goes when it is written
+        // over.
+        const int oldest = inWindow(m_current + longestMatch);
+        remove(oldest);
+        if (m_next != m_end) {
+            m_window[oldest] = uchar(*m_next++);
+            if (oldest < longestMatch - 1)
+                m_window[windowSize + oldest] = m_window[oldest];
+        } else {
+            --m_ahead;
+        }
+        m_current = inWindow(m_current + 1);
+        if (m_ahead > 0)
+            insert(m_current);
+    }
+}
+
+/** Adds the string at \a node to its tree, and remembers the best match met on the way down. */
+void LzHuffMatcher::insert(int node)
+{
+    m_match = {};
+    m_left[node] = m_right[node] = noNode;
+
+    int parent = firstRoot + m_window[node];
+    bool greater = true;
+    for (;;) {
+        quint16 &child = greater ? m_right[parent] : m_left[parent];
+        if (child == noNode) {
+            child = quint16(node);
+            m_parent[node] = quint16(parent);
             return;
         }
-        node = next;
-
-        const quint8 *candidate = m_ring.data() + node;
-        const auto differs = std::mismatch(key + 1, key + longestMatch, candidate + 1);
-        const int length = static_cast<int>(differs.first - key);
-        order = length < longestMatch ? *differs.first - *differs.second : 0;
-        if (length <= threshold)
-            continue;
-        const int distance = ((position - node) & (ringSize - 1)) - 1;
-        if (length > m_length || (length == m_length && distance < m_distance)) {
-            m_length = length;
-            m_distance = distance;
+        const int candidate = child;
+        const int length = commonLength(node, candidate);
+        consider(candidate, length);
+        if (length == longestMatch) {
+            giveLinks(candidate, node);
+            putInPlaceOf(candidate, node);
+            return;
         }
-        if (length == longestMatch)
-            break;
+        greater = m_window[node + length] > m_window[candidate + length];
+        parent = candidate;
     }
-    replace(node, position);
 }
 
-/** The new string takes the place of an old one that it equals in full length. */
-void LzHuffMatcher::replace(int oldNode, int position)
+void LzHuffMatcher::consider(int candidate, int length)
 {
-    m_left[position] = m_left[oldNode];
-    m_right[position] = m_right[oldNode];
-    m_parent[m_left[oldNode]] = static_cast<quint16>(position);
-    m_parent[m_right[oldNode]] = static_cast<quint16>(position);
-    hang(position, oldNode);
+    if (length < shortestMatch || length < m_match.length)
+        return;
+    const int position = inWindow(m_current - candidate) - 1;
+    if (length > m_match.length || position < m_match.position)
+        m_match = {length, position};
 }
 
-/** Hangs \a node where \a oldNode hangs, which leaves the tree. */
-void LzHuffMatcher::hang(int node, int oldNode)
+/** The length of what two strings have in common; strings of one tree share their first byte. */
+int LzHuffMatcher::commonLength(int node, int candidate) const
 {
-    const int parent = m_parent[oldNode];
-    m_parent[node] = static_cast<quint16>(parent);
-    if (m_right[parent] == oldNode)
-        m_right[parent] = static_cast<quint16>(node);
+    const auto begin = m_window.cbegin() + node;
+    const auto differ =
+        std::mismatch(begin + 1, begin + longestMatch, m_window.cbegin() + candidate + 1);
+    return int(differ.first - begin);
+}
+
+void LzHuffMatcher::remove(int node)
+{
+    if (m_parent[node] == noNode)
+        return;
+    putInPlaceOf(node, substituteFor(node));
+}
+
+/** Takes the node that can stand in for \a node out of the tree below it, noNode when none is. */
+int LzHuffMatcher::substituteFor(int node)
+{
+    if (m_right[node] == noNode)
+        return m_left[node];
+    if (m_left[node] == noNode)
+        return m_right[node];
+
+    int substitute = m_left[node];
+    while (m_right[substitute] != noNode)
+        substitute = m_right[substitute];
+    if (substitute != m_left[node]) {
+        putInPlaceOf(substitute, m_left[substitute]);
+        giveLinks(node, substitute);
+    } else {
+        m_right[substitute] = m_right[node];
+        m_parent[m_right[node]] = quint16(substitute);
+    }
+    return substitute;
+}
+
+/** Hands the children of \a from over to \a to. */
+void LzHuffMatcher::giveLinks(int from, int to)
+{
+    m_left[to] = m_left[from];
+    m_right[to] = m_right[from];
+    m_parent[m_left[to]] = quint16(to);
+    m_parent[m_right[to]] = quint16(to);
+}
+
+/** Hangs \a substitute where \a node hangs, and takes \a node out. */
+void LzHuffMatcher::putInPlaceOf(int node, int substitute)
+{
+    const int parent = m_parent[node];
+    if (m_right[parent] == node)
+        m_right[parent] = quint16(substitute);
     else
-        m_left[parent] = static_cast<quint16>(node);
-    m_parent[oldNode] = none;
-}
-
-void LzHuffMatcher::remove(int position)
-{
-    if (m_parent[position] == none)
-        return;
-    if (m_right[position] == none) {
-        hang(m_left[position], position);
-        return;
-    }
-    if (m_left[position] == none) {
-        hang(m_right[position], position);
-        return;
-    }
-    // Two children: the largest string below the left one moves up.
-    int heir = m_left[position];
-    if (m_right[heir] != none) {
-        do
-            heir = m_right[heir];
-        while (m_right[heir] != none);
-        m_right[m_parent[heir]] = m_left[heir];
-        m_parent[m_left[heir]] = m_parent[heir];
-        m_left[heir] = m_left[position];
-        m_parent[m_left[position]] = static_cast<quint16>(heir);
-    }
-    m_right[heir] = m_right[position];
-    m_parent[m_right[position]] = static_cast<quint16>(heir);
-    hang(heir, position);
+        m_left[parent] = quint16(substitute);
+    m_parent[substitute] = quint16(parent);
+    m_parent[node] = noNode;
 }

@@ -1,46 +1,63 @@
 #pragma once
 
-#include "songs/lzhufftree.h"
+#include "songs/lzhuffformat.h"
 
-#include <QtGlobal>
+#include <QByteArray>
 
 #include <array>
 
-/** Finds the longest earlier occurrence of the bytes ahead: the ring buffer with a binary search
- * tree over it. */
+/**
+ * Finds the longest earlier occurrence of what comes next in a text, for the encoder.
+ *
+ * The last windowSize bytes lie in a ring. The strings that start at each of its positions are kept
+ * in 256 binary search trees, one for each first byte; docs/formats.md, LzHuff stream.
+ */
 class LzHuffMatcher
 {
 public:
-    LzHuffMatcher() { reset(); }
+    struct Match
+    {
+        int length = 0; ///< at most the bytes left; no match when below shortestMatch
+        int position = 0; ///< bytes back from the current one, minus one
+    };
 
-    /** Empties the tree and fills the ring as both directions of the codec begin. */
-    void reset();
+    /** Goes to the first byte of \a text, which must outlive the walk. */
+    void start(const QByteArray &text);
 
-    quint8 byteAt(int position) const { return m_ring[position]; }
-    void setByte(int position, quint8 byte);
+    /** True when the whole text has been walked over. */
+    bool atEnd() const { return m_ahead == 0; }
 
-    /** Enters the string at \a position into the tree and finds its best match, see length() and
-     * distance(). */
-    void insert(int position);
-    void remove(int position);
+    /** The byte that comes next. */
+    uchar current() const { return m_window[m_current]; }
 
-    int length() const { return m_length; }
-    /** Bytes between the position and its match, less one; 0..4095. Of equally long matches the
-     * nearest. */
-    int distance() const { return m_distance; }
+    /** The longest match of what comes next; of equal ones the nearest. */
+    Match match() const;
+
+    /** Walks over the next \a count bytes, no more than are left. */
+    void advance(int count);
 
 private:
-    static constexpr int none = LzHuffFormat::ringSize;
-    static constexpr int firstRoot = LzHuffFormat::ringSize + 1; ///< one root for each first byte
+    void insert(int node);
+    void remove(int node);
+    void consider(int candidate, int length);
+    int commonLength(int node, int candidate) const;
+    int substituteFor(int node);
+    void giveLinks(int from, int to);
+    void putInPlaceOf(int node, int substitute);
 
-    void replace(int oldNode, int position);
-    void hang(int node, int oldNode);
+    static constexpr int noNode = LzHuffFormat::windowSize;
+    static constexpr int firstRoot = LzHuffFormat::windowSize + 1; ///< of strings that begin with 0
 
-    // The look-ahead may run past the end of the ring: its first bytes stand there again.
-    std::array<quint8, LzHuffFormat::ringSize + LzHuffFormat::longestMatch - 1> m_ring;
-    std::array<quint16, LzHuffFormat::ringSize + 1> m_left;
-    std::array<quint16, firstRoot + 256> m_right; ///< the roots keep their trees here
-    std::array<quint16, LzHuffFormat::ringSize + 1> m_parent;
-    int m_length = 0;
-    int m_distance = 0;
+    // The ring, and after it a copy of its first bytes: a string never has to be read around its
+    // end.
+    std::array<uchar, LzHuffFormat::windowSize + LzHuffFormat::longestMatch - 1> m_window;
+    std::array<quint16, LzHuffFormat::windowSize + 1> m_left; ///< lesser strings
+    std::array<quint16, firstRoot + 256> m_right; ///< greater strings; of a root the whole tree
+    std::array<quint16, LzHuffFormat::windowSize + 1> m_parent; ///< noNode: not in a tree
+
+    const char *m_next = nullptr; ///< the first byte that is not in the window yet
+    const char *m_end = nullptr;
+    int m_current = 0; ///< where in the window the string starts that comes next
+    int m_ahead = 0; ///< how many bytes of it the text still has, up to longestMatch
+    Match m_match;
 };
