@@ -1,5 +1,7 @@
 #include "songs/mfxheader.h"
 
+#include "songs/bytes.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -81,9 +83,7 @@ void MfxHeader::setUncompressedSize(quint32 bytes)
 
 QString MfxHeader::text(TextField field) const
 {
-    const QByteArray bytes = m_header.mid(field.offset, field.width);
-    const uint length = qstrnlen(bytes.constData(), uint(bytes.size()));
-    return QString::fromLatin1(bytes.constData(), int(length)).trimmed();
+    return Bytes::text(Bytes::part(m_header, field.offset, field.width));
 }
 
 void MfxHeader::setText(TextField field, const QString &text)
