@@ -1,13 +1,18 @@
 #pragma once
 
 #include "indexer/indexentry.h"
+#include "indexer/memoryscan.h"
 #include "songs/disk.h"
 
 #include <QObject>
 #include <QVector>
 
-/** Builds, updates and reads the files through which the player browses a memory; docs/formats.md,
- * Player memory. */
+struct IndexCandidate;
+
+/**
+ * Builds, updates and reads the files through which the player browses a memory; docs/formats.md,
+ * Player memory. Runs on the caller's thread from start to end and reports by its signals.
+ */
 class Index : public QObject
 {
     Q_OBJECT
@@ -18,20 +23,26 @@ public:
 
     explicit Index(QObject *parent = nullptr, Disk &disk = Disk::real());
 
-    /** Removes the index and builds it anew from the songs below \a root. True: the memory is
-     * prepared. */
+    /**
+     * Removes the index and builds it anew from the songs below \a root. True: the memory is
+     * prepared and everything is on the medium. A root that can't be listed is left as it is.
+     */
     bool rebuild(const QString &root);
 
-    /** Brings the index up to date, reading only new and changed songs; a rebuild where there is
-     * none. */
+    /**
+     * Brings the index up to date, reading only new and changed songs; a rebuild where there is
+     * none. False with nothing changed where the old index can't be read.
+     */
     bool update(const QString &root);
 
-    /** Writes the list of the songs that the index holds. 1 written, -1 memory not prepared, 0
-     * failed. */
+    /**
+     * Writes the list of the songs that the index holds, in the system's 8-bit encoding. 1 written,
+     * -1 memory not prepared, 0 the index can't be read or the file not be written.
+     */
     int writeSongList(const QString &root, const QString &target, int order);
 
-    /** Reads the index of a prepared memory; empty with \a ok false when it can't be read. In order
-     * of the records. */
+    /** Reads the index of a prepared memory, in the order of its records; empty with \a ok false
+     * when it can't be. */
     QVector<IndexEntry> readEntries(const QString &root, bool &ok);
 
     /** Entries in the order of a song list. */
@@ -43,17 +54,35 @@ public:
     /** Removes the index files; false when one of them is still there. */
     bool deleteIndex(const QString &root);
 
-    /** Of the last run: songs counted, whether files were written, and whether a file or the old
-     * index failed. */
-    int found() const;
-    bool changed() const;
-    bool failed() const;
+    /** Of the last run: songs counted, whether files were written, and whether one or the old index
+     * failed. */
+    int found() const { return m_found; }
+    bool changed() const { return m_written; }
+    bool failed() const { return m_failed; }
 
-    // the order of declaration is the meta-object's
+    // The order of declaration is the meta-object's.
 Q_SIGNALS:
     void fileFoundChanged(int count);
     void progressMaxSetup(int maximum);
     void progressValueChanged(int value);
     void currentPathChanged(const QString &path);
     void errorFromIndex(const QString &text);
+
+private:
+    void start(const QString &root);
+    bool loadEntries();
+    bool scan();
+    void build();
+    void readSongs(QVector<IndexCandidate> &candidates);
+    void writeFiles();
+    bool writeAll();
+
+    Disk &m_disk;
+    QString m_root;
+    QVector<ScannedSong> m_songs; ///< what the scan found, in its order
+    QVector<IndexEntry> m_entries; ///< read back from the old index; then those of the new one
+    bool m_changed = false; ///< something must be written
+    bool m_written = false;
+    bool m_failed = false;
+    int m_found = 0;
 };

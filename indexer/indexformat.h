@@ -33,6 +33,13 @@ constexpr std::array<const char *, 2> skippedFolders{"sfx", "bridge"};
 /** Suffixes of songs, in upper case. */
 constexpr std::array<const char *, 6> songSuffixes{"MID", "KAR", "MF3", "MF4", "MF5", "MP3"};
 
+/** A file that claims to be larger than the index of any memory is not read. */
+constexpr qint64 largestFile = 512 * 1024 * 1024;
+
+/** Under this name the counts are written, before they take their own; a killed run may leave it.
+ */
+constexpr char unfinishedNumFile[] = ".fsinfos.new";
+
 /** Longer paths below the root are not indexed. */
 constexpr int longestPath = 251;
 
@@ -95,6 +102,9 @@ constexpr int artistsAt = 2;
 constexpr int reservedAt = 4;
 constexpr int size = 12;
 } // namespace NumRecord
+
+/** The artist and genre of a song that has none; upper case once stored. */
+constexpr char unknownText[] = "<unknown>";
 
 /** What kind of file a song is, as the attribute byte has it. */
 enum class Kind : quint8 { Midi = 0, Mp3 = 1, Mf3 = 2, Mf4 = 3, Mf5 = 4 };

@@ -20,9 +20,6 @@ namespace {
 /** What a text holds in place of a character that ISO 8859-1 does not have. */
 constexpr char replacement = '?';
 
-/** A file that claims to be larger than the index of any memory is not read. */
-constexpr qint64 largestFile = 512 * 1024 * 1024;
-
 const QString pathName = QLatin1String(pathFile);
 const QString ordName = QLatin1String(ordFile);
 const QString titleName = QLatin1String(titleFile);

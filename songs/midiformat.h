@@ -20,6 +20,8 @@ constexpr char metaStatus = '\xFF';
 enum class Meta : quint8 {
     Copyright = 0x02,
     TrackName = 0x03,
+    Marker = 0x06,
+    SetTempo = 0x51, ///< microseconds a quarter note, 24 bits
     SongInfo = 0x4B, ///< the private event; docs/formats.md, Song-info event
     KeySignature = 0x59,
 };

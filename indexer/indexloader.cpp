@@ -1,0 +1,123 @@
+#include "indexer/indexloader.h"
+
+#include "indexer/indexformat.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+
+#include <algorithm>
+#include <numeric>
+
+using namespace IndexFormat;
+
+namespace {
+
+QString textField(const char *field, int size)
+{
+    return QString::fromLatin1(field, static_cast<int>(qstrnlen(field, static_cast<uint>(size))));
+}
+
+/** The text of a song's or group's record, as the index stores it. */
+QString storedText(const char *record)
+{
+    return textField(record + SongRecord::textAt, SongRecord::textSize).toUpper().trimmed();
+}
+
+bool isGroup(const char *record)
+{
+    return record[GroupRecord::zeroAt] == 0
+        && static_cast<quint8>(record[GroupRecord::markAt]) == GroupRecord::mark;
+}
+
+qint32 numberOf(const char *record)
+{
+    return qFromBigEndian<qint32>(record + SongRecord::numberAt);
+}
+
+} // namespace
+
+bool IndexLoader::load()
+{
+    m_entries.clear();
+    return loadPaths() && loadTitles() && loadArtists();
+}
+
+bool IndexLoader::readRecords(const char *name, int recordSize, QByteArray &records) const
+{
+    QFile file(m_root + u'/' + QLatin1String(name));
+    if (!QFileInfo(file).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
+        return false;
+    records = file.readAll();
+    return records.size() == file.size() && records.size() % recordSize == 0;
+}
+
+bool IndexLoader::loadPaths()
+{
+    QByteArray records;
+    if (!readRecords(pathFile, PathRecord::size, records))
+        return false;
+    m_entries.resize(records.size() / PathRecord::size);
+    const char *record = records.constData();
+    for (int i = 0; i < m_entries.size(); ++i, record += PathRecord::size) {
+        IndexEntry &entry = m_entries[i];
+        entry.number = qFromBigEndian<qint32>(record + PathRecord::numberAt);
+        entry.order = i;
+        entry.relativePath = textField(record + PathRecord::pathAt, PathRecord::pathSize);
+        entry.absolutePath = m_root + entry.relativePath;
+        entry.date = QByteArray(record + PathRecord::dateAt, PathRecord::dateSize).toUInt();
+        entry.time = QByteArray(record + PathRecord::timeAt, PathRecord::timeSize).toUInt();
+        entry.genre = QLatin1String(unknownText);
+    }
+    m_byNumber.resize(m_entries.size());
+    std::iota(m_byNumber.begin(), m_byNumber.end(), 0);
+    std::stable_sort(m_byNumber.begin(), m_byNumber.end(), [this](int left, int right) {
+        return m_entries.at(left).number < m_entries.at(right).number;
+    });
+    return true;
+}
+
+IndexEntry *IndexLoader::entryWithNumber(qint32 number)
+{
+    const auto it = std::lower_bound(
+        m_byNumber.cbegin(), m_byNumber.cend(), number,
+        [this](int entry, qint32 wanted) { return m_entries.at(entry).number < wanted; });
+    if (it == m_byNumber.cend() || m_entries.at(*it).number != number)
+        return nullptr;
+    return &m_entries[*it];
+}
+
+bool IndexLoader::loadTitles()
+{
+    QByteArray records;
+    if (!readRecords(titleFile, SongRecord::size, records))
+        return false;
+    for (const char *record = records.constData(); record < records.constData() + records.size();
+         record += SongRecord::size) {
+        IndexEntry *entry = entryWithNumber(numberOf(record));
+        if (!entry)
+            continue;
+        const auto attribute = static_cast<quint8>(record[SongRecord::attributeAt]);
+        entry->title = storedText(record);
+        entry->tempo = static_cast<quint8>(record[SongRecord::tempoAt]);
+        entry->kind = attribute & SongRecord::kindMask;
+        entry->markers = attribute >> SongRecord::markersShift & 1;
+    }
+    return true;
+}
+
+bool IndexLoader::loadArtists()
+{
+    QByteArray records;
+    if (!readRecords(artistFile, SongRecord::size, records))
+        return false;
+    QString artist;
+    for (const char *record = records.constData(); record < records.constData() + records.size();
+         record += SongRecord::size) {
+        if (isGroup(record))
+            artist = storedText(record);
+        else if (IndexEntry *entry = entryWithNumber(numberOf(record)))
+            entry->artist = artist;
+    }
+    return true;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "indexer/indexentry.h"
+
+#include <QVector>
+
+/** Reads the index of a prepared memory back; docs/formats.md, Player memory. */
+class IndexLoader
+{
+public:
+    explicit IndexLoader(const QString &root)
+        : m_root(root)
+    {}
+
+    /**
+     * Reads path, title and artist of every record, in the order of the path index; genre is not
+     * stored. Records of titles and artists that fit no entry are passed over. False: a file can't
+     * be read, or ends inside a record.
+     */
+    bool load();
+
+    const QVector<IndexEntry> &entries() const { return m_entries; }
+
+private:
+    bool loadPaths();
+    bool loadTitles();
+    bool loadArtists();
+    bool readRecords(const char *name, int recordSize, QByteArray &records) const;
+    IndexEntry *entryWithNumber(qint32 number);
+
+    QString m_root;
+    QVector<IndexEntry> m_entries;
+    QVector<int> m_byNumber; ///< positions of the entries, ordered by their numbers
+};

@@ -1,0 +1,60 @@
+#include "indexer/songlistwriter.h"
+
+#include "indexer/index.h"
+#include "indexer/sortkeys.h"
+
+#include <QIODevice>
+
+namespace {
+
+QString line(const QString &title, const QString &artist, const QString &file)
+{
+    // required: no quoting, so a title with a semicolon shifts the columns of its line
+    return title + u';' + artist + u';' + file + QLatin1String(";\n");
+}
+
+} // namespace
+
+void SongListWriter::sort(QVector<IndexEntry> &entries, int order)
+{
+    const auto sortBy = [&entries](QString IndexEntry::*text) {
+        QVector<QString> keys;
+        keys.reserve(entries.size());
+        for (const IndexEntry &entry : std::as_const(entries))
+            keys.append(SortKeys::ofText(entry.*text));
+        const QVector<int> positions =
+            SortKeys::sorted(entries.size(), [&keys](int left, int right) {
+                return keys.at(left) < keys.at(right);
+            });
+        QVector<IndexEntry> sorted;
+        sorted.reserve(entries.size());
+        for (const int position : positions)
+            sorted.append(entries.at(position));
+        entries = sorted;
+    };
+    sortBy(&IndexEntry::title);
+    if (order == Index::ByArtist)
+        sortBy(&IndexEntry::artist);
+    else if (order == Index::ByGenre)
+        sortBy(&IndexEntry::genre);
+}
+
+bool SongListWriter::write(QIODevice &device, const QVector<IndexEntry> &entries, Encoding encoding,
+                           const Observer &observer)
+{
+    const auto put = [&](const QString &text) {
+        const QByteArray bytes = encoding == Encoding::Utf8 ? text.toUtf8() : text.toLocal8Bit();
+        return device.write(bytes) == bytes.size();
+    };
+    if (!put(line(tr("TITOLO"), tr("ARTISTA"), tr("FILE"))))
+        return false;
+    int written = 0;
+    for (const IndexEntry &entry : entries) {
+        if (!put(line(entry.title, entry.artist, entry.relativePath)))
+            return false;
+        ++written;
+        if (observer)
+            observer(entry, written);
+    }
+    return true;
+}
