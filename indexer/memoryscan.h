@@ -33,5 +33,5 @@ private:
     bool scanFolder(const QString &relativePath);
 
     QString m_root;
-    QSet<QString> m_entered; ///< identities of the folders on the way down
+    QSet<QByteArray> m_entered; ///< identities of the folders met
 };

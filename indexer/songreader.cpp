@@ -26,8 +26,6 @@ constexpr int midiEventsOffset =
 constexpr quint8 tempoOfUnknown = 120;
 constexpr quint32 microsecondsPerMinute = 60000000;
 constexpr int tempoSize = 3;
-constexpr quint8 songInfoGenre = static_cast<quint8>(MidiFormat::SubType::Genre);
-constexpr quint8 songInfoArtist = static_cast<quint8>(MidiFormat::SubType::Artist);
 
 /** The first bytes of a regular file; \a opened tells an unreadable file from an empty one. */
 QByteArray firstBytes(const QString &path, bool &opened)
@@ -112,25 +110,25 @@ public:
 private:
     bool take(quint8 type, const QByteArray &payload)
     {
-        switch (static_cast<MidiFormat::Meta>(type)) {
-        case MidiFormat::Meta::TrackName:
+        if (type == static_cast<quint8>(MidiFormat::Meta::TrackName))
             takeText(m_title, m_hasTitle, payload);
-            return true;
-        case MidiFormat::Meta::Marker:
-            m_hasMarkers = true;
-            return true;
-        case MidiFormat::Meta::SetTempo:
+        else if (type == static_cast<quint8>(MidiFormat::Meta::SongInfo))
+            takeSongInfo(Bytes::byteAt(payload, 0), payload.mid(MidiFormat::subTypeSize));
+        else if (type == MidiFormat::setTempoMeta)
             takeTempo(payload);
-            return true;
-        case MidiFormat::Meta::SongInfo:
-            if (Bytes::byteAt(payload, 0) == songInfoGenre)
-                takeText(m_genre, m_hasGenre, payload.mid(MidiFormat::subTypeSize));
-            else if (Bytes::byteAt(payload, 0) == songInfoArtist)
-                takeText(m_artist, m_hasArtist, payload.mid(MidiFormat::subTypeSize));
-            return true;
-        default:
+        else if (type == MidiFormat::markerMeta)
+            m_hasMarkers = true;
+        else
             return false;
-        }
+        return true;
+    }
+
+    void takeSongInfo(quint8 subType, const QByteArray &payload)
+    {
+        if (subType == static_cast<quint8>(MidiFormat::SubType::Genre))
+            takeText(m_genre, m_hasGenre, payload);
+        else if (subType == static_cast<quint8>(MidiFormat::SubType::Artist))
+            takeText(m_artist, m_hasArtist, payload);
     }
 
     static void takeText(QString &text, bool &taken, const QByteArray &payload)

@@ -20,11 +20,13 @@ constexpr char metaStatus = '\xFF';
 enum class Meta : quint8 {
     Copyright = 0x02,
     TrackName = 0x03,
-    Marker = 0x06,
-    SetTempo = 0x51, ///< microseconds a quarter note, 24 bits
     SongInfo = 0x4B, ///< the private event; docs/formats.md, Song-info event
     KeySignature = 0x59,
 };
+
+// Standard meta events that only the memory's index looks at.
+constexpr quint8 markerMeta = 0x06;
+constexpr quint8 setTempoMeta = 0x51; ///< microseconds a quarter note, 24 bits
 
 /** The fields that a song-info event can carry. */
 enum class SubType : quint8 {
