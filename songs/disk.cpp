@@ -1,22 +1,83 @@
 #include "songs/disk.h"
 
+#include "songs/freename.h"
+
+#include <QDebug>
 #include <QFile>
 #include <QFileDevice>
 #include <QFileInfo>
+
+#include <algorithm>
 
 #ifdef Q_OS_WIN
 #include <io.h>
 #include <windows.h>
 #else
+#include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
+#ifdef Q_OS_LINUX
+#include <sys/vfs.h>
+#endif
+
+namespace {
+
+#ifdef Q_OS_UNIX
+/** Opens what is at \a path, a folder too, waits with \a flush until it is on the medium. */
+bool flushPath(const QString &path, int (*flush)(int))
+{
+    const int fd = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (fd < 0)
+        return false;
+    // Some file systems have nothing to flush for a folder, and say so with EINVAL.
+    const bool flushed = flush(fd) == 0 || errno == EINVAL;
+    close(fd);
+    return flushed;
+}
+#endif
+
+/** Lets the file grow by writing zeros at its end, where blocks can't be had otherwise. */
+bool growsWithZeros(Disk &disk, QFileDevice &file, qint64 size)
+{
+    const qint64 oldSize = file.size();
+    if (size <= oldSize)
+        return true;
+    if (file.seek(oldSize) && disk.write(file, QByteArray(int(size - oldSize), '\0'))
+        && disk.sync(file)) {
+        return true;
+    }
+    file.resize(oldSize);
+    return false;
+}
+
+} // namespace
 
 bool Disk::write(QFileDevice &file, const QByteArray &bytes)
 {
     // A full disk shows as a short count or only in flush(), not as an error of write().
     return file.write(bytes) == bytes.size() && file.flush();
+}
+
+bool Disk::reserve(QFileDevice &file, qint64 size)
+{
+#ifdef Q_OS_LINUX
+    if (size <= 0 || fallocate(file.handle(), FALLOC_FL_KEEP_SIZE, 0, size) == 0)
+        return true;
+    if (errno == EOPNOTSUPP || errno == ENOSYS)
+        return growsWithZeros(*this, file, size);
+    file.resize(file.size()); // gives back what was reserved
+    return false;
+#else
+    return growsWithZeros(*this, file, size);
+#endif
+}
+
+bool Disk::truncate(QFileDevice &file, qint64 size)
+{
+    return file.resize(size);
 }
 
 bool Disk::sync(QFileDevice &file)
@@ -30,15 +91,20 @@ bool Disk::sync(QFileDevice &file)
 #endif
 }
 
+bool Disk::syncFolder(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    return flushPath(QFileInfo(path).absolutePath(), fsync);
+#else
+    Q_UNUSED(path)
+    return true;
+#endif
+}
+
 bool Disk::syncVolume(const QString &path)
 {
 #ifdef Q_OS_LINUX
-    const int fd = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (fd < 0)
-        return false;
-    const bool synced = syncfs(fd) == 0;
-    close(fd);
-    return synced;
+    return flushPath(path, syncfs);
 #else
     Q_UNUSED(path)
     return true;
@@ -46,6 +112,40 @@ bool Disk::syncVolume(const QString &path)
 }
 
 bool Disk::replace(const QString &from, const QString &to)
+{
+    if (losesReplacedFiles(to) && QFileInfo::exists(to))
+        return replaceKeepingOld(from, to);
+    return rename(from, to);
+}
+
+bool Disk::remove(const QString &path)
+{
+    return QFile::remove(path) || !QFileInfo::exists(path);
+}
+
+void Disk::inherit(QFileDevice &file, const QFileDevice &model)
+{
+#ifdef Q_OS_UNIX
+    struct stat status;
+    if (fstat(model.handle(), &status) != 0)
+        return;
+    // The mode comes last, since a change of owner takes some of its bits away.
+    if (fchown(file.handle(), status.st_uid, status.st_gid) != 0)
+        qDebug() << "[Disk::inherit] owner not kept:" << file.fileName();
+    if (fchmod(file.handle(), status.st_mode & 07777) != 0)
+        qDebug() << "[Disk::inherit] permissions not kept:" << file.fileName();
+#else
+    file.setPermissions(model.permissions());
+#endif
+}
+
+Disk &Disk::real()
+{
+    static Disk disk;
+    return disk;
+}
+
+bool Disk::rename(const QString &from, const QString &to)
 {
 #ifdef Q_OS_WIN
     const auto wide = [](const QString &path) {
@@ -58,13 +158,35 @@ bool Disk::replace(const QString &from, const QString &to)
 #endif
 }
 
-bool Disk::remove(const QString &path)
+bool Disk::losesReplacedFiles(const QString &path) const
 {
-    return QFile::remove(path) || !QFileInfo::exists(path);
+#ifdef Q_OS_LINUX
+    constexpr decltype(statfs::f_type) magics[] = {0x4d44, 0x2011BAB0}; // FAT, exFAT
+    struct statfs volume;
+    if (statfs(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), &volume) != 0)
+        return false;
+    return std::find(std::cbegin(magics), std::cend(magics), volume.f_type) != std::cend(magics);
+#else
+    Q_UNUSED(path)
+    return false;
+#endif
 }
 
-Disk &Disk::real()
+bool Disk::replaceKeepingOld(const QString &from, const QString &to)
 {
-    static Disk disk;
-    return disk;
+    const QString old = freeName(to, QStringLiteral(".bak"));
+    if (!syncVolume(from) || !rename(to, old))
+        return false;
+    const bool isNamed = rename(from, to);
+    if (!isNamed || !syncVolume(to)) {
+        if (isNamed)
+            rename(to, from);
+        if (!rename(old, to))
+            qDebug() << "[Disk::replace] WARNING: the old file is now called" << old;
+        return false;
+    }
+    // The new file is safe; one that stays behind is only in the way.
+    if (!remove(old) || !syncVolume(to))
+        qDebug() << "[Disk::replace] WARNING: can't be removed:" << old;
+    return true;
 }

@@ -21,18 +21,46 @@ public:
      * is missing. */
     virtual bool write(QFileDevice &file, const QByteArray &bytes);
 
+    /** Makes sure that the file can grow to \a size bytes, without changing what it holds. False:
+     * no room, and the file is as it was. */
+    virtual bool reserve(QFileDevice &file, qint64 size);
+
+    /** Cuts the file to \a size bytes. */
+    virtual bool truncate(QFileDevice &file, qint64 size);
+
     /** Waits until the file's bytes are on the medium. A dead card is first noticed here. */
     virtual bool sync(QFileDevice &file);
+
+    /** Waits until the names in the folder of \a path are on the medium. */
+    virtual bool syncFolder(const QString &path);
 
     /** Waits until everything written to the volume that holds \a path, names included, is on the
      * medium. */
     virtual bool syncVolume(const QString &path);
 
-    /** Gives the file \a from the name \a to in one step, taking the place of an existing file. */
+    /**
+     * Gives the file \a from, which is on the medium, the name \a to, taking the place of an
+     * existing file. One step where the file system can do it in one; on FAT, where that loses
+     * files, the old one is kept under \a to + ".bak" until the new one is safe. False: \a to is
+     * what it was.
+     */
     virtual bool replace(const QString &from, const QString &to);
 
     /** Removes a file; true when it is gone, also when it was not there. */
     virtual bool remove(const QString &path);
 
+    /** Gives a new file the permissions, and where that is allowed the owner, of another. */
+    static void inherit(QFileDevice &file, const QFileDevice &model);
+
     static Disk &real();
+
+protected:
+    /** Gives a file another name, in one step, taking the place of an existing one. */
+    virtual bool rename(const QString &from, const QString &to);
+
+    /** True where a rename over an existing file can lose both (FAT, exFAT). */
+    virtual bool losesReplacedFiles(const QString &path) const;
+
+private:
+    bool replaceKeepingOld(const QString &from, const QString &to);
 };

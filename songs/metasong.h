@@ -8,6 +8,10 @@
 
 #include <QStringList>
 
+QT_BEGIN_NAMESPACE
+class QFile;
+QT_END_NAMESPACE
+
 /** One song file in memory: the only class that knows which format keeps which field where. */
 class MetaSong
 {
@@ -49,9 +53,20 @@ public:
     static QStringList keyList();
 
 private:
+    bool importMfx(const QByteArray &bytes);
+    bool importMidi(const QByteArray &bytes);
+    bool importMp3(QFile &file, const QByteArray &start);
+
+    bool isMidi() const { return m_format == Midi0 || m_format == Midi1; }
+    bool isMfx() const { return m_format >= Mf3 && m_format <= Mf5; }
+    /** The MIDI bytes as an MFx file of this version holds them, before compression. */
+    QByteArray mfxStream() const;
+    QByteArray image() const;
+
     Disk &m_disk;
     Id3v2Tag m_tag;
     MfxHeader m_header;
     RawMidiFile m_midi;
     int m_format = Unknown;
+    QByteArray m_oldStart; ///< of the MP3 that was imported: its tag as it was
 };

@@ -1,0 +1,25 @@
+#include "songs/filebytes.h"
+
+#include <QFileDevice>
+
+#include <new>
+
+bool FileBytes::readUpTo(QFileDevice &file, qint64 size, QByteArray &bytes)
+{
+    const int begun = bytes.size();
+    if (size <= begun)
+        return true;
+    if (size > maxSize)
+        return false;
+    try {
+        bytes.resize(int(size));
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+    return file.read(bytes.data() + begun, size - begun) == size - begun;
+}
+
+bool FileBytes::readAll(QFileDevice &file, QByteArray &bytes)
+{
+    return readUpTo(file, file.size(), bytes);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+
+QT_BEGIN_NAMESPACE
+class QFileDevice;
+QT_END_NAMESPACE
+
+/** Reads that are complete or have failed. */
+namespace FileBytes {
+
+/** No song is larger, and what an array of bytes can hold is little more. */
+constexpr qint64 maxSize = 2'000'000'000;
+
+/** Reads on from the file's position until \a bytes, which may hold its first ones already, has
+ * \a size of them. False: fewer could be read, or they do not fit into memory. */
+bool readUpTo(QFileDevice &file, qint64 size, QByteArray &bytes);
+
+/** Reads on to the end of the file. */
+bool readAll(QFileDevice &file, QByteArray &bytes);
+
+} // namespace FileBytes
