@@ -3,7 +3,8 @@
 
 QVector<Command> allCommands()
 {
-    return {backupCommand(), catalogueCommand()};
+    return {infoCommand(),  editCommand(), syncCommand(),    backupCommand(),   transferCommand(),
+            indexCommand(), listCommand(), extractCommand(), catalogueCommand()};
 }
 
 Option recursiveOption()

@@ -69,10 +69,10 @@ QString ProgressLine::text() const
     if (m_maximum <= 0)
         return label + QString::number(m_value);
     const QString count = label + Cli::tr("%1 di %2").arg(m_value).arg(m_maximum);
-    const qint64 elapsed = m_sinceBegin.elapsed();
-    if (m_value <= 0 || elapsed <= 0)
+    if (m_value <= 0)
         return count;
-    const double perSecond = 1000.0 * m_value / static_cast<double>(elapsed);
+    const double seconds = static_cast<double>(m_sinceBegin.nsecsElapsed()) / 1e9;
+    const double perSecond = m_value / seconds;
     const auto left = static_cast<qint64>((m_maximum - m_value) / perSecond + 0.5);
     return count
         + Cli::tr(", %1/s, ancora %2").arg(perSecond, 0, 'f', 1).arg(minutesAndSeconds(left));

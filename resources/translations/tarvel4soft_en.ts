@@ -404,4 +404,303 @@
         <translation>whether to replace songs that exist already</translation>
     </message>
 </context>
+<context>
+    <name>DeviceTransfer</name>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Transfer</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile copiare uno o più file</source>
+        <translation>One or more files could not be copied</translation>
+    </message>
+    <message>
+        <source>Tutti i file sono stati copiati correttamente</source>
+        <translation>All files were copied correctly</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sul disco di sistema</source>
+        <translation>Files can&apos;t be copied to the system disk</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
+        <translation>Files can&apos;t be copied to the root folder; create or choose a subfolder</translation>
+    </message>
+    <message>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</source>
+        <translation>The folders BRIDGE, SFX and PLAYLIST are reserved and can&apos;t be used; choose another folder</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Transferring files...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Update</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Updating the database...</translation>
+    </message>
+</context>
+<context>
+    <name>Index</name>
+    <message>
+        <source>Impossibile leggere: </source>
+        <translation>Can&apos;t be read: </translation>
+    </message>
+    <message>
+        <source>File non importato, path troppo lungo: </source>
+        <translation>File not imported, path too long: </translation>
+    </message>
+</context>
+<context>
+    <name>IndexVerifier</name>
+    <message>
+        <source>Il file non si può leggere</source>
+        <translation>The file can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>Il record è incompleto</source>
+        <translation>The record is cut off</translation>
+    </message>
+    <message>
+        <source>Dopo il testo ci sono altri byte</source>
+        <translation>There are other bytes after the text</translation>
+    </message>
+    <message>
+        <source>Il numero %1 non è di nessuna song</source>
+        <translation>Number %1 belongs to no song</translation>
+    </message>
+    <message>
+        <source>Il numero %1 è usato due volte</source>
+        <translation>Number %1 is used twice</translation>
+    </message>
+    <message>
+        <source>Il numero %1 non c&apos;è</source>
+        <translation>Number %1 is missing</translation>
+    </message>
+    <message>
+        <source>Il numero %1 non è quello del record</source>
+        <translation>Number %1 is not that of the record</translation>
+    </message>
+    <message>
+        <source>Il percorso non è valido</source>
+        <translation>The path is not valid</translation>
+    </message>
+    <message>
+        <source>La song non esiste: %1</source>
+        <translation>The song does not exist: %1</translation>
+    </message>
+    <message>
+        <source>Il percorso della song è %1</source>
+        <translation>The path of the song is %1</translation>
+    </message>
+    <message>
+        <source>La data o l&apos;ora non sono quelle della song: %1</source>
+        <translation>The date or time is not that of the song: %1</translation>
+    </message>
+    <message>
+        <source>La song non è nell&apos;indice: %1</source>
+        <translation>The song is not in the index: %1</translation>
+    </message>
+    <message>
+        <source>I record sono %1 e non %2</source>
+        <translation>There are %1 records and not %2</translation>
+    </message>
+    <message>
+        <source>Qui non sta questa song</source>
+        <translation>This is not the place of this song</translation>
+    </message>
+    <message>
+        <source>Il titolo è vuoto</source>
+        <translation>The title is empty</translation>
+    </message>
+    <message>
+        <source>Il titolo non è in ordine</source>
+        <translation>The title is out of order</translation>
+    </message>
+    <message>
+        <source>L&apos;attributo %1 non è valido</source>
+        <translation>Attribute %1 is not valid</translation>
+    </message>
+    <message>
+        <source>Il primo record non è di un interprete</source>
+        <translation>The first record is not an artist&apos;s</translation>
+    </message>
+    <message>
+        <source>L&apos;interprete non è in ordine</source>
+        <translation>The artist is out of order</translation>
+    </message>
+    <message>
+        <source>Il gruppo precedente ha %1 song</source>
+        <translation>The group before it has %1 songs</translation>
+    </message>
+    <message>
+        <source>Il gruppo ha %1 song</source>
+        <translation>The group has %1 songs</translation>
+    </message>
+    <message>
+        <source>Il gruppo è vuoto</source>
+        <translation>The group is empty</translation>
+    </message>
+    <message>
+        <source>L&apos;interprete ha già un gruppo</source>
+        <translation>The artist has a group already</translation>
+    </message>
+    <message>
+        <source>Il record non è quello dei titoli</source>
+        <translation>The record is not the one of the titles</translation>
+    </message>
+    <message>
+        <source>Il file non è lungo %1 byte</source>
+        <translation>The file is not %1 bytes long</translation>
+    </message>
+    <message>
+        <source>La lettera &quot;%1&quot; non è al suo posto</source>
+        <translation>The letter &quot;%1&quot; is not in its place</translation>
+    </message>
+    <message>
+        <source>I titoli sono %1</source>
+        <translation>There are %1 titles</translation>
+    </message>
+    <message>
+        <source>Gli interpreti sono %1</source>
+        <translation>There are %1 artists</translation>
+    </message>
+    <message>
+        <source>Un numero riservato non è zero</source>
+        <translation>A reserved number is not zero</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryBackup</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Backup eseguito correttamente</source>
+        <translation>Backup done correctly</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Backing up the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Backup FALLITO !!!</source>
+        <translation>Backup FAILED !!!</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryImport</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Reading files</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importing the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryUpdate</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating files</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>RowEditor</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating files</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>SongListWriter</name>
+    <message>
+        <source>TITOLO</source>
+        <translation>TITLE</translation>
+    </message>
+    <message>
+        <source>ARTISTA</source>
+        <translation>ARTIST</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>UserSongsRelTableModel</name>
+    <message>
+        <source>Num</source>
+        <translation>Num</translation>
+    </message>
+    <message>
+        <source>Formato</source>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Length</translation>
+    </message>
+    <message>
+        <source>Bpm</source>
+        <translation>Bpm</translation>
+    </message>
+    <message>
+        <source>Tonalita&apos;</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>Nome file</source>
+        <translation>File name</translation>
+    </message>
+</context>
 </TS>

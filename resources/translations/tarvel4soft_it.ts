@@ -404,4 +404,303 @@
         <translation>se sostituire le song che esistono già</translation>
     </message>
 </context>
+<context>
+    <name>DeviceTransfer</name>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Trasferimento</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile copiare uno o più file</source>
+        <translation>Non è stato possibile copiare uno o più file</translation>
+    </message>
+    <message>
+        <source>Tutti i file sono stati copiati correttamente</source>
+        <translation>Tutti i file sono stati copiati correttamente</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sul disco di sistema</source>
+        <translation>Non è possibile copiare i file sul disco di sistema</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
+        <translation>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</translation>
+    </message>
+    <message>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</source>
+        <translation>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Trasferimento file...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Aggiornamento</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Aggiornamento database...</translation>
+    </message>
+</context>
+<context>
+    <name>Index</name>
+    <message>
+        <source>Impossibile leggere: </source>
+        <translation>Impossibile leggere: </translation>
+    </message>
+    <message>
+        <source>File non importato, path troppo lungo: </source>
+        <translation>File non importato, path troppo lungo: </translation>
+    </message>
+</context>
+<context>
+    <name>IndexVerifier</name>
+    <message>
+        <source>Il file non si può leggere</source>
+        <translation>Il file non si può leggere</translation>
+    </message>
+    <message>
+        <source>Il record è incompleto</source>
+        <translation>Il record è incompleto</translation>
+    </message>
+    <message>
+        <source>Dopo il testo ci sono altri byte</source>
+        <translation>Dopo il testo ci sono altri byte</translation>
+    </message>
+    <message>
+        <source>Il numero %1 non è di nessuna song</source>
+        <translation>Il numero %1 non è di nessuna song</translation>
+    </message>
+    <message>
+        <source>Il numero %1 è usato due volte</source>
+        <translation>Il numero %1 è usato due volte</translation>
+    </message>
+    <message>
+        <source>Il numero %1 non c&apos;è</source>
+        <translation>Il numero %1 non c&apos;è</translation>
+    </message>
+    <message>
+        <source>Il numero %1 non è quello del record</source>
+        <translation>Il numero %1 non è quello del record</translation>
+    </message>
+    <message>
+        <source>Il percorso non è valido</source>
+        <translation>Il percorso non è valido</translation>
+    </message>
+    <message>
+        <source>La song non esiste: %1</source>
+        <translation>La song non esiste: %1</translation>
+    </message>
+    <message>
+        <source>Il percorso della song è %1</source>
+        <translation>Il percorso della song è %1</translation>
+    </message>
+    <message>
+        <source>La data o l&apos;ora non sono quelle della song: %1</source>
+        <translation>La data o l&apos;ora non sono quelle della song: %1</translation>
+    </message>
+    <message>
+        <source>La song non è nell&apos;indice: %1</source>
+        <translation>La song non è nell&apos;indice: %1</translation>
+    </message>
+    <message>
+        <source>I record sono %1 e non %2</source>
+        <translation>I record sono %1 e non %2</translation>
+    </message>
+    <message>
+        <source>Qui non sta questa song</source>
+        <translation>Qui non sta questa song</translation>
+    </message>
+    <message>
+        <source>Il titolo è vuoto</source>
+        <translation>Il titolo è vuoto</translation>
+    </message>
+    <message>
+        <source>Il titolo non è in ordine</source>
+        <translation>Il titolo non è in ordine</translation>
+    </message>
+    <message>
+        <source>L&apos;attributo %1 non è valido</source>
+        <translation>L&apos;attributo %1 non è valido</translation>
+    </message>
+    <message>
+        <source>Il primo record non è di un interprete</source>
+        <translation>Il primo record non è di un interprete</translation>
+    </message>
+    <message>
+        <source>L&apos;interprete non è in ordine</source>
+        <translation>L&apos;interprete non è in ordine</translation>
+    </message>
+    <message>
+        <source>Il gruppo precedente ha %1 song</source>
+        <translation>Il gruppo precedente ha %1 song</translation>
+    </message>
+    <message>
+        <source>Il gruppo ha %1 song</source>
+        <translation>Il gruppo ha %1 song</translation>
+    </message>
+    <message>
+        <source>Il gruppo è vuoto</source>
+        <translation>Il gruppo è vuoto</translation>
+    </message>
+    <message>
+        <source>L&apos;interprete ha già un gruppo</source>
+        <translation>L&apos;interprete ha già un gruppo</translation>
+    </message>
+    <message>
+        <source>Il record non è quello dei titoli</source>
+        <translation>Il record non è quello dei titoli</translation>
+    </message>
+    <message>
+        <source>Il file non è lungo %1 byte</source>
+        <translation>Il file non è lungo %1 byte</translation>
+    </message>
+    <message>
+        <source>La lettera &quot;%1&quot; non è al suo posto</source>
+        <translation>La lettera &quot;%1&quot; non è al suo posto</translation>
+    </message>
+    <message>
+        <source>I titoli sono %1</source>
+        <translation>I titoli sono %1</translation>
+    </message>
+    <message>
+        <source>Gli interpreti sono %1</source>
+        <translation>Gli interpreti sono %1</translation>
+    </message>
+    <message>
+        <source>Un numero riservato non è zero</source>
+        <translation>Un numero riservato non è zero</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryBackup</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Backup eseguito correttamente</source>
+        <translation>Backup eseguito correttamente</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Eseguo backup dellla libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+    <message>
+        <source>Backup FALLITO !!!</source>
+        <translation>Backup FALLITO !!!</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryImport</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Lettura file</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importo la libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryUpdate</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+</context>
+<context>
+    <name>RowEditor</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+</context>
+<context>
+    <name>SongListWriter</name>
+    <message>
+        <source>TITOLO</source>
+        <translation>TITOLO</translation>
+    </message>
+    <message>
+        <source>ARTISTA</source>
+        <translation>ARTISTA</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>UserSongsRelTableModel</name>
+    <message>
+        <source>Num</source>
+        <translation>Num</translation>
+    </message>
+    <message>
+        <source>Formato</source>
+        <translation>Formato</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genere</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Durata</translation>
+    </message>
+    <message>
+        <source>Bpm</source>
+        <translation>Bpm</translation>
+    </message>
+    <message>
+        <source>Tonalita&apos;</source>
+        <translation>Tonalita&apos;</translation>
+    </message>
+    <message>
+        <source>Nome file</source>
+        <translation>Nome file</translation>
+    </message>
+</context>
 </TS>

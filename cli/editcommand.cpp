@@ -1,0 +1,168 @@
+#include "cli/command.h"
+#include "cli/songpaths.h"
+#include "cli/songrecord.h"
+#include "cli/texts.h"
+#include "library/songedit.h"
+
+#include <optional>
+
+namespace {
+
+/** The changes that a command line asks for. */
+struct Changes
+{
+    std::optional<QString> title;
+    std::optional<QString> artist;
+    std::optional<QString> genre;
+    std::optional<QString> author;
+    std::optional<QString> key;
+    std::optional<int> length;
+    std::optional<int> bpm;
+    bool titleFromName = false;
+    QVector<Marker> markers;
+
+    bool any() const
+    {
+        return title || artist || genre || author || key || length || bpm || titleFromName
+            || !markers.isEmpty();
+    }
+};
+
+/** Reads the options of an edit; each function gives false where its option makes no sense. */
+class ChangesReader
+{
+public:
+    explicit ChangesReader(const Arguments &arguments)
+        : m_arguments(arguments)
+    {}
+
+    /** What is wrong with the options; empty when nothing is. */
+    QString read(Changes &changes) const
+    {
+        changes.title = text("title");
+        changes.artist = text("artist");
+        changes.genre = text("genre");
+        changes.author = text("author");
+        changes.key = text("key");
+        changes.titleFromName = m_arguments.has("title-from-name");
+        if (changes.title && changes.titleFromName)
+            return Cli::tr("--title e --title-from-name si escludono");
+        if (changes.key && !changes.key->isEmpty() && !RawMidiFile::isKnownKey(*changes.key))
+            return Cli::tr("tonalità sconosciuta: %1").arg(*changes.key);
+        if (!number("length", changes.length))
+            return Cli::tr("--length vuole un numero di secondi");
+        if (!number("bpm", changes.bpm))
+            return Cli::tr("--bpm vuole un numero");
+        if (!markers(changes.markers))
+            return Cli::tr("--add-marker vuole BATTUTA:TESTO, con una battuta da 1 a 65535");
+        return changes.any() ? QString() : Cli::tr("non c'è nulla da modificare");
+    }
+
+private:
+    std::optional<QString> text(const char *option) const
+    {
+        if (!m_arguments.has(option))
+            return std::nullopt;
+        return m_arguments.value(option).trimmed(); // as the edit dialog takes it
+    }
+
+    bool number(const char *option, std::optional<int> &number) const
+    {
+        if (!m_arguments.has(option))
+            return true;
+        bool isNumber = false;
+        number = m_arguments.value(option).toInt(&isNumber);
+        return isNumber && *number >= 0;
+    }
+
+    bool markers(QVector<Marker> &markers) const
+    {
+        for (const QString &value : m_arguments.values("add-marker")) {
+            const int colon = value.indexOf(QLatin1Char(':'));
+            const quint16 bar = value.left(colon).toUShort();
+            const QString label = value.mid(colon + 1).trimmed();
+            if (colon < 0 || bar == 0 || label.isEmpty())
+                return false;
+            markers.append({bar, label});
+        }
+        return true;
+    }
+
+    const Arguments &m_arguments;
+};
+
+SongInfo changed(SongInfo info, const Changes &changes, const QString &path)
+{
+    info.title =
+        changes.titleFromName ? SongEdit::titleFromPath(path) : changes.title.value_or(info.title);
+    info.artist = changes.artist.value_or(info.artist);
+    info.genre = changes.genre.value_or(info.genre);
+    info.author = changes.author.value_or(info.author);
+    info.key = changes.key.value_or(info.key);
+    info.length = changes.length.value_or(info.length);
+    info.bpm = changes.bpm.value_or(info.bpm);
+    return info;
+}
+
+/** Why a song was not edited; null when it was. */
+const char *edit(SongEdit &song, const SongPath &path, const Changes &changes)
+{
+    if (!song.load(path.file))
+        return unknownFile;
+    // Each goes ahead of those present, the last one first.
+    for (auto marker = changes.markers.crbegin(); marker != changes.markers.crend(); ++marker) {
+        if (!song.addMarker(marker->text, marker->bar))
+            return "Takes no marker";
+    }
+    return song.save(changed(song.info(), changes, path.file)) ? nullptr : "Not saved";
+}
+
+ExitStatus runEdit(const Arguments &arguments, Session &session)
+{
+    Changes changes;
+    const QString problem = ChangesReader(arguments).read(changes);
+    if (!problem.isEmpty())
+        return wrongUsage(session, problem);
+    SongPaths paths(session.host);
+    if (!paths.collect(arguments.operands(), false))
+        return ExitStatus::Failed;
+
+    bool anyFailed = false;
+    int done = 0;
+    session.host.beginProgress({QString(), Cli::tr("Modifica..."), QString()},
+                               paths.songs().size());
+    for (const SongPath &path : paths.songs()) {
+        if (session.host.wasCancelled())
+            break;
+        SongEdit song;
+        const char *error = edit(song, path, changes);
+        anyFailed = anyFailed || error;
+        session.records.write(error ? errorRecord(path.given, error)
+                                    : songRecord(path.given, song.info()));
+        session.host.setProgress(++done);
+    }
+    return anyFailed ? ExitStatus::SomeFailed : ExitStatus::Done;
+}
+
+} // namespace
+
+Command editCommand()
+{
+    return {"edit",
+            "PATH...",
+            QT_TRANSLATE_NOOP("Cli", "Corregge i dati delle song a mano."),
+            {{"title", Option::Text, "T", QT_TRANSLATE_NOOP("Cli", "titolo")},
+             {"artist", Option::Text, "A", QT_TRANSLATE_NOOP("Cli", "interprete")},
+             {"genre", Option::Text, "G", QT_TRANSLATE_NOOP("Cli", "genere musicale")},
+             {"author", Option::Text, "U", QT_TRANSLATE_NOOP("Cli", "autore")},
+             {"length", Option::Text, "SECONDS", QT_TRANSLATE_NOOP("Cli", "durata in secondi")},
+             {"bpm", Option::Text, "N", QT_TRANSLATE_NOOP("Cli", "battiti al minuto")},
+             {"key", Option::Text, "K", QT_TRANSLATE_NOOP("Cli", "tonalità, come Bb oppure A-")},
+             {"title-from-name", Option::Flag, nullptr,
+              QT_TRANSLATE_NOOP("Cli", "prende il titolo dal nome del file")},
+             {"add-marker", Option::Text, "BAR:TEXT",
+              QT_TRANSLATE_NOOP("Cli", "aggiunge un marker; può essere ripetuta")}},
+            1,
+            INT_MAX,
+            runEdit};
+}

@@ -1,0 +1,97 @@
+#include "cli/command.h"
+#include "cli/texts.h"
+#include "indexer/index.h"
+#include "indexer/indexverifier.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+
+namespace {
+
+void showProgress(const Index &index, TerminalHost &host)
+{
+    QObject::connect(&index, &Index::fileFoundChanged,
+                     [&host](int count) { host.setProgressValue(count); });
+    QObject::connect(&index, &Index::progressMaxSetup,
+                     [&host](int maximum) { host.setProgressMaximum(maximum); });
+    QObject::connect(&index, &Index::progressValueChanged,
+                     [&host](int value) { host.setProgressValue(value); });
+}
+
+ExitStatus build(bool (Index::*job)(const QString &), const QString &root, const QString &given,
+                 Session &session)
+{
+    Index index;
+    showProgress(index, session.host);
+    QStringList errors;
+    QObject::connect(&index, &Index::errorFromIndex,
+                     [&errors](const QString &text) { errors += text; });
+    session.host.beginProgress({QString(), Cli::tr("Indice..."), QString()}, 0);
+    const bool prepared = (index.*job)(root);
+    session.host.endProgress();
+
+    Record record;
+    record.add("root", given);
+    record.add("found", index.found());
+    record.add("changed", index.changed());
+    record.add("prepared", Index::isPrepared(root));
+    record.add("errors", QJsonArray::fromStringList(errors));
+    session.records.write(record);
+    if (index.failed() || (index.found() > 0 && !prepared))
+        return jobFailed(session, Cli::tr("%1: l'indice non è stato scritto").arg(given));
+    return errors.isEmpty() ? ExitStatus::Done : ExitStatus::SomeFailed;
+}
+
+ExitStatus verify(const QString &root, const QString &given, Session &session)
+{
+    if (!Index::isPrepared(root))
+        return jobFailed(session, Cli::tr("%1: la memoria non è preparata").arg(given));
+    const QVector<IndexProblem> problems = IndexVerifier(root).verify();
+    for (const IndexProblem &problem : problems) {
+        Record record;
+        QString line = problem.file;
+        record.add("file", problem.file);
+        if (problem.record >= 0) {
+            record.add("record", problem.record);
+            line += QLatin1Char(' ') + QString::number(problem.record);
+        }
+        record.add("problem", problem.problem);
+        session.records.writeLine(record, line + QLatin1String(": ") + problem.problem);
+    }
+    return problems.isEmpty() ? ExitStatus::Done : ExitStatus::SomeFailed;
+}
+
+ExitStatus runIndex(const Arguments &arguments, Session &session)
+{
+    const QString job = arguments.operands().first();
+    const QString given = arguments.operands().last();
+    const QString root = QDir(Arguments::onDisk(given)).absolutePath();
+    const QStringList jobs{QStringLiteral("update"), QStringLiteral("rebuild"),
+                           QStringLiteral("verify"), QStringLiteral("delete")};
+    if (!jobs.contains(job))
+        return wrongUsage(session, Cli::tr("index vuole update, rebuild, verify oppure delete"));
+    if (!QFileInfo(root).isDir())
+        return jobFailed(session, Cli::tr("%1: non è una cartella").arg(given));
+    if (job == QLatin1String("verify"))
+        return verify(root, given, session);
+    if (job == QLatin1String("delete"))
+        return Index().deleteIndex(root)
+            ? ExitStatus::Done
+            : jobFailed(session, Cli::tr("%1: l'indice non può essere tolto").arg(given));
+    return build(job == QLatin1String("update") ? &Index::update : &Index::rebuild, root, given,
+                 session);
+}
+
+} // namespace
+
+Command indexCommand()
+{
+    return {"index",
+            "(update|rebuild|verify|delete) ROOT",
+            QT_TRANSLATE_NOOP("Cli", "Aggiorna, rifà, controlla o toglie l'indice di una memoria."),
+            {},
+            2,
+            2,
+            runIndex};
+}

@@ -1,0 +1,47 @@
+#include "cli/command.h"
+#include "cli/songpaths.h"
+#include "cli/songrecord.h"
+#include "cli/texts.h"
+#include "songs/metasong.h"
+
+namespace {
+
+ExitStatus runInfo(const Arguments &arguments, Session &session)
+{
+    SongPaths paths(session.host);
+    if (!paths.collect(arguments.operands(), arguments.has("recursive")))
+        return ExitStatus::Failed;
+
+    int done = 0;
+    int unreadable = 0;
+    session.host.beginProgress({QString(), Cli::tr("Lettura..."), QString()}, paths.songs().size());
+    for (const SongPath &path : paths.songs()) {
+        if (session.host.wasCancelled())
+            break;
+        MetaSong song;
+        if (song.importFile(path.file)) {
+            SongInfo info;
+            song.readInfo(info);
+            session.records.write(songRecord(path.given, info));
+        } else {
+            ++unreadable;
+            session.records.write(errorRecord(path.given, unknownFile));
+        }
+        session.host.setProgress(++done);
+    }
+    session.host.endProgress();
+    return unreadable > 0 || paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
+}
+
+} // namespace
+
+Command infoCommand()
+{
+    return {"info",
+            "PATH...",
+            QT_TRANSLATE_NOOP("Cli", "Mostra i dati di ogni song."),
+            {recursiveOption()},
+            1,
+            INT_MAX,
+            runInfo};
+}

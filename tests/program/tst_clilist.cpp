@@ -1,0 +1,109 @@
+#include "fixtures.h"
+#include "programrun.h"
+
+#include <QDir>
+#include <QtTest>
+
+/** `list`: the songs that the player will show. */
+class tst_CliList : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void listsTheSongs_data();
+    void listsTheSongs();
+    void refuses_data();
+    void refuses();
+
+private:
+    QString path(const QString &name) const { return m_folder->filePath(name); }
+
+    QScopedPointer<QTemporaryDir> m_folder;
+};
+
+void tst_CliList::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    QVERIFY(QDir(m_folder->path()).mkpath(QStringLiteral("mem/Pop")));
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("none")));
+    const auto song = [](const char *title, const char *artist) {
+        return Fixtures::midi(Fixtures::meta(0x03, title) + Fixtures::songInfo(2, artist));
+    };
+    QVERIFY(Fixtures::write(path(QStringLiteral("mem/1.mid")), song("Zeta", "Abba")));
+    QVERIFY(Fixtures::write(path(QStringLiteral("mem/2.mid")), song("Perch\xE9", "ABBA")));
+    QVERIFY(Fixtures::write(path(QStringLiteral("mem/Pop/3.mid")), song("Alfa; Uno", "Zucchero")));
+    const Run run = Program(m_folder->path()).shell(QStringLiteral("\"$cli\" index rebuild mem"));
+    QCOMPARE(run.status, 0);
+}
+
+void tst_CliList::listsTheSongs_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QByteArray>("out");
+    const QByteArray header = "TITLE;ARTIST;FILE;\n";
+    const QByteArray alfa = "ALFA; UNO;ZUCCHERO;/Pop/3.mid;\n";
+    const QByteArray perche = "PERCHÉ;ABBA;/2.mid;\n";
+    const QByteArray zeta = "ZETA;ABBA;/1.mid;\n";
+    QTest::newRow("by title") << R"("$cli" list mem)" << header + alfa + perche + zeta;
+    QTest::newRow("by artist, then title")
+        << R"("$cli" list --order artist mem)" << header + perche + zeta + alfa;
+    QTest::newRow("by genre, which the memory does not hold, then title")
+        << R"("$cli" list --order=genre mem)" << header + alfa + perche + zeta;
+    QTest::newRow("into a file") << R"("$cli" list --output l.csv mem; cat l.csv)"
+                                 << header + alfa + perche + zeta;
+    QTest::newRow("UTF-8 whatever the locale")
+        << R"(LC_ALL=C "$cli" list mem)" << header + alfa + perche + zeta;
+    QTest::newRow("with an Italian header") << R"(LC_ALL=it_IT.UTF-8 "$cli" list mem | head -n1)"
+                                            << QByteArray("TITOLO;ARTISTA;FILE;\n");
+    const QByteArray json = R"({"title":"PERCHÉ","artist":"ABBA","file":"/2.mid"})"
+                            "\n"
+                            R"({"title":"ZETA","artist":"ABBA","file":"/1.mid"})"
+                            "\n"
+                            R"({"title":"ALFA; UNO","artist":"ZUCCHERO","file":"/Pop/3.mid"})"
+                            "\n";
+    QTest::newRow("as records") << R"("$cli" list --json --order artist mem)" << json;
+    QTest::newRow("as records into a file")
+        << R"("$cli" list --json --order artist --output l.json mem; cat l.json)" << json;
+}
+
+void tst_CliList::listsTheSongs()
+{
+    QFETCH(QString, line);
+    QFETCH(QByteArray, out);
+    const Run run = Program(m_folder->path()).shell(line);
+    QCOMPARE(run.err, QByteArray());
+    QCOMPARE(run.out, out);
+    QCOMPARE(run.status, 0);
+}
+
+void tst_CliList::refuses_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("status");
+    QTest::newRow("a memory that is not prepared") << "list none" << 3;
+    QTest::newRow("a missing memory") << "list gone" << 3;
+    QTest::newRow("a target in a folder that is missing") << "list --output gone/l.csv mem" << 3;
+    QTest::newRow("a target that is a folder") << "list --output none mem" << 3;
+    QTest::newRow("records into a target that is a folder") << "list --json --output none mem" << 3;
+    QTest::newRow("a full disk") << "list --output /dev/full mem" << 3;
+    QTest::newRow("records on a full disk") << "list --json --output /dev/full mem" << 3;
+    QTest::newRow("an index that can't be read") << "list cut" << 3;
+    QTest::newRow("an unknown order") << "list --order length mem" << 2;
+    QTest::newRow("no memory") << "list" << 2;
+}
+
+void tst_CliList::refuses()
+{
+    QFETCH(QString, line);
+    QFETCH(int, status);
+    const Run run =
+        Program(m_folder->path())
+            .shell(QLatin1String("cp -r mem cut; echo x >>cut/index.id3; \"$cli\" ") + line);
+    QCOMPARE(run.out, QByteArray());
+    QVERIFY(run.err.startsWith("tarvel4soft-cli: "));
+    QCOMPARE(run.status, status);
+}
+
+QTEST_GUILESS_MAIN(tst_CliList)
+#include "tst_clilist.moc"
