@@ -17,7 +17,9 @@ ExitStatus runBackup(const Arguments &arguments, Session &session)
         return ExitStatus::Failed;
 
     LibraryBackup backup(session.host);
-    if (!backup.backupUserLibrary(paths.files()) || session.host.hasNameClash())
+    const bool isComplete = backup.backupUserLibrary(paths.files());
+    sayNotCopied(session, backup.failed());
+    if (!isComplete || session.host.hasNameClash())
         return ExitStatus::Failed;
     Record record;
     record.add("folder", backup.folder());

@@ -45,5 +45,8 @@ Option recursiveOption();
 /** Says what is wrong with the usage, and that nothing was done. */
 ExitStatus wrongUsage(Session &session, const QString &text);
 
+/** Names the songs that could not be copied. */
+void sayNotCopied(Session &session, const QStringList &files);
+
 /** Says why the job could not be done. */
 ExitStatus jobFailed(Session &session, const QString &text);

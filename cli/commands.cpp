@@ -21,6 +21,12 @@ ExitStatus wrongUsage(Session &session, const QString &text)
     return ExitStatus::Usage;
 }
 
+void sayNotCopied(Session &session, const QStringList &files)
+{
+    for (const QString &file : files)
+        session.host.say(Cli::tr("%1: non può essere copiato").arg(file));
+}
+
 ExitStatus jobFailed(Session &session, const QString &text)
 {
     session.host.say(text);

@@ -145,7 +145,9 @@ ExitStatus synchronise(const SongPaths &paths, Session &session, bool dryRun, co
     });
     LibraryBackup backup(session.host);
     const bool hasRows = model.totalRows() > 0;
-    if (hasRows && !update.updateUserLibrary(backup, paths.files()))
+    const bool isComplete = !hasRows || update.updateUserLibrary(backup, paths.files());
+    sayNotCopied(session, backup.failed());
+    if (!isComplete)
         return ExitStatus::Failed;
     report.addRest();
     return report.hasFailures() || paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;

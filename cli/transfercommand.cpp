@@ -32,6 +32,7 @@ ExitStatus transfer(const QStringList &files, const QString &dir, const Volume &
     const DeviceTransfer::Result result = transfer.transferFiles(files, dir);
     if (result == DeviceTransfer::Result::Refused)
         return ExitStatus::Failed;
+    sayNotCopied(session, transfer.failed());
     Record record;
     record.add("copied", transfer.copied());
     record.add("failed", transfer.failures());

@@ -89,7 +89,7 @@ void CopyBatch::removeLeftovers()
 
 CopyBatch::Added CopyBatch::add(const Song &song)
 {
-    Staged staged{QString(), song.destination, QString(), song.companionDestination,
+    Staged staged{song.source,   QString(), song.destination, QString(), song.companionDestination,
                   song.isCounted};
     const Added songAdded = stage(song.source, staged.temporary);
     if (songAdded != Added::Yes)
@@ -123,12 +123,11 @@ void CopyBatch::commit()
         return;
     const bool flushed = flush();
     for (const Staged &song : m_staged) {
-        if (flushed && place(song)) {
-            m_unflushed += song.isCounted;
-            continue;
-        }
-        m_failures += song.isCounted;
-        discard(song);
+        const bool isPlaced = flushed && place(song);
+        if (song.isCounted)
+            (isPlaced ? m_unflushed : m_failed).append(song.source);
+        if (!isPlaced)
+            discard(song);
     }
     m_isDirty = flushed;
     m_staged.clear();
@@ -223,7 +222,10 @@ bool CopyBatch::flush()
     const bool flushed = m_disk.syncVolume(m_folder);
     if (!flushed)
         qDebug() << "[copyFiles] WARNING: not on the medium:" << m_folder;
-    (flushed ? m_copied : m_failures) += m_unflushed;
-    m_unflushed = 0;
+    if (flushed)
+        m_copied += m_unflushed.size();
+    else
+        m_failed += m_unflushed;
+    m_unflushed.clear();
     return flushed;
 }

@@ -46,15 +46,16 @@ public:
     /** Flushes the staged songs and gives them their names; what stood there before is replaced. */
     void commit();
 
-    /** Commits, and flushes the names. Afterwards the two counts are final. */
+    /** Commits, and flushes the names. Afterwards copied() and failed() are final. */
     void finish();
 
     int copied() const { return m_copied; } ///< songs that are on the medium
-    int failures() const { return m_failures; } ///< songs that could not be flushed or named
+    const QStringList &failed() const { return m_failed; } ///< sources not flushed or named
 
 private:
     struct Staged
     {
+        QString source;
         QString temporary;
         QString destination;
         QString companionTemporary;
@@ -76,8 +77,8 @@ private:
     qint64 m_stagedBytes = 0;
     QString m_namePrefix;
     int m_nextName = 0;
-    int m_unflushed = 0; ///< songs that have their name, but not yet for certain on the medium
+    QStringList m_unflushed; ///< sources that have their name, but are not yet on the medium
     bool m_isDirty = false;
     int m_copied = 0;
-    int m_failures = 0;
+    QStringList m_failed;
 };

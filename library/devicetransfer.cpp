@@ -31,7 +31,8 @@ DeviceTransfer::DeviceTransfer(WorkflowHost &host, const Volume &volume, Disk &d
 DeviceTransfer::Result DeviceTransfer::transferFiles(const QStringList &selectedFiles,
                                                      const QString &dir)
 {
-    m_copied = m_failures = m_kept = m_found = 0;
+    m_copied = m_kept = m_found = 0;
+    m_failed.clear();
     m_prepared = false;
     const QString destination = dir.isEmpty() ? dir : destinationFor(QDir::cleanPath(dir));
     if (destination.isEmpty())
@@ -75,7 +76,7 @@ bool DeviceTransfer::copySongs(const QStringList &selectedFiles, const QString &
     FileCopier copier(m_host, m_disk);
     const bool complete = copier.copyFiles(selectedFiles, destination);
     m_copied = copier.copied();
-    m_failures = copier.failures();
+    m_failed = copier.failed();
     m_kept = copier.kept();
     return complete;
 }

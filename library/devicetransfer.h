@@ -24,7 +24,8 @@ public:
     Result transferFiles(const QStringList &selectedFiles, const QString &dir);
 
     int copied() const { return m_copied; }
-    int failures() const { return m_failures; }
+    int failures() const { return m_failed.size(); }
+    const QStringList &failed() const { return m_failed; } ///< the songs that could not be copied
     int kept() const { return m_kept; }
     int found() const { return m_found; } ///< songs that the index counted on the memory
     bool prepared() const { return m_prepared; } ///< the memory's state after the run
@@ -40,7 +41,7 @@ private:
     const Volume &m_volume;
     Disk &m_disk;
     int m_copied = 0;
-    int m_failures = 0;
+    QStringList m_failed;
     int m_kept = 0;
     int m_found = 0;
     bool m_prepared = false;

@@ -62,7 +62,8 @@ bool FileCopier::copyFiles(const QStringList &selectedFiles, const QString &dest
 {
     m_askOverwrite = true;
     m_overwrite = false;
-    m_copied = m_failures = m_kept = 0;
+    m_copied = m_kept = 0;
+    m_failed.clear();
     m_sources.clear();
     m_displaced.clear();
     if (selectedFiles.isEmpty())
@@ -73,13 +74,13 @@ bool FileCopier::copyFiles(const QStringList &selectedFiles, const QString &dest
     const bool complete = copyEach(selectedFiles, destDir, batch);
     batch.finish();
     m_copied += batch.copied();
-    m_failures += batch.failures();
+    m_failed += batch.failed();
     if (!complete) {
         m_copied = 0;
         m_host.endProgress();
         return false;
     }
-    return m_failures == 0;
+    return m_failed.isEmpty();
 }
 
 bool FileCopier::copyEach(const QStringList &selectedFiles, const QString &destDir,
@@ -137,7 +138,7 @@ void FileCopier::addToBatch(const QString &source, const QString &destination, C
             qDebug() << "[copyFiles] WARNING: exists already:" << song.companionDestination;
             song.companionSource.clear();
             song.isCounted = false;
-            ++m_failures;
+            m_failed.append(source);
         }
     }
     CopyBatch::Added added = batch.add(song);
@@ -147,7 +148,7 @@ void FileCopier::addToBatch(const QString &source, const QString &destination, C
         added = batch.add(song);
     }
     if (added != CopyBatch::Added::Yes && song.isCounted)
-        ++m_failures;
+        m_failed.append(source);
 }
 
 bool FileCopier::mayReplace(const QString &source, const QString &destination)

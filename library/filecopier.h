@@ -22,7 +22,8 @@ public:
     bool copyFiles(const QStringList &selectedFiles, const QString &destDir);
 
     int copied() const { return m_copied; } ///< songs counted as transferred; 0 after a cancel
-    int failures() const { return m_failures; } ///< copies that failed
+    int failures() const { return m_failed.size(); } ///< copies that failed
+    const QStringList &failed() const { return m_failed; } ///< and the songs they were of
     int kept() const { return m_kept; } ///< songs left as they were at the destination
 
     /** Sources of the last run whose name another song has at the destination, as the user chose.
@@ -40,7 +41,7 @@ private:
     bool m_askOverwrite = true;
     bool m_overwrite = false;
     int m_copied = 0;
-    int m_failures = 0;
+    QStringList m_failed;
     int m_kept = 0;
     QHash<QString, QString> m_sources; ///< by case-folded destination
     QStringList m_displaced;

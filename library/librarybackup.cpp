@@ -18,6 +18,7 @@ bool LibraryBackup::backupUserLibrary(const QStringList &selectedFiles)
 {
     m_folder.clear();
     m_copied = 0;
+    m_failed.clear();
     const BackupChoice choice = m_host.askBackup();
     if (choice.action == BackupChoice::ProceedWithout)
         return true;
@@ -64,6 +65,7 @@ bool LibraryBackup::copyInto(const QString &folder, const QStringList &selectedF
     const bool complete = copier.copyFiles(selectedFiles, folder);
     m_host.endProgress();
     m_copied = copier.copied();
+    m_failed = copier.failed();
     // Two songs of one name: the user's answers decide which the folder holds, and the log says so.
     for (const QString &path : copier.displaced())
         qDebug() << "[BACKUP] WARNING: not in the backup, as chosen:" << path;

@@ -28,6 +28,7 @@ public:
     /** The folder of the last backup; empty where none was made or it failed. */
     const QString &folder() const { return m_folder; }
     int copied() const { return m_copied; }
+    const QStringList &failed() const { return m_failed; } ///< the songs that could not be copied
 
     /** Songs that don't fit into one flat folder together: pairs of paths with the same file name,
      * without regard to case. */
@@ -42,4 +43,5 @@ private:
     Clock m_clock;
     QString m_folder;
     int m_copied = 0;
+    QStringList m_failed;
 };

@@ -84,6 +84,10 @@
         <translation>nothing was done; --help explains the usage</translation>
     </message>
     <message>
+        <source>%1: non può essere copiato</source>
+        <translation>%1: can&apos;t be copied</translation>
+    </message>
+    <message>
         <source>--title e --title-from-name si escludono</source>
         <translation>--title and --title-from-name exclude each other</translation>
     </message>

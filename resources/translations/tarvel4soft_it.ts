@@ -84,6 +84,10 @@
         <translation>non è stato fatto nulla; --help spiega l&apos;uso</translation>
     </message>
     <message>
+        <source>%1: non può essere copiato</source>
+        <translation>%1: non può essere copiato</translation>
+    </message>
+    <message>
         <source>--title e --title-from-name si escludono</source>
         <translation>--title e --title-from-name si escludono</translation>
     </message>

@@ -1,0 +1,153 @@
+#include "fixtures.h"
+#include "programrun.h"
+
+#include <QDir>
+#include <QtTest>
+
+/** `transfer`: the songs into a memory, and its index up to date. */
+class tst_CliTransfer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void preparesAFolderMemory();
+    void copiesIntoSongsWhereTheRootIsNamed();
+    void decidesAboutSongsThatExist_data();
+    void decidesAboutSongsThatExist();
+    void refuses_data();
+    void refuses();
+    void refusesTheSystemDisk();
+    void saysWhichSongFailed();
+
+private:
+    QString path(const QString &name) const { return m_folder->filePath(name); }
+
+    QScopedPointer<QTemporaryDir> m_folder;
+};
+
+void tst_CliTransfer::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    const Run made = Program(m_folder->path())
+                         .shell(QStringLiteral("mkdir -p lib mem/Pop mem/sfx mem/x/Bridge"));
+    QCOMPARE(made.status, 0);
+    QVERIFY(Fixtures::write(path(QStringLiteral("lib/a.mid")), Fixtures::wholeSong()));
+    QVERIFY(Fixtures::write(path(QStringLiteral("lib/b.kar")), Fixtures::midi()));
+}
+
+void tst_CliTransfer::preparesAFolderMemory()
+{
+    const Run run = Program(m_folder->path())
+                        .shell(QStringLiteral("\"$cli\" transfer --json --quiet --to mem/Pop "
+                                              "--memory mem --recursive lib && \"$cli\" index "
+                                              "verify mem && cmp lib/a.mid mem/Pop/a.mid"));
+    QCOMPARE(run.err, QByteArray());
+    QCOMPARE(run.out,
+             QByteArray(R"({"copied":2,"failed":0,"kept":0,"found":2,"prepared":true})"
+                        "\n"));
+    QCOMPARE(run.status, 0);
+}
+
+void tst_CliTransfer::copiesIntoSongsWhereTheRootIsNamed()
+{
+    const Run run = Program(m_folder->path())
+                        .shell(QStringLiteral("cd mem; \"$cli\" transfer --to . --memory ../mem/. "
+                                              "../lib/a.mid; cd ..; find mem -name a.mid"));
+    QVERIFY(run.out.contains("copied: 1\n"));
+    QVERIFY(run.out.endsWith("mem/songs/a.mid\n"));
+}
+
+void tst_CliTransfer::decidesAboutSongsThatExist_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<int>("copied");
+    QTest::addColumn<int>("kept");
+    QTest::newRow("by default they are kept, which is no failure") << "" << 1 << 1;
+    QTest::newRow("no by option") << "--overwrite=no" << 1 << 1;
+    QTest::newRow("yes by option") << "--overwrite yes" << 2 << 0;
+}
+
+void tst_CliTransfer::decidesAboutSongsThatExist()
+{
+    QFETCH(QString, option);
+    QFETCH(int, copied);
+    QFETCH(int, kept);
+    QVERIFY(Fixtures::write(path(QStringLiteral("mem/Pop/a.mid")), "old"));
+    const Run run = Program(m_folder->path())
+                        .shell(QStringLiteral("yes | \"$cli\" transfer --json --to mem/Pop "
+                                              "--memory mem %1 --recursive lib")
+                                   .arg(option));
+    QCOMPARE(run.status, 0);
+    QCOMPARE(run.records().value(0).value(QStringLiteral("copied")).toInt(), copied);
+    QCOMPARE(run.records().value(0).value(QStringLiteral("kept")).toInt(), kept);
+    QCOMPARE(Fixtures::read(path(QStringLiteral("mem/Pop/a.mid"))) == "old", kept == 1);
+}
+
+void tst_CliTransfer::refuses_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("message");
+    QTest::newRow("without a destination") << "--memory mem lib/a.mid" << 2 << QByteArray("--to");
+    QTest::newRow("asking where there is nobody")
+        << "--to mem/Pop --memory mem --overwrite ask lib/a.mid" << 2 << QByteArray("--overwrite");
+    QTest::newRow("a destination that is missing")
+        << "--to mem/gone --memory mem lib/a.mid" << 3 << QByteArray("mem/gone");
+    QTest::newRow("a memory that is missing")
+        << "--to mem/Pop --memory gone lib/a.mid" << 3 << QByteArray("gone");
+    QTest::newRow("a destination outside the memory")
+        << "--to lib --memory mem lib/a.mid" << 3 << QByteArray("lib");
+    QTest::newRow("a destination beside the memory whose name begins like it")
+        << "--to mem/../mem2 --memory mem lib/a.mid" << 3 << QByteArray("mem2");
+    QTest::newRow("a reserved folder")
+        << "--to mem/sfx --memory mem lib/a.mid" << 3 << QByteArray("SFX");
+    QTest::newRow("a reserved folder, with a slash at its end")
+        << "--to mem/x/Bridge/ --memory mem lib/a.mid" << 3 << QByteArray("BRIDGE");
+    QTest::newRow("a reserved folder, by way of a link")
+        << "--to mem/link --memory mem lib/a.mid" << 3 << QByteArray("SFX");
+    QTest::newRow("a song that is missing")
+        << "--to mem/Pop --memory mem lib/a.mid gone.mid" << 3 << QByteArray("gone.mid");
+}
+
+void tst_CliTransfer::refuses()
+{
+    QFETCH(QString, line);
+    QFETCH(int, status);
+    QFETCH(QByteArray, message);
+    const Run run = Program(m_folder->path())
+                        .shell(QLatin1String("mkdir mem2; ln -s sfx mem/link; find mem >before\n"
+                                             "\"$cli\" transfer ")
+                               + line + QLatin1String("; s=$?; find mem | diff before -; exit $s"));
+    QCOMPARE(run.out, QByteArray());
+    QVERIFY2(run.err.contains(message), run.err.constData());
+    QCOMPARE(run.status, status);
+}
+
+void tst_CliTransfer::refusesTheSystemDisk()
+{
+    const QFileInfo system(QStringLiteral("/usr/share"));
+    if (!system.isDir())
+        QSKIP("there is no /usr/share here");
+    const Run run = Program(m_folder->path())
+                        .shell(QStringLiteral("\"$cli\" transfer --to /usr/share lib/a.mid"));
+    QCOMPARE(run.out, QByteArray());
+    QVERIFY(!run.err.isEmpty());
+    QCOMPARE(run.status, 3);
+    QVERIFY(!QFile::exists(QStringLiteral("/usr/share/a.mid")));
+}
+
+void tst_CliTransfer::saysWhichSongFailed()
+{
+    const Run run = Program(m_folder->path())
+                        .shell(QStringLiteral("truncate -s 9000 lib/big.mid; ulimit -f 4; \"$cli\" "
+                                              "transfer --json --to mem/Pop --memory mem "
+                                              "--recursive lib; s=$?; ls mem/Pop; exit $s"));
+    QVERIFY(run.out.startsWith(R"({"copied":2,"failed":1,"kept":0,)"));
+    QVERIFY(run.out.endsWith("}\na.mid\nb.kar\n"));
+    QVERIFY2(run.err.contains("lib/big.mid"), run.err.constData());
+    QCOMPARE(run.status, 1);
+}
+
+QTEST_GUILESS_MAIN(tst_CliTransfer)
+#include "tst_clitransfer.moc"
