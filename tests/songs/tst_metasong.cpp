@@ -1,8 +1,8 @@
 #include "songs/filebytes.h"
 #include "songs/metasong.h"
 
-#include "logcapture.h"
 #include "mfxbytes.h"
+#include "tests/library/logcapture.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

@@ -1,7 +1,7 @@
 #include "songs/rawmidifile.h"
 
-#include "logcapture.h"
 #include "songbytes.h"
+#include "tests/library/logcapture.h"
 
 #include <QtTest>
 
