@@ -25,16 +25,17 @@ bool InPlaceRewrite::write(const QByteArray &image)
     // A full disk shows here, before the first old byte is touched.
     if (!m_disk.reserve(m_file, image.size())) {
         qDebug() << "[MetaSong::saveToFile] No room for the new bytes, the old ones are kept:"
-                 << m_file.fileName() << m_file.errorString();
-        return false;
-    }
-    if (overwrite(image)) {
+                 << m_file.fileName();
+    } else if (overwrite(image)) {
         m_permission.keep();
         return true;
+    } else {
+        qDebug() << "[MetaSong::saveToFile] Impossible to write all bytes, the old ones go back:"
+                 << m_file.fileName() << m_file.errorString();
+        putBack();
     }
-    qDebug() << "[MetaSong::saveToFile] Impossible to write all bytes, putting the old ones back:"
-             << m_file.fileName() << m_file.errorString();
-    putBack();
+    if (m_isNew)
+        m_disk.remove(m_file.fileName());
     return false;
 }
 
