@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
+
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
@@ -30,20 +32,19 @@ constexpr int tempoSize = 3;
 /** The first bytes of a regular file; \a opened tells an unreadable file from an empty one. */
 QByteArray firstBytes(const QString &path, bool &opened)
 {
-    QByteArray bytes(bytesRead, Qt::Uninitialized);
+    std::array<char, bytesRead> buffer;
 #ifdef Q_OS_UNIX
     const int file =
         open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    const ssize_t count = file < 0 ? -1 : ::read(file, bytes.data(), bytesRead);
+    const ssize_t count = file < 0 ? -1 : ::read(file, buffer.data(), buffer.size());
     if (file >= 0)
         close(file);
 #else
     QFile file(path);
-    const qint64 count = file.open(QIODevice::ReadOnly) ? file.read(bytes.data(), bytesRead) : -1;
+    const qint64 count = file.open(QIODevice::ReadOnly) ? file.read(buffer.data(), bytesRead) : -1;
 #endif
     opened = count >= 0;
-    bytes.truncate(static_cast<int>(qMax<qint64>(count, 0)));
-    return bytes;
+    return QByteArray(buffer.data(), static_cast<int>(qMax<qint64>(count, 0)));
 }
 
 QString id3Text(const QByteArray &bytes, Id3Format::Frame frame)
