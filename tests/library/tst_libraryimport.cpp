@@ -1,0 +1,261 @@
+#include "library/libraryimport.h"
+
+#include "library/usersettings.h"
+
+#include "logcapture.h"
+#include "testlibrary.h"
+#include "tests/songs/mfxbytes.h"
+
+#include <QSettings>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+using namespace SongBytes;
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+const char begin[] = "begin Lettura file|Importo la libreria...|Interrompi|%1";
+
+} // namespace
+
+class tst_LibraryImport : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void readableSongsBecomeRows();
+    void publishersSongsAreCounted_data();
+    void publishersSongsAreCounted();
+    void unreadableFilesAreCountedAndSkipped();
+    void theLogTellsEachFile();
+    void anImportClearsTheOldRows();
+    void aTableThatCantBeClearedAbortsTheImport();
+    void theCancelButtonIsNotLookedAt();
+    void sameNamesInTwoFoldersAreTwoRows();
+    void noFilesGiveAnEmptyTable();
+    void theSummaryAsksAndKeepsItsBox_data();
+    void theSummaryAsksAndKeepsItsBox();
+    void theSummaryIsSilentWhereTheSettingSaysSo();
+
+private:
+    QScopedPointer<TestLibrary> m_library;
+};
+
+void tst_LibraryImport::init()
+{
+    QSettings(QStringLiteral("kvaro"), QStringLiteral("tarvel4soft")).clear();
+    m_library.reset();
+    m_library.reset(new TestLibrary({}));
+}
+
+void tst_LibraryImport::readableSongsBecomeRows()
+{
+    const QString path =
+        m_library->add(text("a song.mid"),
+                       midi0(meta(3, "Azzurro") + songInfo(1, "POP") + songInfo(2, "CELENTANO")
+                             + songInfo(3, "CONTE") + songInfo(4, "185") + songInfo(5, "120")
+                             + meta(0x59, hex("0001"))));
+    m_library->add(text("b.mp3"), tag(frame("TIT2", "Ciao")) + audio());
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary(m_library->files()));
+
+    QCOMPARE(import.counts().found, 2);
+    QCOMPARE(import.counts().unknown, 0);
+    QCOMPARE(m_library->model().totalRows(), 2);
+    QCOMPARE(m_library->cell(0, "id"), text("1"));
+    QCOMPARE(m_library->cell(0, "type"), text("MIDI"));
+    QCOMPARE(m_library->cell(0, "title"), text("Azzurro"));
+    QCOMPARE(m_library->cell(0, "artist"), text("CELENTANO"));
+    QCOMPARE(m_library->cell(0, "genre"), text("POP"));
+    QCOMPARE(m_library->cell(0, "author"), text("CONTE"));
+    QCOMPARE(m_library->cell(0, "length"), text("03:05"));
+    QCOMPARE(m_library->cell(0, "userbpm"), text("120"));
+    QCOMPARE(m_library->cell(0, "key"), text("A-"));
+    QCOMPARE(m_library->cell(0, "filename"), path);
+    QCOMPARE(m_library->cell(0, "shortname"), text("a song.mid"));
+    QCOMPARE(m_library->cell(0, "status"), text("0"));
+    QCOMPARE(m_library->cell(1, "type"), text("MP3"));
+    QCOMPARE(m_library->cell(1, "title"), text("Ciao"));
+
+    QCOMPARE(m_library->host().events,
+             QStringList({text(begin).arg(2), text("progress 1"), text("breathe"),
+                          text("progress 2"), text("breathe")}));
+}
+
+void tst_LibraryImport::publishersSongsAreCounted_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("published");
+    QTest::newRow("a MIDI song of the maker's")
+        << text("a.mid") << midi0(meta(2, "(c) K-Varo")) << 1;
+    QTest::newRow("a MIDI song under the maker's other name")
+        << text("a.mid") << midi1(meta(2, "Veltrano 1999")) << 1;
+    QTest::newRow("a MIDI song of somebody else") << text("a.kar") << midi0(meta(2, "me")) << 0;
+    QTest::newRow("a MIDI song without a copyright") << text("a.mid") << midi0() << 0;
+    QTest::newRow("an MP3 of the maker's")
+        << text("a.mp3") << tag(frame("TCOP", "2001 k-varo")) + audio() << 1;
+    QTest::newRow("an MP3 of somebody else")
+        << text("a.mp3") << tag(frame("TCOP", "me")) + audio() << 0;
+    for (int version = 3; version <= 5; ++version)
+        QTest::addRow("every MF%d song", version)
+            << text("a.mf%1").arg(version) << mfx(version, MfxFields(), midi0()) << 1;
+}
+
+void tst_LibraryImport::publishersSongsAreCounted()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, published);
+    m_library->add(name, bytes);
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary(m_library->files()));
+    QCOMPARE(import.counts().found, 1);
+    QCOMPARE(import.counts().published, published);
+}
+
+void tst_LibraryImport::unreadableFilesAreCountedAndSkipped()
+{
+    m_library->add(text("text.mid"), "no song at all");
+    m_library->add(text("good.mid"), midi0());
+    m_library->add(text("empty.mid"), QByteArray());
+    const QString fifo = m_library->filePath("fifo.mid");
+    QCOMPARE(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    const QStringList files = m_library->files()
+        + QStringList({fifo, m_library->filePath("vanished.mid"), m_library->filePath("songs")});
+
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary(files));
+    QCOMPARE(import.counts().found, 1);
+    QCOMPARE(import.counts().unknown, 5);
+    QCOMPARE(m_library->model().totalRows(), 1);
+    QCOMPARE(m_library->cell(0, "shortname"), text("good.mid"));
+    QCOMPARE(m_library->host().eventsOf(text("progress")).last(), text("progress 6"));
+
+    import.askSynchronise();
+    QCOMPARE(m_library->host().events.last(), text("ask proceed 1 5 0"));
+}
+
+void tst_LibraryImport::theLogTellsEachFile()
+{
+    const QString good = m_library->add(text("good.mid"), midi0());
+    const QString bad = m_library->add(text("bad.mid"), "x");
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    LogCapture log;
+    QVERIFY(import.importUserLibrary(m_library->files()));
+    const QStringList &lines = LogCapture::lines();
+    const QString ruler(44, QLatin1Char('='));
+    QCOMPARE(lines.mid(0, 5),
+             QStringList({ruler, text("          IMPORT USER LIBRARY"), ruler,
+                          text("Found file: \"%1\"").arg(good), text("Song Index:  1")}));
+    QCOMPARE(lines.mid(lines.size() - 2),
+             QStringList({text("Found file: \"%1\"").arg(bad),
+                          text("Unknown/corrupted file \"%1\"").arg(bad)}));
+    QVERIFY(LogCapture::tells({text("Filename   :"), good})); // the record was dumped
+}
+
+void tst_LibraryImport::anImportClearsTheOldRows()
+{
+    m_library->add(text("a.mid"), midi0(meta(3, "A")));
+    m_library->add(text("b.mid"), midi0(meta(3, "B")));
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary(m_library->files()));
+    QVERIFY(import.importUserLibrary({m_library->files().at(1)}));
+    QCOMPARE(m_library->model().totalRows(), 1);
+    QCOMPARE(m_library->cell(0, "id"), text("1"));
+    QCOMPARE(m_library->cell(0, "title"), text("B"));
+    QCOMPARE(import.counts().found, 1);
+}
+
+void tst_LibraryImport::aTableThatCantBeClearedAbortsTheImport()
+{
+    m_library->add(text("a.mid"), midi0());
+    m_library->import();
+    QVERIFY(QSqlQuery(m_library->db().userSongsDatabase()).exec(text("drop table usersongs")));
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    LogCapture log;
+    QVERIFY(!import.importUserLibrary(m_library->files()));
+    QVERIFY(LogCapture::has(
+        text("[importUserLibrary] WARNING: impossible to CLEAR table. Aborting import !!!")));
+    QCOMPARE(m_library->host().events, QStringList());
+    QCOMPARE(import.counts().found, 0);
+}
+
+void tst_LibraryImport::theCancelButtonIsNotLookedAt()
+{
+    m_library->add(text("a.mid"), midi0());
+    m_library->add(text("b.mid"), midi0());
+    m_library->host().cancelAtProgress = 0;
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary(m_library->files()));
+    QCOMPARE(m_library->model().totalRows(), 2);
+}
+
+void tst_LibraryImport::sameNamesInTwoFoldersAreTwoRows()
+{
+    m_library->add(text("1/a.mid"), midi0(meta(3, "first")));
+    m_library->add(text("2/a.mid"), midi0(meta(3, "second")));
+    m_library->import();
+    QCOMPARE(m_library->model().totalRows(), 2);
+    QCOMPARE(m_library->cell(0, "shortname"), m_library->cell(1, "shortname"));
+    QCOMPARE(m_library->cell(1, "title"), text("second"));
+}
+
+void tst_LibraryImport::noFilesGiveAnEmptyTable()
+{
+    m_library->add(text("a.mid"), midi0());
+    m_library->import();
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary({}));
+    QCOMPARE(m_library->model().totalRows(), 0);
+    QCOMPARE(m_library->host().events, QStringList(text(begin).arg(0)));
+}
+
+void tst_LibraryImport::theSummaryAsksAndKeepsItsBox_data()
+{
+    QTest::addColumn<bool>("synchronise");
+    QTest::addColumn<bool>("showAgain");
+    QTest::newRow("yes") << true << true;
+    QTest::newRow("yes, and never again") << true << false;
+    QTest::newRow("no") << false << true;
+    QTest::newRow("no, and never again") << false << false;
+}
+
+void tst_LibraryImport::theSummaryAsksAndKeepsItsBox()
+{
+    QFETCH(bool, synchronise);
+    QFETCH(bool, showAgain);
+    m_library->add(text("a.mid"), midi0(meta(2, "K-VARO")));
+    m_library->host().proceedChoice = {synchronise, showAgain};
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary(m_library->files()));
+    QCOMPARE(import.askSynchronise(), synchronise);
+    QCOMPARE(m_library->host().events.last(), text("ask proceed 1 0 1"));
+    QCOMPARE(UserSettings::copyrightAsk(), showAgain);
+
+    // The next import asks again only where it was told so.
+    m_library->host().events.clear();
+    import.askSynchronise();
+    QCOMPARE(m_library->host().events.size(), showAgain ? 1 : 0);
+}
+
+void tst_LibraryImport::theSummaryIsSilentWhereTheSettingSaysSo()
+{
+    UserSettings::setCopyrightAsk(false);
+    m_library->host().proceedChoice = {true, true};
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(!import.askSynchronise());
+    QCOMPARE(m_library->host().events, QStringList());
+    QCOMPARE(UserSettings::copyrightAsk(), false);
+}
+
+QTEST_GUILESS_MAIN(tst_LibraryImport)
+#include "tst_libraryimport.moc"

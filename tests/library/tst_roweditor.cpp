@@ -1,0 +1,207 @@
+#include "library/roweditor.h"
+
+#include "logcapture.h"
+#include "scripteddisk.h"
+#include "testlibrary.h"
+#include "tests/songs/songbytes.h"
+
+#include <QtTest>
+
+using namespace SongBytes;
+
+namespace {
+
+constexpr int listed = UserSongsRelTableModel::Listed;
+constexpr int edited = UserSongsRelTableModel::Edited;
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+const char begin[] = "begin Aggiornamento file|Aggiorno la libreria...|Interrompi|%1";
+
+} // namespace
+
+class tst_RowEditor : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void aSavedRowShowsWhatIsInTheFile();
+    void aRowWhoseSaveFailsCountsAsEditedToo();
+    void aSongThatVanishedKeepsItsRow();
+    void applyToAll_data();
+    void applyToAll();
+    void theTitleOfEachSongIsItsOwnFileName();
+    void progressLeavesOutTheEditedRow();
+    void songsThatFailAreSkippedAndTold();
+    void cancelStopsBeforeTheNextSong();
+
+private:
+    SongInfo editedRecord() const;
+
+    QScopedPointer<TestLibrary> m_library;
+};
+
+void tst_RowEditor::init()
+{
+    m_library.reset();
+    m_library.reset(new TestLibrary({}));
+    const QByteArray song = midi0(meta(3, "Old title") + songInfo(1, "OLD GENRE")
+                                  + songInfo(2, "OLD ARTIST") + songInfo(3, "OLD AUTHOR"));
+    for (const char *name : {"a.mid", "b.one.mid", "c.kar"})
+        m_library->add(text(name), song);
+    m_library->import();
+}
+
+SongInfo tst_RowEditor::editedRecord() const
+{
+    SongInfo info;
+    info.title = text("New title");
+    info.artist = text("NEW ARTIST");
+    info.genre = text("NEW GENRE");
+    info.author = text("NEW AUTHOR");
+    return info;
+}
+
+void tst_RowEditor::aSavedRowShowsWhatIsInTheFile()
+{
+    SongEdit song;
+    QVERIFY(song.load(m_library->files().at(1)));
+    SongInfo info = editedRecord();
+    info.title = text("Città");
+    info.length = 59;
+    RowEditor editor(m_library->model(), m_library->host());
+    QVERIFY(editor.saveRow(song, info, 1));
+    QCOMPARE(m_library->cell(1, "title"), text("CittÃ")); // required: UTF-8 read as Latin-1
+    QCOMPARE(m_library->cell(1, "artist"), text("NEW ARTIST"));
+    QCOMPARE(m_library->cell(1, "length"), text("00:59"));
+    QCOMPARE(m_library->statuses(), QVector<int>({listed, edited, listed}));
+    QCOMPARE(m_library->host().events, QStringList());
+}
+
+void tst_RowEditor::aRowWhoseSaveFailsCountsAsEditedToo()
+{
+    ScriptedDisk disk;
+    disk.failingWrite = 1;
+    SongEdit song(disk);
+    QVERIFY(song.load(m_library->files().at(0)));
+    RowEditor editor(m_library->model(), m_library->host(), disk);
+    LogCapture log;
+    QVERIFY(!editor.saveRow(song, editedRecord(), 0));
+    QVERIFY(LogCapture::has(text("Error!")));
+    QCOMPARE(m_library->statuses(), QVector<int>({edited, listed, listed})); // required
+    QCOMPARE(m_library->cell(0, "title"), text("Old title"));
+}
+
+void tst_RowEditor::aSongThatVanishedKeepsItsRow()
+{
+    SongEdit song;
+    QVERIFY(song.load(m_library->files().at(0)));
+    QVERIFY(QFile::remove(m_library->files().at(0)));
+    RowEditor editor(m_library->model(), m_library->host());
+    QVERIFY(!editor.saveRow(song, editedRecord(), 0));
+    QCOMPARE(m_library->cell(0, "title"), text("Old title"));
+    QCOMPARE(m_library->statuses().at(0), edited);
+    QVERIFY(!QFileInfo::exists(m_library->files().at(0)));
+}
+
+void tst_RowEditor::applyToAll_data()
+{
+    QTest::addColumn<bool>("author");
+    QTest::addColumn<bool>("artist");
+    QTest::addColumn<bool>("genre");
+    QTest::addColumn<bool>("title");
+    QTest::newRow("the author") << true << false << false << false;
+    QTest::newRow("the artist") << false << true << false << false;
+    QTest::newRow("the genre") << false << false << true << false;
+    QTest::newRow("the title") << false << false << false << true;
+    QTest::newRow("all four") << true << true << true << true;
+}
+
+void tst_RowEditor::applyToAll()
+{
+    QFETCH(bool, author);
+    QFETCH(bool, artist);
+    QFETCH(bool, genre);
+    QFETCH(bool, title);
+    const QByteArray editedRowsFile = TestFiles::read(m_library->files().at(1));
+    const ApplyToAll fields{author, artist, genre, title};
+    QVERIFY(fields.any());
+    RowEditor editor(m_library->model(), m_library->host());
+    editor.applyToOthers(editedRecord(), fields, 1);
+    QCOMPARE(editor.failures(), QStringList());
+    QCOMPARE(m_library->statuses(), QVector<int>({edited, listed, edited}));
+    QVERIFY(TestFiles::read(m_library->files().at(1)) == editedRowsFile);
+    for (int row : {0, 2}) {
+        QCOMPARE(m_library->cell(row, "author"), author ? text("NEW AUTHOR") : text("OLD AUTHOR"));
+        QCOMPARE(m_library->cell(row, "artist"), artist ? text("NEW ARTIST") : text("OLD ARTIST"));
+        QCOMPARE(m_library->cell(row, "genre"), genre ? text("NEW GENRE") : text("OLD GENRE"));
+        const QString own = row == 0 ? text("a") : text("c");
+        QCOMPARE(m_library->cell(row, "title"), title ? own : text("Old title"));
+        SongEdit song;
+        QVERIFY(song.load(m_library->files().at(row)));
+        QCOMPARE(song.info().title, m_library->cell(row, "title"));
+    }
+}
+
+void tst_RowEditor::theTitleOfEachSongIsItsOwnFileName()
+{
+    ApplyToAll fields;
+    fields.title = true;
+    RowEditor editor(m_library->model(), m_library->host());
+    editor.applyToOthers(editedRecord(), fields, 0);
+    QCOMPARE(m_library->cell(1, "title"), text("b.one"));
+    QCOMPARE(m_library->cell(2, "title"), text("c"));
+}
+
+void tst_RowEditor::progressLeavesOutTheEditedRow()
+{
+    ApplyToAll fields;
+    fields.genre = true;
+    RowEditor editor(m_library->model(), m_library->host());
+    editor.applyToOthers(editedRecord(), fields, 1);
+    QCOMPARE(m_library->host().events,
+             QStringList({text(begin).arg(3), text("progress 1"), text("breathe"),
+                          text("progress 3"), text("breathe"), text("end")}));
+    QVERIFY(!ApplyToAll().any());
+}
+
+void tst_RowEditor::songsThatFailAreSkippedAndTold()
+{
+    const QString gone = m_library->files().at(1);
+    QVERIFY(QFile::remove(gone));
+    ScriptedDisk disk;
+    disk.failingWrite = 1;
+    ApplyToAll fields;
+    fields.genre = true;
+    RowEditor editor(m_library->model(), m_library->host(), disk);
+    LogCapture log;
+    editor.applyToOthers(editedRecord(), fields, -1);
+    QCOMPARE(editor.failures(), QStringList({m_library->files().at(0), gone}));
+    QCOMPARE(m_library->statuses(), QVector<int>({edited, listed, edited}));
+    QCOMPARE(m_library->cell(0, "genre"), text("OLD GENRE"));
+    QCOMPARE(m_library->cell(2, "genre"), text("NEW GENRE"));
+    const QStringList &lines = LogCapture::lines();
+    QCOMPARE(lines.mid(lines.size() - 3),
+             QStringList({text("[MainWindow] WARNING: songs that failed: 2"),
+                          text("[MainWindow] failed: \"%1\"").arg(m_library->files().at(0)),
+                          text("[MainWindow] failed: \"%1\"").arg(gone)}));
+}
+
+void tst_RowEditor::cancelStopsBeforeTheNextSong()
+{
+    m_library->host().cancelAtProgress = 1;
+    ApplyToAll fields;
+    fields.genre = true;
+    RowEditor editor(m_library->model(), m_library->host());
+    editor.applyToOthers(editedRecord(), fields, -1);
+    QCOMPARE(m_library->statuses(), QVector<int>({edited, listed, listed}));
+    QCOMPARE(m_library->host().events.last(), text("end"));
+}
+
+QTEST_GUILESS_MAIN(tst_RowEditor)
+#include "tst_roweditor.moc"

@@ -1,0 +1,263 @@
+#include "library/songedit.h"
+
+#include "logcapture.h"
+#include "scripteddisk.h"
+#include "testfiles.h"
+#include "tests/songs/mfxbytes.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace SongBytes;
+
+namespace {
+
+QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+} // namespace
+
+class tst_SongEdit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void aManualEditWritesEveryField_data();
+    void aManualEditWritesEveryField();
+    void markersAreNotTouched();
+    void emptyValuesAreWrittenToo_data();
+    void emptyValuesAreWrittenToo();
+    void addMarker();
+    void anMp3TakesNoMarker();
+    void aSaveThatFailsKeepsTheOldBytes_data();
+    void aSaveThatFailsKeepsTheOldBytes();
+    void aSongChangedSinceItWasReadIsLeftAlone();
+    void theRecordKeepsItsPathAndName();
+    void unreadable();
+    void titleFromPath_data();
+    void titleFromPath();
+
+private:
+    QString song(const QString &name, const QByteArray &bytes)
+    {
+        return TestFiles::write(m_dir->filePath(name), bytes);
+    }
+
+    QScopedPointer<QTemporaryDir> m_dir;
+};
+
+void tst_SongEdit::init()
+{
+    m_dir.reset(new QTemporaryDir);
+}
+
+void tst_SongEdit::aManualEditWritesEveryField_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+
+    const QByteArray events = meta(3, "Old") + songInfo(1, "OLD") + songInfo(2, "OLD")
+        + songInfo(3, "OLD") + songInfo(4, "1") + songInfo(5, "2") + meta(0x59, hex("0000"));
+    QTest::newRow("MIDI 0, fields missing") << text("a.mid") << midi0();
+    QTest::newRow("MIDI 0, fields present") << text("a.mid") << midi0(events);
+    QTest::newRow("MIDI 1, fields missing") << text("a.kar") << midi1();
+    QTest::newRow("MIDI 1, fields present") << text("a.kar") << midi1(events);
+    for (int version = 3; version <= 5; ++version) {
+        const auto midi = [version](const QByteArray &bytes) {
+            return version == 4 ? withFiller(bytes) : bytes;
+        };
+        QTest::addRow("MF%d, fields missing", version)
+            << text("a.mf%1").arg(version) << mfx(version, MfxFields(), midi(midi0()));
+        QTest::addRow("MF%d, fields present", version)
+            << text("a.mf%1").arg(version)
+            << mfx(version, {"Old", "OLD", "OLD", "OLD", "LONG", 90, 1}, midi(midi0(events)));
+    }
+    QTest::newRow("MP3, no tag") << text("a.mp3") << audio();
+    QTest::newRow("MP3, fields present")
+        << text("a.mp3")
+        << tag(frame("TIT2", "Old") + frame("TPE1", "OLD") + frame("TCOM", "OLD")
+               + frame("TCON", "OLD") + frame("TKEY", "C") + frame("TLEN", "1000")
+               + frame("TBPM", "2"))
+            + audio();
+}
+
+void tst_SongEdit::aManualEditWritesEveryField()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    const QString path = song(name, bytes);
+    SongEdit edit;
+    QVERIFY(edit.load(path));
+    SongInfo info = edit.info();
+    info.title = text("New title");
+    info.artist = text("NEW ARTIST");
+    info.altArtist = text("NOT THIS ONE");
+    info.genre = text("NEW GENRE");
+    info.author = text("NEW AUTHOR");
+    info.length = 185;
+    info.bpm = 97;
+    info.key = text("Bb");
+    LogCapture log;
+    QVERIFY(edit.save(info));
+    QVERIFY(LogCapture::has(text("manual:  true")));
+    QVERIFY(LogCapture::has(text("Saving to file:  \"%1\"").arg(path)));
+    QVERIFY(LogCapture::has(text("Ok")));
+
+    SongEdit reread;
+    QVERIFY(reread.load(path));
+    for (const SongInfo &now : {edit.info(), reread.info()}) {
+        QCOMPARE(now.title, text("New title"));
+        QCOMPARE(now.artist, text("NEW ARTIST"));
+        QCOMPARE(now.genre, text("NEW GENRE"));
+        QCOMPARE(now.author, text("NEW AUTHOR"));
+        QCOMPARE(now.length, 185);
+        QCOMPARE(now.bpm, 97);
+        QCOMPARE(now.key, text("Bb"));
+    }
+}
+
+void tst_SongEdit::markersAreNotTouched()
+{
+    SongEdit edit;
+    QVERIFY(edit.load(song(text("a.mid"), midi0(marker(3, "Solo")))));
+    SongInfo info = edit.info();
+    info.markers = {{1, text("Intro")}};
+    QVERIFY(edit.save(info));
+    QCOMPARE(edit.info().markers, QVector<Marker>({{3, text("Solo")}}));
+}
+
+void tst_SongEdit::emptyValuesAreWrittenToo_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("MIDI") << text("a.mid")
+                          << midi0(meta(3, "Old") + songInfo(1, "OLD") + songInfo(5, "90")
+                                   + meta(0x59, hex("0000")));
+    QTest::newRow("MFx") << text(
+        "a.mf3") << mfx(3, {"Old", "", "", "OLD", "", 90, 0}, midi0(meta(0x59, hex("0000"))));
+    QTest::newRow("MP3") << text("a.mp3")
+                         << tag(frame("TIT2", "Old") + frame("TCON", "OLD") + frame("TBPM", "90")
+                                + frame("TKEY", "C"))
+            + audio();
+}
+
+void tst_SongEdit::emptyValuesAreWrittenToo()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    SongEdit edit;
+    QVERIFY(edit.load(song(name, bytes)));
+    QVERIFY(edit.save(SongInfo()));
+    QCOMPARE(edit.info().title, QString());
+    QCOMPARE(edit.info().genre, QString());
+    QCOMPARE(edit.info().bpm, 0);
+    QCOMPARE(edit.info().key, QString());
+}
+
+void tst_SongEdit::addMarker()
+{
+    const QString path = song(text("a.mid"), midi0(marker(3, "Solo")));
+    SongEdit edit;
+    QVERIFY(edit.load(path));
+    QVERIFY(edit.addMarker(text("Intro"), 1));
+    const QVector<Marker> expected{{1, text("Intro")}, {3, text("Solo")}};
+    QCOMPARE(edit.info().markers, expected);
+    QVERIFY(TestFiles::read(path) == midi0(marker(3, "Solo"))); // not before it is saved
+    QVERIFY(edit.save(edit.info()));
+    QCOMPARE(edit.info().markers, expected);
+}
+
+void tst_SongEdit::anMp3TakesNoMarker()
+{
+    SongEdit edit;
+    QVERIFY(edit.load(song(text("a.mp3"), tag() + audio())));
+    QVERIFY(!edit.addMarker(text("Intro"), 1));
+}
+
+void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<int>("failingWrite");
+    QTest::newRow("a short write") << text("a.mid") << midi0(meta(3, "Old")) << text("New") << 1;
+    QTest::newRow("a short write of an MP3")
+        << text("a.mp3") << tag(frame("TIT2", "Old")) + audio() << text("New") << 1;
+    QTest::newRow("required: an MFx header that an accent lengthens")
+        << text("a.mf3") << mfx(3, {"Old", "", "", "", "", 0, 0}, midi0()) << text("Città") << 0;
+}
+
+void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, title);
+    QFETCH(int, failingWrite);
+    const QString path = song(name, bytes);
+    ScriptedDisk disk;
+    disk.failingWrite = failingWrite;
+    SongEdit edit(disk);
+    QVERIFY(edit.load(path));
+    SongInfo info = edit.info();
+    info.title = title;
+    LogCapture log;
+    QVERIFY(!edit.save(info));
+    QVERIFY(LogCapture::has(text("Error!")));
+    QVERIFY(TestFiles::read(path) == bytes);
+    QCOMPARE(edit.info().title, text("Old")); // what the file holds
+    QCOMPARE(TestFiles::namesIn(m_dir->path()), QStringList(name));
+}
+
+void tst_SongEdit::aSongChangedSinceItWasReadIsLeftAlone()
+{
+    const QString path = song(text("a.mid"), midi0(meta(3, "Old")));
+    SongEdit edit;
+    QVERIFY(edit.load(path));
+    const QByteArray newer = midi0(meta(3, "Edited elsewhere"));
+    TestFiles::write(path, newer);
+    QVERIFY(!edit.save(edit.info()));
+    QVERIFY(TestFiles::read(path) == newer);
+    QCOMPARE(edit.info().title, text("Edited elsewhere"));
+}
+
+void tst_SongEdit::theRecordKeepsItsPathAndName()
+{
+    const QString path = song(text("a b.mid"), midi0());
+    SongEdit edit;
+    QVERIFY(edit.load(path));
+    QCOMPARE(edit.info().filename, path);
+    QVERIFY(edit.save(edit.info()));
+    QCOMPARE(edit.info().filename, path);
+    QCOMPARE(edit.info().shortname, text("a b.mid"));
+}
+
+void tst_SongEdit::unreadable()
+{
+    SongEdit edit;
+    QVERIFY(!edit.load(song(text("a.mid"), "no song")));
+    SongEdit vanished;
+    QVERIFY(!vanished.load(m_dir->filePath(text("none.mid"))));
+}
+
+void tst_SongEdit::titleFromPath_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("between the last slash and the last point")
+        << text("/m.d/My.Song.mid") << text("My.Song");
+    QTest::newRow("no point after the last slash") << text("/m.d/My Song") << text("My Song");
+}
+
+void tst_SongEdit::titleFromPath()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, title);
+    QCOMPARE(SongEdit::titleFromPath(path), title);
+}
+
+QTEST_GUILESS_MAIN(tst_SongEdit)
+#include "tst_songedit.moc"
