@@ -96,6 +96,8 @@ private:
             db.setDatabaseName(filePath("catalogue"));
             db.open();
             QSqlQuery query(db);
+            query.exec(QStringLiteral("PRAGMA synchronous = OFF"));
+            db.transaction();
             query.exec(QStringLiteral(
                 "CREATE TABLE Songs(title varchar, artist varchar, genre varchar, author varchar, "
                 "length integer, bpm integer, key varchar, filename varchar primary key, markers "
@@ -110,6 +112,7 @@ private:
                 if (!query.exec())
                     qFatal("no catalogue row");
             }
+            db.commit();
         }
         QSqlDatabase::removeDatabase(connection);
     }

@@ -380,7 +380,7 @@ void tst_LibraryUpdate::aFullDiskLosesNothing()
             filler += meta(1, QByteArray(qMin(100, rest - filler.size()), 'x'));
         return midi0(meta(2, "K-VARO") + meta(3, "") + filler);
     };
-    const QByteArray midiSong = song(4000);
+    const QByteArray midiSong = song(4080);
     const QByteArray mp3Song = tag(frame("TCOP", "K-VARO")) + audio(9);
     m_library->add(text("full/one.mid"), midiSong);
     m_library->add(text("full/two.mp3"), mp3Song);
