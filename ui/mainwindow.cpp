@@ -25,6 +25,7 @@
 #include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 
@@ -35,6 +36,7 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     , m_host(this)
 {
     ui->setupUi(this);
+    resize(size().boundedTo(screen()->availableSize()));
     ui->actionGerman->setVisible(false); // required: German comes from the setting only
     ui->actionItalian->setVisible(true);
     ui->debugGroupBox->hide();
@@ -137,6 +139,7 @@ void MainWindow::importUserLibrary()
     m_host.endProgress();
     if (!imported)
         return;
+    m_model->totalRows(); // shows the rows that were appended last
     resizeColumns();
     const bool synchronise = import.askSynchronise();
     tickCopyright();
@@ -231,12 +234,27 @@ void MainWindow::editSong(int row)
     dumpSongInfo(edited);
 
     RowEditor editor(*m_model, m_host);
-    editor.saveRow(song, edited, row);
+    QStringList unsaved;
+    if (!editor.saveRow(song, edited, row))
+        unsaved.append(path);
     const ApplyToAll fields{dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
                             dialog.applyToAllGenre(), dialog.applyToAllTitle()};
     if (fields.any())
         editor.applyToOthers(edited, fields, row);
     m_host.endProgress();
+    tellUnsaved(unsaved + editor.failures());
+}
+
+void MainWindow::tellUnsaved(QStringList paths)
+{
+    if (paths.isEmpty())
+        return;
+    constexpr int shown = 10;
+    if (paths.size() > shown)
+        paths = paths.mid(0, shown) << QStringLiteral("...");
+    m_host.warning(tr("Modifica dati song"),
+                   tr("Non è stato possibile salvare i seguenti file:") + QStringLiteral("\n\n")
+                       + paths.join(QLatin1Char('\n')));
 }
 
 void MainWindow::onSongsTableViewShowContextMenu(QPoint pos)

@@ -63,6 +63,7 @@ private:
     bool backupUserLibrary();
     void transferFiles();
     void editSong(int row);
+    void tellUnsaved(QStringList paths);
     void removeRow(int row);
     void deleteSong(int row);
 

@@ -7,7 +7,8 @@ namespace {
 
 constexpr int gap = 14; // between the picture and the text
 constexpr int usualLine = 30; // in characters of mean width
-constexpr int narrowestLine = 16;
+constexpr int narrowestLine = 11;
+constexpr int smallestPicture = 40;
 
 } // namespace
 
@@ -17,13 +18,14 @@ StepButton::StepButton(QWidget *parent)
 
 QSize StepButton::sizeHint() const
 {
-    return sizeFor(fontMetrics().averageCharWidth() * usualLine);
+    return sizeFor(iconSize().width(), fontMetrics().averageCharWidth() * usualLine);
 }
 
 QSize StepButton::minimumSizeHint() const
 {
-    return QSize(sizeFor(fontMetrics().averageCharWidth() * narrowestLine).width(),
-                 sizeHint().height());
+    const int width =
+        sizeFor(smallestPicture, fontMetrics().averageCharWidth() * narrowestLine).width();
+    return QSize(width, sizeHint().height());
 }
 
 void StepButton::paintEvent(QPaintEvent *event)
@@ -39,19 +41,20 @@ void StepButton::paintEvent(QPaintEvent *event)
     const QSize frame = frameSize();
     const QRect inside = rect().adjusted(frame.width() / 2, frame.height() / 2, -frame.width() / 2,
                                          -frame.height() / 2);
-    const QRect picture(inside.topLeft(), QSize(iconSize().width(), inside.height()));
+    const int side = qBound(smallestPicture, inside.width() / 4, iconSize().width());
+    const QRect picture(inside.topLeft(), QSize(side, inside.height()));
     icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
     painter.drawItemText(inside.adjusted(picture.width() + gap, 0, 0, 0),
                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, option.palette,
                          isEnabled(), text(), QPalette::ButtonText);
 }
 
-QSize StepButton::sizeFor(int textWidth) const
+QSize StepButton::sizeFor(int pictureWidth, int textWidth) const
 {
     const QRect room(0, 0, textWidth, QWIDGETSIZE_MAX);
     const QRect label = fontMetrics().boundingRect(room, Qt::TextWordWrap, text());
     return frameSize()
-        + QSize(iconSize().width() + gap + textWidth, qMax(iconSize().height(), label.height()));
+        + QSize(pictureWidth + gap + textWidth, qMax(iconSize().height(), label.height()));
 }
 
 /** What the style adds around the contents. */

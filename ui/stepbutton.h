@@ -17,6 +17,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QSize sizeFor(int textWidth) const;
+    QSize sizeFor(int pictureWidth, int textWidth) const;
     QSize frameSize() const;
 };

@@ -2,30 +2,82 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="it_IT">
 <context>
+    <name>AboutDialog</name>
+    <message>
+        <source>Informazioni</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft</translation>
+    </message>
+    <message>
+        <source>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</source>
+        <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
+    </message>
+    <message>
+        <source>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</source>
+        <translation>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. All rights reserved.&lt;br/&gt;Support: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</translation>
+    </message>
+</context>
+<context>
+    <name>BackupDialog</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Sfoglia...</source>
+        <translation>Browse...</translation>
+    </message>
+    <message>
+        <source>Esegui backup</source>
+        <translation>Back up</translation>
+    </message>
+    <message>
+        <source>Prosegui senza backup</source>
+        <translation>Continue without backup</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui senza backup'.</source>
+        <translation>You are advised to back up the library before the update.
+Choose a folder for the backup, or press 'Continue without backup'.</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Choose a folder</translation>
+    </message>
+</context>
+<context>
     <name>Cli</name>
     <message>
         <source>opzione sconosciuta: %1</source>
         <translation>unknown option: %1</translation>
     </message>
     <message>
-        <source>l&apos;opzione --%1 non prende valori</source>
+        <source>l'opzione --%1 non prende valori</source>
         <translation>option --%1 takes no value</translation>
     </message>
     <message>
-        <source>manca il valore dell&apos;opzione --%1</source>
+        <source>manca il valore dell'opzione --%1</source>
         <translation>option --%1 needs a value</translation>
     </message>
     <message>
-        <source>il valore dell&apos;opzione --%1 non è UTF-8 valido</source>
+        <source>il valore dell'opzione --%1 non è UTF-8 valido</source>
         <translation>the value of option --%1 is not valid UTF-8</translation>
     </message>
     <message>
-        <source>il valore dell&apos;opzione --%1 è uno di: %2</source>
+        <source>il valore dell'opzione --%1 è uno di: %2</source>
         <translation>the value of option --%1 is one of: %2</translation>
     </message>
     <message>
         <source>%1: il nome non è UTF-8 valido e non può essere aperto</source>
-        <translation>%1: the name is not valid UTF-8 and can&apos;t be opened</translation>
+        <translation>%1: the name is not valid UTF-8 and can't be opened</translation>
     </message>
     <message>
         <source>%1: non è una cartella</source>
@@ -33,7 +85,7 @@
     </message>
     <message>
         <source>%1 e %2: hanno lo stesso nome, il backup non può contenerli entrambi</source>
-        <translation>%1 and %2: have the same name, a backup can&apos;t hold both</translation>
+        <translation>%1 and %2: have the same name, a backup can't hold both</translation>
     </message>
     <message>
         <source>manca --to DIR</source>
@@ -80,12 +132,12 @@
         <translation>takes folders, and finds the songs in all that is in them</translation>
     </message>
     <message>
-        <source>non è stato fatto nulla; --help spiega l&apos;uso</source>
+        <source>non è stato fatto nulla; --help spiega l'uso</source>
         <translation>nothing was done; --help explains the usage</translation>
     </message>
     <message>
         <source>%1: non può essere copiato</source>
-        <translation>%1: can&apos;t be copied</translation>
+        <translation>%1: can't be copied</translation>
     </message>
     <message>
         <source>--title e --title-from-name si escludono</source>
@@ -108,7 +160,7 @@
         <translation>--add-marker takes BAR:TEXT, with a bar from 1 to 65535</translation>
     </message>
     <message>
-        <source>non c&apos;è nulla da modificare</source>
+        <source>non c'è nulla da modificare</source>
         <translation>there is nothing to change</translation>
     </message>
     <message>
@@ -149,7 +201,7 @@
     </message>
     <message>
         <source>prende il titolo dal nome del file</source>
-        <translation>takes the title from the file&apos;s name</translation>
+        <translation>takes the title from the file's name</translation>
     </message>
     <message>
         <source>aggiunge un marker; può essere ripetuta</source>
@@ -165,7 +217,7 @@
     </message>
     <message>
         <source>%1: non può essere scritto</source>
-        <translation>%1: can&apos;t be written</translation>
+        <translation>%1: can't be written</translation>
     </message>
     <message>
         <source>Scrive come file .mid la parte MIDI di una song MFx.</source>
@@ -180,7 +232,7 @@
         <translation>Index...</translation>
     </message>
     <message>
-        <source>%1: l&apos;indice non è stato scritto</source>
+        <source>%1: l'indice non è stato scritto</source>
         <translation>%1: the index was not written</translation>
     </message>
     <message>
@@ -192,11 +244,11 @@
         <translation>index takes update, rebuild, verify or delete</translation>
     </message>
     <message>
-        <source>%1: l&apos;indice non può essere tolto</source>
-        <translation>%1: the index can&apos;t be removed</translation>
+        <source>%1: l'indice non può essere tolto</source>
+        <translation>%1: the index can't be removed</translation>
     </message>
     <message>
-        <source>Aggiorna, rifà, controlla o toglie l&apos;indice di una memoria.</source>
+        <source>Aggiorna, rifà, controlla o toglie l'indice di una memoria.</source>
         <translation>Updates, rebuilds, verifies or deletes the index of a memory.</translation>
     </message>
     <message>
@@ -209,7 +261,7 @@
     </message>
     <message>
         <source>la lista non può essere scritta</source>
-        <translation>the list can&apos;t be written</translation>
+        <translation>the list can't be written</translation>
     </message>
     <message>
         <source>Scrive la lista delle song di una memoria preparata.</source>
@@ -220,12 +272,12 @@
         <translation>order of the list (title)</translation>
     </message>
     <message>
-        <source>file da scrivere, al posto dell&apos;uscita standard</source>
+        <source>file da scrivere, al posto dell'uscita standard</source>
         <translation>file to write in place of standard output</translation>
     </message>
     <message>
         <source>il catalogo non può essere letto</source>
-        <translation>the catalogue can&apos;t be read</translation>
+        <translation>the catalogue can't be read</translation>
     </message>
     <message>
         <source>tutto fatto</source>
@@ -260,7 +312,7 @@
         <translation>writes the log to log.txt in the working directory</translation>
     </message>
     <message>
-        <source>non mostra l&apos;avanzamento</source>
+        <source>non mostra l'avanzamento</source>
         <translation>shows no progress</translation>
     </message>
     <message>
@@ -273,7 +325,7 @@
     </message>
     <message>
         <source>i dati non possono essere scritti</source>
-        <translation>the output can&apos;t be written</translation>
+        <translation>the output can't be written</translation>
     </message>
     <message>
         <source>comando sconosciuto: %1</source>
@@ -300,7 +352,7 @@
         <translation>Options of every command:</translation>
     </message>
     <message>
-        <source>Stato d&apos;uscita:</source>
+        <source>Stato d'uscita:</source>
         <translation>Exit status:</translation>
     </message>
     <message>
@@ -325,19 +377,19 @@
     </message>
     <message>
         <source>%1: la cartella non può essere letta</source>
-        <translation>%1: the folder can&apos;t be read</translation>
+        <translation>%1: the folder can't be read</translation>
     </message>
     <message>
         <source>%1: non può essere letto, viene saltato</source>
-        <translation>%1: can&apos;t be read, passed over</translation>
+        <translation>%1: can't be read, passed over</translation>
     </message>
     <message>
-        <source>%1: non può essere salvato, resta com&apos;era</source>
-        <translation>%1: can&apos;t be saved, and stays as it was</translation>
+        <source>%1: non può essere salvato, resta com'era</source>
+        <translation>%1: can't be saved, and stays as it was</translation>
     </message>
     <message>
         <source>le song non possono essere elencate</source>
-        <translation>the songs can&apos;t be listed</translation>
+        <translation>the songs can't be listed</translation>
     </message>
     <message>
         <source>--backup e --no-backup si escludono</source>
@@ -392,7 +444,7 @@
         <translation>%1: is not in the memory %2</translation>
     </message>
     <message>
-        <source>Copia le song nella memoria e ne aggiorna l&apos;indice.</source>
+        <source>Copia le song nella memoria e ne aggiorna l'indice.</source>
         <translation>Copies the songs to the memory and updates its index.</translation>
     </message>
     <message>
@@ -406,6 +458,105 @@
     <message>
         <source>se sostituire le song che esistono già</source>
         <translation>whether to replace songs that exist already</translation>
+    </message>
+</context>
+<context>
+    <name>DataEditDialog</name>
+    <message>
+        <source>Modifica Dati</source>
+        <translation>Edit data</translation>
+    </message>
+    <message>
+        <source>Percorso file:</source>
+        <translation>File path:</translation>
+    </message>
+    <message>
+        <source>Formato:</source>
+        <translation>Format:</translation>
+    </message>
+    <message>
+        <source>Modifica i dati della Song:</source>
+        <translation>Edit the data of the song:</translation>
+    </message>
+    <message>
+        <source>Titolo Song:</source>
+        <translation>Song title:</translation>
+    </message>
+    <message>
+        <source>Usa il titolo</source>
+        <translation>Use the title</translation>
+    </message>
+    <message>
+        <source>Usa il filename</source>
+        <translation>Use the file name</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <translation>Apply to all</translation>
+    </message>
+    <message>
+        <source>Interprete:</source>
+        <translation>Artist:</translation>
+    </message>
+    <message>
+        <source>Genere Musicale:</source>
+        <translation>Genre:</translation>
+    </message>
+    <message>
+        <source>Autore:</source>
+        <translation>Author:</translation>
+    </message>
+    <message>
+        <source>Durata:</source>
+        <translation>Length:</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>ss</source>
+        <translation>ss</translation>
+    </message>
+    <message>
+        <source>Tonalità:</source>
+        <translation>Key:</translation>
+    </message>
+    <message>
+        <source>BPM:</source>
+        <translation>BPM:</translation>
+    </message>
+    <message>
+        <source>Salva</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Edit song data</translation>
+    </message>
+    <message>
+        <source>L'autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The author you entered will be applied to all songs of the list. Are you sure?</translation>
+    </message>
+    <message>
+        <source>L'interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The artist you entered will be applied to all songs of the list. Are you sure?</translation>
+    </message>
+    <message>
+        <source>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The genre you entered will be applied to all songs of the list. Are you sure?</translation>
+    </message>
+    <message>
+        <source>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</source>
+        <translation>The title of all songs of the list will be overwritten with the file name. Are you sure?</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>WARNING</translation>
     </message>
 </context>
 <context>
@@ -424,15 +575,15 @@
     </message>
     <message>
         <source>Non è possibile copiare i file sul disco di sistema</source>
-        <translation>Files can&apos;t be copied to the system disk</translation>
+        <translation>Files can't be copied to the system disk</translation>
     </message>
     <message>
         <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
-        <translation>Files can&apos;t be copied to the root folder; create or choose a subfolder</translation>
+        <translation>Files can't be copied to the root folder; create or choose a subfolder</translation>
     </message>
     <message>
-        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</source>
-        <translation>The folders BRIDGE, SFX and PLAYLIST are reserved and can&apos;t be used; choose another folder</translation>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un'altra cartella</source>
+        <translation>The folders BRIDGE, SFX and PLAYLIST are reserved and can't be used; choose another folder</translation>
     </message>
     <message>
         <source>Trasferimento file...</source>
@@ -452,10 +603,17 @@
     </message>
 </context>
 <context>
+    <name>HelpDialog</name>
+    <message>
+        <source>Aiuto Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft help</translation>
+    </message>
+</context>
+<context>
     <name>Index</name>
     <message>
         <source>Impossibile leggere: </source>
-        <translation>Can&apos;t be read: </translation>
+        <translation>Can't be read: </translation>
     </message>
     <message>
         <source>File non importato, path troppo lungo: </source>
@@ -463,10 +621,109 @@
     </message>
 </context>
 <context>
+    <name>IndexDialog</name>
+    <message>
+        <source>Dialog</source>
+        <translation>Dialog</translation>
+    </message>
+    <message>
+        <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
+        <translation>Choose the root folder of the Compact Flash card or USB stick to optimise for Tarvel4</translation>
+    </message>
+    <message>
+        <source>Sfoglia</source>
+        <translation>Browse</translation>
+    </message>
+    <message>
+        <source>Seleziona l'azione che vuoi eseguire:</source>
+        <translation>Choose what to do:</translation>
+    </message>
+    <message>
+        <source>Ho inserito o eliminato alcune song, aggiorna database</source>
+        <translation>I added or removed some songs: update the database</translation>
+    </message>
+    <message>
+        <source>Ho problemi con gli archivi, ricostruisci database</source>
+        <translation>I have problems with the archives: rebuild the database</translation>
+    </message>
+    <message>
+        <source>Controlla struttura memoria</source>
+        <translation>Check the memory structure</translation>
+    </message>
+    <message>
+        <source>File found:</source>
+        <translation>File found:</translation>
+    </message>
+    <message>
+        <source>Report:</source>
+        <translation>Report:</translation>
+    </message>
+    <message>
+        <source>Inizia</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Choose a folder</translation>
+    </message>
+    <message>
+        <source>Ottimizza memoria</source>
+        <translation>Optimise memory</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>The chosen path does not exist</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria in corso...</source>
+        <translation>Optimising the memory...</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operation completed</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>WARNING</translation>
+    </message>
+    <message>
+        <source>Controllo memoria non eseguito!</source>
+        <translation>The memory was not checked!</translation>
+    </message>
+    <message>
+        <source>Controllo memoria</source>
+        <translation>Memory check</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
+        <translation>The errors could not be corrected: the memory must be formatted</translation>
+    </message>
+    <message>
+        <source>Durante l'operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</source>
+        <translation>Some errors occurred during the operation.
+See the report for details.</translation>
+    </message>
+    <message>
+        <source>Operazione completata con successo</source>
+        <translation>Operation completed successfully</translation>
+    </message>
+    <message>
+        <source>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
+        <translation>The operation failed.
+Make sure that the disk has enough free space and is not write-protected.</translation>
+    </message>
+</context>
+<context>
     <name>IndexVerifier</name>
     <message>
         <source>Il file non si può leggere</source>
-        <translation>The file can&apos;t be read</translation>
+        <translation>The file can't be read</translation>
     </message>
     <message>
         <source>Il record è incompleto</source>
@@ -485,7 +742,7 @@
         <translation>Number %1 is used twice</translation>
     </message>
     <message>
-        <source>Il numero %1 non c&apos;è</source>
+        <source>Il numero %1 non c'è</source>
         <translation>Number %1 is missing</translation>
     </message>
     <message>
@@ -505,11 +762,11 @@
         <translation>The path of the song is %1</translation>
     </message>
     <message>
-        <source>La data o l&apos;ora non sono quelle della song: %1</source>
+        <source>La data o l'ora non sono quelle della song: %1</source>
         <translation>The date or time is not that of the song: %1</translation>
     </message>
     <message>
-        <source>La song non è nell&apos;indice: %1</source>
+        <source>La song non è nell'indice: %1</source>
         <translation>The song is not in the index: %1</translation>
     </message>
     <message>
@@ -529,15 +786,15 @@
         <translation>The title is out of order</translation>
     </message>
     <message>
-        <source>L&apos;attributo %1 non è valido</source>
+        <source>L'attributo %1 non è valido</source>
         <translation>Attribute %1 is not valid</translation>
     </message>
     <message>
         <source>Il primo record non è di un interprete</source>
-        <translation>The first record is not an artist&apos;s</translation>
+        <translation>The first record is not an artist's</translation>
     </message>
     <message>
-        <source>L&apos;interprete non è in ordine</source>
+        <source>L'interprete non è in ordine</source>
         <translation>The artist is out of order</translation>
     </message>
     <message>
@@ -553,7 +810,7 @@
         <translation>The group is empty</translation>
     </message>
     <message>
-        <source>L&apos;interprete ha già un gruppo</source>
+        <source>L'interprete ha già un gruppo</source>
         <translation>The artist has a group already</translation>
     </message>
     <message>
@@ -565,8 +822,8 @@
         <translation>The file is not %1 bytes long</translation>
     </message>
     <message>
-        <source>La lettera &quot;%1&quot; non è al suo posto</source>
-        <translation>The letter &quot;%1&quot; is not in its place</translation>
+        <source>La lettera "%1" non è al suo posto</source>
+        <translation>The letter "%1" is not in its place</translation>
     </message>
     <message>
         <source>I titoli sono %1</source>
@@ -635,6 +892,235 @@
     </message>
 </context>
 <context>
+    <name>MainWindow</name>
+    <message>
+        <source>Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft</translation>
+    </message>
+    <message>
+        <source>Seleziona le basi musicali che desideri inserire nella memoria di Tarvel</source>
+        <translation>Choose the backing tracks to put into Tarvel's memory</translation>
+    </message>
+    <message>
+        <source>Sincronizza song con il
+database K-Varo</source>
+        <translation>Synchronise songs with
+the K-Varo database</translation>
+    </message>
+    <message>
+        <source>Trasferisci song nella
+memoria di Tarvel</source>
+        <translation>Transfer songs to
+Tarvel's memory</translation>
+    </message>
+    <message>
+        <source>Opzioni nascoste</source>
+        <translation>Hidden options</translation>
+    </message>
+    <message>
+        <source>Abilita log (riavvio necessario!)</source>
+        <translation>Enable log (needs a restart!)</translation>
+    </message>
+    <message>
+        <source>Cancella log ad ogni avvio</source>
+        <translation>Clear log at every start</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>Debug</translation>
+    </message>
+    <message>
+        <source>Add Marker</source>
+        <translation>Add Marker</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Reload Stylesheet</source>
+        <translation>Reload Stylesheet</translation>
+    </message>
+    <message>
+        <source>Import again</source>
+        <translation>Import again</translation>
+    </message>
+    <message>
+        <source>Hide Debug</source>
+        <translation>Hide Debug</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Manual Dialog</source>
+        <translation>Manual Dialog</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Preferenze</source>
+        <translation>Preferences</translation>
+    </message>
+    <message>
+        <source>Lingua</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>Messaggi Copyright</source>
+        <translation>Copyright messages</translation>
+    </message>
+    <message>
+        <source>Strumenti</source>
+        <translation>Tools</translation>
+    </message>
+    <message>
+        <source>Aiuto</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>Esci</source>
+        <translation>Quit</translation>
+    </message>
+    <message>
+        <source>Italiano</source>
+        <translation>Italiano</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Deutsch</source>
+        <translation>Deutsch</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Rigenera il database delle song</source>
+        <translation>Rebuild the song database</translation>
+    </message>
+    <message>
+        <source>Salva lista delle song</source>
+        <translation>Save the list of songs</translation>
+    </message>
+    <message>
+        <source>Aiuto Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft help</translation>
+    </message>
+    <message>
+        <source>Informazioni</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Informazioni su QT</source>
+        <translation>About QT</translation>
+    </message>
+    <message>
+        <source>Seleziona i file da importare</source>
+        <translation>Choose the files to import</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Choose a folder</translation>
+    </message>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Edit song data</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile salvare i seguenti file:</source>
+        <translation>The following files could not be saved:</translation>
+    </message>
+    <message>
+        <source>Remove from list</source>
+        <translation>Remove from list</translation>
+    </message>
+    <message>
+        <source>Delete file</source>
+        <translation>Delete file</translation>
+    </message>
+    <message>
+        <source>Attenzione</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>Sei sicuro di voler cancellare il file?</source>
+        <translation>Are you sure that you want to delete the file?</translation>
+    </message>
+</context>
+<context>
+    <name>NoCopyrightDialog</name>
+    <message>
+        <source>Richiesta conferma</source>
+        <translation>Confirmation</translation>
+    </message>
+    <message>
+        <source>Il file:</source>
+        <translation>The file:</translation>
+    </message>
+    <message>
+        <source>TextLabel</source>
+        <translation>TextLabel</translation>
+    </message>
+    <message>
+        <source>Non è stato pubblicato da K-Varo. Si vuole procedere comunque con le modifiche?</source>
+        <translation>It was not published by K-Varo. Change it all the same?</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>Si tutti</source>
+        <translation>Yes to all</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>No tutti</source>
+        <translation>No to all</translation>
+    </message>
+</context>
+<context>
+    <name>ProceedDialog</name>
+    <message>
+        <source>Riassunto importazione</source>
+        <translation>Import summary</translation>
+    </message>
+    <message>
+        <source>Si vuole procedere alla sincronizzazione automatica con il database?</source>
+        <translation>Synchronise automatically with the database now?</translation>
+    </message>
+    <message>
+        <source>Non mostrare più messaggi sul copyright</source>
+        <translation>Show no more messages about copyright</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</source>
+        <translation>%1 files were examined, %2 songs found, %3 of them (c)K-Varo</translation>
+    </message>
+</context>
+<context>
     <name>RowEditor</name>
     <message>
         <source>Aggiornamento file</source>
@@ -662,6 +1148,96 @@
     <message>
         <source>FILE</source>
         <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>SongTableDelegate</name>
+    <message>
+        <source>Aggiornata dal database K-Varo</source>
+        <translation>Updated from the K-Varo database</translation>
+    </message>
+    <message>
+        <source>Modificata a mano</source>
+        <translation>Edited by hand</translation>
+    </message>
+    <message>
+        <source>Non aggiornata</source>
+        <translation>Not updated</translation>
+    </message>
+</context>
+<context>
+    <name>SongsListDialog</name>
+    <message>
+        <source>Save song list</source>
+        <translation>Save song list</translation>
+    </message>
+    <message>
+        <source>CF/USB:</source>
+        <translation>CF/USB:</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>Browse</translation>
+    </message>
+    <message>
+        <source>File:</source>
+        <translation>File:</translation>
+    </message>
+    <message>
+        <source>Ordina per:</source>
+        <translation>Sort by:</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Salva</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>Exit</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Choose a folder</translation>
+    </message>
+    <message>
+        <source>Scegli nome del file</source>
+        <translation>Choose the file name</translation>
+    </message>
+    <message>
+        <source>File (*.csv)</source>
+        <translation>File (*.csv)</translation>
+    </message>
+    <message>
+        <source>Salva lista song</source>
+        <translation>Save song list</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>The chosen path does not exist</translation>
+    </message>
+    <message>
+        <source>Il percorso di destinazione non esiste</source>
+        <translation>The destination path does not exist</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operation completed</translation>
+    </message>
+    <message>
+        <source>Impossibile proseguire, la memoria non è preparata per Tarvel</source>
+        <translation>Cannot go on: the memory is not prepared for Tarvel</translation>
+    </message>
+    <message>
+        <source>Errore durante la creazione del file</source>
+        <translation>The file could not be created</translation>
     </message>
 </context>
 <context>
@@ -699,12 +1275,23 @@
         <translation>Bpm</translation>
     </message>
     <message>
-        <source>Tonalita&apos;</source>
+        <source>Tonalita'</source>
         <translation>Key</translation>
     </message>
     <message>
         <source>Nome file</source>
         <translation>File name</translation>
+    </message>
+</context>
+<context>
+    <name>WindowHost</name>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>already exists. Replace it?</translation>
     </message>
 </context>
 </TS>

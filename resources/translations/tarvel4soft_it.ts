@@ -2,26 +2,78 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it_IT" sourcelanguage="it_IT">
 <context>
+    <name>AboutDialog</name>
+    <message>
+        <source>Informazioni</source>
+        <translation>Informazioni</translation>
+    </message>
+    <message>
+        <source>Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft</translation>
+    </message>
+    <message>
+        <source>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</source>
+        <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
+    </message>
+    <message>
+        <source>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</source>
+        <translation>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</translation>
+    </message>
+</context>
+<context>
+    <name>BackupDialog</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Sfoglia...</source>
+        <translation>Sfoglia...</translation>
+    </message>
+    <message>
+        <source>Esegui backup</source>
+        <translation>Esegui backup</translation>
+    </message>
+    <message>
+        <source>Prosegui senza backup</source>
+        <translation>Prosegui senza backup</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui senza backup'.</source>
+        <translation>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui senza backup'.</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+</context>
+<context>
     <name>Cli</name>
     <message>
         <source>opzione sconosciuta: %1</source>
         <translation>opzione sconosciuta: %1</translation>
     </message>
     <message>
-        <source>l&apos;opzione --%1 non prende valori</source>
-        <translation>l&apos;opzione --%1 non prende valori</translation>
+        <source>l'opzione --%1 non prende valori</source>
+        <translation>l'opzione --%1 non prende valori</translation>
     </message>
     <message>
-        <source>manca il valore dell&apos;opzione --%1</source>
-        <translation>manca il valore dell&apos;opzione --%1</translation>
+        <source>manca il valore dell'opzione --%1</source>
+        <translation>manca il valore dell'opzione --%1</translation>
     </message>
     <message>
-        <source>il valore dell&apos;opzione --%1 non è UTF-8 valido</source>
-        <translation>il valore dell&apos;opzione --%1 non è UTF-8 valido</translation>
+        <source>il valore dell'opzione --%1 non è UTF-8 valido</source>
+        <translation>il valore dell'opzione --%1 non è UTF-8 valido</translation>
     </message>
     <message>
-        <source>il valore dell&apos;opzione --%1 è uno di: %2</source>
-        <translation>il valore dell&apos;opzione --%1 è uno di: %2</translation>
+        <source>il valore dell'opzione --%1 è uno di: %2</source>
+        <translation>il valore dell'opzione --%1 è uno di: %2</translation>
     </message>
     <message>
         <source>%1: il nome non è UTF-8 valido e non può essere aperto</source>
@@ -80,8 +132,8 @@
         <translation>cerca le song anche nelle cartelle e nelle loro sottocartelle</translation>
     </message>
     <message>
-        <source>non è stato fatto nulla; --help spiega l&apos;uso</source>
-        <translation>non è stato fatto nulla; --help spiega l&apos;uso</translation>
+        <source>non è stato fatto nulla; --help spiega l'uso</source>
+        <translation>non è stato fatto nulla; --help spiega l'uso</translation>
     </message>
     <message>
         <source>%1: non può essere copiato</source>
@@ -108,8 +160,8 @@
         <translation>--add-marker vuole BATTUTA:TESTO, con una battuta da 1 a 65535</translation>
     </message>
     <message>
-        <source>non c&apos;è nulla da modificare</source>
-        <translation>non c&apos;è nulla da modificare</translation>
+        <source>non c'è nulla da modificare</source>
+        <translation>non c'è nulla da modificare</translation>
     </message>
     <message>
         <source>Modifica...</source>
@@ -180,8 +232,8 @@
         <translation>Indice...</translation>
     </message>
     <message>
-        <source>%1: l&apos;indice non è stato scritto</source>
-        <translation>%1: l&apos;indice non è stato scritto</translation>
+        <source>%1: l'indice non è stato scritto</source>
+        <translation>%1: l'indice non è stato scritto</translation>
     </message>
     <message>
         <source>%1: la memoria non è preparata</source>
@@ -192,12 +244,12 @@
         <translation>index vuole update, rebuild, verify oppure delete</translation>
     </message>
     <message>
-        <source>%1: l&apos;indice non può essere tolto</source>
-        <translation>%1: l&apos;indice non può essere tolto</translation>
+        <source>%1: l'indice non può essere tolto</source>
+        <translation>%1: l'indice non può essere tolto</translation>
     </message>
     <message>
-        <source>Aggiorna, rifà, controlla o toglie l&apos;indice di una memoria.</source>
-        <translation>Aggiorna, rifà, controlla o toglie l&apos;indice di una memoria.</translation>
+        <source>Aggiorna, rifà, controlla o toglie l'indice di una memoria.</source>
+        <translation>Aggiorna, rifà, controlla o toglie l'indice di una memoria.</translation>
     </message>
     <message>
         <source>Lettura...</source>
@@ -220,8 +272,8 @@
         <translation>ordine della lista (title)</translation>
     </message>
     <message>
-        <source>file da scrivere, al posto dell&apos;uscita standard</source>
-        <translation>file da scrivere, al posto dell&apos;uscita standard</translation>
+        <source>file da scrivere, al posto dell'uscita standard</source>
+        <translation>file da scrivere, al posto dell'uscita standard</translation>
     </message>
     <message>
         <source>il catalogo non può essere letto</source>
@@ -260,8 +312,8 @@
         <translation>scrive il log in log.txt nella cartella corrente</translation>
     </message>
     <message>
-        <source>non mostra l&apos;avanzamento</source>
-        <translation>non mostra l&apos;avanzamento</translation>
+        <source>non mostra l'avanzamento</source>
+        <translation>non mostra l'avanzamento</translation>
     </message>
     <message>
         <source>mostra questo aiuto (anche -h)</source>
@@ -300,8 +352,8 @@
         <translation>Opzioni di ogni comando:</translation>
     </message>
     <message>
-        <source>Stato d&apos;uscita:</source>
-        <translation>Stato d&apos;uscita:</translation>
+        <source>Stato d'uscita:</source>
+        <translation>Stato d'uscita:</translation>
     </message>
     <message>
         <source>Opzioni:</source>
@@ -332,8 +384,8 @@
         <translation>%1: non può essere letto, viene saltato</translation>
     </message>
     <message>
-        <source>%1: non può essere salvato, resta com&apos;era</source>
-        <translation>%1: non può essere salvato, resta com&apos;era</translation>
+        <source>%1: non può essere salvato, resta com'era</source>
+        <translation>%1: non può essere salvato, resta com'era</translation>
     </message>
     <message>
         <source>le song non possono essere elencate</source>
@@ -392,8 +444,8 @@
         <translation>%1: non si trova nella memoria %2</translation>
     </message>
     <message>
-        <source>Copia le song nella memoria e ne aggiorna l&apos;indice.</source>
-        <translation>Copia le song nella memoria e ne aggiorna l&apos;indice.</translation>
+        <source>Copia le song nella memoria e ne aggiorna l'indice.</source>
+        <translation>Copia le song nella memoria e ne aggiorna l'indice.</translation>
     </message>
     <message>
         <source>cartella della memoria che riceve le song (necessaria)</source>
@@ -406,6 +458,105 @@
     <message>
         <source>se sostituire le song che esistono già</source>
         <translation>se sostituire le song che esistono già</translation>
+    </message>
+</context>
+<context>
+    <name>DataEditDialog</name>
+    <message>
+        <source>Modifica Dati</source>
+        <translation>Modifica Dati</translation>
+    </message>
+    <message>
+        <source>Percorso file:</source>
+        <translation>Percorso file:</translation>
+    </message>
+    <message>
+        <source>Formato:</source>
+        <translation>Formato:</translation>
+    </message>
+    <message>
+        <source>Modifica i dati della Song:</source>
+        <translation>Modifica i dati della Song:</translation>
+    </message>
+    <message>
+        <source>Titolo Song:</source>
+        <translation>Titolo Song:</translation>
+    </message>
+    <message>
+        <source>Usa il titolo</source>
+        <translation>Usa il titolo</translation>
+    </message>
+    <message>
+        <source>Usa il filename</source>
+        <translation>Usa il filename</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <translation>Applica a tutti</translation>
+    </message>
+    <message>
+        <source>Interprete:</source>
+        <translation>Interprete:</translation>
+    </message>
+    <message>
+        <source>Genere Musicale:</source>
+        <translation>Genere Musicale:</translation>
+    </message>
+    <message>
+        <source>Autore:</source>
+        <translation>Autore:</translation>
+    </message>
+    <message>
+        <source>Durata:</source>
+        <translation>Durata:</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>ss</source>
+        <translation>ss</translation>
+    </message>
+    <message>
+        <source>Tonalità:</source>
+        <translation>Tonalità:</translation>
+    </message>
+    <message>
+        <source>BPM:</source>
+        <translation>BPM:</translation>
+    </message>
+    <message>
+        <source>Salva</source>
+        <translation>Salva</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Modifica dati song</translation>
+    </message>
+    <message>
+        <source>L'autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>L'autore inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>L'interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>L'interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</source>
+        <translation>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>ATTENZIONE</translation>
     </message>
 </context>
 <context>
@@ -431,8 +582,8 @@
         <translation>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</translation>
     </message>
     <message>
-        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</source>
-        <translation>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</translation>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un'altra cartella</source>
+        <translation>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un'altra cartella</translation>
     </message>
     <message>
         <source>Trasferimento file...</source>
@@ -452,6 +603,13 @@
     </message>
 </context>
 <context>
+    <name>HelpDialog</name>
+    <message>
+        <source>Aiuto Tarvel4 Soft</source>
+        <translation>Aiuto Tarvel4 Soft</translation>
+    </message>
+</context>
+<context>
     <name>Index</name>
     <message>
         <source>Impossibile leggere: </source>
@@ -460,6 +618,105 @@
     <message>
         <source>File non importato, path troppo lungo: </source>
         <translation>File non importato, path troppo lungo: </translation>
+    </message>
+</context>
+<context>
+    <name>IndexDialog</name>
+    <message>
+        <source>Dialog</source>
+        <translation>Dialog</translation>
+    </message>
+    <message>
+        <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
+        <translation>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</translation>
+    </message>
+    <message>
+        <source>Sfoglia</source>
+        <translation>Sfoglia</translation>
+    </message>
+    <message>
+        <source>Seleziona l'azione che vuoi eseguire:</source>
+        <translation>Seleziona l'azione che vuoi eseguire:</translation>
+    </message>
+    <message>
+        <source>Ho inserito o eliminato alcune song, aggiorna database</source>
+        <translation>Ho inserito o eliminato alcune song, aggiorna database</translation>
+    </message>
+    <message>
+        <source>Ho problemi con gli archivi, ricostruisci database</source>
+        <translation>Ho problemi con gli archivi, ricostruisci database</translation>
+    </message>
+    <message>
+        <source>Controlla struttura memoria</source>
+        <translation>Controlla struttura memoria</translation>
+    </message>
+    <message>
+        <source>File found:</source>
+        <translation>File found:</translation>
+    </message>
+    <message>
+        <source>Report:</source>
+        <translation>Report:</translation>
+    </message>
+    <message>
+        <source>Inizia</source>
+        <translation>Inizia</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+    <message>
+        <source>Ottimizza memoria</source>
+        <translation>Ottimizza memoria</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>Il percorso selezionato non esiste</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria in corso...</source>
+        <translation>Ottimizzazione memoria in corso...</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operazione completata</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>ATTENZIONE</translation>
+    </message>
+    <message>
+        <source>Controllo memoria non eseguito!</source>
+        <translation>Controllo memoria non eseguito!</translation>
+    </message>
+    <message>
+        <source>Controllo memoria</source>
+        <translation>Controllo memoria</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
+        <translation>Non è stato possibile correggere gli errori, è necesario formattare la memoria</translation>
+    </message>
+    <message>
+        <source>Durante l'operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</source>
+        <translation>Durante l'operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</translation>
+    </message>
+    <message>
+        <source>Operazione completata con successo</source>
+        <translation>Operazione completata con successo</translation>
+    </message>
+    <message>
+        <source>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
+        <translation>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</translation>
     </message>
 </context>
 <context>
@@ -485,8 +742,8 @@
         <translation>Il numero %1 è usato due volte</translation>
     </message>
     <message>
-        <source>Il numero %1 non c&apos;è</source>
-        <translation>Il numero %1 non c&apos;è</translation>
+        <source>Il numero %1 non c'è</source>
+        <translation>Il numero %1 non c'è</translation>
     </message>
     <message>
         <source>Il numero %1 non è quello del record</source>
@@ -505,12 +762,12 @@
         <translation>Il percorso della song è %1</translation>
     </message>
     <message>
-        <source>La data o l&apos;ora non sono quelle della song: %1</source>
-        <translation>La data o l&apos;ora non sono quelle della song: %1</translation>
+        <source>La data o l'ora non sono quelle della song: %1</source>
+        <translation>La data o l'ora non sono quelle della song: %1</translation>
     </message>
     <message>
-        <source>La song non è nell&apos;indice: %1</source>
-        <translation>La song non è nell&apos;indice: %1</translation>
+        <source>La song non è nell'indice: %1</source>
+        <translation>La song non è nell'indice: %1</translation>
     </message>
     <message>
         <source>I record sono %1 e non %2</source>
@@ -529,16 +786,16 @@
         <translation>Il titolo non è in ordine</translation>
     </message>
     <message>
-        <source>L&apos;attributo %1 non è valido</source>
-        <translation>L&apos;attributo %1 non è valido</translation>
+        <source>L'attributo %1 non è valido</source>
+        <translation>L'attributo %1 non è valido</translation>
     </message>
     <message>
         <source>Il primo record non è di un interprete</source>
         <translation>Il primo record non è di un interprete</translation>
     </message>
     <message>
-        <source>L&apos;interprete non è in ordine</source>
-        <translation>L&apos;interprete non è in ordine</translation>
+        <source>L'interprete non è in ordine</source>
+        <translation>L'interprete non è in ordine</translation>
     </message>
     <message>
         <source>Il gruppo precedente ha %1 song</source>
@@ -553,8 +810,8 @@
         <translation>Il gruppo è vuoto</translation>
     </message>
     <message>
-        <source>L&apos;interprete ha già un gruppo</source>
-        <translation>L&apos;interprete ha già un gruppo</translation>
+        <source>L'interprete ha già un gruppo</source>
+        <translation>L'interprete ha già un gruppo</translation>
     </message>
     <message>
         <source>Il record non è quello dei titoli</source>
@@ -565,8 +822,8 @@
         <translation>Il file non è lungo %1 byte</translation>
     </message>
     <message>
-        <source>La lettera &quot;%1&quot; non è al suo posto</source>
-        <translation>La lettera &quot;%1&quot; non è al suo posto</translation>
+        <source>La lettera "%1" non è al suo posto</source>
+        <translation>La lettera "%1" non è al suo posto</translation>
     </message>
     <message>
         <source>I titoli sono %1</source>
@@ -635,6 +892,235 @@
     </message>
 </context>
 <context>
+    <name>MainWindow</name>
+    <message>
+        <source>Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft</translation>
+    </message>
+    <message>
+        <source>Seleziona le basi musicali che desideri inserire nella memoria di Tarvel</source>
+        <translation>Seleziona le basi musicali che desideri inserire nella memoria di Tarvel</translation>
+    </message>
+    <message>
+        <source>Sincronizza song con il
+database K-Varo</source>
+        <translation>Sincronizza song con il
+database K-Varo</translation>
+    </message>
+    <message>
+        <source>Trasferisci song nella
+memoria di Tarvel</source>
+        <translation>Trasferisci song nella
+memoria di Tarvel</translation>
+    </message>
+    <message>
+        <source>Opzioni nascoste</source>
+        <translation>Opzioni nascoste</translation>
+    </message>
+    <message>
+        <source>Abilita log (riavvio necessario!)</source>
+        <translation>Abilita log (riavvio necessario!)</translation>
+    </message>
+    <message>
+        <source>Cancella log ad ogni avvio</source>
+        <translation>Cancella log ad ogni avvio</translation>
+    </message>
+    <message>
+        <source>Debug</source>
+        <translation>Debug</translation>
+    </message>
+    <message>
+        <source>Add Marker</source>
+        <translation>Add Marker</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Reload Stylesheet</source>
+        <translation>Reload Stylesheet</translation>
+    </message>
+    <message>
+        <source>Import again</source>
+        <translation>Import again</translation>
+    </message>
+    <message>
+        <source>Hide Debug</source>
+        <translation>Hide Debug</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Manual Dialog</source>
+        <translation>Manual Dialog</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Preferenze</source>
+        <translation>Preferenze</translation>
+    </message>
+    <message>
+        <source>Lingua</source>
+        <translation>Lingua</translation>
+    </message>
+    <message>
+        <source>Messaggi Copyright</source>
+        <translation>Messaggi Copyright</translation>
+    </message>
+    <message>
+        <source>Strumenti</source>
+        <translation>Strumenti</translation>
+    </message>
+    <message>
+        <source>Aiuto</source>
+        <translation>Aiuto</translation>
+    </message>
+    <message>
+        <source>Esci</source>
+        <translation>Esci</translation>
+    </message>
+    <message>
+        <source>Italiano</source>
+        <translation>Italiano</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>English</translation>
+    </message>
+    <message>
+        <source>Deutsch</source>
+        <translation>Deutsch</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Si</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Rigenera il database delle song</source>
+        <translation>Rigenera il database delle song</translation>
+    </message>
+    <message>
+        <source>Salva lista delle song</source>
+        <translation>Salva lista delle song</translation>
+    </message>
+    <message>
+        <source>Aiuto Tarvel4 Soft</source>
+        <translation>Aiuto Tarvel4 Soft</translation>
+    </message>
+    <message>
+        <source>Informazioni</source>
+        <translation>Informazioni</translation>
+    </message>
+    <message>
+        <source>Informazioni su QT</source>
+        <translation>Informazioni su QT</translation>
+    </message>
+    <message>
+        <source>Seleziona i file da importare</source>
+        <translation>Seleziona i file da importare</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Modifica dati song</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile salvare i seguenti file:</source>
+        <translation>Non è stato possibile salvare i seguenti file:</translation>
+    </message>
+    <message>
+        <source>Remove from list</source>
+        <translation>Remove from list</translation>
+    </message>
+    <message>
+        <source>Delete file</source>
+        <translation>Delete file</translation>
+    </message>
+    <message>
+        <source>Attenzione</source>
+        <translation>Attenzione</translation>
+    </message>
+    <message>
+        <source>Sei sicuro di voler cancellare il file?</source>
+        <translation>Sei sicuro di voler cancellare il file?</translation>
+    </message>
+</context>
+<context>
+    <name>NoCopyrightDialog</name>
+    <message>
+        <source>Richiesta conferma</source>
+        <translation>Richiesta conferma</translation>
+    </message>
+    <message>
+        <source>Il file:</source>
+        <translation>Il file:</translation>
+    </message>
+    <message>
+        <source>TextLabel</source>
+        <translation>TextLabel</translation>
+    </message>
+    <message>
+        <source>Non è stato pubblicato da K-Varo. Si vuole procedere comunque con le modifiche?</source>
+        <translation>Non è stato pubblicato da K-Varo. Si vuole procedere comunque con le modifiche?</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Si</translation>
+    </message>
+    <message>
+        <source>Si tutti</source>
+        <translation>Si tutti</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>No tutti</source>
+        <translation>No tutti</translation>
+    </message>
+</context>
+<context>
+    <name>ProceedDialog</name>
+    <message>
+        <source>Riassunto importazione</source>
+        <translation>Riassunto importazione</translation>
+    </message>
+    <message>
+        <source>Si vuole procedere alla sincronizzazione automatica con il database?</source>
+        <translation>Si vuole procedere alla sincronizzazione automatica con il database?</translation>
+    </message>
+    <message>
+        <source>Non mostrare più messaggi sul copyright</source>
+        <translation>Non mostrare più messaggi sul copyright</translation>
+    </message>
+    <message>
+        <source>Si</source>
+        <translation>Si</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</source>
+        <translation>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</translation>
+    </message>
+</context>
+<context>
     <name>RowEditor</name>
     <message>
         <source>Aggiornamento file</source>
@@ -662,6 +1148,96 @@
     <message>
         <source>FILE</source>
         <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>SongTableDelegate</name>
+    <message>
+        <source>Aggiornata dal database K-Varo</source>
+        <translation>Aggiornata dal database K-Varo</translation>
+    </message>
+    <message>
+        <source>Modificata a mano</source>
+        <translation>Modificata a mano</translation>
+    </message>
+    <message>
+        <source>Non aggiornata</source>
+        <translation>Non aggiornata</translation>
+    </message>
+</context>
+<context>
+    <name>SongsListDialog</name>
+    <message>
+        <source>Save song list</source>
+        <translation>Save song list</translation>
+    </message>
+    <message>
+        <source>CF/USB:</source>
+        <translation>CF/USB:</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <translation>Browse</translation>
+    </message>
+    <message>
+        <source>File:</source>
+        <translation>File:</translation>
+    </message>
+    <message>
+        <source>Ordina per:</source>
+        <translation>Ordina per:</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Artista</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Salva</source>
+        <translation>Salva</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>Exit</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+    <message>
+        <source>Scegli nome del file</source>
+        <translation>Scegli nome del file</translation>
+    </message>
+    <message>
+        <source>File (*.csv)</source>
+        <translation>File (*.csv)</translation>
+    </message>
+    <message>
+        <source>Salva lista song</source>
+        <translation>Salva lista song</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>Il percorso selezionato non esiste</translation>
+    </message>
+    <message>
+        <source>Il percorso di destinazione non esiste</source>
+        <translation>Il percorso di destinazione non esiste</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operazione completata</translation>
+    </message>
+    <message>
+        <source>Impossibile proseguire, la memoria non è preparata per Tarvel</source>
+        <translation>Impossibile proseguire, la memoria non è preparata per Tarvel</translation>
+    </message>
+    <message>
+        <source>Errore durante la creazione del file</source>
+        <translation>Errore durante la creazione del file</translation>
     </message>
 </context>
 <context>
@@ -699,12 +1275,23 @@
         <translation>Bpm</translation>
     </message>
     <message>
-        <source>Tonalita&apos;</source>
-        <translation>Tonalita&apos;</translation>
+        <source>Tonalita'</source>
+        <translation>Tonalita'</translation>
     </message>
     <message>
         <source>Nome file</source>
         <translation>Nome file</translation>
+    </message>
+</context>
+<context>
+    <name>WindowHost</name>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 di %2</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>esiste già, vuoi sostituirlo?</translation>
     </message>
 </context>
 </TS>

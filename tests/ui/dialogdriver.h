@@ -1,0 +1,177 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
+#include <QtTest>
+
+#include <deque>
+#include <functional>
+
+/**
+ * Plays the user while the test's own call is blocked in a dialog: takes its steps one after
+ * another, each as soon as its dialog is on show. A dialog that nobody expected, or that does not
+ * come, is closed after some seconds and remembered as a problem, so that no test hangs.
+ */
+class DialogDriver : public QObject
+{
+public:
+    DialogDriver() { wait(); }
+
+    /** Adds a step for the next modal dialog or menu of class \a Dialog. */
+    template <class Dialog> void expect(std::function<void(Dialog &)> act)
+    {
+        m_steps.push_back({QString::fromLatin1(Dialog::staticMetaObject.className()),
+                           [act = std::move(act)](QWidget *widget) {
+                               auto *dialog = qobject_cast<Dialog *>(widget);
+                               if (!dialog)
+                                   return false;
+                               act(*dialog);
+                               return true;
+                           }});
+    }
+
+    /** The step added last is taken before all others. */
+    void lastGoesFirst()
+    {
+        m_steps.push_front(m_steps.back());
+        m_steps.pop_back();
+    }
+
+    /** Clicks a button, by object name, in the next dialog of class \a Dialog. */
+    template <class Dialog> void click(const QString &button)
+    {
+        expect<Dialog>([this, button](Dialog &dialog) { clickIn(dialog, button); });
+    }
+
+    /** Closes the next dialog of class \a Dialog by its frame. */
+    template <class Dialog> void closeFrame()
+    {
+        expect<Dialog>([](Dialog &dialog) { dialog.close(); });
+    }
+
+    /** Presses a standard button of the next message box, and keeps its texts. */
+    void answerBox(QMessageBox::StandardButton button)
+    {
+        expect<QMessageBox>([this, button](QMessageBox &box) {
+            boxes.append(box.windowTitle() + QLatin1Char('|') + box.text());
+            lastBox = {box.icon(), box.standardButtons(), box.textFormat()};
+            if (QAbstractButton *found = box.button(button))
+                QTest::mouseClick(found, Qt::LeftButton);
+            else
+                m_problems.append(QStringLiteral("no such button in ") + box.text());
+        });
+    }
+
+    /** Types the paths into the next file dialog and accepts it. */
+    void chooseFiles(const QStringList &paths)
+    {
+        expect<QFileDialog>([paths](QFileDialog &dialog) {
+            auto *edit = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            edit->setText(paths.size() == 1 ? paths.constFirst()
+                                            : QLatin1Char('"') + paths.join(QStringLiteral("\" \""))
+                                  + QLatin1Char('"'));
+            static_cast<QDialog &>(dialog).accept();
+        });
+    }
+
+    /** Chooses an entry, by number, of the next menu; -1 closes it with Escape. */
+    void chooseEntry(int entry)
+    {
+        expect<QMenu>([this, entry](QMenu &menu) {
+            for (const QAction *action : menu.actions())
+                menuTexts.append(action->text());
+            if (entry < 0)
+                QTest::keyClick(&menu, Qt::Key_Escape);
+            else
+                QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier,
+                                  menu.actionGeometry(menu.actions().at(entry)).center());
+        });
+    }
+
+    void clickIn(const QWidget &dialog, const QString &button)
+    {
+        if (auto *found = dialog.findChild<QAbstractButton *>(button))
+            QTest::mouseClick(found, Qt::LeftButton);
+        else
+            m_problems.append(QStringLiteral("no button ") + button);
+    }
+
+    /** What went otherwise than expected; empty when every step was taken. */
+    QString problems() const
+    {
+        QStringList all = m_problems;
+        for (const Step &step : m_steps)
+            all.append(QStringLiteral("never came: ") + step.dialog);
+        return all.join(QStringLiteral("; "));
+    }
+
+    struct Box
+    {
+        QMessageBox::Icon icon;
+        QMessageBox::StandardButtons buttons;
+        Qt::TextFormat format;
+    };
+
+    QStringList boxes; ///< "TITLE|TEXT" of each message box that was answered
+    Box lastBox{};
+    QStringList menuTexts;
+
+private:
+    struct Step
+    {
+        QString dialog;
+        std::function<bool(QWidget *)> act;
+    };
+
+    void wait() { QTimer::singleShot(2, this, &DialogDriver::look); }
+
+    void look()
+    {
+        wait(); // first: what follows may open a dialog and return late
+        QWidget *shown = QApplication::activePopupWidget();
+        if (!shown)
+            shown = QApplication::activeModalWidget();
+        if (!shown || !shown->isVisible()) {
+            m_patience.invalidate();
+            return;
+        }
+        if (shown != m_last || !m_patience.isValid()) {
+            m_last = shown;
+            m_patience.start();
+            return; // one round for the dialog to settle
+        }
+        if (!m_steps.empty()) {
+            const Step step = m_steps.front();
+            m_steps.pop_front();
+            if (step.act(shown)) {
+                m_patience.invalidate();
+                return;
+            }
+            m_steps.push_front(step);
+        }
+        if (m_patience.hasExpired(8000))
+            giveUp(shown);
+    }
+
+    void giveUp(QWidget *shown)
+    {
+        m_problems.append(QStringLiteral("stuck in ")
+                          + QString::fromLatin1(shown->metaObject()->className()) + QLatin1Char(' ')
+                          + shown->windowTitle());
+        m_patience.invalidate();
+        if (auto *dialog = qobject_cast<QDialog *>(shown))
+            dialog->done(0);
+        else
+            shown->close();
+    }
+
+    std::deque<Step> m_steps;
+    QStringList m_problems;
+    QPointer<QWidget> m_last;
+    QElapsedTimer m_patience;
+};
