@@ -1,0 +1,85 @@
+#include "samples/karaoke.h"
+
+#include "samples/karaokegraphics.h"
+
+namespace {
+
+using Syllable = Arrangement::Syllable;
+using Line = QVector<Syllable>;
+
+constexpr int linesOnPage = 4;
+constexpr int firstRow = 4;
+constexpr int rowsBetweenLines = 3;
+constexpr double secondsToRead = 1.0; // before the first syllable of a page
+
+QVector<Line> linesOf(const QVector<Syllable> &syllables)
+{
+    QVector<Line> lines;
+    for (const Syllable &syllable : syllables) {
+        if (syllable.beginsLine || lines.isEmpty())
+            lines.append(Line());
+        lines.last().append(syllable);
+    }
+    return lines;
+}
+
+QByteArray textOf(const Line &line)
+{
+    QByteArray text;
+    for (const Syllable &syllable : line)
+        text += syllable.text;
+    return text.trimmed();
+}
+
+int columnFor(const QByteArray &text)
+{
+    return (KaraokeGraphics::columns - text.size()) / 2;
+}
+
+int rowFor(int line)
+{
+    return firstRow + line % linesOnPage * rowsBetweenLines;
+}
+
+void drawTitle(KaraokeGraphics &screen, const Tune &tune)
+{
+    const QByteArray title = tune.title.toLatin1();
+    screen.writeLargeText(6, (KaraokeGraphics::columns - 2 * title.size()) / 2, title,
+                          KaraokeGraphics::Gold);
+    const QByteArray artist = tune.artist.toLatin1();
+    screen.writeText(10, columnFor(artist), artist, KaraokeGraphics::Sky);
+}
+
+void drawPage(KaraokeGraphics &screen, const QVector<Line> &lines, int first)
+{
+    screen.clear();
+    for (int i = first; i < std::min(first + linesOnPage, lines.size()); ++i) {
+        const QByteArray text = textOf(lines[i]);
+        screen.writeText(rowFor(i), columnFor(text), text, KaraokeGraphics::White);
+    }
+}
+
+} // namespace
+
+QByteArray drawKaraoke(const Tune &tune, const Arrangement &song)
+{
+    const auto seconds = [&](int tick) { return song.secondsAt(tick, tune.bpm); };
+    KaraokeGraphics screen;
+    drawTitle(screen, tune);
+    const QVector<Line> lines = linesOf(song.syllables);
+    for (int i = 0; i < lines.size(); ++i) {
+        const Line &line = lines[i];
+        if (i % linesOnPage == 0) {
+            screen.waitUntil(seconds(line.first().start) - secondsToRead);
+            drawPage(screen, lines, i);
+        }
+        int column = columnFor(textOf(line));
+        for (const Syllable &syllable : line) {
+            screen.waitUntil(seconds(syllable.start));
+            screen.writeText(rowFor(i), column, syllable.text, KaraokeGraphics::Gold);
+            column += syllable.text.size();
+        }
+    }
+    screen.waitUntil(seconds(song.endTick()) + 1);
+    return screen.bytes();
+}

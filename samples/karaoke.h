@@ -1,0 +1,8 @@
+#pragma once
+
+#include "samples/arrangement.h"
+
+#include <QByteArray>
+
+/** The karaoke graphics of a song: its title, then its words, each turning gold as it is sung. */
+QByteArray drawKaraoke(const Tune &tune, const Arrangement &song);
