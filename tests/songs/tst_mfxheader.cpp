@@ -39,6 +39,8 @@ MfxHeader parsed(const QByteArray &bytes)
 
 } // namespace
 
+Q_DECLARE_METATYPE(std::function<void(MfxHeader &)>)
+
 class tst_MfxHeader : public QObject
 {
     Q_OBJECT
@@ -325,8 +327,6 @@ void tst_MfxHeader::withoutAHeaderNothingIsReadOrWritten()
     QCOMPARE(mfx.flags(), quint8(0));
     QVERIFY(!mfx.hasBpm());
 }
-
-Q_DECLARE_METATYPE(std::function<void(MfxHeader &)>)
 
 QTEST_GUILESS_MAIN(tst_MfxHeader)
 #include "tst_mfxheader.moc"

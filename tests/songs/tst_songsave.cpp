@@ -637,7 +637,8 @@ void tst_SongSave::permissionsStay_data()
     QTest::addColumn<int>("mode");
     for (const char *suffix : {"mid", "mp3"}) {
         for (const int mode : {0600, 0640, 0666, 0755, 02660})
-            QTest::addRow("%s: %o", suffix, mode) << latin1(suffix) << mode;
+            QTest::newRow(qPrintable(QStringLiteral("%1: %2").arg(latin1(suffix)).arg(mode, 0, 8)))
+                << latin1(suffix) << mode;
     }
 }
 
