@@ -2,6 +2,7 @@
 
 #include "library/filestamp.h"
 #include "library/nativepath.h"
+#include "songs/freename.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -129,7 +130,7 @@ void CopyBatch::commit()
         if (!isPlaced)
             discard(song);
     }
-    m_isDirty = flushed;
+    m_isDirty = m_isDirty || flushed;
     m_staged.clear();
     m_claimed.clear();
     m_stagedBytes = 0;
@@ -138,9 +139,8 @@ void CopyBatch::commit()
 void CopyBatch::finish()
 {
     commit();
-    if (m_isDirty)
+    while (m_isDirty)
         flush();
-    m_isDirty = false;
 }
 
 CopyBatch::Added CopyBatch::stage(const QString &source, QString &temporary)
@@ -196,17 +196,27 @@ CopyBatch::Added CopyBatch::copyBytes(const QString &source, QFileDevice &target
 
 bool CopyBatch::place(const Staged &song)
 {
-    if (!m_disk.replace(song.temporary, song.destination)) {
-        qDebug() << "[copyFiles] WARNING: can't be named:" << song.destination;
-        return false;
+    // The companion comes last, since without its song it would stand in the way of the next try.
+    return giveName(song.temporary, song.destination)
+        && (song.companionTemporary.isEmpty()
+            || giveName(song.companionTemporary, song.companionDestination));
+}
+
+bool CopyBatch::giveName(const QString &temporary, const QString &destination)
+{
+    // Disk::replace() keeps the old file too, but flushes three times for each.
+    const bool keepsOld = QFileInfo::exists(destination) && m_disk.losesReplacedFiles(destination);
+    const QString old = keepsOld ? freeName(destination, QStringLiteral(".bak")) : QString();
+    const bool isFree = !keepsOld || m_disk.replace(destination, old);
+    if (isFree && m_disk.replace(temporary, destination)) {
+        if (keepsOld)
+            m_setAside.push_back({old, destination});
+        return true;
     }
-    // After the song, since a companion without its song would stand in the way of the next try.
-    if (!song.companionTemporary.isEmpty()
-        && !m_disk.replace(song.companionTemporary, song.companionDestination)) {
-        qDebug() << "[copyFiles] WARNING: can't be named:" << song.companionDestination;
-        return false;
-    }
-    return true;
+    qDebug() << "[copyFiles] WARNING: can't be named:" << destination;
+    if (keepsOld && isFree && !m_disk.replace(old, destination))
+        qDebug() << "[copyFiles] WARNING: the old file is now called" << old;
+    return false;
 }
 
 void CopyBatch::discard(const Staged &song)
@@ -219,13 +229,35 @@ void CopyBatch::discard(const Staged &song)
 
 bool CopyBatch::flush()
 {
+    m_isDirty = false;
     const bool flushed = m_disk.syncVolume(m_folder);
-    if (!flushed)
-        qDebug() << "[copyFiles] WARNING: not on the medium:" << m_folder;
-    if (flushed)
+    if (flushed) {
         m_copied += m_unflushed.size();
-    else
+        removeSetAside();
+    } else {
+        qDebug() << "[copyFiles] WARNING: not on the medium:" << m_folder;
         m_failed += m_unflushed;
+        restoreSetAside();
+    }
     m_unflushed.clear();
     return flushed;
+}
+
+void CopyBatch::removeSetAside()
+{
+    for (const SetAside &old : m_setAside) {
+        if (!m_disk.remove(old.path))
+            qDebug() << "[copyFiles] WARNING: can't be removed:" << old.path;
+    }
+    m_isDirty = !m_setAside.empty();
+    m_setAside.clear();
+}
+
+void CopyBatch::restoreSetAside()
+{
+    for (const SetAside &old : m_setAside) {
+        if (!m_disk.remove(old.destination) || !m_disk.replace(old.path, old.destination))
+            qDebug() << "[copyFiles] WARNING: the old file is now called" << old.path;
+    }
+    m_setAside.clear();
 }

@@ -63,11 +63,21 @@ private:
         bool isCounted;
     };
 
+    /** A replaced file that waits under another name until the new one is safe. */
+    struct SetAside
+    {
+        QString path;
+        QString destination;
+    };
+
     Added stage(const QString &source, QString &temporary);
     Added copyBytes(const QString &source, QFileDevice &target);
     bool place(const Staged &song);
+    bool giveName(const QString &temporary, const QString &destination);
     void discard(const Staged &song);
     bool flush();
+    void removeSetAside();
+    void restoreSetAside();
 
     Disk &m_disk;
     QString m_folder;
@@ -78,7 +88,8 @@ private:
     QString m_namePrefix;
     int m_nextName = 0;
     QStringList m_unflushed; ///< sources that have their name, but are not yet on the medium
-    bool m_isDirty = false;
+    std::vector<SetAside> m_setAside;
+    bool m_isDirty = false; ///< names have changed since the last flush
     int m_copied = 0;
     QStringList m_failed;
 };

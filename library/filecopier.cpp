@@ -144,7 +144,7 @@ void FileCopier::addToBatch(const QString &source, const QString &destination, C
     CopyBatch::Added added = batch.add(song);
     if (added == CopyBatch::Added::TargetFailed && !batch.isEmpty()) {
         // The staged songs take the place of old ones, which makes room.
-        batch.commit();
+        batch.finish();
         added = batch.add(song);
     }
     if (added != CopyBatch::Added::Yes && song.isCounted)

@@ -52,14 +52,14 @@ public:
     /** Gives a new file the permissions, and where that is allowed the owner, of another. */
     static void inherit(QFileDevice &file, const QFileDevice &model);
 
+    /** True where a rename over an existing file can lose both (FAT, exFAT). */
+    virtual bool losesReplacedFiles(const QString &path) const;
+
     static Disk &real();
 
 protected:
     /** Gives a file another name, in one step, taking the place of an existing one. */
     virtual bool rename(const QString &from, const QString &to);
-
-    /** True where a rename over an existing file can lose both (FAT, exFAT). */
-    virtual bool losesReplacedFiles(const QString &path) const;
 
 private:
     bool replaceKeepingOld(const QString &from, const QString &to);

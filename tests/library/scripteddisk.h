@@ -7,7 +7,8 @@
 
 #include <functional>
 
-/** The real disk, which keeps what was done and fails, or does something else first, on demand. */
+/** The real disk, which keeps what was done and fails, or does something else first, on demand. It
+ * does not wait for the medium: that costs time and shows nothing. */
 class ScriptedDisk : public Disk
 {
 public:
@@ -15,6 +16,7 @@ public:
     int failingWrite = 0;
     int failingSync = 0; ///< of a file or a volume
     int failingReplace = 0;
+    bool isFat = false; ///< a file system that loses replaced files
     bool staysBroken = false; ///< every later call of the operation fails too
     std::function<void(const QString &operation, int count)>
         before; ///< called before each operation
@@ -31,15 +33,21 @@ public:
     }
     bool sync(QFileDevice &file) override
     {
-        return enter(QStringLiteral("sync"), failingSync) && Disk::sync(file);
+        return enter(QStringLiteral("sync"), failingSync) && file.flush();
     }
     bool syncVolume(const QString &path) override
     {
-        return enter(QStringLiteral("sync"), failingSync) && Disk::syncVolume(path);
+        Q_UNUSED(path)
+        return enter(QStringLiteral("sync"), failingSync);
     }
     bool replace(const QString &from, const QString &to) override
     {
         return enter(QStringLiteral("replace"), failingReplace) && Disk::replace(from, to);
+    }
+
+    bool losesReplacedFiles(const QString &path) const override
+    {
+        return isFat || Disk::losesReplacedFiles(path);
     }
 
 private:

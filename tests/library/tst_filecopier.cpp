@@ -61,6 +61,11 @@ private Q_SLOTS:
     void manySongsAreFlushedInFewBatches();
     void leftovers_data();
     void leftovers();
+    void onFatTheOldSongsWaitUntilTheNewOnesAreSafe();
+    void onFatAFailureBringsTheOldSongsBack_data();
+    void onFatAFailureBringsTheOldSongsBack();
+    void onFatAKillLeavesOneOfTheTwo_data();
+    void onFatAKillLeavesOneOfTheTwo();
     void aKilledRunIsMadeGoodByTheNext_data();
     void aKilledRunIsMadeGoodByTheNext();
     void aFullVolume();
@@ -752,6 +757,109 @@ void tst_FileCopier::aKilledRunIsMadeGoodByTheNext()
     FileCopier copier(host, Disk::real());
     QVERIFY(copier.copyFiles(files, targetFolder()));
     QCOMPARE(targetNames(), names);
+    for (const QString &name : names)
+        QCOMPARE(TestFiles::read(target(name)), QByteArray("new"));
+}
+
+void tst_FileCopier::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
+{
+    const QStringList files{TestFiles::write(source(text("a.mid")), "new"),
+                            TestFiles::write(source(text("b.mid")), "new"),
+                            TestFiles::write(source(text("c.mid")), "new")};
+    TestFiles::write(target(text("a.mid")), oldBytes);
+    TestFiles::write(target(text("b.mid")), oldBytes);
+    ScriptedHost host;
+    ScriptedDisk disk;
+    disk.isFat = true;
+    QStringList namesBeforeTheLastFlush;
+    disk.before = [&](const QString &operation, int count) {
+        if (operation == text("sync") && count == 2)
+            namesBeforeTheLastFlush = targetNames();
+    };
+    FileCopier copier(host, disk);
+    QVERIFY(copier.copyFiles(files, targetFolder()));
+    QCOMPARE(namesBeforeTheLastFlush,
+             strings({"a.mid", "a.mid.bak", "b.mid", "b.mid.bak", "c.mid"}));
+    QCOMPARE(targetNames(), strings({"a.mid", "b.mid", "c.mid"}));
+    QCOMPARE(disk.countOf(text("sync")), 3); // the bytes, the names, the old ones' removal
+}
+
+void tst_FileCopier::onFatAFailureBringsTheOldSongsBack_data()
+{
+    QTest::addColumn<int>("failingReplace");
+    QTest::addColumn<int>("failingSync");
+    QTest::addColumn<QStringList>("replaced");
+    QTest::newRow("the old song can't step aside") << 1 << 0 << strings({"b.mid"});
+    QTest::newRow("the new song can't be named") << 2 << 0 << strings({"b.mid"});
+    QTest::newRow("the flush of the names") << 0 << 2 << QStringList();
+    QTest::newRow("the flush after the old ones' removal, which harms nothing")
+        << 0 << 3 << strings({"a.mid", "b.mid"});
+}
+
+void tst_FileCopier::onFatAFailureBringsTheOldSongsBack()
+{
+    QFETCH(int, failingReplace);
+    QFETCH(int, failingSync);
+    QFETCH(QStringList, replaced);
+    const QStringList names = strings({"a.mid", "b.mid"});
+    QStringList files;
+    for (const QString &name : names) {
+        files.append(TestFiles::write(source(name), "new"));
+        TestFiles::write(target(name), oldBytes);
+    }
+    ScriptedHost host;
+    ScriptedDisk disk;
+    disk.isFat = true;
+    disk.failingReplace = failingReplace;
+    disk.failingSync = failingSync;
+    FileCopier copier(host, disk);
+    QCOMPARE(copier.copyFiles(files, targetFolder()), replaced.size() == names.size());
+    QCOMPARE(copier.copied(), replaced.size());
+    QCOMPARE(targetNames(), names);
+    for (const QString &name : names)
+        QCOMPARE(TestFiles::read(target(name)),
+                 replaced.contains(name) ? QByteArray("new") : oldBytes);
+}
+
+void tst_FileCopier::onFatAKillLeavesOneOfTheTwo_data()
+{
+    QTest::addColumn<int>("count");
+    for (int count = 1; count <= 4; ++count)
+        QTest::addRow("killed at rename %d", count) << count;
+}
+
+void tst_FileCopier::onFatAKillLeavesOneOfTheTwo()
+{
+    QFETCH(int, count);
+    const QStringList names = strings({"a.mid", "b.mid"});
+    QStringList files;
+    for (const QString &name : names) {
+        files.append(TestFiles::write(source(name), "new"));
+        TestFiles::write(target(name), oldBytes);
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        ScriptedHost host;
+        ScriptedDisk disk;
+        disk.isFat = true;
+        disk.before = [&](const QString &operation, int done) {
+            if (operation == text("replace") && done == count)
+                raise(SIGKILL);
+        };
+        FileCopier(host, disk).copyFiles(files, targetFolder());
+        _exit(0);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY(WIFSIGNALED(status));
+    for (const QString &name : names) {
+        const QByteArray now = TestFiles::read(target(name));
+        const bool isThere = now == oldBytes || now == QByteArray("new");
+        QVERIFY(isThere || TestFiles::read(target(name + text(".bak"))) == oldBytes);
+    }
+    ScriptedHost host;
+    FileCopier copier(host, Disk::real());
+    QVERIFY(copier.copyFiles(files, targetFolder()));
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)), QByteArray("new"));
 }
