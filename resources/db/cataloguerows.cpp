@@ -89,19 +89,19 @@ QVector<CatalogueRow> sampleRows()
     };
     return {
         row("SANTALUC", "Santa Lucia", "Tradizionale", "Coro di Napoli", "CANZONE NAPOLETANA",
-            "Cottrau - Cossovich", 62, 100, "C", "1;Intro;5;Verse 1;21;Chorus 1;37;Fine;"),
+            "Cottrau - Cossovich", 61, 112, "C", "1;Intro;5;Verse 1;21;Chorus 1;37;Fine;"),
         row("FUNICULI", "Funiculì funiculà", "Tradizionale", "Coro di Napoli", "CANZONE NAPOLETANA",
-            "Denza - Turco", 58, 132, "D", "1;Intro;5;Verse 1;21;Chorus 1;37;Fine;"),
+            "Denza - Turco", 52, 132, "D", "1;Intro;5;Verse 1;21;Chorus 1;37;Fine;"),
         row("BELLACIA", "Bella ciao", "Tradizionale", "Coro popolare", "TRADIZIONALE",
-            "Tradizionale", 55, 120, "D -", "1;Intro;3;Verse 1;11;Verse 2;19;Fine;"),
+            "Tradizionale", 56, 120, "D -", "1;Intro;3;Verse 1;11;Verse 2;19;Verse 3;27;Fine;"),
         row("OSOLEMIO", "O sole mio", "Tradizionale", "Coro di Napoli", "CANZONE NAPOLETANA",
-            "Di Capua - Capurro", 64, 80, "G", "1;Intro;5;Verse 1;13;Chorus 1;21;Fine;"),
+            "Di Capua - Capurro", 63, 84, "G", "1;Intro;5;Verse 1;13;Chorus 1;21;Fine;"),
         row("DONNAMOB", "La donna e mobile", "Tradizionale", "Orchestra da camera", "CLASSICA",
-            "Verdi - Piave", 60, 138, "Bb", "1;Intro;9;Verse 1;25;Chorus 1;41;Fine;"),
+            "Verdi - Piave", 55, 138, "Bb", "1;Intro;9;Verse 1;25;Chorus 1;41;Fine;"),
         row("GREENSLV", "Greensleeves", "Traditional", "Folk ensemble", "POP & ROCK STRANIERO",
-            "Traditional", 66, 96, "A -", "1;Intro;5;Verse 1;21;Chorus 1;37;Fine;"),
+            "Traditional", 68, 100, "A -", "1;Intro;5;Verse 1;21;Chorus 1;37;Fine;"),
         row("AULDLANG", "Auld Lang Syne", "Traditional", "Folk ensemble", "POP & ROCK STRANIERO",
-            "Burns", 60, 100, "F", "1;Intro;5;Verse 1;13;Chorus 1;21;Fine;"),
+            "Burns", 41, 112, "F", "1;Intro;3;Verse 1;11;Chorus 1;19;Fine;"),
     };
 }
 
