@@ -167,10 +167,10 @@ void Index::readSongs(QVector<IndexCandidate> &candidates)
     for (const int position : pathOrder) {
         IndexCandidate &candidate = candidates[position];
         Q_EMIT currentPathChanged(candidate.entry.absolutePath);
-        if (!candidate.isFound)
+        const bool isThere =
+            candidate.isFound && (!candidate.mustBeRead || SongReader::read(candidate.entry));
+        if (!isThere)
             candidate.entry.number = -1;
-        else if (candidate.mustBeRead)
-            SongReader::read(candidate.entry);
         if (!candidate.isFound || candidate.mustBeRead || candidate.isRenamed)
             m_changed = true;
         Q_EMIT progressValueChanged(++progress);

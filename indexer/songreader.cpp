@@ -9,11 +9,12 @@
 
 #include <QDebug>
 #include <QFile>
-#include <QFileInfo>
 
+#include <algorithm>
 #include <array>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 #endif
@@ -29,23 +30,47 @@ constexpr quint8 tempoOfUnknown = 120;
 constexpr quint32 microsecondsPerMinute = 60000000;
 constexpr int tempoSize = 3;
 
-/** The first bytes of a regular file; \a opened tells an unreadable file from an empty one. */
-QByteArray firstBytes(const QString &path, bool &opened)
+/** The first bytes of a file, as far as there are that many. */
+struct Head
 {
-    std::array<char, bytesRead> buffer;
+    enum State { Read, Missing, Unreadable };
+    State state = Unreadable;
+    QByteArray bytes;
+};
+
 #ifdef Q_OS_UNIX
+
+Head headOf(const QString &path)
+{
+    // O_NONBLOCK: a FIFO that took the place of a song must not hang the run
     const int file =
         open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    const ssize_t count = file < 0 ? -1 : ::read(file, buffer.data(), buffer.size());
-    if (file >= 0)
-        close(file);
-#else
-    QFile file(path);
-    const qint64 count = file.open(QIODevice::ReadOnly) ? file.read(buffer.data(), bytesRead) : -1;
-#endif
-    opened = count >= 0;
-    return QByteArray(buffer.data(), static_cast<int>(qMax<qint64>(count, 0)));
+    if (file < 0)
+        return {errno == ENOENT || errno == ENOTDIR ? Head::Missing : Head::Unreadable, {}};
+    std::array<char, bytesRead> buffer;
+    ssize_t count = -1;
+    do {
+        count = read(file, buffer.data(), buffer.size());
+    } while (count < 0 && errno == EINTR);
+    close(file);
+    return {count < 0 ? Head::Unreadable : Head::Read,
+            QByteArray(buffer.data(), static_cast<int>(std::max<ssize_t>(count, 0)))};
 }
+
+#else
+
+Head headOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.exists())
+        return {Head::Missing, {}};
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return {Head::Unreadable, {}};
+    const QByteArray bytes = file.read(bytesRead);
+    return {file.error() == QFileDevice::NoError ? Head::Read : Head::Unreadable, bytes};
+}
+
+#endif
 
 QString id3Text(const QByteArray &bytes, Id3Format::Frame frame)
 {
@@ -92,7 +117,8 @@ public:
             const bool inside = Bytes::holds(bytes, at + MidiFormat::payloadOffset, size);
             if (bytes.at(at) == MidiFormat::metaStatus && inside
                 && take(Bytes::byteAt(bytes, at + MidiFormat::typeOffset),
-                        bytes.mid(at + MidiFormat::payloadOffset, size)))
+                        QByteArray::fromRawData(bytes.constData() + at + MidiFormat::payloadOffset,
+                                                size)))
                 at += MidiFormat::payloadOffset + size;
             else
                 ++at;
@@ -167,6 +193,27 @@ private:
     bool m_hasMarkers = false;
 };
 
+void readFormat(const QByteArray &bytes, IndexEntry &entry)
+{
+    MfxHeader mfx;
+    if (entry.absolutePath.endsWith(QLatin1String(".mp3"), Qt::CaseInsensitive))
+        readMp3(bytes, entry);
+    else if (bytes.startsWith(MidiFormat::fileMagic))
+        MidiWalk(bytes).fill(entry);
+    else if (mfx.parse(bytes))
+        readMfx(mfx, entry);
+    else
+        entry.tempo = tempoOfUnknown;
+}
+
+/** The file's name without its suffix, or with it where nothing but blanks is left. */
+QString defaultTitle(const QString &path)
+{
+    const QString name = path.mid(path.lastIndexOf(u'/') + 1);
+    const QString title = name.left(name.lastIndexOf(u'.'));
+    return title.trimmed().isEmpty() ? name : title;
+}
+
 QString tidied(const QString &text, const QString &fallback)
 {
     const QString trimmed = text.trimmed();
@@ -175,31 +222,22 @@ QString tidied(const QString &text, const QString &fallback)
 
 } // namespace
 
-void SongReader::read(IndexEntry &entry)
+bool SongReader::read(IndexEntry &entry)
 {
     qDebug() << entry.absolutePath;
-    const QFileInfo file(entry.absolutePath);
+    const Head head = headOf(entry.absolutePath);
+    if (head.state == Head::Missing)
+        return false;
     entry.title = entry.artist = entry.genre = QString();
     entry.kind = entry.tempo = entry.reserved = entry.markers = 0;
-
-    bool opened = false;
-    const QByteArray bytes = firstBytes(entry.absolutePath, opened);
-    MfxHeader mfx;
-    if (!opened)
+    if (head.state == Head::Unreadable)
         entry.tempo = tempoOfUnknown;
-    else if (bytes.size() < fewestBytes)
-        ; // the defaults
-    else if (file.suffix().compare(QLatin1String("mp3"), Qt::CaseInsensitive) == 0)
-        readMp3(bytes, entry);
-    else if (mfx.parse(bytes))
-        readMfx(mfx, entry);
-    else if (bytes.startsWith(MidiFormat::fileMagic))
-        MidiWalk(bytes).fill(entry);
-    else
-        entry.tempo = tempoOfUnknown;
+    else if (head.bytes.size() >= fewestBytes)
+        readFormat(head.bytes, entry);
 
-    const QString unknown = QLatin1String(IndexFormat::unknownText);
-    entry.title = tidied(entry.title, file.completeBaseName());
+    static const QString unknown = QLatin1String(IndexFormat::unknownText);
+    entry.title = tidied(entry.title, defaultTitle(entry.absolutePath));
     entry.artist = tidied(entry.artist, unknown);
     entry.genre = tidied(entry.genre, unknown);
+    return true;
 }

@@ -8,8 +8,9 @@ namespace SongReader {
 
 /**
  * Fills title, artist, genre, kind, tempo and markers of an entry from the file at its
- * absolutePath. It can't fail: a file that can't be read or recognised gets its name as the title.
+ * absolutePath; one that can't be read or recognised gets its name as the title. False, with the
+ * entry as it was: there is no such file any more.
  */
-void read(IndexEntry &entry);
+bool read(IndexEntry &entry);
 
 } // namespace SongReader
