@@ -121,9 +121,10 @@ ExitStatus Program::execute(const Command &command, const Arguments &arguments) 
     if (arguments.has("log"))
         MessageLog::start();
     TerminalHost host(arguments.has("quiet"));
+    const bool isTerminal = Console::isTerminal(Console::Output);
     RecordWriter records(arguments.has("json") ? RecordWriter::Json : RecordWriter::Text,
-                         [&host](const QByteArray &bytes) {
-                             if (Console::isTerminal(Console::Output))
+                         [&host, isTerminal](const QByteArray &bytes) {
+                             if (isTerminal)
                                  host.makeRoom();
                              return Console::write(Console::Output, bytes);
                          });

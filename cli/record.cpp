@@ -5,18 +5,30 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace {
+
+bool isJsonSyntax(QChar character)
+{
+    return character == QLatin1Char('"') || character == QLatin1Char('\\');
+}
 
 void appendJson(QByteArray &json, const QString &text)
 {
-    QString escaped;
-    escaped.reserve(text.size() + 2);
-    for (QChar character : text) {
-        if (character == QLatin1Char('"') || character == QLatin1Char('\\'))
-            escaped += QLatin1Char('\\');
-        escaped += character;
+    json += '"';
+    if (std::none_of(text.cbegin(), text.cend(), isJsonSyntax)) {
+        json += printable(text).toUtf8();
+    } else {
+        QString escaped;
+        for (QChar character : text) {
+            if (isJsonSyntax(character))
+                escaped += QLatin1Char('\\');
+            escaped += character;
+        }
+        json += printable(escaped).toUtf8();
     }
-    json += '"' + printable(escaped).toUtf8() + '"';
+    json += '"';
 }
 
 void appendJson(QByteArray &json, const QJsonValue &value)

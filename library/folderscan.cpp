@@ -22,19 +22,21 @@ struct Entry
     QString name;
     bool isNameable; ///< false: the locale can't say the name
     bool isFolder;
+    bool isFile; ///< a regular one, or a link to one
 };
 
 Entry entryOf(const fs::directory_entry &entry)
 {
     std::error_code error;
-    const bool isFolder = entry.is_directory(error);
+    const bool isFolder = entry.is_directory(error); // as the listing told, without a look at it
+    const bool isFile = entry.is_regular_file(error);
     const fs::path name = entry.path().filename();
 #ifdef Q_OS_WIN
-    return {QString::fromStdWString(name.native()), true, isFolder};
+    return {QString::fromStdWString(name.native()), true, isFolder, isFile};
 #else
     const QByteArray bytes = QByteArray::fromStdString(name.native());
     const QString decoded = QFile::decodeName(bytes);
-    return {decoded, QFile::encodeName(decoded) == bytes, isFolder};
+    return {decoded, QFile::encodeName(decoded) == bytes, isFolder, isFile};
 #endif
 }
 
@@ -100,8 +102,8 @@ private:
         const QString path = folderPath.endsWith(QLatin1Char('/'))
             ? folderPath + entry.name
             : folderPath + QLatin1Char('/') + entry.name;
-        const bool isReachable = entry.isNameable && (entry.isFolder || QFileInfo::exists(path));
-        if (!isReachable) {
+        const bool isThere = entry.isFolder || entry.isFile || QFileInfo::exists(path);
+        if (!entry.isNameable || !isThere) {
             m_skipped(path);
             return true;
         }
@@ -109,7 +111,7 @@ private:
             qDebug() << "[scanDir] Found directory:" << path;
             return folder(path);
         }
-        return !QFileInfo(path).isFile() || song(path);
+        return !entry.isFile || song(path);
     }
 
     bool song(const QString &path)
