@@ -20,11 +20,13 @@ constexpr int frameHeaderSize = 10;
 constexpr int encodingSize = 1;
 constexpr char encoding = 0; ///< of every frame that we write
 
-constexpr int editMarkSize = 3; ///< payload of the edit mark, zero bytes
+/** A private frame: the file was edited by this program. */
+constexpr char editMarkId[] = "MEDT";
+constexpr int editMarkSize = 3; ///< its payload, zero bytes
 
 constexpr int maxSongBytes = 1'000'000; ///< a tag must end within so many bytes of its file
 
-enum class Frame {
+enum class TextFrame {
     Title,
     Artist,
     Author,
@@ -33,16 +35,15 @@ enum class Frame {
     Length, ///< milliseconds, decimal digits
     Bpm, ///< decimal digits
     Copyright,
-    EditMark, ///< private: the file was edited by this program
 };
 
-/** The ID of each Frame, in the order of the enumeration. */
-constexpr const char *frameIds[] = {
-    "TIT2", "TPE1", "TCOM", "TCON", "TKEY", "TLEN", "TBPM", "TCOP", "MEDT",
-};
+constexpr char textFrameLetter = 'T'; ///< begins every ID
+
+/** The ID of each TextFrame, in the order of the enumeration. */
+constexpr const char *frameIds[] = {"TIT2", "TPE1", "TCOM", "TCON", "TKEY", "TLEN", "TBPM", "TCOP"};
 constexpr int frameCount = sizeof(frameIds) / sizeof(frameIds[0]);
 
-constexpr const char *frameId(Frame frame)
+constexpr const char *frameId(TextFrame frame)
 {
     return frameIds[int(frame)];
 }

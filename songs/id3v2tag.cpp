@@ -11,8 +11,6 @@ using namespace Id3Format;
 
 namespace {
 
-constexpr char firstLetters[] = {'T', 'M'}; // of all frame IDs
-
 bool isTagged(const QByteArray &bytes)
 {
     return bytes.startsWith(tagMagic);
@@ -87,7 +85,7 @@ qint64 Id3v2Tag::bytesWanted(const QByteArray &header)
     return qint64(sizeIn(header)) + headerSize;
 }
 
-QString Id3v2Tag::text(Frame frame) const
+QString Id3v2Tag::text(TextFrame frame) const
 {
     const int start = position(frame);
     if (start < 0)
@@ -100,42 +98,48 @@ QString Id3v2Tag::text(Frame frame) const
 
 int Id3v2Tag::length() const
 {
-    return toInt(toNumber(text(Frame::Length)) / 1000);
+    return toInt(toNumber(text(TextFrame::Length)) / 1000);
 }
 
 int Id3v2Tag::bpm() const
 {
-    return toInt(toNumber(text(Frame::Bpm)));
+    return toInt(toNumber(text(TextFrame::Bpm)));
 }
 
 bool Id3v2Tag::isPublisher() const
 {
-    return text(Frame::Copyright).toUpper().contains(QLatin1String("K-VARO"));
+    return text(TextFrame::Copyright).toUpper().contains(QLatin1String("K-VARO"));
+}
+
+bool Id3v2Tag::hasEditMark() const
+{
+    return m_tag.indexOf(editMarkId, headerSize) >= 0;
 }
 
 void Id3v2Tag::setLength(int seconds)
 {
-    setText(Frame::Length, QString::number(qint64(seconds) * 1000));
+    setText(TextFrame::Length, QString::number(qint64(seconds) * 1000));
 }
 
 void Id3v2Tag::setBpm(int bpm)
 {
-    setText(Frame::Bpm, bpm > 0 ? QString::number(bpm) : QString());
+    setText(TextFrame::Bpm, bpm > 0 ? QString::number(bpm) : QString());
 }
 
 void Id3v2Tag::addEditMark()
 {
-    insertFrame(Frame::EditMark, QByteArray(editMarkSize, '\0'));
+    insertFrame(editMarkId, QByteArray(editMarkSize, '\0'));
 }
 
-void Id3v2Tag::setText(Frame frame, const QString &text)
+void Id3v2Tag::setText(TextFrame frame, const QString &text)
 {
     removeFrame(frame);
-    insertFrame(frame, text.toUtf8()); // required: UTF-8 under the encoding byte of Latin-1
+    insertFrame(frameId(frame),
+                text.toUtf8()); // required: UTF-8 under the encoding byte of Latin-1
 }
 
 /** Removes the first frame of that ID; of one that claims more than the tag holds, the rest. */
-void Id3v2Tag::removeFrame(Frame frame)
+void Id3v2Tag::removeFrame(TextFrame frame)
 {
     const int start = position(frame);
     if (start < 0)
@@ -147,12 +151,12 @@ void Id3v2Tag::removeFrame(Frame frame)
     tagResized();
 }
 
-void Id3v2Tag::insertFrame(Frame frame, const QByteArray &payload)
+void Id3v2Tag::insertFrame(const char *id, const QByteArray &payload)
 {
     if (payload.isEmpty() || m_tag.size() < headerSize)
         return;
     QByteArray bytes(frameHeaderSize + encodingSize, '\0');
-    bytes.replace(0, frameIdSize, frameId(frame));
+    bytes.replace(0, frameIdSize, id);
     Bytes::putBigEndian(bytes, frameSizeOffset, quint32(payload.size() + encodingSize));
     bytes[frameHeaderSize] = encoding;
     bytes += payload;
@@ -170,17 +174,14 @@ void Id3v2Tag::tagResized()
     findFrames();
 }
 
-/** One pass for each first letter, so that a tag with a large picture is not searched nine times.
- */
+/** One pass finds them all, so that a tag with a large picture is not searched eight times. */
 void Id3v2Tag::findFrames()
 {
     m_positions.fill(-1);
-    for (const char letter : firstLetters) {
-        for (int at = Bytes::indexOfByte(m_tag, letter, headerSize); at >= 0;
-             at = Bytes::indexOfByte(m_tag, letter, at + 1)) {
-            const int frame = frameAt(m_tag, at);
-            if (frame >= 0 && m_positions[std::size_t(frame)] < 0)
-                m_positions[std::size_t(frame)] = at;
-        }
+    for (int at = Bytes::indexOfByte(m_tag, textFrameLetter, headerSize); at >= 0;
+         at = Bytes::indexOfByte(m_tag, textFrameLetter, at + 1)) {
+        const int frame = frameAt(m_tag, at);
+        if (frame >= 0 && m_positions[std::size_t(frame)] < 0)
+            m_positions[std::size_t(frame)] = at;
     }
 }

@@ -21,7 +21,8 @@ namespace {
 constexpr char mf4Filler[] = {'\xFF', '\x00', '\xFF'};
 constexpr int mf4FillerSize = sizeof(mf4Filler);
 
-constexpr int startSize = Id3Format::headerSize; // enough to recognise every format
+// Enough to recognise every format, and to hold most tags.
+constexpr int startSize = 4096;
 
 /** Where the filler of an MF4 stream belongs; -1 when it has no track. */
 int mf4FillerOffset(const QByteArray &midi)
@@ -108,19 +109,20 @@ bool MetaSong::importFile(const QString &path)
 {
     m_format = Unknown;
     m_midi = RawMidiFile();
+    const QFileInfo info(path);
     QFile file(path);
     // Looked at first, since opening a FIFO would wait for its writer.
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return false;
 
     QByteArray bytes = file.read(startSize);
     const bool isMidiStart = bytes.startsWith(MidiFormat::fileMagic);
     if (isMidiStart || mfxHeaderSize(bytes) > 0) {
-        if (!FileBytes::readAll(file, bytes))
+        if (!FileBytes::readUpTo(file, info.size(), bytes))
             return false;
         return isMidiStart ? importMidi(bytes) : importMfx(bytes);
     }
-    return isMp3(path, bytes) && importMp3(file, bytes);
+    return isMp3(path, bytes) && importMp3(file, info.size(), bytes);
 }
 
 bool MetaSong::importMidi(const QByteArray &bytes)
@@ -153,14 +155,13 @@ bool MetaSong::importMfx(const QByteArray &bytes)
     return true;
 }
 
-bool MetaSong::importMp3(QFile &file, const QByteArray &start)
+bool MetaSong::importMp3(QFile &file, qint64 size, const QByteArray &start)
 {
     const qint64 wanted = Id3v2Tag::bytesWanted(start);
     if (wanted - Id3Format::headerSize > Id3Format::maxSongBytes)
         return false;
-    m_oldStart = start;
-    if (!FileBytes::readUpTo(file, qMin(wanted, file.size()), m_oldStart)
-        || !m_tag.parse(m_oldStart)) {
+    m_oldStart = start.left(int(wanted));
+    if (!FileBytes::readUpTo(file, qMin(wanted, size), m_oldStart) || !m_tag.parse(m_oldStart)) {
         return false;
     }
     m_format = Mp3;

@@ -55,7 +55,7 @@ public:
 private:
     bool importMfx(const QByteArray &bytes);
     bool importMidi(const QByteArray &bytes);
-    bool importMp3(QFile &file, const QByteArray &start);
+    bool importMp3(QFile &file, qint64 size, const QByteArray &start);
 
     bool isMidi() const { return m_format == Midi0 || m_format == Midi1; }
     bool isMfx() const { return m_format >= Mf3 && m_format <= Mf5; }

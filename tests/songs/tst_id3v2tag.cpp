@@ -7,7 +7,6 @@
 #include <functional>
 
 using namespace SongBytes;
-using Id3Format::Frame;
 
 using Edit = std::function<void(Id3v2Tag &)>;
 Q_DECLARE_METATYPE(Edit)
