@@ -31,6 +31,7 @@ private Q_SLOTS:
     void whatWasNotReadIsUntouched();
     void theRecordReadBack_data();
     void theRecordReadBack();
+    void examplesOfTheFormatsPage();
     void anUnloadedSongTakesNothing();
 
 private:
@@ -638,6 +639,46 @@ void tst_FieldRules::theRecordReadBack()
     QCOMPARE(inFile.format, inMemory.format);
     QCOMPARE(inFile.mfxLongName, inMemory.mfxLongName);
     QCOMPARE(inFile.mfxFlags, inMemory.mfxFlags);
+}
+
+void tst_FieldRules::examplesOfTheFormatsPage()
+{
+    const QByteArray rest = track(note() + endOfTrack());
+    const QByteArray old = hex("00 ff 58 04 04 02 18 08  00 ff 51 03 07 a1 20  00 ff 2f 00");
+    MetaSong song = imported(latin1("mid"), midi(1, {track(old), rest}));
+    SongInfo info;
+    QVERIFY(song.addMarker(latin1("Intro"), 1) > 0);
+    song.readInfo(info);
+    info.title = latin1("Ciao");
+    info.artist = latin1("Mina");
+    info.key = latin1("Eb");
+    info.length = 215;
+    song.setSongInfo(info, edit);
+    QVERIFY(song.saveToFile(m_path));
+    QCOMPARE(read(m_path),
+             hex("4d 54 68 64  00 00 00 06  00 01 00 02  00 60"
+                 "4d 54 72 6b  00 00 00 4e"
+                 "00 ff 4b 01 01"
+                 "00 ff 4b 05 02  4d 69 6e 61"
+                 "00 ff 4b 02 05  30"
+                 "00 ff 4b 01 03"
+                 "00 ff 03 04  43 69 61 6f"
+                 "00 ff 4b 04 04  32 31 35"
+                 "00 ff 59 02  fd 00"
+                 "00 ff 4b 08 06  00 01  49 6e 74 72 6f")
+                 + old + rest);
+
+    MetaSong mp3 = imported(latin1("mp3"), audio());
+    mp3.readInfo(info);
+    info.title = latin1("Ciao");
+    mp3.setSongInfo(info, edit);
+    QVERIFY(mp3.saveToFile(m_path));
+    QCOMPARE(read(m_path),
+             hex("49 44 33  03 00 00  00 00 00 29"
+                 "4d 45 44 54  00 00 00 04  00 00  00  00 00 00"
+                 "54 49 54 32  00 00 00 05  00 00  00  43 69 61 6f"
+                 "54 4c 45 4e  00 00 00 02  00 00  00  30")
+                 + audio());
 }
 
 void tst_FieldRules::anUnloadedSongTakesNothing()
