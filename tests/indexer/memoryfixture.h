@@ -1,0 +1,88 @@
+#pragma once
+
+#include "indexer/index.h"
+#include "indexer/indexverifier.h"
+#include "tests/songs/songbytes.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+/** A folder that stands for a player's memory, and what the tests put on it and read from it. */
+class MemoryFixture
+{
+public:
+    MemoryFixture()
+    {
+        if (!m_folder.isValid())
+            qFatal("no temporary folder");
+    }
+
+    QString root() const { return m_folder.path(); }
+    QString path(const QString &below) const { return root() + below; }
+
+    /** Writes a song below the root, folders included, last changed on 5 March 2009 at 07:08:09. */
+    void put(const QString &below, const QByteArray &bytes,
+             const QDateTime &modified = QDateTime(QDate(2009, 3, 5), QTime(7, 8, 9)))
+    {
+        QDir().mkpath(path(below.left(below.lastIndexOf(u'/'))));
+        QFile file(path(below));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
+            || !file.setFileTime(modified, QFileDevice::FileModificationTime))
+            qFatal("can't write %s", qPrintable(file.fileName()));
+    }
+
+    void putMidi(const QString &below, const QByteArray &title,
+                 const QByteArray &artist = QByteArray())
+    {
+        put(below,
+            SongBytes::midi0(SongBytes::meta(3, title)
+                             + (artist.isEmpty() ? artist : SongBytes::songInfo(2, artist))));
+    }
+
+    QByteArray read(const char *name) const
+    {
+        return SongBytes::read(root() + u'/' + QLatin1String(name));
+    }
+
+    /** A record of one of the files, without the zero bytes at its end. */
+    QByteArray record(const char *name, int size, int index, int at, int width) const
+    {
+        const QByteArray field = read(name).mid(size * index + at, width);
+        return field.left(int(qstrnlen(field.constData(), uint(field.size()))));
+    }
+
+    QStringList titles() const { return texts("title.id3", 64, 4, 58); }
+    QStringList paths() const { return texts("index.id3", 270, 4, 252); }
+
+    QStringList problems() const
+    {
+        QStringList texts;
+        const auto found = IndexVerifier(root()).verify();
+        for (const IndexProblem &problem : found)
+            texts.append(QStringLiteral("%1 %2: %3")
+                             .arg(problem.file)
+                             .arg(problem.record)
+                             .arg(problem.problem));
+        return texts;
+    }
+
+    QStringList indexFiles() const
+    {
+        return QDir(root()).entryList({QStringLiteral("*.id3"), QStringLiteral(".fsinfos*")},
+                                      QDir::Files | QDir::Hidden, QDir::Name);
+    }
+
+private:
+    QStringList texts(const char *name, int size, int at, int width) const
+    {
+        QStringList texts;
+        for (int i = 0; i < read(name).size() / size; ++i)
+            texts.append(QString::fromLatin1(record(name, size, i, at, width)));
+        return texts;
+    }
+
+    QTemporaryDir m_folder;
+};
