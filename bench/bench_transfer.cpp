@@ -2,6 +2,8 @@
 // sides.
 #include "library/filecopier.h"
 
+#include "silenthost.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -12,25 +14,6 @@
 #include <vector>
 
 namespace {
-
-/** Says yes to everything and shows nothing. */
-class SilentHost : public WorkflowHost
-{
-public:
-    void beginProgress(const ProgressTexts &, int) override {}
-    void setProgressMaximum(int) override {}
-    void setProgress(int) override {}
-    void breathe() override {}
-    void endProgress() override {}
-    bool wasCancelled() const override { return false; }
-    Answer askNotPublished(const QString &) override { return Answer::YesToAll; }
-    Answer askOverwrite(const QString &) override { return Answer::YesToAll; }
-    BackupChoice askBackup() override { return {}; }
-    ProceedChoice askProceed(const ImportCounts &) override { return {}; }
-    void information(const QString &, const QString &) override {}
-    void warning(const QString &, const QString &) override {}
-    void critical(const QString &, const QString &) override {}
-};
 
 QStringList makeSongs(const QString &folder, int count, int size)
 {
