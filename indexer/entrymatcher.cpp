@@ -1,110 +1,158 @@
 #include "indexer/entrymatcher.h"
 
+#include "indexer/sortkeys.h"
+
 #include <QHash>
+#include <QStringBuilder>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
-/** The entries that no song has matched yet, by a form of their paths. */
-class Unmatched
+/** What a record holds of a path. */
+QString recorded(const QString &path)
+{
+    return QString::fromLatin1(path.toLatin1());
+}
+
+QString caselessRecorded(const QString &path)
+{
+    return recorded(path).toCaseFolded();
+}
+
+bool haveSameTime(const IndexEntry &entry, const ScannedSong &song)
+{
+    return entry.date == song.date && entry.time == song.time;
+}
+
+/** Pairs the old entries with the songs, in a time that grows with their number only. */
+class Matching
 {
 public:
-    explicit Unmatched(bool caseMatters)
-        : m_caseMatters(caseMatters)
-    {}
-
-    void add(const QString &path, int candidate) { m_candidates[form(path)].append(candidate); }
-
-    /** Takes an entry for a song, the one with the song's date where several would do; -1: none. */
-    int take(const ScannedSong &song, const QVector<IndexCandidate> &candidates)
+    Matching(const QVector<IndexEntry> &known, const std::vector<ScannedSong> &songs,
+             const QString &root)
+        : m_songs(songs)
+        , m_root(root)
+        , m_isMatched(songs.size(), false)
     {
-        const auto it = m_candidates.find(form(song.relativePath));
-        if (it == m_candidates.end())
-            return -1;
-        QVector<int> &fitting = *it;
-        fitting.erase(
-            std::remove_if(fitting.begin(), fitting.end(),
-                           [&](int candidate) { return candidates.at(candidate).isFound; }),
-            fitting.end());
-        if (fitting.isEmpty())
-            return -1;
-        const auto dated = std::find_if(fitting.begin(), fitting.end(), [&](int candidate) {
-            const IndexEntry &entry = candidates.at(candidate).entry;
-            return entry.date == song.date && entry.time == song.time;
-        });
-        return fitting.takeAt(dated == fitting.end() ? 0
-                                                     : static_cast<int>(dated - fitting.begin()));
+        m_candidates.reserve(std::max(std::size_t(known.size()), songs.size()));
+        for (const IndexEntry &entry : known)
+            m_candidates.push_back({entry, {}, false, false, false});
+        m_knownCount = m_candidates.size();
+    }
+
+    /** Both stand nearly in the same order, so that most are found by walking them side by side. */
+    void pairSamePlaces()
+    {
+        std::size_t known = 0;
+        for (std::size_t song = 0; song < m_songs.size() && known < m_knownCount; ++song) {
+            if (m_candidates[known].entry.relativePath == m_songs[song].relativePath)
+                pair(known++, song);
+        }
+    }
+
+    /** Pairs those whose paths have the same form, in their order. */
+    void pairSameForms(QString (*form)(const QString &))
+    {
+        QHash<QString, Group> groups;
+        for (std::size_t known = 0; known < m_knownCount; ++known) {
+            if (!m_candidates[known].isFound)
+                groups[form(m_candidates[known].entry.relativePath)].known.push_back(known);
+        }
+        if (groups.isEmpty())
+            return;
+        for (std::size_t song = 0; song < m_songs.size(); ++song) {
+            const auto group =
+                m_isMatched[song] ? groups.end() : groups.find(form(m_songs[song].relativePath));
+            if (group != groups.end())
+                group->songs.push_back(song);
+        }
+        for (const Group &group : std::as_const(groups))
+            pairGroup(group);
+    }
+
+    void appendNew()
+    {
+        for (std::size_t song = 0; song < m_songs.size(); ++song) {
+            if (m_isMatched[song])
+                continue;
+            IndexCandidate candidate;
+            candidate.entry.number = candidate.entry.order = static_cast<int>(m_candidates.size());
+            m_candidates.push_back(candidate);
+            pair(m_candidates.size() - 1, song);
+        }
+    }
+
+    std::vector<IndexCandidate> takeCandidates()
+    {
+        for (IndexCandidate &candidate : m_candidates) {
+            if (!candidate.isFound)
+                candidate.sortKey = SortKeys::ofPath(candidate.entry.relativePath);
+        }
+        return std::move(m_candidates);
     }
 
 private:
-    QString form(const QString &path) const
+    struct Group
     {
-        const QString stored = QString::fromLatin1(path.toLatin1());
-        return m_caseMatters ? stored : stored.toCaseFolded();
+        std::vector<std::size_t> known;
+        std::vector<std::size_t> songs;
+    };
+
+    /** Where several share a form, only their number and times tell whether they are the same ones;
+     * when these differ, all of them are read again. */
+    void pairGroup(const Group &group)
+    {
+        const std::size_t count = std::min(group.known.size(), group.songs.size());
+        const bool isOnlyOne = group.known.size() == 1 && group.songs.size() == 1;
+        bool isCertain = isOnlyOne || group.known.size() == group.songs.size();
+        for (std::size_t i = 0; i < count && isCertain && !isOnlyOne; ++i)
+            isCertain = haveSameTime(m_candidates[group.known[i]].entry, m_songs[group.songs[i]]);
+        for (std::size_t i = 0; i < count; ++i) {
+            pair(group.known[i], group.songs[i]);
+            if (!isCertain)
+                m_candidates[group.known[i]].mustBeRead = true;
+        }
     }
 
-    bool m_caseMatters;
-    QHash<QString, QVector<int>> m_candidates;
+    void pair(std::size_t known, std::size_t song)
+    {
+        const ScannedSong &found = m_songs[song];
+        IndexCandidate &candidate = m_candidates[known];
+        IndexEntry &entry = candidate.entry;
+        m_isMatched[song] = true;
+        candidate.isFound = true;
+        candidate.sortKey = found.sortKey;
+        candidate.mustBeRead =
+            entry.title.isEmpty() || entry.artist.isEmpty() || !haveSameTime(entry, found);
+        entry.date = found.date;
+        entry.time = found.time;
+        if (entry.relativePath == found.relativePath)
+            return;
+        candidate.isRenamed = entry.relativePath.toLatin1() != found.relativePath.toLatin1();
+        entry.relativePath = found.relativePath;
+        entry.absolutePath = m_root % found.relativePath;
+    }
+
+    const std::vector<ScannedSong> &m_songs;
+    const QString &m_root;
+    std::vector<bool> m_isMatched; ///< of each song
+    std::vector<IndexCandidate> m_candidates; ///< first those of the old index
+    std::size_t m_knownCount = 0;
 };
-
-void setPath(IndexEntry &entry, const QString &relativePath, const QString &root)
-{
-    entry.relativePath = relativePath;
-    entry.absolutePath = root + relativePath;
-}
-
-void setFound(IndexCandidate &candidate, const ScannedSong &song, const QString &root)
-{
-    IndexEntry &entry = candidate.entry;
-    candidate.isFound = true;
-    candidate.isRenamed = entry.relativePath.toLatin1() != song.relativePath.toLatin1();
-    candidate.mustBeRead =
-        entry.title.isEmpty() || entry.date != song.date || entry.time != song.time;
-    setPath(entry, song.relativePath, root);
-    entry.date = song.date;
-    entry.time = song.time;
-}
-
-IndexCandidate newCandidate(const ScannedSong &song, qint32 number, const QString &root)
-{
-    IndexCandidate candidate;
-    candidate.entry.number = candidate.entry.order = number;
-    setFound(candidate, song, root);
-    return candidate;
-}
 
 } // namespace
 
-QVector<IndexCandidate> matchEntries(const QVector<IndexEntry> &known,
-                                     const QVector<ScannedSong> &songs, const QString &root)
+std::vector<IndexCandidate> matchEntries(const QVector<IndexEntry> &known,
+                                         const std::vector<ScannedSong> &songs, const QString &root)
 {
-    QVector<IndexCandidate> candidates;
-    candidates.reserve(std::max(known.size(), songs.size()));
-    Unmatched exact(true);
-    Unmatched caseless(false);
-    for (const IndexEntry &entry : known) {
-        exact.add(entry.relativePath, candidates.size());
-        caseless.add(entry.relativePath, candidates.size());
-        candidates.append({entry, false, false, false});
-    }
-
+    Matching matching(known, songs, root);
+    matching.pairSamePlaces();
     // A song takes the entry of its own spelling before another one can, in case both are on the
     // memory.
-    QVector<int> left;
-    for (int i = 0; i < songs.size(); ++i) {
-        const int match = known.isEmpty() ? -1 : exact.take(songs.at(i), candidates);
-        if (match < 0)
-            left.append(i);
-        else
-            setFound(candidates[match], songs.at(i), root);
-    }
-    for (const int i : std::as_const(left)) {
-        const int match = known.isEmpty() ? -1 : caseless.take(songs.at(i), candidates);
-        if (match < 0)
-            candidates.append(newCandidate(songs.at(i), candidates.size(), root));
-        else
-            setFound(candidates[match], songs.at(i), root);
-    }
-    return candidates;
+    matching.pairSameForms(recorded);
+    matching.pairSameForms(caselessRecorded);
+    matching.appendNew();
+    return matching.takeCandidates();
 }

@@ -8,7 +8,9 @@
 #include "indexer/songreader.h"
 #include "indexer/sortkeys.h"
 
+#include <QBuffer>
 #include <QDebug>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -25,6 +27,15 @@ QString withoutTrailingSeparator(QString path)
     return path;
 }
 
+/** The root as it is joined with names: absolute, and without the separator at its end. */
+QString joinable(const QString &root)
+{
+    const QString path = withoutTrailingSeparator(root);
+    if (path.isEmpty() || !QDir::isRelativePath(path))
+        return path;
+    return withoutTrailingSeparator(QDir::cleanPath(QDir(path + u'/').absolutePath()));
+}
+
 QString filePath(const QString &root, const char *name)
 {
     return withoutTrailingSeparator(root) + u'/' + QLatin1String(name);
@@ -39,23 +50,26 @@ Index::Index(QObject *parent, Disk &disk)
 
 bool Index::isPrepared(const QString &root)
 {
-    return std::all_of(preparedFiles.begin(), preparedFiles.end(), [&root](const char *name) {
-        return QFileInfo::exists(filePath(root, name));
-    });
+    return !root.isEmpty()
+        && std::all_of(preparedFiles.begin(), preparedFiles.end(), [&root](const char *name) {
+               return QFileInfo::exists(filePath(root, name));
+           });
 }
 
 bool Index::deleteIndex(const QString &root)
 {
+    if (root.isEmpty())
+        return false;
     qDebug() << "delete index";
-    bool deleted = m_disk.remove(filePath(root, unfinishedNumFile));
+    bool deleted = true;
     for (const char *name : deletedFiles)
         deleted = m_disk.remove(filePath(root, name)) && deleted;
-    return deleted;
+    return m_disk.remove(filePath(root, unfinishedNumFile)) && deleted;
 }
 
 void Index::start(const QString &root)
 {
-    m_root = withoutTrailingSeparator(root);
+    m_root = joinable(root);
     m_songs.clear();
     m_entries.clear();
     m_changed = m_written = m_failed = false;
@@ -66,12 +80,15 @@ bool Index::rebuild(const QString &root)
 {
     start(root);
     Q_EMIT progressValueChanged(0);
-    if (!scan()) {
+    if (root.isEmpty() || !scan()) {
         m_failed = true;
         return false;
     }
-    if (!deleteIndex(m_root))
+    if (!deleteIndex(m_root)) {
         m_failed = true;
+        if (isPrepared(m_root))
+            return false; // a write-protected memory
+    }
     build();
     return isPrepared(m_root) && !m_failed;
 }
@@ -125,7 +142,7 @@ bool Index::scan()
                                   + song.relativePath);
             return;
         }
-        m_songs.append(song);
+        m_songs.push_back(song);
         ++m_found;
         Q_EMIT fileFoundChanged(m_found);
     };
@@ -137,35 +154,34 @@ void Index::build()
     if (m_found == 0)
         return; // required: nothing is written, not even by an update of a memory whose songs are
                 // gone
-    QVector<IndexCandidate> candidates = matchEntries(m_entries, m_songs, m_root);
+    std::vector<IndexCandidate> candidates = matchEntries(m_entries, m_songs, m_root);
     readSongs(candidates);
     if (!m_changed)
         return;
     m_entries.clear();
-    for (const IndexCandidate &candidate : std::as_const(candidates)) {
+    for (IndexCandidate &candidate : candidates) {
         if (candidate.entry.number >= 0)
-            m_entries.append(candidate.entry);
+            m_entries.append(std::move(candidate.entry));
     }
-    writeFiles();
+    if (m_entries.isEmpty())
+        m_failed = true; // all songs vanished under the scan: this is not the memory that it was
+    else
+        writeFiles();
 }
 
 /** Reads what is new or changed, in path order, and marks what is gone with the number -1. */
-void Index::readSongs(QVector<IndexCandidate> &candidates)
+void Index::readSongs(std::vector<IndexCandidate> &candidates)
 {
     Q_EMIT progressMaxSetup(m_found);
     qDebug() << "create title index";
-    QVector<QByteArray> keys;
+    std::vector<QByteArray> keys;
     keys.reserve(candidates.size());
-    for (const IndexCandidate &candidate : std::as_const(candidates))
-        keys.append(SortKeys::ofPath(candidate.entry.relativePath));
-    const QVector<int> pathOrder =
-        SortKeys::sorted(candidates.size(), [&keys](int left, int right) {
-            return qstrcmp(keys.at(left), keys.at(right)) < 0;
-        });
+    for (const IndexCandidate &candidate : candidates)
+        keys.push_back(candidate.sortKey);
 
     int progress = 0;
-    for (const int position : pathOrder) {
-        IndexCandidate &candidate = candidates[position];
+    for (const int position : SortKeys::byPath(keys)) {
+        IndexCandidate &candidate = candidates[static_cast<std::size_t>(position)];
         Q_EMIT currentPathChanged(candidate.entry.absolutePath);
         const bool isThere =
             candidate.isFound && (!candidate.mustBeRead || SongReader::read(candidate.entry));
@@ -186,8 +202,8 @@ void Index::writeFiles()
     for (int i = 0; i < m_entries.size(); ++i)
         m_entries[i].number = m_entries[i].order = i;
     Q_EMIT progressValueChanged(10);
-    m_written = true;
-    if (!writeAll()) {
+    m_written = writeAll();
+    if (!m_written) {
         m_failed = true;
         deleteIndex(m_root);
     }
@@ -243,13 +259,16 @@ int Index::writeSongList(const QString &root, const QString &target, int order)
         return 0;
     SongListWriter::sort(entries, order);
     QFile file(target);
-    if (!file.open(QIODevice::WriteOnly))
+    if ((QFileInfo::exists(target) && !QFileInfo(target).isFile())
+        || !file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return 0;
     Q_EMIT progressMaxSetup(entries.size());
-    const bool written = SongListWriter::write(file, entries, SongListWriter::Encoding::Local,
-                                               [this](const IndexEntry &entry, int count) {
-                                                   Q_EMIT currentPathChanged(entry.relativePath);
-                                                   Q_EMIT progressValueChanged(count);
-                                               });
-    return written && file.flush() ? 1 : 0;
+    QBuffer list;
+    list.open(QIODevice::WriteOnly);
+    SongListWriter::write(list, entries, SongListWriter::Encoding::Local,
+                          [this](const IndexEntry &entry, int count) {
+                              Q_EMIT currentPathChanged(entry.relativePath);
+                              Q_EMIT progressValueChanged(count);
+                          });
+    return m_disk.write(file, list.data()) && m_disk.sync(file) ? 1 : 0;
 }

@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QVector>
 
+#include <vector>
+
 struct IndexCandidate;
 
 /**
@@ -73,13 +75,13 @@ private:
     bool loadEntries();
     bool scan();
     void build();
-    void readSongs(QVector<IndexCandidate> &candidates);
+    void readSongs(std::vector<IndexCandidate> &candidates);
     void writeFiles();
     bool writeAll();
 
     Disk &m_disk;
     QString m_root;
-    QVector<ScannedSong> m_songs; ///< what the scan found, in its order
+    std::vector<ScannedSong> m_songs; ///< what the scan found, in its order
     QVector<IndexEntry> m_entries; ///< read back from the old index; then those of the new one
     bool m_changed = false; ///< something must be written
     bool m_written = false;

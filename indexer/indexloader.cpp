@@ -18,6 +18,14 @@ QString textField(const char *field, int size)
     return QString::fromLatin1(field, static_cast<int>(qstrnlen(field, static_cast<uint>(size))));
 }
 
+/** The number that decimal digits give; 0 when one is no digit. */
+quint32 number(const char *digits, int size)
+{
+    const bool isNumber =
+        std::all_of(digits, digits + size, [](char digit) { return digit >= '0' && digit <= '9'; });
+    return isNumber ? QByteArray::fromRawData(digits, size).toUInt() : 0;
+}
+
 /** The text of a song's or group's record, as the index stores it. */
 QString storedText(const char *record)
 {
@@ -57,6 +65,7 @@ bool IndexLoader::loadPaths()
     QByteArray records;
     if (!readRecords(pathFile, PathRecord::size, records))
         return false;
+    const QString unknown = QLatin1String(unknownText);
     m_entries.resize(records.size() / PathRecord::size);
     const char *record = records.constData();
     for (int i = 0; i < m_entries.size(); ++i, record += PathRecord::size) {
@@ -65,11 +74,11 @@ bool IndexLoader::loadPaths()
         entry.order = i;
         entry.relativePath = textField(record + PathRecord::pathAt, PathRecord::pathSize);
         entry.absolutePath = m_root + entry.relativePath;
-        entry.date = QByteArray(record + PathRecord::dateAt, PathRecord::dateSize).toUInt();
-        entry.time = QByteArray(record + PathRecord::timeAt, PathRecord::timeSize).toUInt();
-        entry.genre = QLatin1String(unknownText);
+        entry.date = number(record + PathRecord::dateAt, PathRecord::dateSize);
+        entry.time = number(record + PathRecord::timeAt, PathRecord::timeSize);
+        entry.genre = unknown;
     }
-    m_byNumber.resize(m_entries.size());
+    m_byNumber.resize(static_cast<std::size_t>(m_entries.size()));
     std::iota(m_byNumber.begin(), m_byNumber.end(), 0);
     std::stable_sort(m_byNumber.begin(), m_byNumber.end(), [this](int left, int right) {
         return m_entries.at(left).number < m_entries.at(right).number;
@@ -79,6 +88,9 @@ bool IndexLoader::loadPaths()
 
 IndexEntry *IndexLoader::entryWithNumber(qint32 number)
 {
+    // A record's number is its place, but for an index that somebody else made.
+    if (number >= 0 && number < m_entries.size() && m_entries.at(number).number == number)
+        return &m_entries[number];
     const auto it = std::lower_bound(
         m_byNumber.cbegin(), m_byNumber.cend(), number,
         [this](int entry, qint32 wanted) { return m_entries.at(entry).number < wanted; });

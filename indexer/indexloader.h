@@ -4,6 +4,8 @@
 
 #include <QVector>
 
+#include <vector>
+
 /** Reads the index of a prepared memory back; docs/formats.md, Player memory. */
 class IndexLoader
 {
@@ -30,5 +32,5 @@ private:
 
     QString m_root;
     QVector<IndexEntry> m_entries;
-    QVector<int> m_byNumber; ///< positions of the entries, ordered by their numbers
+    std::vector<int> m_byNumber; ///< positions of the entries, ordered by their numbers
 };

@@ -8,22 +8,52 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <numeric>
 
 using namespace IndexFormat;
 
 namespace {
 
 /** Puts a text into a field of zero bytes, cut to its size. */
-void putText(QByteArray &record, int at, int size, const QByteArray &text)
+void putText(char *field, int size, const QString &text)
 {
-    std::copy_n(text.constData(), std::min(text.size(), size), record.data() + at);
+    const QByteArray bytes = text.toLatin1();
+    std::copy_n(bytes.constData(), std::min(bytes.size(), size), field);
 }
 
-/** The last digits of a number, with leading zeros. */
-QByteArray digits(quint32 number, int count)
+/** Puts the last digits of a number, with leading zeros. */
+void putDigits(char *field, int size, quint32 number)
 {
-    return QByteArray::number(number).rightJustified(count, '0').right(count);
+    for (char *digit = field + size; digit != field; number /= 10)
+        *--digit = static_cast<char>('0' + number % 10);
+}
+
+using Record = std::array<char, SongRecord::size>;
+static_assert(GroupRecord::size == SongRecord::size, "groups and songs share a file");
+
+Record songRecord(const IndexEntry &entry)
+{
+    Record record{};
+    qToBigEndian(entry.number, record.data() + SongRecord::numberAt);
+    putText(record.data() + SongRecord::textAt, SongRecord::textSize, entry.title);
+    record[SongRecord::tempoAt] = static_cast<char>(entry.tempo);
+    record[SongRecord::attributeAt] = static_cast<char>(entry.markers << SongRecord::markersShift
+                                                        | (entry.kind & SongRecord::kindMask));
+    return record;
+}
+
+Record groupRecord(const QString &artist, int previousCount, int count)
+{
+    Record record{};
+    qToBigEndian(static_cast<quint16>(previousCount), record.data() + GroupRecord::backCountAt);
+    qToBigEndian(static_cast<quint16>(count), record.data() + GroupRecord::countAt);
+    putText(record.data() + GroupRecord::textAt, GroupRecord::textSize, artist);
+    record[GroupRecord::markAt] = static_cast<char>(GroupRecord::mark);
+    return record;
+}
+
+void append(QByteArray &bytes, const Record &record)
+{
+    bytes.append(record.data(), static_cast<int>(record.size()));
 }
 
 } // namespace
@@ -47,24 +77,18 @@ int IndexWriter::write(const char *name, const QByteArray &bytes)
 int IndexWriter::writeOrdIndex()
 {
     qDebug() << "write ord index";
-    QVector<QByteArray> keys;
-    keys.reserve(m_entries.size());
-    for (const IndexEntry &entry : m_entries)
-        keys.append(SortKeys::ofPath(entry.relativePath));
-    const QVector<int> sorted = SortKeys::sorted(m_entries.size(), [&keys](int left, int right) {
-        return qstrcmp(keys.at(left), keys.at(right)) < 0;
-    });
-
     QFile file(m_root + u'/' + QLatin1String(ordFile));
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return -1;
-    for (int begin = 0; begin < sorted.size(); begin += OrdRecord::blockEntries) {
-        const int end = std::min(begin + OrdRecord::blockEntries, sorted.size());
-        QByteArray block((end - begin) * OrdRecord::size, '\0');
-        for (int i = begin; i < end; ++i) // required: cut to 16 bits
-            qToLittleEndian(static_cast<quint16>(m_entries.at(sorted.at(i)).order),
-                            block.data() + (i - begin) * OrdRecord::size);
-        if (!m_disk.write(file, block))
+    QByteArray bytes(m_entries.size() * OrdRecord::size, '\0');
+    char *value = bytes.data();
+    for (const int position : SortKeys::byPath(m_entries)) { // required: cut to 16 bits
+        qToLittleEndian(static_cast<quint16>(m_entries.at(position).order), value);
+        value += OrdRecord::size;
+    }
+    constexpr int blockSize = OrdRecord::blockEntries * OrdRecord::size;
+    for (int begin = 0; begin < bytes.size(); begin += blockSize) {
+        if (!m_disk.write(file, bytes.mid(begin, blockSize)))
             return -1;
     }
     return 0;
@@ -76,37 +100,14 @@ int IndexWriter::writePathIndex()
     QByteArray bytes;
     bytes.reserve(m_entries.size() * PathRecord::size);
     for (const IndexEntry &entry : m_entries) {
-        QByteArray record(PathRecord::size, '\0');
+        std::array<char, PathRecord::size> record{};
         qToBigEndian(entry.number, record.data() + PathRecord::numberAt);
-        putText(record, PathRecord::pathAt, longestPath, entry.relativePath.toLatin1());
-        putText(record, PathRecord::dateAt, PathRecord::dateSize,
-                digits(entry.date, PathRecord::dateSize));
-        putText(record, PathRecord::timeAt, PathRecord::timeSize,
-                digits(entry.time, PathRecord::timeSize));
-        bytes.append(record);
+        putText(record.data() + PathRecord::pathAt, longestPath, entry.relativePath);
+        putDigits(record.data() + PathRecord::dateAt, PathRecord::dateSize, entry.date);
+        putDigits(record.data() + PathRecord::timeAt, PathRecord::timeSize, entry.time);
+        bytes.append(record.data(), static_cast<int>(record.size()));
     }
     return write(pathFile, bytes);
-}
-
-QByteArray IndexWriter::songRecord(const IndexEntry &entry) const
-{
-    QByteArray record(SongRecord::size, '\0');
-    qToBigEndian(entry.number, record.data() + SongRecord::numberAt);
-    putText(record, SongRecord::textAt, SongRecord::textSize, entry.title.toLatin1());
-    record[SongRecord::tempoAt] = static_cast<char>(entry.tempo);
-    record[SongRecord::attributeAt] = static_cast<char>(entry.markers << SongRecord::markersShift
-                                                        | (entry.kind & SongRecord::kindMask));
-    return record;
-}
-
-QByteArray IndexWriter::groupRecord(const QString &artist, int previousCount, int count) const
-{
-    QByteArray record(GroupRecord::size, '\0');
-    qToBigEndian(static_cast<quint16>(previousCount), record.data() + GroupRecord::backCountAt);
-    qToBigEndian(static_cast<quint16>(count), record.data() + GroupRecord::countAt);
-    putText(record, GroupRecord::textAt, GroupRecord::textSize, artist.toLatin1());
-    record[GroupRecord::markAt] = static_cast<char>(GroupRecord::mark);
-    return record;
 }
 
 /** A text claims the slot of its first character for the record at \a position, unless an earlier
@@ -119,23 +120,23 @@ void IndexWriter::claimSlot(const QString &text, int position)
         m_alpha[slot] = static_cast<quint32>(position);
 }
 
+/** Positions of the entries, ordered by title. */
+const std::vector<int> &IndexWriter::byTitle()
+{
+    if (m_byTitle.empty())
+        m_byTitle = SortKeys::byText(m_entries, &IndexEntry::title);
+    return m_byTitle;
+}
+
 int IndexWriter::writeTitleIndex()
 {
     qDebug() << "write title index";
     m_alpha.fill(AlphaIndex::unclaimed);
-    QVector<QString> titles;
-    titles.reserve(m_entries.size());
-    for (const IndexEntry &entry : m_entries)
-        titles.append(SortKeys::ofText(entry.title));
-    m_byTitle = SortKeys::sorted(m_entries.size(), [&titles](int left, int right) {
-        return titles.at(left) < titles.at(right);
-    });
-
     QByteArray bytes;
     bytes.reserve(m_entries.size() * SongRecord::size);
-    for (const int position : std::as_const(m_byTitle)) {
+    for (const int position : byTitle()) {
         claimSlot(m_entries.at(position).title, bytes.size());
-        bytes.append(songRecord(m_entries.at(position)));
+        append(bytes, songRecord(m_entries.at(position)));
     }
     return write(titleFile, bytes) < 0 ? -1 : m_entries.size();
 }
@@ -144,29 +145,24 @@ int IndexWriter::writeArtistIndex()
 {
     qDebug() << "write artist index";
     m_alpha.fill(AlphaIndex::unclaimed);
-    // A stable sort by artist of what is in order of title is one by artist and title.
-    QVector<QString> artists;
-    artists.reserve(m_entries.size());
-    for (const IndexEntry &entry : m_entries)
-        artists.append(SortKeys::ofText(entry.artist));
-    QVector<int> sorted = m_byTitle;
-    std::stable_sort(sorted.begin(), sorted.end(), [&artists](int left, int right) {
-        return artists.at(left) < artists.at(right);
-    });
+    const std::vector<int> sorted = SortKeys::byText(m_entries, &IndexEntry::artist, byTitle());
+    const auto isOther = [this](const QString &artist, int position) {
+        return m_entries.at(position).artist.compare(artist, Qt::CaseInsensitive) != 0;
+    };
 
     QByteArray bytes;
     int groups = 0;
     int previousCount = 0;
-    for (int begin = 0, end = 0; begin < sorted.size(); begin = end) {
-        const QString &artist = artists.at(sorted.at(begin));
-        while (end < sorted.size() && artists.at(sorted.at(end)) == artist)
-            ++end;
-        const QString &spelling = m_entries.at(sorted.at(begin)).artist;
-        claimSlot(spelling, bytes.size());
-        bytes.append(groupRecord(spelling, previousCount, end - begin));
-        for (int i = begin; i < end; ++i)
-            bytes.append(songRecord(m_entries.at(sorted.at(i))));
-        previousCount = end - begin;
+    for (auto begin = sorted.begin(), end = begin; begin != sorted.end(); begin = end) {
+        const QString &artist = m_entries.at(*begin).artist;
+        end = std::find_if(begin, sorted.end(),
+                           [&](int position) { return isOther(artist, position); });
+        const int count = static_cast<int>(end - begin);
+        claimSlot(artist, bytes.size());
+        append(bytes, groupRecord(artist, previousCount, count));
+        for (auto position = begin; position != end; ++position)
+            append(bytes, songRecord(m_entries.at(*position)));
+        previousCount = count;
         ++groups;
     }
     return write(artistFile, bytes) < 0 ? -1 : groups;

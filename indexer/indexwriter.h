@@ -7,6 +7,7 @@
 #include <QVector>
 
 #include <array>
+#include <vector>
 
 class Disk;
 
@@ -33,14 +34,13 @@ public:
     int writeNumfileIndex(int titleCount, int artistCount);
 
 private:
-    QByteArray songRecord(const IndexEntry &entry) const;
-    QByteArray groupRecord(const QString &artist, int previousCount, int count) const;
+    const std::vector<int> &byTitle();
     void claimSlot(const QString &text, int position);
     int write(const char *name, const QByteArray &bytes);
 
     QString m_root;
     const QVector<IndexEntry> &m_entries;
     Disk &m_disk;
-    QVector<int> m_byTitle; ///< positions of the entries, ordered by title
+    std::vector<int> m_byTitle; ///< once it is asked for
     std::array<quint32, IndexFormat::AlphaIndex::slots> m_alpha;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "indexer/folderlisting.h"
+
 #include <QSet>
 #include <QString>
 
@@ -9,14 +11,15 @@
 struct ScannedSong
 {
     QString relativePath; ///< below the root, begins with "/"
+    QByteArray sortKey; ///< SortKeys::ofPath() of it
     quint32 date = 0; ///< last modification, as IndexEntry has it
     quint32 time = 0;
 };
 
 /**
- * Walks a memory for its songs, the entries of each folder in the order of their names: regular
- * files with a song's suffix. Folders "sfx" and "bridge", in any case, and names that begin with a
- * point are passed over; loops of links end.
+ * Walks a memory for its songs: regular files with a song's suffix, each folder once. Folders "sfx"
+ * and "bridge", in any case, and names that begin with a point are passed over. The walk goes in
+ * path order, so that a rebuild numbers the songs as the ord index lists them.
  */
 class MemoryScan
 {
@@ -30,8 +33,20 @@ public:
     bool scan(const QString &root);
 
 private:
-    bool scanFolder(const QString &relativePath);
+    struct KeyedEntry
+    {
+        QByteArray key;
+        FolderListing::Entry entry;
+    };
+
+    static std::vector<KeyedEntry> inPathOrder(const FolderListing &listing,
+                                               const QByteArray &keyOfFolder);
+    void walk(const FolderListing &listing, const QString &relativePath, const QByteArray &key);
+    void enter(const FolderListing::Entry &folder, const QString &relativePath,
+               const QByteArray &key);
+    bool isFirstVisit(const FolderListing &listing, bool isLink);
 
     QString m_root;
     QSet<QByteArray> m_entered; ///< identities of the folders met
+    bool m_hasFollowedLink = false;
 };

@@ -17,26 +17,17 @@ QString line(const QString &title, const QString &artist, const QString &file)
 
 void SongListWriter::sort(QVector<IndexEntry> &entries, int order)
 {
-    const auto sortBy = [&entries](QString IndexEntry::*text) {
-        QVector<QString> keys;
-        keys.reserve(entries.size());
-        for (const IndexEntry &entry : std::as_const(entries))
-            keys.append(SortKeys::ofText(entry.*text));
-        const QVector<int> positions =
-            SortKeys::sorted(entries.size(), [&keys](int left, int right) {
-                return keys.at(left) < keys.at(right);
-            });
-        QVector<IndexEntry> sorted;
-        sorted.reserve(entries.size());
-        for (const int position : positions)
-            sorted.append(entries.at(position));
-        entries = sorted;
-    };
-    sortBy(&IndexEntry::title);
+    std::vector<int> positions = SortKeys::byText(entries, &IndexEntry::title);
     if (order == Index::ByArtist)
-        sortBy(&IndexEntry::artist);
+        positions = SortKeys::byText(entries, &IndexEntry::artist, std::move(positions));
     else if (order == Index::ByGenre)
-        sortBy(&IndexEntry::genre);
+        positions = SortKeys::byText(entries, &IndexEntry::genre, std::move(positions));
+
+    QVector<IndexEntry> sorted;
+    sorted.reserve(entries.size());
+    for (const int position : positions)
+        sorted.append(entries.at(position));
+    entries = sorted;
 }
 
 bool SongListWriter::write(QIODevice &device, const QVector<IndexEntry> &entries, Encoding encoding,

@@ -9,6 +9,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <array>
@@ -111,17 +112,14 @@ public:
      * byte passed over. */
     explicit MidiWalk(const QByteArray &bytes)
     {
-        int at = midiEventsOffset;
-        while (at + MidiFormat::payloadOffset <= bytes.size() && !isComplete()) {
+        int at = Bytes::indexOfByte(bytes, MidiFormat::metaStatus, midiEventsOffset);
+        while (at >= 0 && !isComplete()) {
+            const int begin = at + MidiFormat::payloadOffset;
             const int size = Bytes::byteAt(bytes, at + MidiFormat::lengthOffset);
-            const bool inside = Bytes::holds(bytes, at + MidiFormat::payloadOffset, size);
-            if (bytes.at(at) == MidiFormat::metaStatus && inside
+            const bool isTaken = Bytes::holds(bytes, begin, size)
                 && take(Bytes::byteAt(bytes, at + MidiFormat::typeOffset),
-                        QByteArray::fromRawData(bytes.constData() + at + MidiFormat::payloadOffset,
-                                                size)))
-                at += MidiFormat::payloadOffset + size;
-            else
-                ++at;
+                        QByteArray::fromRawData(bytes.constData() + begin, size));
+            at = Bytes::indexOfByte(bytes, MidiFormat::metaStatus, isTaken ? begin + size : at + 1);
         }
     }
 
@@ -224,7 +222,8 @@ QString tidied(const QString &text, const QString &fallback)
 
 bool SongReader::read(IndexEntry &entry)
 {
-    qDebug() << entry.absolutePath;
+    if (QLoggingCategory::defaultCategory()->isDebugEnabled())
+        qDebug() << entry.absolutePath;
     const Head head = headOf(entry.absolutePath);
     if (head.state == Head::Missing)
         return false;

@@ -1,9 +1,75 @@
 #include "indexer/sortkeys.h"
 
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+std::vector<int> allPositions(std::size_t count)
+{
+    std::vector<int> positions(count);
+    std::iota(positions.begin(), positions.end(), 0);
+    return positions;
+}
+
+} // namespace
+
+QByteArray SortKeys::ofPath(const QString &path)
+{
+    constexpr ushort firstOther = 0x80;
+    const bool isAscii =
+        std::all_of(path.begin(), path.end(), [](QChar c) { return c.unicode() < firstOther; });
+    return isAscii ? path.toLatin1().toUpper() : path.toUpper().toLatin1();
+}
+
 QString SortKeys::ofText(const QString &text)
 {
     QString key = text;
-    for (QChar &c : key)
-        c = c.toCaseFolded();
+    std::transform(key.begin(), key.end(), key.begin(), [](QChar c) { return c.toCaseFolded(); });
     return key;
+}
+
+std::vector<int> SortKeys::byPath(const std::vector<QByteArray> &keys)
+{
+    const auto isLess = [&keys](int left, int right) {
+        return comparePaths(keys[std::size_t(left)], keys[std::size_t(right)]) < 0;
+    };
+    std::vector<int> positions = allPositions(keys.size());
+    // A rebuild finds the songs in this order, and an update most of them.
+    if (!std::is_sorted(positions.begin(), positions.end(), isLess))
+        std::stable_sort(positions.begin(), positions.end(), isLess);
+    return positions;
+}
+
+std::vector<int> SortKeys::byPath(const QVector<IndexEntry> &entries)
+{
+    std::vector<QByteArray> keys;
+    keys.reserve(std::size_t(entries.size()));
+    for (const IndexEntry &entry : entries)
+        keys.push_back(ofPath(entry.relativePath));
+    return byPath(keys);
+}
+
+std::vector<int> SortKeys::byText(const QVector<IndexEntry> &entries, QString IndexEntry::*text)
+{
+    return byText(entries, text, allPositions(std::size_t(entries.size())));
+}
+
+std::vector<int> SortKeys::byText(const QVector<IndexEntry> &entries, QString IndexEntry::*text,
+                                  std::vector<int> positions)
+{
+    struct Keyed
+    {
+        QString key;
+        int position;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(positions.size());
+    for (const int position : positions)
+        keyed.push_back({ofText(entries.at(position).*text), position});
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const Keyed &left, const Keyed &right) { return left.key < right.key; });
+    std::transform(keyed.begin(), keyed.end(), positions.begin(),
+                   [](const Keyed &entry) { return entry.position; });
+    return positions;
 }

@@ -1,32 +1,38 @@
 #pragma once
 
-#include <QString>
+#include "indexer/indexentry.h"
+
+#include <QByteArray>
 #include <QVector>
 
-#include <algorithm>
-#include <numeric>
+#include <cstring>
+#include <vector>
 
 /** What the files of an index are sorted by, computed once a song; docs/formats.md, Player memory.
  */
 namespace SortKeys {
 
-/** Of the path order: upper case, then ISO 8859-1, compared byte by byte up to a zero byte. */
-inline QByteArray ofPath(const QString &relativePath)
+/** Of the path order: upper case, then ISO 8859-1. The key of a path is that of its parts, joined.
+ */
+QByteArray ofPath(const QString &path);
+
+/** Compares two keys of paths, byte by byte up to a zero byte. */
+inline int comparePaths(const QByteArray &left, const QByteArray &right)
 {
-    return relativePath.toUpper().toLatin1();
+    return std::strcmp(left.constData(), right.constData());
 }
 
 /** Of titles and artists: compares as the text does without regard to case, whatever the language.
  */
 QString ofText(const QString &text);
 
-/** The numbers from 0 to \a count - 1 in the order of \a less; equal ones keep theirs. */
-template <typename Less> QVector<int> sorted(int count, Less less)
-{
-    QVector<int> positions(count);
-    std::iota(positions.begin(), positions.end(), 0);
-    std::stable_sort(positions.begin(), positions.end(), less);
-    return positions;
-}
+// Positions of entries in an order; equal ones keep the order they had.
+
+std::vector<int> byPath(const std::vector<QByteArray> &keys);
+std::vector<int> byPath(const QVector<IndexEntry> &entries);
+std::vector<int> byText(const QVector<IndexEntry> &entries, QString IndexEntry::*text);
+/** Sorts positions that are in another order already. */
+std::vector<int> byText(const QVector<IndexEntry> &entries, QString IndexEntry::*text,
+                        std::vector<int> positions);
 
 } // namespace SortKeys
