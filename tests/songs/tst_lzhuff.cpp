@@ -64,6 +64,7 @@ private Q_SLOTS:
     void sizeField();
     void damagedStream_data();
     void damagedStream();
+    void theFirstMatchReachesBackTwentyNineSpaces();
     void aMatchIsCopiedWholeEvenPastTheSize();
     void anEndedStreamGoesOnWithZeroBits();
     void anEmptyTextIsFourZeroBytesAndExpandingThemFails();
@@ -222,6 +223,12 @@ void tst_LzHuff::damagedStream()
     QVERIFY(expanded(stream) == text);
 }
 
+void tst_LzHuff::theFirstMatchReachesBackTwentyNineSpaces()
+{
+    // The code of the longest match, 11100100, then position 28: 000 011100.
+    QCOMPARE(compressed(QByteArray(29, ' ')).toHex(), QByteArray("1d000000e40e00"));
+}
+
 void tst_LzHuff::aMatchIsCopiedWholeEvenPastTheSize()
 {
     // "x", then a match of 28: the stream of 29 equal bytes with a size that ends within the match.
@@ -242,20 +249,25 @@ void tst_LzHuff::anEmptyTextIsFourZeroBytesAndExpandingThemFails()
 
 void tst_LzHuff::aCodecCanBeReusedWhateverItDidBefore()
 {
-    LzHuff used;
-    QByteArray text;
-    QByteArray stream;
-    const QByteArray shortText = "tarvel tarvel";
-    for (const QByteArray &before :
-         {QByteArray(), lcg(70000), random(9000, 6), QByteArray(40, 'x')}) {
+    // The last pair differs when the matcher compares with what the text before has left.
+    const std::pair<QByteArray, QByteArray> textsAfterOthers[] = {
+        {QByteArray(), "tarvel tarvel"},
+        {lcg(70000), "tarvel tarvel"},
+        {random(9000, 6), lcg(700)},
+        {"bbabababaabaaaaaababbaabbaababababbaaabbaaaaaaaaabbaabaaaaabbaabaabbbaa",
+         "abaa a ab   bbbbabbb"}};
+    for (const auto &[before, text] : textsAfterOthers) {
+        LzHuff used;
+        QByteArray stream;
+        QByteArray expandedText;
         used.compress(before, stream);
-        used.expand(stream, text);
-        used.expand(QByteArray::fromHex("10270000") + random(500, 7), text);
+        used.expand(stream, expandedText);
+        used.expand(QByteArray::fromHex("10270000") + random(500, 7), expandedText);
 
-        used.compress(shortText, stream);
-        QCOMPARE(stream.toHex(), compressed(shortText).toHex());
-        QVERIFY(used.expand(stream, text));
-        QCOMPARE(text, shortText);
+        used.compress(text, stream);
+        QCOMPARE(stream.toHex(), compressed(text).toHex());
+        QVERIFY(used.expand(stream, expandedText));
+        QCOMPARE(expandedText, text);
     }
 }
 
