@@ -9,7 +9,7 @@ build_packages=(
 # Real songs that nobody here wrote, other people's readers, and a display.
 test_packages=(
   ffmpeg lame openttd-openmsx
-  python3 python3-mido python3-mutagen sqlite3
+  python3 python3-mido python3-mutagen sqlite3 strace
   xauth xvfb
 )
 

@@ -89,8 +89,8 @@ bool Mp3Rewrite::openTemporary(qint64 audioStart)
     return m_hasTemporary;
 }
 
-/** True for what a save that was killed left behind: a tag with our mark, and nothing after it but
- * audio that the song still has. */
+/** True for what a save that was killed left behind: nothing yet, or a tag with our mark, and
+ * nothing after it but audio that the song still has. */
 bool Mp3Rewrite::isLeftover(const QString &path, qint64 audioStart)
 {
     QFile file(path);
@@ -98,6 +98,8 @@ bool Mp3Rewrite::isLeftover(const QString &path, qint64 audioStart)
         || !file.open(QIODevice::ReadOnly)) {
         return false;
     }
+    if (file.size() == 0)
+        return true;
     QByteArray start = file.read(Id3Format::headerSize);
     Id3v2Tag tag;
     if (!FileBytes::readUpTo(file, Id3v2Tag::bytesWanted(start), start) || !tag.parse(start)

@@ -886,6 +886,7 @@ void tst_SongSave::whatAKilledSaveLeftIsCleared_data()
     QTest::addColumn<QByteArray>("left");
 
     const QByteArray newTag = tag(editMark() + frame("TIT2", "Whatever"));
+    QTest::newRow("nothing yet") << QByteArray();
     QTest::newRow("a new tag") << newTag;
     QTest::newRow("with some of the audio") << newTag + audio(600).left(100'000);
     QTest::newRow("with all of it") << newTag + audio(600);
