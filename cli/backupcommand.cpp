@@ -21,9 +21,9 @@ ExitStatus runBackup(const Arguments &arguments, Session &session)
     sayNotCopied(session, backup.failed());
     if (!isComplete || session.host.hasNameClash())
         return ExitStatus::Failed;
-    Record record;
-    record.add("folder", backup.folder());
-    record.add("copied", backup.copied());
+    Record record = session.records.begin();
+    record.addText("folder", backup.folder());
+    record.addNumber("copied", backup.copied());
     session.records.writeLine(record, backup.folder());
     return paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
 }

@@ -10,8 +10,8 @@ namespace {
 ExitStatus printList(const QStringList &values, const char *key, Session &session)
 {
     for (const QString &value : values) {
-        Record record;
-        record.add(key, value);
+        Record record = session.records.begin();
+        record.addText(key, value);
         session.records.writeLine(record, value);
     }
     return ExitStatus::Done;
@@ -19,18 +19,18 @@ ExitStatus printList(const QStringList &values, const char *key, Session &sessio
 
 ExitStatus printRecord(const SongInfo &song, Session &session)
 {
-    Record record;
-    record.add("title", song.title);
-    record.add("artist", song.artist);
-    record.add("genre", song.genre);
-    record.add("author", song.author);
+    Record record = session.records.begin();
+    record.addText("title", song.title);
+    record.addText("artist", song.artist);
+    record.addText("genre", song.genre);
+    record.addText("author", song.author);
     if (song.length >= 0)
-        record.add("length", song.length);
+        record.addNumber("length", song.length);
     if (song.bpm >= 0)
-        record.add("bpm", song.bpm);
-    record.add("key", song.key);
-    record.add("altArtist", song.altArtist);
-    record.add("markers", markerArray(song.markers), markerText(song.markers));
+        record.addNumber("bpm", song.bpm);
+    record.addText("key", song.key);
+    record.addText("altArtist", song.altArtist);
+    addMarkers(record, song.markers);
     session.records.write(record);
     return ExitStatus::Done;
 }

@@ -137,8 +137,8 @@ ExitStatus runEdit(const Arguments &arguments, Session &session)
         SongEdit song;
         const char *error = edit(song, path, changes);
         anyFailed = anyFailed || error;
-        session.records.write(error ? errorRecord(path.given, error)
-                                    : songRecord(path.given, song.info()));
+        session.records.write(error ? errorRecord(session.records.begin(), path.given, error)
+                                    : songRecord(session.records.begin(), path.given, song.info()));
         session.host.setProgress(++done);
     }
     return anyFailed ? ExitStatus::SomeFailed : ExitStatus::Done;

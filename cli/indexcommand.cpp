@@ -31,12 +31,12 @@ ExitStatus build(bool (Index::*job)(const QString &), const QString &root, const
     const bool prepared = (index.*job)(root);
     session.host.endProgress();
 
-    Record record;
-    record.add("root", given);
-    record.add("found", index.found());
-    record.add("changed", index.changed());
-    record.add("prepared", Index::isPrepared(root));
-    record.add("errors", QJsonArray::fromStringList(errors));
+    Record record = session.records.begin();
+    record.addText("root", given);
+    record.addNumber("found", index.found());
+    record.addFlag("changed", index.changed());
+    record.addFlag("prepared", Index::isPrepared(root));
+    record.addValue("errors", QJsonArray::fromStringList(errors), errors.join(QLatin1String(", ")));
     session.records.write(record);
     if (index.failed() || (index.found() > 0 && !prepared))
         return jobFailed(session, Cli::tr("%1: l'indice non è stato scritto").arg(given));
@@ -49,14 +49,14 @@ ExitStatus verify(const QString &root, const QString &given, Session &session)
         return jobFailed(session, Cli::tr("%1: la memoria non è preparata").arg(given));
     const QVector<IndexProblem> problems = IndexVerifier(root).verify();
     for (const IndexProblem &problem : problems) {
-        Record record;
+        Record record = session.records.begin();
         QString line = problem.file;
-        record.add("file", problem.file);
+        record.addText("file", problem.file);
         if (problem.record >= 0) {
-            record.add("record", problem.record);
+            record.addNumber("record", problem.record);
             line += QLatin1Char(' ') + QString::number(problem.record);
         }
-        record.add("problem", problem.problem);
+        record.addText("problem", problem.problem);
         session.records.writeLine(record, line + QLatin1String(": ") + problem.problem);
     }
     return problems.isEmpty() ? ExitStatus::Done : ExitStatus::SomeFailed;

@@ -22,10 +22,10 @@ ExitStatus runInfo(const Arguments &arguments, Session &session)
         if (song.importFile(path.file)) {
             SongInfo info;
             song.readInfo(info);
-            session.records.write(songRecord(path.given, info));
+            session.records.write(songRecord(session.records.begin(), path.given, info));
         } else {
             ++unreadable;
-            session.records.write(errorRecord(path.given, unknownFile));
+            session.records.write(errorRecord(session.records.begin(), path.given, unknownFile));
         }
         session.host.setProgress(++done);
     }

@@ -50,10 +50,10 @@ ExitStatus writeRecords(Index &index, const QString &root, Index::SongOrder orde
     for (const IndexEntry &entry : entries) {
         if (session.host.wasCancelled())
             break;
-        Record record;
-        record.add("title", entry.title);
-        record.add("artist", entry.artist);
-        record.add("file", entry.relativePath);
+        Record record = records.begin();
+        record.addText("title", entry.title);
+        record.addText("artist", entry.artist);
+        record.addText("file", entry.relativePath);
         records.write(record);
     }
     return records.failed() ? listFailed(session) : ExitStatus::Done;
@@ -65,7 +65,7 @@ ExitStatus runList(const Arguments &arguments, Session &session)
     const QString root = Arguments::onDisk(given);
     const QString target = arguments.value("output");
     const Index::SongOrder order = orderOf(arguments.value("order"));
-    const bool isJson = session.records.format() == RecordWriter::Json;
+    const bool isJson = session.records.format() == Record::Json;
     if (!QFileInfo(root).isDir())
         return jobFailed(session, Cli::tr("%1: non è una cartella").arg(given));
     if (!Index::isPrepared(root))
@@ -76,7 +76,7 @@ ExitStatus runList(const Arguments &arguments, Session &session)
         QFile file(target);
         if (!file.open(QIODevice::WriteOnly))
             return listFailed(session);
-        RecordWriter records(RecordWriter::Json, [&file](const QByteArray &bytes) {
+        RecordWriter records(Record::Json, [&file](const QByteArray &bytes) {
             return Disk::real().write(file, bytes);
         });
         return writeRecords(index, root, order, records, session);

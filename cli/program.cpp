@@ -122,7 +122,7 @@ ExitStatus Program::execute(const Command &command, const Arguments &arguments) 
         MessageLog::start();
     TerminalHost host(arguments.has("quiet"));
     const bool isTerminal = Console::isTerminal(Console::Output);
-    RecordWriter records(arguments.has("json") ? RecordWriter::Json : RecordWriter::Text,
+    RecordWriter records(arguments.has("json") ? Record::Json : Record::Text,
                          [&host, isTerminal](const QByteArray &bytes) {
                              if (isTerminal)
                                  host.makeRoom();

@@ -68,48 +68,66 @@ void appendJson(QByteArray &json, const QJsonValue &value)
     }
 }
 
-QString plainText(const QJsonValue &value)
-{
-    if (value.isString())
-        return value.toString();
-    if (value.isArray()) {
-        QStringList texts;
-        for (const QJsonValue &element : value.toArray())
-            texts += plainText(element);
-        return texts.join(QLatin1String(", "));
-    }
-    return value.toVariant().toString();
-}
-
 } // namespace
 
-void Record::add(const char *key, const QJsonValue &value, const QString &text)
+void Record::addText(const char *key, const QString &text)
 {
-    m_fields.append({key, value, text});
+    begin(key);
+    if (m_format == Json)
+        appendJson(m_bytes, text);
+    else if (!text.isEmpty())
+        m_bytes += ' ' + printable(text).toUtf8();
+    end();
 }
 
-QByteArray Record::toJson() const
+void Record::addNumber(const char *key, int number)
 {
-    QByteArray json = "{";
-    const char *separator = "\"";
-    for (const Field &field : m_fields) {
-        json += separator;
-        json += field.key;
-        json += "\":";
-        appendJson(json, field.value);
-        separator = ",\"";
-    }
-    return json + '}';
+    begin(key);
+    if (m_format == Text)
+        m_bytes += ' ';
+    m_bytes += QByteArray::number(number);
+    end();
 }
 
-QByteArray Record::toText() const
+void Record::addFlag(const char *key, bool flag)
 {
-    QByteArray text;
-    for (const Field &field : m_fields) {
-        text += field.key;
-        const QString value = field.text.isEmpty() ? plainText(field.value) : field.text;
-        text += value.isEmpty() ? ":" : ": ";
-        text += printable(value).toUtf8() + '\n';
+    begin(key);
+    if (m_format == Text)
+        m_bytes += ' ';
+    m_bytes += flag ? "true" : "false";
+    end();
+}
+
+void Record::addValue(const char *key, const QJsonValue &value, const QString &text)
+{
+    if (m_format == Text)
+        return addText(key, text);
+    begin(key);
+    appendJson(m_bytes, value);
+    end();
+}
+
+QByteArray Record::bytes() const
+{
+    if (m_format == Text)
+        return m_bytes;
+    return m_bytes.isEmpty() ? QByteArray("{}\n") : m_bytes + "}\n";
+}
+
+void Record::begin(const char *key)
+{
+    if (m_format == Text) {
+        m_bytes += key;
+        m_bytes += ':';
+        return;
     }
-    return text;
+    m_bytes += m_bytes.isEmpty() ? "{\"" : ",\"";
+    m_bytes += key;
+    m_bytes += "\":";
+}
+
+void Record::end()
+{
+    if (m_format == Text)
+        m_bytes += '\n';
 }

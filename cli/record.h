@@ -1,31 +1,35 @@
 #pragma once
 
+#include <QByteArray>
 #include <QJsonValue>
 #include <QString>
-#include <QVector>
 
-/** One record of a command's output: fields in a fixed order, to be written for people or for
- * programs. */
+/**
+ * One record of a command's output, written field by field in the order of the calls: as a JSON
+ * object on one line, or for people as one line "key: value" a field.
+ */
 class Record
 {
 public:
-    /** Adds a field; \a text is what people read where the value is not plain. */
-    void add(const char *key, const QJsonValue &value, const QString &text = QString());
-    void append(const Record &other) { m_fields += other.m_fields; }
+    enum Format { Text, Json };
 
-    /** One JSON object without a line feed; control characters are escaped. */
-    QByteArray toJson() const;
+    explicit Record(Format format)
+        : m_format(format)
+    {}
 
-    /** One line "key: value" a field. */
-    QByteArray toText() const;
+    void addText(const char *key, const QString &text);
+    void addNumber(const char *key, int number);
+    void addFlag(const char *key, bool flag);
+    /** An array or object, and what people read in its place. */
+    void addValue(const char *key, const QJsonValue &value, const QString &text);
+
+    /** The record with its line feed; control characters are escaped. */
+    QByteArray bytes() const;
 
 private:
-    struct Field
-    {
-        const char *key;
-        QJsonValue value;
-        QString text;
-    };
+    void begin(const char *key);
+    void end();
 
-    QVector<Field> m_fields;
+    Format m_format;
+    QByteArray m_bytes;
 };

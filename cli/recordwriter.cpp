@@ -2,22 +2,21 @@
 
 #include "cli/printable.h"
 
-RecordWriter::RecordWriter(Format format, Sink sink)
+RecordWriter::RecordWriter(Record::Format format, Sink sink)
     : m_format(format)
     , m_sink(std::move(sink))
 {}
 
 void RecordWriter::write(const Record &record)
 {
-    if (m_format == Json)
-        return writeRaw(record.toJson() + '\n');
-    writeRaw((m_isFirst ? "" : "\n") + record.toText());
+    const bool isParted = m_format == Record::Text && !m_isFirst;
+    writeRaw(isParted ? '\n' + record.bytes() : record.bytes());
     m_isFirst = false;
 }
 
 void RecordWriter::writeLine(const Record &record, const QString &line)
 {
-    writeRaw((m_format == Json ? record.toJson() : printable(line).toUtf8()) + '\n');
+    writeRaw(m_format == Record::Json ? record.bytes() : printable(line).toUtf8() + '\n');
 }
 
 void RecordWriter::writeRaw(const QByteArray &bytes)

@@ -8,13 +8,12 @@
 class RecordWriter
 {
 public:
-    enum Format { Text, Json };
     /** Takes bytes; false when they could not be written. */
     using Sink = std::function<bool(const QByteArray &)>;
 
-    RecordWriter(Format format, Sink sink);
+    RecordWriter(Record::Format format, Sink sink);
 
-    /** For people: the fields one below the other, records parted by an empty line. */
+    /** Parts records for people by an empty line. */
     void write(const Record &record);
 
     /** For people: \a line in place of the fields. */
@@ -23,12 +22,14 @@ public:
     /** Bytes that are the same for people and programs. */
     void writeRaw(const QByteArray &bytes);
 
-    Format format() const { return m_format; }
+    Record::Format format() const { return m_format; }
+    /** A record to be filled and written. */
+    Record begin() const { return Record(m_format); }
     /** True once anything could not be written; what follows is dropped. */
     bool failed() const { return m_failed; }
 
 private:
-    Format m_format;
+    Record::Format m_format;
     Sink m_sink;
     bool m_isFirst = true;
     bool m_failed = false;

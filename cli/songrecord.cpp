@@ -1,56 +1,49 @@
 #include "cli/songrecord.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 void addSong(Record &record, const QString &path, const SongInfo &info)
 {
-    record.add("name", path.mid(path.lastIndexOf(QLatin1Char('/')) + 1));
-    record.add("format", info.format);
-    record.add("title", info.title);
-    record.add("artist", info.artist);
-    record.add("genre", info.genre);
-    record.add("author", info.author);
-    record.add("length", info.length);
-    record.add("bpm", info.bpm);
-    record.add("key", info.key);
-    record.add("publisher", info.isPublisher);
-    record.add("markers", markerArray(info.markers), markerText(info.markers));
+    record.addText("name", path.mid(path.lastIndexOf(QLatin1Char('/')) + 1));
+    record.addText("format", info.format);
+    record.addText("title", info.title);
+    record.addText("artist", info.artist);
+    record.addText("genre", info.genre);
+    record.addText("author", info.author);
+    record.addNumber("length", info.length);
+    record.addNumber("bpm", info.bpm);
+    record.addText("key", info.key);
+    record.addFlag("publisher", info.isPublisher);
+    addMarkers(record, info.markers);
     if (info.format.startsWith(QLatin1String("MF"))) {
-        record.add("mfxLongName", info.mfxLongName);
-        record.add("mfxFlags", info.mfxFlags);
+        record.addText("mfxLongName", info.mfxLongName);
+        record.addNumber("mfxFlags", info.mfxFlags);
     }
 }
 
-QJsonArray markerArray(const QVector<Marker> &markers)
+void addMarkers(Record &record, const QVector<Marker> &markers)
 {
     QJsonArray array;
+    QStringList texts;
     for (const Marker &marker : markers) {
         array.append(QJsonObject{{QStringLiteral("bar"), marker.bar},
                                  {QStringLiteral("text"), marker.text}});
+        texts += QString::number(marker.bar) + QLatin1Char(' ') + marker.text;
     }
-    return array;
+    record.addValue("markers", array, texts.join(QLatin1String(", ")));
 }
 
-QString markerText(const QVector<Marker> &markers)
+Record songRecord(Record record, const QString &path, const SongInfo &info)
 {
-    QStringList texts;
-    for (const Marker &marker : markers)
-        texts += QStringLiteral("%1 %2").arg(marker.bar).arg(marker.text);
-    return texts.join(QLatin1String(", "));
-}
-
-Record songRecord(const QString &path, const SongInfo &info)
-{
-    Record record;
-    record.add("path", path);
+    record.addText("path", path);
     addSong(record, path, info);
     return record;
 }
 
-Record errorRecord(const QString &path, const char *error)
+Record errorRecord(Record record, const QString &path, const char *error)
 {
-    Record record;
-    record.add("path", path);
-    record.add("error", QLatin1String(error));
+    record.addText("path", path);
+    record.addText("error", QLatin1String(error));
     return record;
 }

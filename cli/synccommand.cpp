@@ -9,6 +9,7 @@
 #include "library/libraryimport.h"
 #include "library/libraryupdate.h"
 
+#include <QJsonArray>
 #include <QJsonObject>
 
 namespace {
@@ -54,7 +55,7 @@ void addChanges(Record &record, const QVector<FieldChange> &changes)
         texts += QStringLiteral("%1 %2 -> %3")
                      .arg(change.field, changedText(change.before), changedText(change.after));
     }
-    record.add("changes", object, texts.join(QLatin1String("; ")));
+    record.addValue("changes", object, texts.join(QLatin1String("; ")));
 }
 
 /** Writes the record of each song of a run, in the order in which the songs were named. */
@@ -80,7 +81,7 @@ public:
 
         Record record = begin(path, outcome);
         if (!song.reason().isEmpty())
-            record.add("match", song.reason());
+            record.addText("match", song.reason());
         const bool isWritten = outcome == UpdateOutcome::Updated && !m_dryRun;
         addSong(record, path.given, isWritten ? song.after() : song.before());
         if (outcome == UpdateOutcome::Updated && m_dryRun)
@@ -105,9 +106,9 @@ private:
 
     Record begin(const SongPath &path, UpdateOutcome outcome) const
     {
-        Record record;
-        record.add("path", path.given);
-        record.add("status", QLatin1String(statusText(outcome, m_dryRun)));
+        Record record = m_session.records.begin();
+        record.addText("path", path.given);
+        record.addText("status", QLatin1String(statusText(outcome, m_dryRun)));
         return record;
     }
 

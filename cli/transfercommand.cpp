@@ -33,12 +33,12 @@ ExitStatus transfer(const QStringList &files, const QString &dir, const Volume &
     if (result == DeviceTransfer::Result::Refused)
         return ExitStatus::Failed;
     sayNotCopied(session, transfer.failed());
-    Record record;
-    record.add("copied", transfer.copied());
-    record.add("failed", transfer.failures());
-    record.add("kept", transfer.kept());
-    record.add("found", transfer.found());
-    record.add("prepared", transfer.prepared());
+    Record record = session.records.begin();
+    record.addNumber("copied", transfer.copied());
+    record.addNumber("failed", transfer.failures());
+    record.addNumber("kept", transfer.kept());
+    record.addNumber("found", transfer.found());
+    record.addFlag("prepared", transfer.prepared());
     session.records.write(record);
     if (result == DeviceTransfer::Result::Done)
         return ExitStatus::Done;
