@@ -33,8 +33,10 @@ const char *statusText(UpdateOutcome outcome, bool dryRun)
 
 QString changedText(const QVariant &value)
 {
-    if (value.type() != QVariant::List)
+    if (value.type() == QVariant::String)
         return QLatin1Char('"') + value.toString() + QLatin1Char('"');
+    if (value.type() != QVariant::List)
+        return value.toString();
     QStringList markers;
     for (const QVariant &marker : value.toList()) {
         const QVariantMap fields = marker.toMap();
