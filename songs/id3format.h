@@ -26,7 +26,7 @@ constexpr int editMarkSize = 3; ///< its payload, zero bytes
 
 constexpr int maxSongBytes = 1'000'000; ///< a tag must end within so many bytes of its file
 
-enum class Frame {
+enum class TextFrame {
     Title,
     Artist,
     Author,
@@ -39,11 +39,11 @@ enum class Frame {
 
 constexpr char frameLetter = 'T'; ///< begins every ID
 
-/** The ID of each Frame, in the order of the enumeration. */
+/** The ID of each TextFrame, in the order of the enumeration. */
 constexpr const char *frameIds[] = {"TIT2", "TPE1", "TCOM", "TCON", "TKEY", "TLEN", "TBPM", "TCOP"};
 constexpr int frameCount = sizeof(frameIds) / sizeof(frameIds[0]);
 
-constexpr const char *frameId(Frame frame)
+constexpr const char *frameId(TextFrame frame)
 {
     return frameIds[int(frame)];
 }

@@ -85,7 +85,7 @@ qint64 Id3v2Tag::bytesWanted(const QByteArray &header)
     return qint64(sizeIn(header)) + headerSize;
 }
 
-QString Id3v2Tag::text(Frame frame) const
+QString Id3v2Tag::text(TextFrame frame) const
 {
     const int start = position(frame);
     if (start < 0)
@@ -98,17 +98,17 @@ QString Id3v2Tag::text(Frame frame) const
 
 int Id3v2Tag::length() const
 {
-    return toInt(toNumber(text(Frame::Length)) / 1000);
+    return toInt(toNumber(text(TextFrame::Length)) / 1000);
 }
 
 int Id3v2Tag::bpm() const
 {
-    return toInt(toNumber(text(Frame::Bpm)));
+    return toInt(toNumber(text(TextFrame::Bpm)));
 }
 
 bool Id3v2Tag::isPublisher() const
 {
-    return text(Frame::Copyright).toUpper().contains(QLatin1String("K-VARO"));
+    return text(TextFrame::Copyright).toUpper().contains(QLatin1String("K-VARO"));
 }
 
 bool Id3v2Tag::hasEditMark() const
@@ -118,12 +118,12 @@ bool Id3v2Tag::hasEditMark() const
 
 void Id3v2Tag::setLength(int seconds)
 {
-    setText(Frame::Length, QString::number(qint64(seconds) * 1000));
+    setText(TextFrame::Length, QString::number(qint64(seconds) * 1000));
 }
 
 void Id3v2Tag::setBpm(int bpm)
 {
-    setText(Frame::Bpm, bpm > 0 ? QString::number(bpm) : QString());
+    setText(TextFrame::Bpm, bpm > 0 ? QString::number(bpm) : QString());
 }
 
 void Id3v2Tag::addEditMark()
@@ -131,7 +131,7 @@ void Id3v2Tag::addEditMark()
     insertFrame(editMarkId, QByteArray(editMarkSize, '\0'));
 }
 
-void Id3v2Tag::setText(Frame frame, const QString &text)
+void Id3v2Tag::setText(TextFrame frame, const QString &text)
 {
     removeFrame(frame);
     insertFrame(frameId(frame),
@@ -139,7 +139,7 @@ void Id3v2Tag::setText(Frame frame, const QString &text)
 }
 
 /** Removes the first frame of that ID; of one that claims more than the tag holds, the rest. */
-void Id3v2Tag::removeFrame(Frame frame)
+void Id3v2Tag::removeFrame(TextFrame frame)
 {
     const int start = position(frame);
     if (start < 0)

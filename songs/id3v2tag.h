@@ -30,41 +30,41 @@ public:
     quint32 tagSize() const { return m_tagSize; }
 
     /** The text of the first frame of that ID; empty when there is none. */
-    QString text(Id3Format::Frame frame) const;
-    QString title() const { return text(Id3Format::Frame::Title); }
-    QString artist() const { return text(Id3Format::Frame::Artist); }
-    QString author() const { return text(Id3Format::Frame::Author); }
-    QString genre() const { return text(Id3Format::Frame::Genre); }
-    QString key() const { return text(Id3Format::Frame::Key); }
+    QString text(Id3Format::TextFrame frame) const;
+    QString title() const { return text(Id3Format::TextFrame::Title); }
+    QString artist() const { return text(Id3Format::TextFrame::Artist); }
+    QString author() const { return text(Id3Format::TextFrame::Author); }
+    QString genre() const { return text(Id3Format::TextFrame::Genre); }
+    QString key() const { return text(Id3Format::TextFrame::Key); }
     int length() const; ///< seconds; 0 when unknown
     int bpm() const; ///< 0 when unknown
     bool isPublisher() const; ///< the copyright frame names the maker
 
-    bool hasTitle() const { return has(Id3Format::Frame::Title); }
-    bool hasArtist() const { return has(Id3Format::Frame::Artist); }
-    bool hasAuthor() const { return has(Id3Format::Frame::Author); }
-    bool hasGenre() const { return has(Id3Format::Frame::Genre); }
-    bool hasKey() const { return has(Id3Format::Frame::Key); }
-    bool hasLength() const { return has(Id3Format::Frame::Length); }
-    bool hasBpm() const { return has(Id3Format::Frame::Bpm); }
+    bool hasTitle() const { return has(Id3Format::TextFrame::Title); }
+    bool hasArtist() const { return has(Id3Format::TextFrame::Artist); }
+    bool hasAuthor() const { return has(Id3Format::TextFrame::Author); }
+    bool hasGenre() const { return has(Id3Format::TextFrame::Genre); }
+    bool hasKey() const { return has(Id3Format::TextFrame::Key); }
+    bool hasLength() const { return has(Id3Format::TextFrame::Length); }
+    bool hasBpm() const { return has(Id3Format::TextFrame::Bpm); }
     bool hasEditMark() const;
 
     // Writers: the first frame of that ID makes place for one at the start of the tag. An empty
     // text only removes.
-    void setTitle(const QString &text) { setText(Id3Format::Frame::Title, text); }
-    void setArtist(const QString &text) { setText(Id3Format::Frame::Artist, text); }
-    void setAuthor(const QString &text) { setText(Id3Format::Frame::Author, text); }
-    void setGenre(const QString &text) { setText(Id3Format::Frame::Genre, text); }
-    void setKey(const QString &text) { setText(Id3Format::Frame::Key, text); }
+    void setTitle(const QString &text) { setText(Id3Format::TextFrame::Title, text); }
+    void setArtist(const QString &text) { setText(Id3Format::TextFrame::Artist, text); }
+    void setAuthor(const QString &text) { setText(Id3Format::TextFrame::Author, text); }
+    void setGenre(const QString &text) { setText(Id3Format::TextFrame::Genre, text); }
+    void setKey(const QString &text) { setText(Id3Format::TextFrame::Key, text); }
     void setLength(int seconds);
     void setBpm(int bpm); ///< 0 or less only removes
     void addEditMark();
 
 private:
-    bool has(Id3Format::Frame frame) const { return position(frame) >= 0; }
-    int position(Id3Format::Frame frame) const { return m_positions[std::size_t(frame)]; }
-    void setText(Id3Format::Frame frame, const QString &text);
-    void removeFrame(Id3Format::Frame frame);
+    bool has(Id3Format::TextFrame frame) const { return position(frame) >= 0; }
+    int position(Id3Format::TextFrame frame) const { return m_positions[std::size_t(frame)]; }
+    void setText(Id3Format::TextFrame frame, const QString &text);
+    void removeFrame(Id3Format::TextFrame frame);
     void insertFrame(const char *id, const QByteArray &payload);
     void tagResized();
     void findFrames();
