@@ -52,6 +52,8 @@ QByteArray encoded(LzHuffTree &tree, const Symbols &symbols)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Symbols)
+
 class tst_LzHuffTree : public QObject
 {
     Q_OBJECT
@@ -170,8 +172,6 @@ void tst_LzHuffTree::everyPositionComesBack()
     for (int position = 0; position < LzHuffFormat::windowSize; ++position)
         QCOMPARE(LzHuffPositions::decode(reader), position);
 }
-
-Q_DECLARE_METATYPE(Symbols)
 
 QTEST_GUILESS_MAIN(tst_LzHuffTree)
 #include "tst_lzhufftree.moc"
