@@ -16,7 +16,7 @@
 #include "ui/indexdialog.h"
 #include "ui/songdebug.h"
 #include "ui/songslistdialog.h"
-#include "ui/songtabledelegate.h"
+#include "ui/songtable.h"
 #include "ui_mainwindow.h"
 
 #include <QCloseEvent>
@@ -26,7 +26,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QScreen>
-#include <QScrollBar>
 #include <QShortcut>
 
 MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
@@ -55,7 +54,6 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     }
     qDebug() << "DB initialized correctly";
     setUpTable();
-    resizeColumns();
     qApp->installEventFilter(this); // required, and lets every event pass
 }
 
@@ -76,24 +74,8 @@ void MainWindow::setUpTable()
 
     m_model = new UserSongsRelTableModel(this, m_db.userSongsDatabase());
     m_model->setHeaders();
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table->setSortingEnabled(true);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setShowGrid(false);
-    table->verticalHeader()->hide();
-    table->setAlternatingRowColors(false);
-    table->setModel(m_model);
-    table->setColumnHidden(m_model->fileNameColumn(), true);
-    table->setColumnHidden(m_model->statusColumn(), true);
-    table->setColumnHidden(0, true);
-    table->setItemDelegate(new SongTableDelegate(1, m_model->statusColumn(), this));
-}
-
-void MainWindow::resizeColumns()
-{
-    for (const int column : {0, 1, 2, 3, 4, 5, 6, 7, 8, 10})
-        ui->userLibraryTableView->resizeColumnToContents(column);
+    SongTable::setUp(*table, *m_model);
+    SongTable::resizeColumns(*table);
 }
 
 void MainWindow::changeEvent(QEvent *event)
@@ -140,7 +122,7 @@ void MainWindow::importUserLibrary()
     if (!imported)
         return;
     m_model->totalRows(); // shows the rows that were appended last
-    resizeColumns();
+    SongTable::resizeColumns(*ui->userLibraryTableView);
     const bool synchronise = import.askSynchronise();
     tickCopyright();
     if (synchronise && updateUserLibrary())
@@ -268,23 +250,9 @@ void MainWindow::onSongsTableViewShowContextMenu(QPoint pos)
     if (!chosen || !index.isValid())
         return;
     if (chosen == remove)
-        removeRow(index.row());
+        SongTable::removeRow(*table, *m_model, index.row());
     else if (chosen == erase)
         deleteSong(index.row());
-}
-
-/** The row after the removed one takes its place, in view and as the current one. */
-void MainWindow::removeRow(int row)
-{
-    QTableView *table = ui->userLibraryTableView;
-    const int scrolled = table->verticalScrollBar()->value();
-    const int column = table->currentIndex().isValid() ? table->currentIndex().column() : 1;
-    m_model->removeRow(row);
-    m_model->select(); // until then the model shows a blank row
-    const int next = qMin(row, m_model->totalRows() - 1);
-    if (next >= 0)
-        table->setCurrentIndex(m_model->cellIndex(next, column));
-    table->verticalScrollBar()->setValue(scrolled);
 }
 
 void MainWindow::deleteSong(int row)
@@ -296,7 +264,8 @@ void MainWindow::deleteSong(int row)
     if (answer != QMessageBox::Yes)
         return;
     QFile::remove(path);
-    removeRow(row); // required: also when the file is still there
+    // required: also when the file is still there
+    SongTable::removeRow(*ui->userLibraryTableView, *m_model, row);
 }
 
 // ---- menus

@@ -64,11 +64,9 @@ private:
     void transferFiles();
     void editSong(int row);
     void tellUnsaved(QStringList paths);
-    void removeRow(int row);
     void deleteSong(int row);
 
     void setUpTable();
-    void resizeColumns();
     void chooseLanguage(const QString &language);
     void tickLanguage(const QString &language);
     void setCopyrightAsk(bool ask);

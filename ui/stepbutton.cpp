@@ -9,6 +9,7 @@ constexpr int gap = 14; // between the picture and the text
 constexpr int usualLine = 30; // in characters of mean width
 constexpr int narrowestLine = 11;
 constexpr int smallestPicture = 40;
+constexpr qreal smallestFont = 8; // points
 
 } // namespace
 
@@ -44,9 +45,22 @@ void StepButton::paintEvent(QPaintEvent *event)
     const int side = qBound(smallestPicture, inside.width() / 4, iconSize().width());
     const QRect picture(inside.topLeft(), QSize(side, inside.height()));
     icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
-    painter.drawItemText(inside.adjusted(picture.width() + gap, 0, 0, 0),
-                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, option.palette,
+    const QRect words = inside.adjusted(picture.width() + gap, 0, 0, 0);
+    painter.setFont(fontFor(words.size()));
+    painter.drawItemText(words, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, option.palette,
                          isEnabled(), text(), QPalette::ButtonText);
+}
+
+/** The button's font, or where the text needs more room than there is a smaller one. */
+QFont StepButton::fontFor(const QSize &room) const
+{
+    QFont smaller = font();
+    const QRect limit(0, 0, room.width(), QWIDGETSIZE_MAX);
+    while (smaller.pointSizeF() > smallestFont
+           && QFontMetrics(smaller).boundingRect(limit, Qt::TextWordWrap, text()).height()
+               > room.height())
+        smaller.setPointSizeF(smaller.pointSizeF() - 0.5);
+    return smaller;
 }
 
 QSize StepButton::sizeFor(int pictureWidth, int textWidth) const

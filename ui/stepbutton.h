@@ -17,6 +17,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QFont fontFor(const QSize &room) const;
     QSize sizeFor(int pictureWidth, int textWidth) const;
     QSize frameSize() const;
 };

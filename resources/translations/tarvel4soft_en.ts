@@ -32,7 +32,7 @@
     </message>
     <message>
         <source>Esegui backup</source>
-        <translation>Back up</translation>
+        <translation>Make backup</translation>
     </message>
     <message>
         <source>Prosegui senza backup</source>
@@ -640,11 +640,11 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     </message>
     <message>
         <source>Ho inserito o eliminato alcune song, aggiorna database</source>
-        <translation>I added or removed some songs: update the database</translation>
+        <translation>I added or deleted some songs, update the database</translation>
     </message>
     <message>
         <source>Ho problemi con gli archivi, ricostruisci database</source>
-        <translation>I have problems with the archives: rebuild the database</translation>
+        <translation>I have problems with the archives, rebuild the database</translation>
     </message>
     <message>
         <source>Controlla struttura memoria</source>
@@ -899,7 +899,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Seleziona le basi musicali che desideri inserire nella memoria di Tarvel</source>
-        <translation>Choose the backing tracks to put into Tarvel's memory</translation>
+        <translation>Select the songs you want to put into Tarvel's memory</translation>
     </message>
     <message>
         <source>Sincronizza song con il
@@ -1011,7 +1011,7 @@ Tarvel's memory</translation>
     </message>
     <message>
         <source>Salva lista delle song</source>
-        <translation>Save the list of songs</translation>
+        <translation>Save the song list</translation>
     </message>
     <message>
         <source>Aiuto Tarvel4 Soft</source>

@@ -72,6 +72,7 @@ public:
     {
         expect<QFileDialog>([paths](QFileDialog &dialog) {
             auto *edit = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            const QSignalBlocker noCompletion(edit);
             edit->setText(paths.size() == 1 ? paths.constFirst()
                                             : QLatin1Char('"') + paths.join(QStringLiteral("\" \""))
                                   + QLatin1Char('"'));

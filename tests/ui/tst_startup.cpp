@@ -1,0 +1,264 @@
+#include <QtTest>
+
+/** The program itself, started as a user starts it, with a settings store and a folder of its own.
+ */
+class tst_Startup : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void firstRunChoosesTheLanguage_data();
+    void firstRunChoosesTheLanguage();
+    void storedLanguageIsKept_data();
+    void storedLanguageIsKept();
+    void logOpensWithTheBanner();
+    void oldLog_data();
+    void oldLog();
+    void bannerComesBeforeTheApplicationObject();
+    void fatalMessageIsNotWrittenWhereThereIsNoLog();
+    void catalogueThatCantBeOpenedIsLogged();
+    void closingTheWindowEndsTheProgram();
+
+private:
+    void store(const QByteArray &settings) const;
+    QString stored(const QString &key) const;
+    void start(const QString &platform = QString());
+    QByteArray log() const;
+    QList<QByteArray> logTexts() const;
+    QString logName() const { return m_dir->filePath(QStringLiteral("work/log.txt")); }
+
+    QScopedPointer<QTemporaryDir> m_dir;
+    QScopedPointer<QProcess> m_program;
+    QString m_locale;
+};
+
+namespace {
+
+constexpr int prefixLength = 24; // "[dd-MM-yyyy hh:mm:ss]D| "
+constexpr int patience = 20000; // milliseconds
+
+void write(const QString &name, const QByteArray &bytes)
+{
+    QFile file(name);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+} // namespace
+
+void tst_Startup::init()
+{
+    m_dir.reset(new QTemporaryDir);
+    QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("config/kvaro")));
+    QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("work")));
+    m_program.reset(new QProcess);
+    m_locale = QStringLiteral("C.UTF-8");
+}
+
+void tst_Startup::cleanup()
+{
+    m_program->kill();
+    m_program->waitForFinished();
+}
+
+/** Writes the settings store that the program will find. */
+void tst_Startup::store(const QByteArray &settings) const
+{
+    write(m_dir->filePath(QStringLiteral("config/kvaro/tarvel4soft.conf")),
+          "[General]\n" + settings);
+}
+
+QString tst_Startup::stored(const QString &key) const
+{
+    return QSettings(m_dir->filePath(QStringLiteral("config/kvaro/tarvel4soft.conf")),
+                     QSettings::IniFormat)
+        .value(key)
+        .toString();
+}
+
+void tst_Startup::start(const QString &platform)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
+                       m_dir->filePath(QStringLiteral("config")));
+    environment.insert(QStringLiteral("HOME"), m_dir->path());
+    environment.insert(QStringLiteral("LC_ALL"), m_locale);
+    if (!platform.isEmpty())
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
+    m_program->setProcessEnvironment(environment);
+    m_program->setWorkingDirectory(m_dir->filePath(QStringLiteral("work")));
+    m_program->start(QStringLiteral(TARVEL4_PROGRAM), QStringList());
+    QVERIFY(m_program->waitForStarted());
+}
+
+QByteArray tst_Startup::log() const
+{
+    QFile file(logName());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/** The debug lines of the log without their time and tag. */
+QList<QByteArray> tst_Startup::logTexts() const
+{
+    QList<QByteArray> texts;
+    const QList<QByteArray> lines = log().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.mid(prefixLength - 3, 3) == "D| ")
+            texts.append(line.mid(prefixLength));
+    }
+    return texts;
+}
+
+void tst_Startup::firstRunChoosesTheLanguage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<QString>("language");
+    const QByteArray none;
+    QTest::newRow("it on an Italian system")
+        << QStringLiteral("it_IT.UTF-8") << none << QStringLiteral("it");
+    QTest::newRow("it on a Swiss system that speaks Italian")
+        << QStringLiteral("it_CH.UTF-8") << none << QStringLiteral("it");
+    QTest::newRow("en on an English system")
+        << QStringLiteral("en_GB.UTF-8") << none << QStringLiteral("en");
+    QTest::newRow("en on any other system")
+        << QStringLiteral("de_DE.UTF-8") << none << QStringLiteral("en");
+    QTest::newRow("two hyphens are no choice yet")
+        << QStringLiteral("it_IT.UTF-8") << QByteArray("language=--\n") << QStringLiteral("it");
+}
+
+void tst_Startup::firstRunChoosesTheLanguage()
+{
+    QFETCH(QString, locale);
+    QFETCH(QByteArray, settings);
+    QFETCH(QString, language);
+    if (!settings.isEmpty())
+        store(settings);
+    m_locale = locale;
+    start();
+    QTRY_COMPARE_WITH_TIMEOUT(stored(QStringLiteral("language")), language, patience);
+    QVERIFY2(!QFile::exists(logName()), "logging is off");
+}
+
+void tst_Startup::storedLanguageIsKept_data()
+{
+    QTest::addColumn<QString>("language");
+    for (const char *language : {"it", "en", "de", "fr"})
+        QTest::newRow(language) << QString::fromLatin1(language);
+}
+
+void tst_Startup::storedLanguageIsKept()
+{
+    QFETCH(QString, language);
+    m_locale = QStringLiteral("it_IT.UTF-8");
+    store("logenabled=true\nlanguage=" + language.toLatin1() + '\n');
+    start();
+    QTRY_VERIFY_WITH_TIMEOUT(log().contains("DB initialized correctly"), patience);
+    QCOMPARE(stored(QStringLiteral("language")), language);
+}
+
+void tst_Startup::logOpensWithTheBanner()
+{
+    store("logenabled=true\n");
+    start();
+    QTRY_VERIFY_WITH_TIMEOUT(log().contains("DB initialized correctly"), patience);
+    const QList<QByteArray> texts = logTexts();
+    QVERIFY(texts.size() > 7);
+    QCOMPARE(texts.at(0), '|' + QByteArray(78, '=') + '|');
+    QCOMPARE(texts.at(1),
+             QByteArray("V ========================  Log start  "
+                        "======================================= V"));
+    QCOMPARE(texts.at(2), QByteArray("(c)K-Varo Tarvel4 Soft"));
+    QCOMPARE(texts.at(3), QByteArray("Version:  1.0"));
+    QVERIFY(texts.at(4).startsWith("Build:    "));
+    QCOMPARE(texts.at(5), QByteArray());
+    QVERIFY(texts.at(6).startsWith("[Database::init] Created temporary db file: "));
+    QCOMPARE(texts.at(7), QByteArray("DB initialized correctly"));
+}
+
+void tst_Startup::oldLog_data()
+{
+    QTest::addColumn<QByteArray>("settings");
+    QTest::addColumn<bool>("kept");
+    QTest::addColumn<bool>("written");
+    QTest::newRow("enabled, not cleared: each start appends")
+        << QByteArray("logenabled=true\nlogclear=false\n") << true << true;
+    QTest::newRow("enabled and cleared: starts afresh")
+        << QByteArray("logenabled=true\nlogclear=true\n") << false << true;
+    QTest::newRow("cleared but not enabled: the old log is kept")
+        << QByteArray("logenabled=false\nlogclear=true\n") << true << false;
+}
+
+void tst_Startup::oldLog()
+{
+    QFETCH(QByteArray, settings);
+    QFETCH(bool, kept);
+    QFETCH(bool, written);
+    store(settings);
+    write(logName(), "an old line\n");
+    start();
+    if (written)
+        QTRY_VERIFY_WITH_TIMEOUT(log().contains("DB initialized correctly"), patience);
+    else
+        QTRY_COMPARE_WITH_TIMEOUT(stored(QStringLiteral("language")), QStringLiteral("en"),
+                                  patience);
+    QCOMPARE(log().startsWith("an old line\n"), kept);
+    QCOMPARE(log().count("Log start"), written ? 1 : 0);
+}
+
+void tst_Startup::bannerComesBeforeTheApplicationObject()
+{
+    store("logenabled=true\n");
+    start(QStringLiteral("no-such-platform")); // the application object can't be made
+    QVERIFY(m_program->waitForFinished(patience));
+    QCOMPARE(m_program->exitStatus(), QProcess::CrashExit);
+    QCOMPARE(logTexts().value(2), QByteArray("(c)K-Varo Tarvel4 Soft"));
+    QVERIFY2(log().contains("]F| "), "the fatal message is in the log");
+    QVERIFY2(stored(QStringLiteral("language")).isEmpty(), "chosen later");
+}
+
+void tst_Startup::fatalMessageIsNotWrittenWhereThereIsNoLog()
+{
+    start(QStringLiteral("no-such-platform"));
+    QVERIFY(m_program->waitForFinished(patience));
+    QCOMPARE(m_program->exitStatus(), QProcess::CrashExit);
+    QVERIFY(!QFile::exists(logName()));
+    QVERIFY(m_program->readAllStandardError().isEmpty());
+}
+
+void tst_Startup::catalogueThatCantBeOpenedIsLogged()
+{
+    store("logenabled=true\n");
+    QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("work/songsdb_debug"))); // a folder
+    start();
+    QTRY_VERIFY_WITH_TIMEOUT(log().contains("D| Error initializing DB !!!"), patience);
+    QVERIFY2(!m_program->waitForFinished(500), "the window opens all the same");
+}
+
+void tst_Startup::closingTheWindowEndsTheProgram()
+{
+    if (qEnvironmentVariable("QT_QPA_PLATFORM") != QLatin1String("xcb"))
+        QSKIP("There is no frame to close without an X server.");
+    if (!QFile::exists(QStringLiteral(TARVEL4_CLOSEWINDOW)))
+        QSKIP("Built without Xlib.");
+    store("logenabled=true\n");
+    start();
+    bool asked = false;
+    const auto askToClose = [&asked] {
+        asked = asked
+            || QProcess::execute(QStringLiteral(TARVEL4_CLOSEWINDOW),
+                                 {QStringLiteral("Tarvel4 Soft")})
+                == 0;
+        return asked;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(askToClose(), patience);
+    QVERIFY(m_program->waitForFinished(patience));
+    QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_program->exitCode(), 0);
+}
+
+QTEST_MAIN(tst_Startup)
+#include "tst_startup.moc"

@@ -1,0 +1,51 @@
+#include "ui/songtable.h"
+
+#include "db/usersongsreltablemodel.h"
+#include "ui/songtabledelegate.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTableView>
+
+namespace {
+
+constexpr int idColumn = 0;
+constexpr int typeColumn = 1; // the first one on show
+
+} // namespace
+
+void SongTable::setUp(QTableView &view, UserSongsRelTableModel &model)
+{
+    view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view.setSortingEnabled(true);
+    view.setSelectionBehavior(QAbstractItemView::SelectRows);
+    view.setSelectionMode(QAbstractItemView::SingleSelection);
+    view.setShowGrid(false);
+    view.verticalHeader()->hide();
+    view.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    view.setAlternatingRowColors(false);
+    view.setModel(&model);
+    view.setColumnHidden(model.fileNameColumn(), true);
+    view.setColumnHidden(model.statusColumn(), true);
+    view.setColumnHidden(idColumn, true);
+    view.setItemDelegate(new SongTableDelegate(typeColumn, model.statusColumn(), &view));
+}
+
+void SongTable::resizeColumns(QTableView &view)
+{
+    for (const int column : {0, 1, 2, 3, 4, 5, 6, 7, 8, 10})
+        view.resizeColumnToContents(column);
+}
+
+void SongTable::removeRow(QTableView &view, UserSongsRelTableModel &model, int row)
+{
+    const int scrolled = view.verticalScrollBar()->value();
+    const QModelIndex current = view.currentIndex();
+    model.removeRow(row);
+    model.select(); // until then the model shows a blank row
+    const int next = qMin(row, model.totalRows() - 1);
+    if (next >= 0)
+        view.setCurrentIndex(
+            model.cellIndex(next, current.isValid() ? current.column() : typeColumn));
+    view.verticalScrollBar()->setValue(scrolled);
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+QT_BEGIN_NAMESPACE
+class QTableView;
+QT_END_NAMESPACE
+class UserSongsRelTableModel;
+
+/** How the window's table view shows the user's songs. */
+namespace SongTable {
+
+/** Gives the view its model, its manners and its hidden columns. */
+void setUp(QTableView &view, UserSongsRelTableModel &model);
+
+/** Fits the columns to their contents. */
+void resizeColumns(QTableView &view);
+
+/** Takes a row out of the table; the next one takes its place, in view and as the current one. */
+void removeRow(QTableView &view, UserSongsRelTableModel &model, int row);
+
+} // namespace SongTable
