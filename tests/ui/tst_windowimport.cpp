@@ -33,6 +33,7 @@ private Q_SLOTS:
     void nextImportReplacesTheRows();
     void importAgainRepeatsTheChoice();
     void sortedTableTakesTheNextImport();
+    void songsThatNobodyHereWrote();
     void progressIsShown();
     void importCantBeInterrupted_data();
     void importCantBeInterrupted();
@@ -49,6 +50,8 @@ private:
         m_window->settings().setValue(QStringLiteral("copyrightAsk"), false);
         m_window->settings().sync();
     }
+    QStringList midiSongsOfAGame() const;
+    QStringList mp3SongsOfOthers() const;
     QStringList threeSongs()
     {
         return {m_window->addSong(QStringLiteral("c.mid"), "Uno"),
@@ -280,6 +283,78 @@ void tst_WindowImport::sortedTableTakesTheNextImport()
     QVERIFY2(std::is_sorted(sorted.begin(), sorted.end())
                  || std::is_sorted(sorted.rbegin(), sorted.rend()),
              "the header's arrow still tells the truth");
+}
+
+/** The General MIDI songs that a Debian package installs. */
+QStringList tst_WindowImport::midiSongsOfAGame() const
+{
+    const QDir folder(QStringLiteral("/usr/share/games/openttd/baseset/openmsx"));
+    QStringList songs;
+    const QStringList names = folder.entryList({QStringLiteral("*.mid")}, QDir::Files, QDir::Name);
+    for (const QString &name : names) {
+        songs.append(m_window->path("songs/") + name);
+        QFile::copy(folder.filePath(name), songs.constLast());
+    }
+    return songs;
+}
+
+/** A second of tone from two encoders, with a tag of each version. */
+QStringList tst_WindowImport::mp3SongsOfOthers() const
+{
+    const QString wave = m_window->path("tone.wav");
+    const auto run = [](const char *program, const QString &arguments) {
+        return QProcess::execute(QString::fromLatin1(program), arguments.split(QLatin1Char(' ')))
+            == 0;
+    };
+    const QString quiet = QStringLiteral("-loglevel error -nostdin -y ");
+    if (!run("ffmpeg", quiet + QStringLiteral("-f lavfi -i sine=duration=1 ") + wave))
+        return {};
+
+    QStringList songs;
+    for (const char *version : {"3", "4"}) {
+        songs.append(m_window->path("songs/ffmpeg") + QLatin1String(version)
+                     + QStringLiteral(".mp3"));
+        if (!run("ffmpeg",
+                 quiet + QStringLiteral("-i ") + wave + QStringLiteral(" -id3v2_version ")
+                     + QLatin1String(version)
+                     + QStringLiteral(" -metadata title=Tone%1 -metadata artist=Ff ")
+                           .arg(QLatin1String(version))
+                     + songs.constLast()))
+            return {};
+    }
+    songs.append(m_window->path("songs/lame.mp3"));
+    if (!run("lame",
+             QStringLiteral("--quiet --id3v2-only --tt Tone --ta La ") + wave + QLatin1Char(' ')
+                 + songs.constLast()))
+        return {};
+    return songs;
+}
+
+void tst_WindowImport::songsThatNobodyHereWrote()
+{
+    const QStringList midi = midiSongsOfAGame();
+    if (midi.isEmpty())
+        QSKIP("The songs of openttd-openmsx are not installed.");
+    const QStringList mp3 = mp3SongsOfOthers();
+    if (mp3.isEmpty())
+        QSKIP("ffmpeg or lame is not installed.");
+
+    m_window->open();
+    QString summary;
+    m_window->driver.expect<ProceedDialog>([&](ProceedDialog &dialog) {
+        summary = dialog.findChild<QLabel *>(QStringLiteral("msgLabel"))->text();
+        m_window->driver.clickIn(dialog, QStringLiteral("noPushButton"));
+    });
+    m_window->import(midi + mp3);
+    QCOMPARE(summary,
+             QStringLiteral("Sono stati esaminti %1 files, trovate %1 songs di cui 0 di (c)K-Varo")
+                 .arg(midi.size() + mp3.size()));
+    QCOMPARE(m_window->model()->rowCount(), midi.size() + mp3.size());
+    QCOMPARE(
+        m_window->column(WindowFixture::Title).mid(midi.size()),
+        QStringList({QStringLiteral("Tone3"), QStringLiteral("Tone4"), QStringLiteral("Tone")}));
+    QCOMPARE(m_window->column(WindowFixture::Artist).mid(midi.size()),
+             QStringList({QStringLiteral("Ff"), QStringLiteral("Ff"), QStringLiteral("La")}));
 }
 
 void tst_WindowImport::progressIsShown()
