@@ -324,8 +324,8 @@ QStringList tst_WindowImport::mp3SongsOfOthers() const
     }
     songs.append(m_window->path("songs/lame.mp3"));
     if (!run("lame",
-             QStringLiteral("--quiet --id3v2-only --tt Tone --ta La ") + wave + QLatin1Char(' ')
-                 + songs.constLast()))
+             QStringLiteral("--quiet --id3v2-only --id3v2-latin1 --tt Tone --ta La ") + wave
+                 + QLatin1Char(' ') + songs.constLast()))
         return {};
     return songs;
 }
