@@ -73,7 +73,7 @@ Head headOf(const QString &path)
 
 #endif
 
-QString id3Text(const QByteArray &bytes, Id3Format::Frame frame)
+QString id3Text(const QByteArray &bytes, Id3Format::TextFrame frame)
 {
     const int at =
         bytes.left(id3BytesSearched).indexOf(Id3Format::frameId(frame), Id3Format::headerSize);
@@ -89,9 +89,9 @@ void readMp3(const QByteArray &bytes, IndexEntry &entry)
     entry.kind = static_cast<quint8>(IndexFormat::Kind::Mp3);
     if (!bytes.startsWith(Id3Format::tagMagic))
         return;
-    entry.title = id3Text(bytes, Id3Format::Frame::Title);
-    entry.artist = id3Text(bytes, Id3Format::Frame::Artist);
-    entry.genre = id3Text(bytes, Id3Format::Frame::Genre);
+    entry.title = id3Text(bytes, Id3Format::TextFrame::Title);
+    entry.artist = id3Text(bytes, Id3Format::TextFrame::Artist);
+    entry.genre = id3Text(bytes, Id3Format::TextFrame::Genre);
 }
 
 void readMfx(const MfxHeader &header, IndexEntry &entry)
