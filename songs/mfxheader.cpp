@@ -19,8 +19,12 @@ template <typename Number> Number numberAt(const QByteArray &header, int offset)
 
 template <typename Number> void setNumberAt(QByteArray &header, int offset, Number number)
 {
-    if (header.size() - offset >= int(sizeof(Number)))
-        qToLittleEndian(number, header.data() + offset);
+    constexpr int width = sizeof(Number);
+    if (header.size() - offset < width)
+        return;
+    char raw[width];
+    qToLittleEndian(number, raw);
+    header.replace(offset, width, raw, width);
 }
 
 } // namespace
