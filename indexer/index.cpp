@@ -120,7 +120,7 @@ bool Index::loadEntries()
     IndexLoader loader(m_root);
     if (!loader.load())
         return false;
-    m_entries = loader.entries();
+    m_entries = loader.takeEntries();
     for (int i = 0; i < m_entries.size(); ++i) {
         if (m_entries.at(i).number != i)
             m_changed = true;
@@ -241,7 +241,7 @@ QVector<IndexEntry> Index::readEntries(const QString &root, bool &ok)
 {
     IndexLoader loader(withoutTrailingSeparator(root));
     ok = loader.load();
-    return ok ? loader.entries() : QVector<IndexEntry>();
+    return ok ? loader.takeEntries() : QVector<IndexEntry>();
 }
 
 void Index::sortForList(QVector<IndexEntry> &entries, int order)

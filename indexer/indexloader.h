@@ -4,6 +4,7 @@
 
 #include <QVector>
 
+#include <utility>
 #include <vector>
 
 /** Reads the index of a prepared memory back; docs/formats.md, Player memory. */
@@ -21,7 +22,7 @@ public:
      */
     bool load();
 
-    const QVector<IndexEntry> &entries() const { return m_entries; }
+    QVector<IndexEntry> takeEntries() { return std::move(m_entries); }
 
 private:
     bool loadPaths();

@@ -16,8 +16,10 @@ namespace {
 /** Puts a text into a field of zero bytes, cut to its size. */
 void putText(char *field, int size, const QString &text)
 {
-    const QByteArray bytes = text.toLatin1();
-    std::copy_n(bytes.constData(), std::min(bytes.size(), size), field);
+    constexpr char replacement = '?';
+    std::transform(text.begin(), text.begin() + std::min(text.size(), size), field, [](QChar c) {
+        return c.row() == 0 ? static_cast<char>(c.cell()) : replacement;
+    });
 }
 
 /** Puts the last digits of a number, with leading zeros. */

@@ -32,53 +32,68 @@ constexpr quint32 microsecondsPerMinute = 60000000;
 constexpr int tempoSize = 3;
 
 /** The first bytes of a file, as far as there are that many. */
-struct Head
+class Head
 {
+public:
     enum State { Read, Missing, Unreadable };
-    State state = Unreadable;
-    QByteArray bytes;
+
+    explicit Head(const QString &path) { m_state = read(path); }
+
+    State state() const { return m_state; }
+    /** Lives as long as the head. */
+    QByteArray bytes() const { return QByteArray::fromRawData(m_buffer.data(), m_size); }
+
+private:
+    State read(const QString &path);
+
+    std::array<char, bytesRead> m_buffer;
+    int m_size = 0;
+    State m_state = Unreadable;
 };
 
 #ifdef Q_OS_UNIX
 
-Head headOf(const QString &path)
+Head::State Head::read(const QString &path)
 {
     // O_NONBLOCK: a FIFO that took the place of a song must not hang the run
     const int file =
         open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (file < 0)
-        return {errno == ENOENT || errno == ENOTDIR ? Head::Missing : Head::Unreadable, {}};
-    std::array<char, bytesRead> buffer;
+        return errno == ENOENT || errno == ENOTDIR ? Missing : Unreadable;
     ssize_t count = -1;
     do {
-        count = read(file, buffer.data(), buffer.size());
+        count = ::read(file, m_buffer.data(), m_buffer.size());
     } while (count < 0 && errno == EINTR);
     close(file);
-    return {count < 0 ? Head::Unreadable : Head::Read,
-            QByteArray(buffer.data(), static_cast<int>(std::max<ssize_t>(count, 0)))};
+    m_size = static_cast<int>(std::max<ssize_t>(count, 0));
+    return count < 0 ? Unreadable : Read;
 }
 
 #else
 
-Head headOf(const QString &path)
+Head::State Head::read(const QString &path)
 {
     QFile file(path);
     if (!file.exists())
-        return {Head::Missing, {}};
+        return Missing;
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return {Head::Unreadable, {}};
-    const QByteArray bytes = file.read(bytesRead);
-    return {file.error() == QFileDevice::NoError ? Head::Read : Head::Unreadable, bytes};
+        return Unreadable;
+    const qint64 count = file.read(m_buffer.data(), bytesRead);
+    m_size = static_cast<int>(std::max<qint64>(count, 0));
+    return count < 0 ? Unreadable : Read;
 }
 
 #endif
 
 QString id3Text(const QByteArray &bytes, Id3Format::TextFrame frame)
 {
-    const int at =
-        bytes.left(id3BytesSearched).indexOf(Id3Format::frameId(frame), Id3Format::headerSize);
-    if (at < 0)
+    const char *const id = Id3Format::frameId(frame);
+    const auto end = bytes.begin() + std::min(bytes.size(), id3BytesSearched);
+    const auto found =
+        std::search(bytes.begin() + Id3Format::headerSize, end, id, id + Id3Format::frameIdSize);
+    if (found == end)
         return {};
+    const int at = static_cast<int>(found - bytes.begin());
     const auto size = Bytes::bigEndianAt<quint32>(bytes, at + Id3Format::frameSizeOffset);
     return Bytes::text(Bytes::part(bytes, at + Id3Format::frameHeaderSize + Id3Format::encodingSize,
                                    qint64(size) - Id3Format::encodingSize));
@@ -87,7 +102,7 @@ QString id3Text(const QByteArray &bytes, Id3Format::TextFrame frame)
 void readMp3(const QByteArray &bytes, IndexEntry &entry)
 {
     entry.kind = static_cast<quint8>(IndexFormat::Kind::Mp3);
-    if (!bytes.startsWith(Id3Format::tagMagic))
+    if (!bytes.startsWith(Id3Format::tagMagic) || bytes.size() < Id3Format::headerSize)
         return;
     entry.title = id3Text(bytes, Id3Format::TextFrame::Title);
     entry.artist = id3Text(bytes, Id3Format::TextFrame::Artist);
@@ -212,10 +227,10 @@ QString defaultTitle(const QString &path)
     return title.trimmed().isEmpty() ? name : title;
 }
 
-QString tidied(const QString &text, const QString &fallback)
+/** A text as it is stored; empty when nothing but white space is left. */
+QString tidied(const QString &text)
 {
-    const QString trimmed = text.trimmed();
-    return (trimmed.isEmpty() ? fallback : trimmed).toUpper().trimmed();
+    return text.trimmed().toUpper().trimmed();
 }
 
 } // namespace
@@ -224,19 +239,24 @@ bool SongReader::read(IndexEntry &entry)
 {
     if (QLoggingCategory::defaultCategory()->isDebugEnabled())
         qDebug() << entry.absolutePath;
-    const Head head = headOf(entry.absolutePath);
-    if (head.state == Head::Missing)
+    const Head head(entry.absolutePath);
+    if (head.state() == Head::Missing)
         return false;
     entry.title = entry.artist = entry.genre = QString();
     entry.kind = entry.tempo = entry.reserved = entry.markers = 0;
-    if (head.state == Head::Unreadable)
+    const QByteArray bytes = head.bytes();
+    if (head.state() == Head::Unreadable)
         entry.tempo = tempoOfUnknown;
-    else if (head.bytes.size() >= fewestBytes)
-        readFormat(head.bytes, entry);
+    else if (bytes.size() >= fewestBytes)
+        readFormat(bytes, entry);
 
+    entry.title = tidied(entry.title);
+    if (entry.title.isEmpty())
+        entry.title = tidied(defaultTitle(entry.absolutePath));
     static const QString unknown = QLatin1String(IndexFormat::unknownText);
-    entry.title = tidied(entry.title, defaultTitle(entry.absolutePath));
-    entry.artist = tidied(entry.artist, unknown);
-    entry.genre = tidied(entry.genre, unknown);
+    for (QString *const text : {&entry.artist, &entry.genre}) {
+        const QString stored = tidied(*text);
+        *text = stored.isEmpty() ? unknown : stored;
+    }
     return true;
 }

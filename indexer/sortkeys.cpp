@@ -17,15 +17,24 @@ std::vector<int> allPositions(std::size_t count)
 QByteArray SortKeys::ofPath(const QString &path)
 {
     constexpr ushort firstOther = 0x80;
-    const bool isAscii =
-        std::all_of(path.begin(), path.end(), [](QChar c) { return c.unicode() < firstOther; });
-    return isAscii ? path.toLatin1().toUpper() : path.toUpper().toLatin1();
+    QByteArray key(path.size(), Qt::Uninitialized);
+    ushort all = 0;
+    std::transform(path.begin(), path.end(), key.begin(), [&all](QChar c) {
+        all |= c.unicode();
+        return c >= u'a' && c <= u'z' ? char(c.unicode() - u'a' + u'A') : char(c.unicode());
+    });
+    return all < firstOther ? key : path.toUpper().toLatin1();
 }
 
 QString SortKeys::ofText(const QString &text)
 {
-    QString key = text;
-    std::transform(key.begin(), key.end(), key.begin(), [](QChar c) { return c.toCaseFolded(); });
+    constexpr ushort firstOther = 0x80;
+    QString key(text.size(), Qt::Uninitialized);
+    std::transform(text.begin(), text.end(), key.begin(), [](QChar c) {
+        if (c.unicode() >= firstOther)
+            return c.toCaseFolded();
+        return c >= u'A' && c <= u'Z' ? QChar(c.unicode() - u'A' + u'a') : c;
+    });
     return key;
 }
 
