@@ -154,7 +154,8 @@ void tst_CliEdit::leavesEverythingElseOfASong()
     if (program.shell(QStringLiteral("/usr/bin/python3 -c 'import mido'")).status != 0)
         QSKIP("python3-mido is not installed");
     const Run packaged = program.shell(QStringLiteral(
-        "cp $(dpkg -L openttd-openmsx | grep '\\.mid$') . && mkdir before && cp *.mid before"));
+        "cp $(dpkg -L openttd-openmsx | grep '\\.mid$' | sed -n '1~3p') . && mkdir before && "
+        "cp *.mid before"));
     if (packaged.status != 0)
         QSKIP("the package openttd-openmsx is not installed");
 
@@ -163,7 +164,7 @@ void tst_CliEdit::leavesEverythingElseOfASong()
     QVERIFY2(run.status == 0, run.err.constData());
     const Run compared = program.shell(QStringLiteral("/usr/bin/python3 " TARVEL4_TEST_PROGRAM
                                                       "/compare_midi.py before/*.mid -- *.mid"));
-    QCOMPARE(compared.out, QByteArray("32 songs hold the same music\n"));
+    QCOMPARE(compared.out, QByteArray("12 songs hold the same music\n"));
     QCOMPARE(compared.status, 0);
 }
 
