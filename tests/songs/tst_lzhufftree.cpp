@@ -52,8 +52,6 @@ QByteArray encoded(LzHuffTree &tree, const Symbols &symbols)
 
 } // namespace
 
-Q_DECLARE_METATYPE(Symbols)
-
 class tst_LzHuffTree : public QObject
 {
     Q_OBJECT

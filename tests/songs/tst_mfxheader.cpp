@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+#include <functional>
+
 namespace {
 
 const char magics[][5] = {"_MF3", "_MF4", "_MF5"};
