@@ -84,6 +84,5 @@ void DiskCheck::readOutput(QProcess &process)
             continue;
         process.write(QByteArray(1, yesLetters[m_answer]) + "\r\n");
         m_answer = (m_answer + 1) % int(sizeof yesLetters);
-        m_tail.clear();
     }
 }

@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListView>
 
 ListCompleter::ListCompleter(QComboBox *box)
     : QCompleter(box->model(), box)
@@ -12,6 +13,8 @@ ListCompleter::ListCompleter(QComboBox *box)
     box->setCompleter(nullptr);
     setCaseSensitivity(Qt::CaseInsensitive);
     setWidget(box->lineEdit());
+    if (auto *offers = qobject_cast<QListView *>(popup()))
+        offers->setUniformItemSizes(true); // else each letter measures every entry
     connect(box->lineEdit(), &QLineEdit::textEdited, this, &ListCompleter::offer);
     connect(this, QOverload<const QString &>::of(&QCompleter::activated), box->lineEdit(),
             &QLineEdit::setText);
