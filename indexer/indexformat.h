@@ -103,8 +103,8 @@ constexpr int reservedAt = 4;
 constexpr int size = 12;
 } // namespace NumRecord
 
-/** The artist and genre of a song that has none; upper case once stored. */
-constexpr char unknownText[] = "<unknown>";
+/** The artist and genre of a song that has none, in capitals like every stored text. */
+constexpr char unknownText[] = "<UNKNOWN>";
 
 /** What kind of file a song is, as the attribute byte has it. */
 enum class Kind : quint8 { Midi = 0, Mp3 = 1, Mf3 = 2, Mf4 = 3, Mf5 = 4 };

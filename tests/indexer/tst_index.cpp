@@ -92,25 +92,25 @@ void tst_Index::exactlyOneFile()
 
 void tst_Index::severalFiles()
 {
-    MemoryFixture memory; // scanned in the order of their names: /Zeta/x.mid is met before /b.mid
+    MemoryFixture memory; // scanned in path order: /b.mf4 is met before /Zeta/x.mid
     memory.put(QStringLiteral("/Zeta/x.mid"),
-               midi0(meta(3, "Beta") + songInfo(2, "Abba") + meta(6, "Refrain")));
+               midi0(meta(3, "Alfa") + songInfo(2, "Abba") + meta(6, "Refrain")));
     memory.put(QStringLiteral("/b.mf4"),
-               mfxHeader(4, {"alfa", "", "", "", "", 300, 1}) + zeros(100));
+               mfxHeader(4, {"beta", "", "", "", "", 300, 1}) + zeros(100));
     Index index;
     QVERIFY(index.rebuild(memory.root()));
     QCOMPARE(memory.read("index.id3").toHex(),
-             (hex("00000000") + "/Zeta/x.mid" + zeros(241) + "20090305070809" + hex("00000001")
-              + "/b.mf4" + zeros(246) + "20090305070809")
+             (hex("00000000") + "/b.mf4" + zeros(246) + "20090305070809" + hex("00000001")
+              + "/Zeta/x.mid" + zeros(241) + "20090305070809")
                  .toHex());
-    QCOMPARE(memory.read("ordfile.id3").toHex(), QByteArray("01000000"));
-    const QByteArray alfa =
-        hex("00000001") + "ALFA" + zeros(54) + hex("2c 0b"); // 300 cut to 8 bits; markers, kind 3
-    const QByteArray beta = hex("00000000") + "BETA" + zeros(54) + hex("00 08");
+    QCOMPARE(memory.read("ordfile.id3").toHex(), QByteArray("00000100"));
+    const QByteArray beta =
+        hex("00000000") + "BETA" + zeros(54) + hex("2c 0b"); // 300 cut to 8 bits; markers, kind 3
+    const QByteArray alfa = hex("00000001") + "ALFA" + zeros(54) + hex("00 08");
     QCOMPARE(memory.read("title.id3").toHex(), (alfa + beta).toHex());
     QCOMPARE(memory.read("artist.id3").toHex(),
-             (hex("00000001") + "<UNKNOWN>" + zeros(49) + hex("00ff") + alfa + hex("00010001")
-              + "ABBA" + zeros(54) + hex("00ff") + beta)
+             (hex("00000001") + "<UNKNOWN>" + zeros(49) + hex("00ff") + beta + hex("00010001")
+              + "ABBA" + zeros(54) + hex("00ff") + alfa)
                  .toHex());
     QCOMPARE(memory.read("atitle.id3").toHex(),
              alphaWith('A' - ' ', "00000000").replace(4 * ('B' - ' '), 4, hex("00000040")).toHex());
