@@ -34,7 +34,8 @@ DeviceTransfer::Result DeviceTransfer::transferFiles(const QStringList &selected
     m_copied = m_kept = m_found = 0;
     m_failed.clear();
     m_prepared = false;
-    const QString destination = dir.isEmpty() ? dir : destinationFor(QDir::cleanPath(dir));
+    const QString destination =
+        dir.isEmpty() ? dir : destinationFor(QDir::cleanPath(QFileInfo(dir).absoluteFilePath()));
     if (destination.isEmpty())
         return Result::Refused;
 

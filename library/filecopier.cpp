@@ -5,7 +5,6 @@
 #include "library/songpath.h"
 
 #include <QDebug>
-#include <QFile>
 #include <QFileInfo>
 
 #include <filesystem>
@@ -27,8 +26,9 @@ bool exists(const QString &path)
  * in it are different songs. */
 bool isInPlace(const QString &source, const QString &destination)
 {
+    const QString path = QDir::cleanPath(QFileInfo(source).absoluteFilePath());
     std::error_code error;
-    return source.compare(destination, Qt::CaseInsensitive) == 0
+    return path.compare(destination, Qt::CaseInsensitive) == 0
         && std::filesystem::equivalent(nativePath(source), nativePath(destination), error);
 }
 

@@ -4,7 +4,7 @@
 #include "songs/metasong.h"
 
 /** The user's own correction of one song: the window's manual edit and the command line's edit.
- * Good for one song. */
+ * Good for one song and one save. */
 class SongEdit
 {
 public:

@@ -77,6 +77,7 @@ private Q_SLOTS:
     void noSongsGoStraightOnToTheIndex();
     void noSongsOnAnEmptyMemoryIsAFailure();
     void songsOfTheDestinationCountAsTransferred();
+    void relativePathsMeanTheSameFolders();
     void keptSongsAreNoFailure();
     void overwriteAnswers_data();
     void overwriteAnswers();
@@ -257,6 +258,24 @@ void tst_DeviceTransfer::songsOfTheDestinationCountAsTransferred()
     QCOMPARE(transfer.copied(), 1);
     QCOMPARE(m_host.eventsOf(text("ask")), QStringList());
     QCOMPARE(m_host.eventsOf(text("progress")), QStringList());
+}
+
+void tst_DeviceTransfer::relativePathsMeanTheSameFolders()
+{
+    TestFiles::write(card("/songs/a.mid"), SongBytes::midi0());
+    QVERIFY(QDir(card()).mkdir(text("sfx")));
+    const QString home = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(card("/songs")));
+    const FakeVolume volume(card(), false);
+    DeviceTransfer transfer(m_host, volume);
+    const auto inPlace = transfer.transferFiles({text("a.mid")}, text("."));
+    QVERIFY(QDir::setCurrent(card("/sfx")));
+    const auto reserved = transfer.transferFiles({text("../songs/a.mid")}, text("."));
+    QVERIFY(QDir::setCurrent(home));
+    QCOMPARE(inPlace, DeviceTransfer::Result::Done);
+    QCOMPARE(m_host.eventsOf(text("ask overwrite")), QStringList());
+    QCOMPARE(reserved, DeviceTransfer::Result::Refused);
+    QCOMPARE(m_host.events.last(), text(reservedFolder));
 }
 
 void tst_DeviceTransfer::keptSongsAreNoFailure()
