@@ -115,11 +115,12 @@ void tst_LibraryImport::publishersSongsAreCounted()
     QFETCH(QString, name);
     QFETCH(QByteArray, bytes);
     QFETCH(int, published);
-    m_library->add(name, bytes);
+    m_library->add(text("1/") + name, bytes);
+    m_library->add(text("2/") + name, bytes);
     LibraryImport import(m_library->db(), m_library->model(), m_library->host());
     QVERIFY(import.importUserLibrary(m_library->files()));
-    QCOMPARE(import.counts().found, 1);
-    QCOMPARE(import.counts().published, published);
+    QCOMPARE(import.counts().found, 2);
+    QCOMPARE(import.counts().published, 2 * published);
 }
 
 void tst_LibraryImport::unreadableFilesAreCountedAndSkipped()

@@ -73,6 +73,7 @@ const QVector<CatalogueRow> &catalogue()
         row("LONG", "x").title = QString(200, QLatin1Char('x'));
         row("TWICE1", "DUE VOLTE");
         row("TWICE2", "DUE VOLTE");
+        row("", "SENZA NOME");
         row("SONG.MF", "DUE LETTERE");
         row("SONG.MIDI", "QUATTRO LETTERE");
         return all;
@@ -352,6 +353,8 @@ void tst_SongUpdate::matching_data()
         << text("a\"b.mid") << titled("\" or \"1\"=\"1") << QString();
     QTest::newRow("a name that is a column's")
         << text("filename.mid") << titled("title") << QString();
+    QTest::newRow("no long name is not looked up, though a row has no name")
+        << text("x.mf3") << mfx(3, MfxFields(), midi0()) << QString();
     QTest::newRow("an MFx song by file name before its long name")
         << text("alias.mf3") << mfx(3, {"", "", "", "", "12ANNI.MF3", 0, 0}, midi0())
         << text("FILENAME: ALIAS");

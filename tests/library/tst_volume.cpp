@@ -15,6 +15,7 @@ private Q_SLOTS:
     void theSystemDisk();
     void aMountedCard();
     void aCardReachedThroughALink();
+    void aCardOfTheSameKindAsASystemFolderIsNoSystemDisk();
     void aBindOfTheSystemDiskIsTheSystemDisk();
     void aFolderTakenForAMemory_data();
     void aFolderTakenForAMemory();
@@ -77,6 +78,19 @@ void tst_Volume::aCardReachedThroughALink()
     QCOMPARE(volume.rootOf(link), QFileInfo(card).canonicalFilePath());
     QVERIFY(volume.isRootFolder(link));
     QVERIFY(!volume.isSystemDisk(link));
+}
+
+void tst_Volume::aCardOfTheSameKindAsASystemFolderIsNoSystemDisk()
+{
+    QTemporaryDir dir;
+    const QString card = dir.filePath(QStringLiteral("card"));
+    TmpfsMount mount(card, "size=64k");
+    TmpfsMount run(QStringLiteral("/run"), "size=64k");
+    if (!mount.isMounted() || !run.isMounted())
+        QSKIP("mounting is not possible here");
+    const SystemVolume volume; // both are called "tmpfs"
+    QVERIFY(volume.isSystemDisk(QStringLiteral("/run")));
+    QVERIFY(!volume.isSystemDisk(card));
 }
 
 void tst_Volume::aBindOfTheSystemDiskIsTheSystemDisk()
