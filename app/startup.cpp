@@ -6,6 +6,10 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#ifdef Q_OS_UNIX
+#include <csignal>
+#endif
+
 namespace {
 
 const QLatin1String notChosen("--");
@@ -36,6 +40,9 @@ void Startup::setAttributes()
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#ifdef Q_OS_UNIX
+    std::signal(SIGXFSZ, SIG_IGN); // a file that grows too large is a failed write, not the end
+#endif
 }
 
 QString Startup::chooseLanguage(const QString &stored, QLocale::Language system)

@@ -20,7 +20,7 @@ Options readSettings();
  * the silent handler. */
 void openLog(const Options &options);
 
-/** What must be said to Qt before the application object exists. */
+/** What must be said to Qt and to the system before the application object exists. */
 void setAttributes();
 
 /** The language to start with: the stored one, or at the first run the system's, which is stored.

@@ -8,6 +8,8 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
 
@@ -29,6 +31,14 @@ const QString selectByTitle =
     QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs "
                    "WHERE title like \"%1\"");
 const QString countByTitle = QStringLiteral("SELECT count(*) from songs WHERE title like \"%1\"");
+
+/** Adds a connection to SQLite; one of that name that an earlier Database left goes. */
+QSqlDatabase addConnection(const QString &name)
+{
+    if (QSqlDatabase::contains(name))
+        QSqlDatabase::removeDatabase(name);
+    return QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+}
 
 /** Folds a text as LIKE does: ASCII letters only. */
 QString folded(QString text)
@@ -53,19 +63,34 @@ bool isColumnName(const QString &text)
     return columns.contains(folded(text));
 }
 
+/**
+ * True for a text that LIKE compares letter by letter: without wildcards, and without what SQLite
+ * reads as something else - U+0000 ends a statement, half a surrogate pair takes its neighbour
+ * along, and U+FFFD to U+FFFF are all one.
+ */
+bool isPlain(const QString &text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar c) {
+        return c == u'%' || c == u'_' || c.isNull() || c.isSurrogate() || c >= u'\uFFFD';
+    });
+}
+
 /** False for a text whose statement could not have a row of its own: it is then not executed at
  * all. */
 bool canMatch(const QString &text, const QSet<QString> &values)
 {
     if (text.contains(u'"') || isColumnName(text))
         return false;
-    return text.contains(u'%') || text.contains(u'_') || values.contains(folded(text));
+    return !isPlain(text) || values.contains(folded(text));
 }
 
 qint32 toNumber(const QVariant &value)
 {
     bool isNumber = false;
-    const qint32 number = value.isNull() ? -1 : value.toInt(&isNumber);
+    const double size = value.toDouble(&isNumber); // toInt() alone wraps what is too large
+    if (value.isNull() || !isNumber || std::abs(size) > std::numeric_limits<qint32>::max())
+        return -1;
+    const qint32 number = value.toInt(&isNumber);
     return isNumber ? number : -1;
 }
 
@@ -104,7 +129,7 @@ Database::~Database() = default;
 
 bool Database::init(const QString &catalogueFile)
 {
-    m_userSongs = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), userSongsConnection);
+    m_userSongs = addConnection(userSongsConnection);
     m_userSongs.setDatabaseName(QStringLiteral(":memory:"));
     if (!m_userSongs.open())
         return false;
@@ -113,7 +138,7 @@ bool Database::init(const QString &catalogueFile)
     const QString file = catalogueFile.isEmpty() ? prepareCatalogueFile() : catalogueFile;
     if (file.isEmpty())
         return false;
-    m_catalogue = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), catalogueConnection);
+    m_catalogue = addConnection(catalogueConnection);
     m_catalogue.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
     m_catalogue.setDatabaseName(file);
     if (!m_catalogue.open())
@@ -170,7 +195,7 @@ Database::FoldedValues Database::foldedColumn(const QString &column) const
     const QStringList texts = firstColumn(QStringLiteral("select %1 from songs").arg(column));
     values.reserve(texts.size());
     for (const QString &text : texts)
-        values.insert(folded(text));
+        values.insert(folded(text.section(QChar(0), 0, 0))); // LIKE looks no further than a NUL
     return values;
 }
 

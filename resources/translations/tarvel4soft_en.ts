@@ -16,8 +16,8 @@
         <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
     </message>
     <message>
-        <source>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</source>
-        <translation>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. All rights reserved.&lt;br/&gt;Support: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</translation>
+        <source>Copyright &amp;copy; 2026 &lt;a href=&quot;https://www.k-varo.example/&quot;&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href=&quot;mailto:assistenza@k-varo.example&quot;&gt;assistenza@k-varo.example&lt;/a&gt;</source>
+        <translation>Copyright &amp;copy; 2026 &lt;a href=&quot;https://www.k-varo.example/&quot;&gt;K-Varo&lt;/a&gt;. All rights reserved.&lt;br/&gt;Support: &lt;a href=&quot;mailto:assistenza@k-varo.example&quot;&gt;assistenza@k-varo.example&lt;/a&gt;</translation>
     </message>
 </context>
 <context>
@@ -43,10 +43,10 @@
         <translation>Cancel</translation>
     </message>
     <message>
-        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
-Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui senza backup'.</source>
+        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l&apos;aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere &apos;Prosegui senza backup&apos;.</source>
         <translation>You are advised to back up the library before the update.
-Choose a folder for the backup, or press 'Continue without backup'.</translation>
+Choose a folder for the backup, or press &apos;Continue without backup&apos;.</translation>
     </message>
     <message>
         <source>Scegli cartella</source>
@@ -60,24 +60,24 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>unknown option: %1</translation>
     </message>
     <message>
-        <source>l'opzione --%1 non prende valori</source>
+        <source>l&apos;opzione --%1 non prende valori</source>
         <translation>option --%1 takes no value</translation>
     </message>
     <message>
-        <source>manca il valore dell'opzione --%1</source>
+        <source>manca il valore dell&apos;opzione --%1</source>
         <translation>option --%1 needs a value</translation>
     </message>
     <message>
-        <source>il valore dell'opzione --%1 non è UTF-8 valido</source>
+        <source>il valore dell&apos;opzione --%1 non è UTF-8 valido</source>
         <translation>the value of option --%1 is not valid UTF-8</translation>
     </message>
     <message>
-        <source>il valore dell'opzione --%1 è uno di: %2</source>
+        <source>il valore dell&apos;opzione --%1 è uno di: %2</source>
         <translation>the value of option --%1 is one of: %2</translation>
     </message>
     <message>
         <source>%1: il nome non è UTF-8 valido e non può essere aperto</source>
-        <translation>%1: the name is not valid UTF-8 and can't be opened</translation>
+        <translation>%1: the name is not valid UTF-8 and can&apos;t be opened</translation>
     </message>
     <message>
         <source>%1: non è una cartella</source>
@@ -85,7 +85,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     </message>
     <message>
         <source>%1 e %2: hanno lo stesso nome, il backup non può contenerli entrambi</source>
-        <translation>%1 and %2: have the same name, a backup can't hold both</translation>
+        <translation>%1 and %2: have the same name, a backup can&apos;t hold both</translation>
     </message>
     <message>
         <source>manca --to DIR</source>
@@ -132,12 +132,12 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>takes folders, and finds the songs in all that is in them</translation>
     </message>
     <message>
-        <source>non è stato fatto nulla; --help spiega l'uso</source>
+        <source>non è stato fatto nulla; --help spiega l&apos;uso</source>
         <translation>nothing was done; --help explains the usage</translation>
     </message>
     <message>
         <source>%1: non può essere copiato</source>
-        <translation>%1: can't be copied</translation>
+        <translation>%1: can&apos;t be copied</translation>
     </message>
     <message>
         <source>--title e --title-from-name si escludono</source>
@@ -160,7 +160,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>--add-marker takes BAR:TEXT, with a bar from 1 to 65535</translation>
     </message>
     <message>
-        <source>non c'è nulla da modificare</source>
+        <source>non c&apos;è nulla da modificare</source>
         <translation>there is nothing to change</translation>
     </message>
     <message>
@@ -201,7 +201,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     </message>
     <message>
         <source>prende il titolo dal nome del file</source>
-        <translation>takes the title from the file's name</translation>
+        <translation>takes the title from the file&apos;s name</translation>
     </message>
     <message>
         <source>aggiunge un marker; può essere ripetuta</source>
@@ -217,7 +217,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     </message>
     <message>
         <source>%1: non può essere scritto</source>
-        <translation>%1: can't be written</translation>
+        <translation>%1: can&apos;t be written</translation>
     </message>
     <message>
         <source>Scrive come file .mid la parte MIDI di una song MFx.</source>
@@ -232,7 +232,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>Index...</translation>
     </message>
     <message>
-        <source>%1: l'indice non è stato scritto</source>
+        <source>%1: l&apos;indice non è stato scritto</source>
         <translation>%1: the index was not written</translation>
     </message>
     <message>
@@ -244,11 +244,11 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>index takes update, rebuild, verify or delete</translation>
     </message>
     <message>
-        <source>%1: l'indice non può essere tolto</source>
-        <translation>%1: the index can't be removed</translation>
+        <source>%1: l&apos;indice non può essere tolto</source>
+        <translation>%1: the index can&apos;t be removed</translation>
     </message>
     <message>
-        <source>Aggiorna, rifà, controlla o toglie l'indice di una memoria.</source>
+        <source>Aggiorna, rifà, controlla o toglie l&apos;indice di una memoria.</source>
         <translation>Updates, rebuilds, verifies or deletes the index of a memory.</translation>
     </message>
     <message>
@@ -261,7 +261,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     </message>
     <message>
         <source>la lista non può essere scritta</source>
-        <translation>the list can't be written</translation>
+        <translation>the list can&apos;t be written</translation>
     </message>
     <message>
         <source>Scrive la lista delle song di una memoria preparata.</source>
@@ -272,12 +272,12 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>order of the list (title)</translation>
     </message>
     <message>
-        <source>file da scrivere, al posto dell'uscita standard</source>
+        <source>file da scrivere, al posto dell&apos;uscita standard</source>
         <translation>file to write in place of standard output</translation>
     </message>
     <message>
         <source>il catalogo non può essere letto</source>
-        <translation>the catalogue can't be read</translation>
+        <translation>the catalogue can&apos;t be read</translation>
     </message>
     <message>
         <source>tutto fatto</source>
@@ -312,7 +312,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>writes the log to log.txt in the working directory</translation>
     </message>
     <message>
-        <source>non mostra l'avanzamento</source>
+        <source>non mostra l&apos;avanzamento</source>
         <translation>shows no progress</translation>
     </message>
     <message>
@@ -325,7 +325,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     </message>
     <message>
         <source>i dati non possono essere scritti</source>
-        <translation>the output can't be written</translation>
+        <translation>the output can&apos;t be written</translation>
     </message>
     <message>
         <source>comando sconosciuto: %1</source>
@@ -352,7 +352,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>Options of every command:</translation>
     </message>
     <message>
-        <source>Stato d'uscita:</source>
+        <source>Stato d&apos;uscita:</source>
         <translation>Exit status:</translation>
     </message>
     <message>
@@ -377,19 +377,19 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     </message>
     <message>
         <source>%1: la cartella non può essere letta</source>
-        <translation>%1: the folder can't be read</translation>
+        <translation>%1: the folder can&apos;t be read</translation>
     </message>
     <message>
         <source>%1: non può essere letto, viene saltato</source>
-        <translation>%1: can't be read, passed over</translation>
+        <translation>%1: can&apos;t be read, passed over</translation>
     </message>
     <message>
-        <source>%1: non può essere salvato, resta com'era</source>
-        <translation>%1: can't be saved, and stays as it was</translation>
+        <source>%1: non può essere salvato, resta com&apos;era</source>
+        <translation>%1: can&apos;t be saved, and stays as it was</translation>
     </message>
     <message>
         <source>le song non possono essere elencate</source>
-        <translation>the songs can't be listed</translation>
+        <translation>the songs can&apos;t be listed</translation>
     </message>
     <message>
         <source>--backup e --no-backup si escludono</source>
@@ -444,7 +444,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>%1: is not in the memory %2</translation>
     </message>
     <message>
-        <source>Copia le song nella memoria e ne aggiorna l'indice.</source>
+        <source>Copia le song nella memoria e ne aggiorna l&apos;indice.</source>
         <translation>Copies the songs to the memory and updates its index.</translation>
     </message>
     <message>
@@ -539,11 +539,11 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>Edit song data</translation>
     </message>
     <message>
-        <source>L'autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <source>L&apos;autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
         <translation>The author you entered will be applied to all songs of the list. Are you sure?</translation>
     </message>
     <message>
-        <source>L'interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <source>L&apos;interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
         <translation>The artist you entered will be applied to all songs of the list. Are you sure?</translation>
     </message>
     <message>
@@ -575,15 +575,15 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     </message>
     <message>
         <source>Non è possibile copiare i file sul disco di sistema</source>
-        <translation>Files can't be copied to the system disk</translation>
+        <translation>Files can&apos;t be copied to the system disk</translation>
     </message>
     <message>
         <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
-        <translation>Files can't be copied to the root folder; create or choose a subfolder</translation>
+        <translation>Files can&apos;t be copied to the root folder; create or choose a subfolder</translation>
     </message>
     <message>
-        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un'altra cartella</source>
-        <translation>The folders BRIDGE, SFX and PLAYLIST are reserved and can't be used; choose another folder</translation>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</source>
+        <translation>The folders BRIDGE, SFX and PLAYLIST are reserved and can&apos;t be used; choose another folder</translation>
     </message>
     <message>
         <source>Trasferimento file...</source>
@@ -613,7 +613,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     <name>Index</name>
     <message>
         <source>Impossibile leggere: </source>
-        <translation>Can't be read: </translation>
+        <translation>Can&apos;t be read: </translation>
     </message>
     <message>
         <source>File non importato, path troppo lungo: </source>
@@ -624,7 +624,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
     <name>IndexDialog</name>
     <message>
         <source>Dialog</source>
-        <translation>Dialog</translation>
+        <translation>Optimise memory</translation>
     </message>
     <message>
         <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
@@ -635,7 +635,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>Browse</translation>
     </message>
     <message>
-        <source>Seleziona l'azione che vuoi eseguire:</source>
+        <source>Seleziona l&apos;azione che vuoi eseguire:</source>
         <translation>Choose what to do:</translation>
     </message>
     <message>
@@ -703,7 +703,7 @@ Choose a folder for the backup, or press 'Continue without backup'.</translation
         <translation>The errors could not be corrected: the memory must be formatted</translation>
     </message>
     <message>
-        <source>Durante l'operazione si sono verificati alcuni errori.
+        <source>Durante l&apos;operazione si sono verificati alcuni errori.
 Consultare il report per maggiori informazioni.</source>
         <translation>Some errors occurred during the operation.
 See the report for details.</translation>
@@ -723,7 +723,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     <name>IndexVerifier</name>
     <message>
         <source>Il file non si può leggere</source>
-        <translation>The file can't be read</translation>
+        <translation>The file can&apos;t be read</translation>
     </message>
     <message>
         <source>Il record è incompleto</source>
@@ -742,7 +742,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <translation>Number %1 is used twice</translation>
     </message>
     <message>
-        <source>Il numero %1 non c'è</source>
+        <source>Il numero %1 non c&apos;è</source>
         <translation>Number %1 is missing</translation>
     </message>
     <message>
@@ -762,11 +762,11 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <translation>The path of the song is %1</translation>
     </message>
     <message>
-        <source>La data o l'ora non sono quelle della song: %1</source>
+        <source>La data o l&apos;ora non sono quelle della song: %1</source>
         <translation>The date or time is not that of the song: %1</translation>
     </message>
     <message>
-        <source>La song non è nell'indice: %1</source>
+        <source>La song non è nell&apos;indice: %1</source>
         <translation>The song is not in the index: %1</translation>
     </message>
     <message>
@@ -786,15 +786,15 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <translation>The title is out of order</translation>
     </message>
     <message>
-        <source>L'attributo %1 non è valido</source>
+        <source>L&apos;attributo %1 non è valido</source>
         <translation>Attribute %1 is not valid</translation>
     </message>
     <message>
         <source>Il primo record non è di un interprete</source>
-        <translation>The first record is not an artist's</translation>
+        <translation>The first record is not an artist&apos;s</translation>
     </message>
     <message>
-        <source>L'interprete non è in ordine</source>
+        <source>L&apos;interprete non è in ordine</source>
         <translation>The artist is out of order</translation>
     </message>
     <message>
@@ -810,7 +810,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <translation>The group is empty</translation>
     </message>
     <message>
-        <source>L'interprete ha già un gruppo</source>
+        <source>L&apos;interprete ha già un gruppo</source>
         <translation>The artist has a group already</translation>
     </message>
     <message>
@@ -822,8 +822,8 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <translation>The file is not %1 bytes long</translation>
     </message>
     <message>
-        <source>La lettera "%1" non è al suo posto</source>
-        <translation>The letter "%1" is not in its place</translation>
+        <source>La lettera &quot;%1&quot; non è al suo posto</source>
+        <translation>The letter &quot;%1&quot; is not in its place</translation>
     </message>
     <message>
         <source>I titoli sono %1</source>
@@ -899,7 +899,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Seleziona le basi musicali che desideri inserire nella memoria di Tarvel</source>
-        <translation>Select the songs you want to put into Tarvel's memory</translation>
+        <translation>Select the songs you want to put into Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Sincronizza song con il
@@ -911,7 +911,7 @@ the K-Varo database</translation>
         <source>Trasferisci song nella
 memoria di Tarvel</source>
         <translation>Transfer songs to
-Tarvel's memory</translation>
+Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Opzioni nascoste</source>
@@ -1275,7 +1275,7 @@ Tarvel's memory</translation>
         <translation>Bpm</translation>
     </message>
     <message>
-        <source>Tonalita'</source>
+        <source>Tonalita&apos;</source>
         <translation>Key</translation>
     </message>
     <message>

@@ -624,7 +624,7 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     <name>IndexDialog</name>
     <message>
         <source>Dialog</source>
-        <translation>Dialog</translation>
+        <translation>Ottimizza memoria</translation>
     </message>
     <message>
         <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
@@ -652,7 +652,7 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
     <message>
         <source>File found:</source>
-        <translation>File found:</translation>
+        <translation>File trovati:</translation>
     </message>
     <message>
         <source>Report:</source>
@@ -1043,11 +1043,11 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Remove from list</source>
-        <translation>Remove from list</translation>
+        <translation>Togli dalla lista</translation>
     </message>
     <message>
         <source>Delete file</source>
-        <translation>Delete file</translation>
+        <translation>Cancella il file</translation>
     </message>
     <message>
         <source>Attenzione</source>
@@ -1169,7 +1169,7 @@ memoria di Tarvel</translation>
     <name>SongsListDialog</name>
     <message>
         <source>Save song list</source>
-        <translation>Save song list</translation>
+        <translation>Salva lista song</translation>
     </message>
     <message>
         <source>CF/USB:</source>
@@ -1177,7 +1177,7 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Browse</source>
-        <translation>Browse</translation>
+        <translation>Sfoglia</translation>
     </message>
     <message>
         <source>File:</source>
@@ -1201,7 +1201,7 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Exit</source>
-        <translation>Exit</translation>
+        <translation>Esci</translation>
     </message>
     <message>
         <source>Scegli cartella</source>

@@ -1,8 +1,15 @@
 #include "db/database.h"
 
+#include "scripteddriver.h"
+
 #include <QtTest>
 
 #include <QSqlQuery>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#endif
 
 namespace {
 
@@ -57,6 +64,10 @@ void makeCatalogue(const QString &path)
                   "'1;Intro;x;Bad;7;Verse;', 'a')"),
               QStringLiteral("insert into Songs values ('Nulls', NULL, NULL, NULL, NULL, NULL, "
                              "NULL, 'NULLS', NULL, NULL)"),
+              QStringLiteral("insert into Songs values ('TITLE', 'x', 'x', 'x', 1, 1, '', "
+                             "'FILENAME', NULL, 'a')"),
+              QStringLiteral("insert into Songs values ('Large', 'x', 'x', 'x', 4294967301, "
+                             "1e300, '', 'LARGE', '70000;Far;99999999999;Nowhere;', 'a')"),
               QStringLiteral("insert into Songs values ('Half', 'x', 'x', 'x', 1, 1, '', 'HALF', "
                              "'1;Intro;5', 'a')"),
               QStringLiteral("insert into Songs values ('Bars', 'x', 'x', 'x', 1, 1, '', 'BARS', "
@@ -68,7 +79,42 @@ void makeCatalogue(const QString &path)
     QSqlDatabase::removeDatabase(QStringLiteral("make"));
 }
 
+/** Makes a catalogue whose file names and titles are texts that SQLite reads in ways of its own. */
+void makeOddCatalogue(const QString &path, const QStringList &texts)
+{
+    {
+        QSqlDatabase database =
+            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("make"));
+        database.setDatabaseName(path);
+        QVERIFY(database.open());
+        QSqlQuery query(database);
+        QVERIFY(database.transaction() && query.exec(schema));
+        QVERIFY(query.prepare(
+            QStringLiteral("insert into Songs values (?, '', '', '', 1, 1, '', ?, NULL, '')")));
+        for (const QString &text : texts) {
+            query.bindValue(0, text);
+            query.bindValue(1, text);
+            QVERIFY(query.exec());
+        }
+        QVERIFY(query.exec(QStringLiteral("insert into Songs values (CAST(x'C3A9FF41' AS TEXT), "
+                                          "'', '', '', 1, 1, '', 'BYTES', NULL, '')")));
+        QVERIFY(database.commit());
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("make"));
+}
+
 } // namespace
+
+// Resources are withdrawn and restored by functions outside any namespace.
+static void withdrawResource()
+{
+    Q_CLEANUP_RESOURCE(catalogue);
+}
+
+static void restoreResource()
+{
+    Q_INIT_RESOURCE(catalogue);
+}
 
 Q_DECLARE_METATYPE(QVector<Marker>)
 
@@ -90,8 +136,16 @@ private Q_SLOTS:
     void listsKeepTheirOrderAndTheEmptyValue();
     void logsWhyATitleIsNotTaken();
     void answersAsTheStatementWould();
+    void answersAsTheStatementWouldForOddTexts();
+    void countThatFails_data();
+    void countThatFails();
     void catalogueIsReadOnly();
     void debugFileIsUsedInPlace();
+    void startsAnyNumberOfTimes();
+    void memoryThatDoesNotOpen();
+    void temporaryFileThatCanNotBeMade();
+    void temporaryFileThatCanNotBeWritten();
+    void resourceThatIsMissing();
     void builtInCatalogueComesThroughATemporaryFile();
     void failures_data();
     void failures();
@@ -230,6 +284,8 @@ void tst_Database::markers_data()
     QTest::newRow("an odd last part is ignored")
         << QStringLiteral("HALF") << QVector<Marker>{marker(1, "Intro")};
     QTest::newRow("a NULL column gives none") << QStringLiteral("NULLS") << QVector<Marker>();
+    QTest::newRow("a bar beyond 16 bits wraps, one beyond 32 bits is no number")
+        << QStringLiteral("LARGE") << QVector<Marker>{marker(70000 - 65536, "Far")};
     QTest::newRow("bar 0 counts, a negative bar does not, empty parts are dropped")
         << QStringLiteral("BARS") << QVector<Marker>{marker(0, "Zero"), marker(9, "Nine")};
 }
@@ -253,6 +309,7 @@ void tst_Database::numbers_data()
     QTest::newRow("a length and a bpm that are no numbers give -1")
         << QStringLiteral("ODD") << -1 << -1;
     QTest::newRow("NULL gives -1") << QStringLiteral("NULLS") << -1 << -1;
+    QTest::newRow("numbers beyond 32 bits give -1") << QStringLiteral("LARGE") << -1 << -1;
     QTest::newRow("numbers") << QStringLiteral("TWICE_1") << 100 << 90;
 }
 
@@ -330,21 +387,124 @@ void tst_Database::answersAsTheStatementWould()
     }
 }
 
+/** Texts that SQLite does not compare, or not even read, letter by letter. */
+void tst_Database::answersAsTheStatementWouldForOddTexts()
+{
+    const QChar half(0xD800);
+    QStringList texts{QStringLiteral("\uFFFD"),
+                      QStringLiteral("a\uFFFEb"),
+                      QStringLiteral("A\U00010041B"),
+                      QStringLiteral("\U0001F3B5"),
+                      QStringLiteral("NUL") + QChar(0) + QStringLiteral("behind"),
+                      QStringLiteral("back\\slash"),
+                      QStringLiteral("[a-z]*?"),
+                      QStringLiteral("it's"),
+                      QStringLiteral(" blank "),
+                      QStringLiteral("\u00E9"),
+                      QStringLiteral("\u212AEY"),
+                      QStringLiteral("true"),
+                      QStringLiteral("null"),
+                      QStringLiteral("songs"),
+                      QStringLiteral("current_date"),
+                      QStringLiteral("100%"),
+                      QStringLiteral("%1"),
+                      QStringLiteral("line\nbreak"),
+                      QString(50000, u'L'),
+                      QString(50001, u'L')};
+    const QString file = m_folder.filePath(QStringLiteral("odd"));
+    makeOddCatalogue(file, texts);
+    QVERIFY(m_database->init(file));
+
+    texts << QStringLiteral("NUL") << QStringLiteral("NUL") + QChar(0) << QString()
+          << QStringLiteral("blank") << QStringLiteral("\uFFFF") << QStringLiteral("A\uFFFDB")
+          << QStringLiteral("a\uFFFFB") << half << half + QStringLiteral("A")
+          << QStringLiteral("A") + half + QStringLiteral("A")
+          << QStringLiteral("A") + half + QChar(0x0041) + u'B' << QChar(0xDC00)
+          << QStringLiteral("\u00C9") << QStringLiteral("\u00E9\uFFFDA")
+          << QStringLiteral("key\u0301") << QStringLiteral("IT'S") << QStringLiteral("%%%L")
+          << QString(50001, u'%') << QStringLiteral("title ") << QStringLiteral("songs.title")
+          << QStringLiteral("?") << QStringLiteral(":a") << QStringLiteral("@a")
+          << QStringLiteral("1");
+    const QSqlDatabase catalogue = QSqlDatabase::database(QStringLiteral("con_songsdb"));
+    int hits = 0;
+    for (const QString &text : std::as_const(texts)) {
+        for (const char *column : {"filename", "title"}) {
+            const bool byTitle = qstrcmp(column, "title") == 0;
+            QSqlQuery query(catalogue);
+            int rows = 0;
+            query.exec(QStringLiteral("SELECT title FROM songs WHERE %1 like \"")
+                           .arg(QLatin1String(column))
+                       + text + u'"');
+            while (query.next())
+                ++rows;
+            SongInfo record;
+            const bool found = byTitle ? m_database->getRecordByTitle(text, record)
+                                       : m_database->getRecordByFilename(text, record);
+            QVERIFY2(found == (byTitle ? rows == 1 : rows > 0),
+                     qPrintable(QLatin1String(column) + u' ' + text.toHtmlEscaped().left(99)));
+            hits += found;
+        }
+    }
+    QVERIFY(hits > 30);
+}
+
+void tst_Database::countThatFails_data()
+{
+    QTest::addColumn<QString>("failingStatement");
+    QTest::addColumn<QString>("count");
+    QTest::addColumn<bool>("found");
+    QTest::addColumn<QString>("message");
+    const QString unable =
+        QStringLiteral("[getRecordByTitle] WARNING: unable to count reusults, aborting !!!");
+    const QString multiple =
+        QStringLiteral("[getRecordByTitle] WARNING: multiple reusults in query, aborting !!!");
+    QTest::newRow("a count that can't be executed is not one")
+        << QStringLiteral("SELECT count") << QStringLiteral("1") << false << unable;
+    QTest::newRow("a count that is no number is not one")
+        << QString() << QStringLiteral("many") << false << multiple;
+    QTest::newRow("a count of 2 is not one")
+        << QString() << QStringLiteral("2") << false << multiple;
+    QTest::newRow("a count of 1 is one") << QString() << QStringLiteral("1") << true << QString();
+    QTest::newRow("a lookup that can't be executed fails without a message")
+        << QStringLiteral("SELECT title") << QStringLiteral("1") << false << QString();
+}
+
+void tst_Database::countThatFails()
+{
+    QFETCH(QString, failingStatement);
+    QFETCH(QString, count);
+    QFETCH(bool, found);
+    QFETCH(QString, message);
+    const ScriptedDriver driver;
+    ScriptedDriver::failingConnection.clear();
+    ScriptedDriver::failingStatement = failingStatement;
+    ScriptedDriver::count = count;
+    QVERIFY(m_database->init(QStringLiteral("scripted")));
+    const LogCapture log;
+    SongInfo record;
+    QCOMPARE(m_database->getRecordByTitle(QStringLiteral("x"), record), found);
+    QCOMPARE(messages, message.isEmpty() ? QStringList() : QStringList{message});
+    QCOMPARE(record.title, found ? QStringLiteral("x") : QString());
+}
+
 void tst_Database::catalogueIsReadOnly()
 {
     QVERIFY(open());
     QSqlQuery query(QSqlDatabase::database(QStringLiteral("con_songsdb")));
     QVERIFY(!query.exec(QStringLiteral("delete from songs")));
     QVERIFY(query.exec(QStringLiteral("select count(*) from songs")) && query.next());
-    QCOMPARE(query.value(0).toInt(), 8);
+    QCOMPARE(query.value(0).toInt(), 10);
 }
 
 void tst_Database::debugFileIsUsedInPlace()
 {
     QVERIFY(QFile::copy(m_catalogue, QStringLiteral("songsdb_debug")));
     {
+        withdrawResource(); // it is not even looked at
         const LogCapture log;
-        QVERIFY(m_database->init());
+        const bool opened = m_database->init();
+        restoreResource();
+        QVERIFY(opened);
         QCOMPARE(messages,
                  QStringList{QStringLiteral("Using local file: 'songsdb_debug' as database")});
     }
@@ -352,6 +512,88 @@ void tst_Database::debugFileIsUsedInPlace()
              QStringLiteral("songsdb_debug"));
     SongInfo record;
     QVERIFY(m_database->getRecordByFilename(QStringLiteral("12ANNI"), record));
+    QSqlQuery query(QSqlDatabase::database(QStringLiteral("con_songsdb")));
+    QVERIFY(!query.exec(QStringLiteral("delete from songs")));
+}
+
+void tst_Database::startsAnyNumberOfTimes()
+{
+    const LogCapture log;
+    for (int i = 0; i < 3; ++i) {
+        m_database = std::make_unique<Database>();
+        QVERIFY(open());
+        QSqlQuery query(m_database->userSongsDatabase());
+        QVERIFY(query.exec(QStringLiteral("select count(*) from usersongs")) && query.next());
+        QCOMPARE(query.value(0).toInt(), 0);
+        QVERIFY(query.exec(QStringLiteral("insert into usersongs (title) values ('x')")));
+        m_database.reset();
+    }
+    QCOMPARE(messages, QStringList()); // nor does Qt complain about a connection made twice
+}
+
+void tst_Database::memoryThatDoesNotOpen()
+{
+    const ScriptedDriver driver;
+    ScriptedDriver::failingConnection = QStringLiteral(":memory:");
+    ScriptedDriver::failingStatement.clear();
+    const LogCapture log;
+    QVERIFY(!m_database->init());
+    QCOMPARE(messages, QStringList());
+    QVERIFY(!QSqlDatabase::contains(QStringLiteral("con_songsdb")));
+}
+
+void tst_Database::temporaryFileThatCanNotBeMade()
+{
+    const QByteArray folder = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(m_catalogue)); // a file, in which no other can be made
+    const LogCapture log;
+    const bool opened = m_database->init();
+    folder.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", folder);
+    QVERIFY(!opened);
+    QCOMPARE(messages,
+             QStringList{
+                 QStringLiteral("[Database::init] FATAL: Unable to create temporary files !!!")});
+    QVERIFY(m_database->userSongsDatabase().isOpen());
+}
+
+void tst_Database::temporaryFileThatCanNotBeWritten()
+{
+#ifdef Q_OS_UNIX
+    const LogCapture log;
+    struct rlimit before;
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const struct rlimit small
+    {
+        100000, before.rlim_max
+    };
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const bool opened = m_database->init();
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    QVERIFY(!opened);
+    QCOMPARE(messages.last(),
+             QStringLiteral("[Database::init] FATAL: Unable to create temporary files !!!"));
+    QVERIFY(!QSqlDatabase::contains(QStringLiteral("con_songsdb")));
+#else
+    QSKIP("no limit of a file's size here");
+#endif
+}
+
+void tst_Database::resourceThatIsMissing()
+{
+    withdrawResource();
+    const LogCapture log;
+    const bool opened = m_database->init();
+    restoreResource();
+    QVERIFY(!opened);
+    QCOMPARE(messages.size(), 2);
+    QVERIFY(
+        messages.at(0).startsWith(QLatin1String("[Database::init] Created temporary db file:")));
+    QCOMPARE(messages.at(1),
+             QStringLiteral("[Database::init] FATAL: Unable to open db resource file !!!"));
+    QVERIFY(m_database->genres().isEmpty() && m_database->altArtists().isEmpty());
+    QVERIFY(m_database->userSongsDatabase().isOpen());
 }
 
 void tst_Database::builtInCatalogueComesThroughATemporaryFile()
