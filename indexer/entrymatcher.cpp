@@ -79,6 +79,7 @@ public:
                 continue;
             IndexCandidate candidate;
             candidate.entry.number = candidate.entry.order = static_cast<int>(m_candidates.size());
+            setPath(candidate.entry, m_songs[song]);
             m_candidates.push_back(candidate);
             pair(m_candidates.size() - 1, song);
         }
@@ -131,8 +132,13 @@ private:
         if (entry.relativePath == found.relativePath)
             return;
         candidate.isRenamed = entry.relativePath.toLatin1() != found.relativePath.toLatin1();
-        entry.relativePath = found.relativePath;
-        entry.absolutePath = m_root % found.relativePath;
+        setPath(entry, found);
+    }
+
+    void setPath(IndexEntry &entry, const ScannedSong &song) const
+    {
+        entry.relativePath = song.relativePath;
+        entry.absolutePath = m_root % song.relativePath;
     }
 
     const std::vector<ScannedSong> &m_songs;

@@ -1,0 +1,244 @@
+#include "indexer/songlistwriter.h"
+#include "tests/indexer/memoryfixture.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QTranslator>
+
+namespace {
+
+IndexEntry song(const char *title, const char *artist, const char *genre, const char *path)
+{
+    IndexEntry entry;
+    entry.title = QString::fromUtf8(title);
+    entry.artist = QString::fromUtf8(artist);
+    entry.genre = QString::fromUtf8(genre);
+    entry.relativePath = QString::fromUtf8(path);
+    return entry;
+}
+
+/** Takes so many bytes and no more. */
+class FullBuffer : public QBuffer
+{
+public:
+    explicit FullBuffer(qint64 room)
+        : m_room(room)
+    {}
+
+protected:
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        return QBuffer::writeData(data, qMin(size, m_room - pos()));
+    }
+
+private:
+    qint64 m_room;
+};
+
+/** Leaves half of what it is asked to write. */
+class FullDisk : public Disk
+{
+public:
+    bool write(QFileDevice &file, const QByteArray &bytes) override
+    {
+        return Disk::write(file, bytes.left(bytes.size() / 2)) && false;
+    }
+};
+
+class DeadDisk : public Disk
+{
+public:
+    bool sync(QFileDevice &) override { return false; }
+};
+
+/** Translates every text to itself in brackets. */
+class Brackets : public QTranslator
+{
+public:
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        return u'[' + QString::fromUtf8(text) + u']';
+    }
+    bool isEmpty() const override { return false; }
+};
+
+/** Three songs; the memory's own root is not part of a list. */
+void prepare(MemoryFixture &memory)
+{
+    memory.putMidi(QStringLiteral("/a.mid"), "Beta", "Zucchero");
+    memory.putMidi(QStringLiteral("/Pop/b.mid"), "alfa; live", "ABBA");
+    memory.putMidi(QStringLiteral("/c.mid"), "caff\xE8");
+    QVERIFY(Index().rebuild(memory.root()));
+}
+
+} // namespace
+
+/** The list of a memory's songs as text. */
+class tst_SongListWriter : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void orders_data();
+    void orders();
+    void linesAreNotEscaped();
+    void theListOfAMemory();
+    void itIsWrittenInTheSystemsEncoding();
+    void theHeaderIsTranslated();
+    void signalsTellEachSong();
+    void aMemoryThatIsNotPrepared_data();
+    void aMemoryThatIsNotPrepared();
+    void anIndexThatCannotBeRead();
+    void targetsThatCannotBeWritten_data();
+    void targetsThatCannotBeWritten();
+    void aFullDeviceIsAFailure();
+};
+
+void tst_SongListWriter::orders_data()
+{
+    QTest::addColumn<int>("order");
+    QTest::addColumn<QString>("titles");
+    QTest::newRow("0: by title") << 0 << QStringLiteral("a b C D");
+    QTest::newRow("1: by artist, ties by title; Abba and ABBA are mixed in title order")
+        << 1 << QStringLiteral("b C D a");
+    QTest::newRow("2: by genre, ties by title") << 2 << QStringLiteral("C a b D");
+    QTest::newRow("any other order is by title") << 7 << QStringLiteral("a b C D");
+}
+
+void tst_SongListWriter::orders()
+{
+    QFETCH(int, order);
+    QVector<IndexEntry> entries{song("D", "Abba", "rock", "/1"), song("a", "Zed", "Pop", "/2"),
+                                song("C", "ABBA", "Beat", "/3"), song("b", "abba", "pop", "/4")};
+    Index::sortForList(entries, order);
+    QStringList titles;
+    for (const IndexEntry &entry : entries)
+        titles.append(entry.title);
+    QTEST(titles.join(u' '), "titles");
+}
+
+void tst_SongListWriter::linesAreNotEscaped()
+{
+    QBuffer list;
+    QVERIFY(list.open(QIODevice::WriteOnly));
+    QVERIFY(SongListWriter::write(
+        list, {song("A;B", "\"X\"", "", "/a.mid"), song("Песня", "Й", "", "/п.mid")},
+        SongListWriter::Encoding::Utf8));
+    QCOMPARE(list.data(), QByteArray("TITOLO;ARTISTA;FILE;\nA;B;\"X\";/a.mid;\nПесня;Й;/п.mid;\n"));
+}
+
+void tst_SongListWriter::theListOfAMemory()
+{
+    MemoryFixture memory;
+    prepare(memory);
+    const QString target = memory.path(QStringLiteral("/SongsList.csv"));
+    QCOMPARE(Index().writeSongList(memory.root(), target, Index::ByTitle), 1);
+    QCOMPARE(memory.read("SongsList.csv"),
+             QByteArray("TITOLO;ARTISTA;FILE;\n"
+                        "ALFA; LIVE;ABBA;/Pop/b.mid;\n"
+                        "BETA;ZUCCHERO;/a.mid;\n")
+                 + QStringLiteral("CAFF\u00c8;<UNKNOWN>;/c.mid;\n").toLocal8Bit());
+    QCOMPARE(Index().writeSongList(memory.root() + u'/', target, Index::ByArtist), 1);
+    QVERIFY(memory.read("SongsList.csv").startsWith("TITOLO;ARTISTA;FILE;\nCAFF"));
+}
+
+void tst_SongListWriter::itIsWrittenInTheSystemsEncoding()
+{
+    const QVector<IndexEntry> entries{song("È", "Й", "", "/п")};
+    QBuffer list;
+    QVERIFY(list.open(QIODevice::WriteOnly));
+    QVERIFY(SongListWriter::write(list, entries, SongListWriter::Encoding::Local));
+    QVERIFY(list.data().endsWith(QStringLiteral("\nÈ;Й;/п;\n").toLocal8Bit()));
+}
+
+void tst_SongListWriter::theHeaderIsTranslated()
+{
+    Brackets brackets;
+    QVERIFY(QCoreApplication::installTranslator(&brackets));
+    QBuffer list;
+    QVERIFY(list.open(QIODevice::WriteOnly));
+    QVERIFY(SongListWriter::write(list, {}, SongListWriter::Encoding::Utf8));
+    QCOMPARE(list.data(), QByteArray("[TITOLO];[ARTISTA];[FILE];\n"));
+}
+
+void tst_SongListWriter::signalsTellEachSong()
+{
+    MemoryFixture memory;
+    prepare(memory);
+    Index index;
+    QStringList told;
+    QObject::connect(&index, &Index::progressMaxSetup,
+                     [&](int n) { told << QStringLiteral("max %1").arg(n); });
+    QObject::connect(&index, &Index::currentPathChanged,
+                     [&](const QString &path) { told << path; });
+    QObject::connect(&index, &Index::progressValueChanged,
+                     [&](int n) { told << QString::number(n); });
+    QCOMPARE(index.writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0), 1);
+    QCOMPARE(told.join(u' '), QStringLiteral("max 3 /Pop/b.mid 1 /a.mid 2 /c.mid 3"));
+}
+
+void tst_SongListWriter::aMemoryThatIsNotPrepared_data()
+{
+    QTest::addColumn<QString>("missing");
+    for (const char *name : {"index.id3", "ordfile.id3", "title.id3", "artist.id3", "atitle.id3",
+                             "aartist.id3", "fsinfos.id3"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void tst_SongListWriter::aMemoryThatIsNotPrepared()
+{
+    QFETCH(QString, missing);
+    MemoryFixture memory;
+    prepare(memory);
+    QVERIFY(QFile::remove(memory.path(u'/' + missing)));
+    QCOMPARE(Index().writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0), -1);
+    QVERIFY(!QFile::exists(memory.path(QStringLiteral("/l.csv"))));
+}
+
+void tst_SongListWriter::anIndexThatCannotBeRead()
+{
+    MemoryFixture memory;
+    prepare(memory);
+    QVERIFY(QFile::resize(memory.path(QStringLiteral("/index.id3")), 269));
+    QCOMPARE(Index().writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0), 0);
+    QVERIFY(!QFile::exists(memory.path(QStringLiteral("/l.csv"))));
+}
+
+void tst_SongListWriter::targetsThatCannotBeWritten_data()
+{
+    QTest::addColumn<QString>("below");
+    QTest::newRow("a folder that is not there") << QStringLiteral("/none/l.csv");
+    QTest::newRow("a folder in its place") << QStringLiteral("/Pop");
+    QTest::newRow("no name") << QString();
+}
+
+void tst_SongListWriter::targetsThatCannotBeWritten()
+{
+    QFETCH(QString, below);
+    MemoryFixture memory;
+    prepare(memory);
+    const QString target = below.isEmpty() ? QString() : memory.path(below);
+    QCOMPARE(Index().writeSongList(memory.root(), target, 0), 0);
+}
+
+void tst_SongListWriter::aFullDeviceIsAFailure()
+{
+    MemoryFixture memory;
+    prepare(memory);
+    const QString target = memory.path(QStringLiteral("/l.csv"));
+    FullDisk full;
+    QCOMPARE(Index(nullptr, full).writeSongList(memory.root(), target, 0), 0);
+    DeadDisk dead;
+    QCOMPARE(Index(nullptr, dead).writeSongList(memory.root(), target, 0), 0);
+
+    const QVector<IndexEntry> entries{song("A", "B", "", "/c")};
+    for (const int room : {0, 10, 21, 28}) {
+        FullBuffer device(room);
+        QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        QVERIFY2(!SongListWriter::write(device, entries, SongListWriter::Encoding::Utf8),
+                 qPrintable(QString::number(room)));
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_SongListWriter)
+#include "tst_songlistwriter.moc"
