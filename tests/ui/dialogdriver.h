@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QWindow>
 #include <QtTest>
 
 #include <deque>
@@ -146,7 +147,7 @@ private:
             m_patience.start();
             return; // one round for the dialog to settle
         }
-        if (!m_steps.empty()) {
+        if (!m_steps.empty() && takesClicks(*shown)) {
             const Step step = m_steps.front();
             m_steps.pop_front();
             if (step.act(shown)) {
@@ -159,11 +160,20 @@ private:
             giveUp(shown);
     }
 
+    /** A real X server shows a window, and gives it its size and the focus, some time later. */
+    static bool takesClicks(const QWidget &shown)
+    {
+        const QWindow *window = shown.windowHandle();
+        return window && window->isExposed()
+            && (shown.windowType() == Qt::Popup || shown.isActiveWindow());
+    }
+
     void giveUp(QWidget *shown)
     {
         m_problems.append(QStringLiteral("stuck in ")
                           + QString::fromLatin1(shown->metaObject()->className()) + QLatin1Char(' ')
                           + shown->windowTitle());
+        qWarning() << m_problems.constLast();
         m_patience.invalidate();
         if (auto *dialog = qobject_cast<QDialog *>(shown))
             dialog->done(0);
