@@ -147,7 +147,7 @@ private:
             m_patience.start();
             return; // one round for the dialog to settle
         }
-        if (!m_steps.empty() && takesClicks(*shown)) {
+        if (!m_steps.empty() && takesClicks(shown)) {
             const Step step = m_steps.front();
             m_steps.pop_front();
             if (step.act(shown)) {
@@ -160,12 +160,18 @@ private:
             giveUp(shown);
     }
 
-    /** A real X server shows a window, and gives it its size and the focus, some time later. */
-    static bool takesClicks(const QWidget &shown)
+    /**
+     * A real X server gives a new window its size and the focus some time after it was shown. One
+     * that had the focus is not always given it back when a dialog above it closes.
+     */
+    static bool takesClicks(QWidget *shown)
     {
-        const QWindow *window = shown.windowHandle();
-        return window && window->isExposed()
-            && (shown.windowType() == Qt::Popup || shown.isActiveWindow());
+        if (shown->windowType() == Qt::Popup)
+            return shown->windowHandle()->isExposed();
+        constexpr char hadFocus[] = "hadFocus";
+        if (shown->isActiveWindow() && shown->windowHandle()->isExposed())
+            shown->setProperty(hadFocus, true);
+        return shown->property(hadFocus).toBool();
     }
 
     void giveUp(QWidget *shown)
