@@ -117,33 +117,32 @@ Tune bellaCiao()
     return tune;
 }
 
-Tune oSoleMio()
+Tune fraMartino()
 {
-    const auto verse = "g5:2 f5:1 e5:1 d5:2 c5:2 | d5:1 e5:1 c5:1 b4:1 a4:4 |"
-                       "b4:2 c5:1 d5:1 b4:2 a4:2 | g4:1 a4:1 b4:1 c5:1 e5:4 |"
-                       "g5:2 f5:1 e5:1 d5:2 c5:2 | d5:1 e5:1 c5:1 b4:1 a4:4 |"
-                       "b4:2 c5:1 d5:1 f5:2 e5:1 d5:1 | c5:6 g4:2";
-    const auto chorus = "e5:5 d5:1 c5:2 | b4:2 d5:2 g4:4 | d5:5 c5:1 b4:2 | c5:2 e5:2 g4:4 |"
-                        "f5:5 e5:1 d5:2 | e5:2 g5:2 e5:4 | d5:3 e5:1 d5:2 b4:2 | c5:8";
+    const auto round =
+        "c5:2 d5:2 e5:2 c5:2 | c5:2 d5:2 e5:2 c5:2 | e5:2 f5:2 g5:4 | e5:2 f5:2 g5:4 |"
+        "g5:1 a5:1 g5:1 f5:1 e5:2 c5:2 | g5:1 a5:1 g5:1 f5:1 e5:2 c5:2 |"
+        "c5:2 g4:2 c5:4 | c5:2 g4:2 c5:4";
     Tune tune;
-    tune.fileName = text("OSOLEMIO.mf3");
-    tune.title = text("'O sole mio");
+    tune.fileName = text("FRAMARTI.mf3");
+    tune.title = text("Fra Martino");
     tune.artist = text("-");
-    tune.author = text("Di Capua - Capurro");
+    tune.author = text("Tradizionale");
     tune.genre = text("--");
-    tune.longName = text("O SOLE MIO");
+    tune.longName = text("FRA MARTINO");
     tune.key = text("G");
     tune.tellsLength = tune.tellsMarkers = false;
-    tune.bpm = 84;
+    tune.bpm = 96;
     tune.transpose = -5;
     tune.melodyProgram = stringEnsemble;
     tune.chordProgram = nylonGuitar;
     tune.style = Tune::Style::Serenade;
     tune.sections = {
-        {"Intro", "e5:5 d5:1 c5:2 | b4:2 d5:2 g4:4 | d5:3 e5:1 d5:2 b4:2 | c5:6 r:2", "C G7 G7 C"},
-        {"Verse 1", verse, "C Dm G7 C C Dm G7 C"},
-        {"Chorus 1", chorus, "C G7 G7 C Fm C G7 C"},
-        {"Fine", "d5:3 e5:1 d5:2 b4:2 | c5:8", "G7 C"}};
+        {"Intro", "e5:2 f5:2 g5:4 | g5:1 a5:1 g5:1 f5:1 e5:2 c5:2 | d5:2 c5:2 b4:2 g4:2 | c5:6 r:2",
+         "C C,Am G7 C"},
+        {"Verse 1", round, "C C C C C C C C"},
+        {"Chorus 1", round, "C,Am C,Am C,G7 C C,Am C,Am C C"},
+        {"Fine", "c5:2 g4:2 c5:4 | c5:8", "C C"}};
     return tune;
 }
 
@@ -249,6 +248,6 @@ Tune auldLangSyne()
 
 QVector<Tune> allTunes()
 {
-    return {santaLucia(),  funiculi(),     bellaCiao(),   oSoleMio(),
+    return {santaLucia(),  funiculi(),     bellaCiao(),   fraMartino(),
             donnaMobile(), greensleeves(), auldLangSyne()};
 }

@@ -137,7 +137,7 @@ void tst_Samples::isWrittenBackAsItIs_data()
 {
     QTest::addColumn<QString>("name");
 
-    for (const char *name : {"SANTALUC.mid", "FUNICULI.mid", "BELLACIA.kar", "OSOLEMIO.mf3",
+    for (const char *name : {"SANTALUC.mid", "FUNICULI.mid", "BELLACIA.kar", "FRAMARTI.mf3",
                              "DONNAMOB.mf4", "GREENSLV.mf5", "AULDLANG.mp3"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
@@ -189,7 +189,7 @@ void tst_Samples::mfxSizesAreTrue_data()
 {
     QTest::addColumn<int>("headerSize");
 
-    QTest::newRow("OSOLEMIO.mf3") << 512;
+    QTest::newRow("FRAMARTI.mf3") << 512;
     QTest::newRow("DONNAMOB.mf4") << 512;
     QTest::newRow("GREENSLV.mf5") << 1024;
 }
