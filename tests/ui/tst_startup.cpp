@@ -85,6 +85,8 @@ void tst_Startup::start(const QString &platform)
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
                        m_dir->filePath(QStringLiteral("config")));
     environment.insert(QStringLiteral("HOME"), m_dir->path());
+    // A program that is killed leaves its copy of the catalogue: not among those of the machine.
+    environment.insert(QStringLiteral("TMPDIR"), m_dir->path());
     environment.insert(QStringLiteral("LC_ALL"), m_locale);
     if (!platform.isEmpty())
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
