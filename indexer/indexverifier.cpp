@@ -1,24 +1,20 @@
 #include "indexer/indexverifier.h"
 
 #include "indexer/indexformat.h"
+#include "indexer/memorysongs.h"
+#include "indexer/recordedtext.h"
 
-#include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSet>
 #include <QtEndian>
 
 #include <algorithm>
-#include <functional>
 #include <numeric>
 
 using namespace IndexFormat;
+using namespace RecordedText;
 
 namespace {
-
-/** What a text holds in place of a character that ISO 8859-1 does not have. */
-constexpr char replacement = '?';
 
 const QString pathName = QLatin1String(pathFile);
 const QString ordName = QLatin1String(ordFile);
@@ -28,12 +24,6 @@ const QString artistName = QLatin1String(artistFile);
 quint16 cut(int number)
 {
     return static_cast<quint16>(number);
-}
-
-QByteArray untilNul(const QByteArray &field)
-{
-    const int end = field.indexOf('\0');
-    return end < 0 ? field : field.left(end);
 }
 
 QByteArray textOf(const QByteArray &songRecord)
@@ -53,97 +43,9 @@ bool isGroup(const QByteArray &record)
         && static_cast<quint8>(record.at(GroupRecord::markAt)) == GroupRecord::mark;
 }
 
-/**
- * Compares two texts without regard to case as far as the files tell: a replaced character may
- * stand for any other, so nothing from the first one on counts. Negative, 0 (equal or unknown) or
- * positive.
- */
-int compareKnown(const QByteArray &left, const QByteArray &right)
-{
-    const auto knownSize = [](const QByteArray &text) {
-        const int end = text.indexOf(replacement);
-        return end < 0 ? text.size() : end;
-    };
-    const int common = std::min(knownSize(left), knownSize(right));
-    const int order =
-        QString::compare(QString::fromLatin1(left.left(common)),
-                         QString::fromLatin1(right.left(common)), Qt::CaseInsensitive);
-    const bool leftEnds = common == left.size();
-    const bool rightEnds = common == right.size();
-    if (order != 0 || leftEnds == rightEnds)
-        return order;
-    return leftEnds ? -1 : 1;
-}
-
-/**
- * Tells of texts read one after the other whether each may follow those before it. Besides its
- * neighbour a text is held against the last one without a replaced character, which would hide what
- * stands behind it.
- */
-class OrderCheck
-{
-public:
-    bool follows(const QByteArray &text)
-    {
-        const bool inOrder = m_first
-            || (compareKnown(m_previous, text) <= 0 && compareKnown(m_lastKnown, text) <= 0);
-        if (m_first || !text.contains(replacement))
-            m_lastKnown = text;
-        m_previous = text;
-        m_first = false;
-        return inOrder;
-    }
-
-private:
-    bool m_first = true;
-    QByteArray m_previous;
-    QByteArray m_lastKnown;
-};
-
 QByteArray pathSortKey(const QString &path)
 {
     return untilNul(path.toUpper().toLatin1());
-}
-
-/** Paths that a record can't tell apart have one form: ISO 8859-1, without regard to case. */
-QString recordForm(const QString &path)
-{
-    return QString::fromLatin1(path.toLatin1()).toCaseFolded();
-}
-
-QByteArray stampOf(const QString &file)
-{
-    return QFileInfo(file).lastModified().toString(QStringLiteral("yyyyMMddhhmmss")).toLatin1();
-}
-
-template <std::size_t N> bool isOneOf(const QString &name, const std::array<const char *, N> &names)
-{
-    return std::any_of(names.begin(), names.end(), [&name](const char *candidate) {
-        return name.compare(QLatin1String(candidate), Qt::CaseInsensitive) == 0;
-    });
-}
-
-/** The songs below a folder that belong into an index, as paths below the root. */
-void collectSongs(const QString &root, const QString &below, QSet<QString> &seen,
-                  QStringList &songs)
-{
-    const QDir folder(root + below);
-    if (seen.contains(folder.canonicalPath()))
-        return; // a loop made by links
-    seen.insert(folder.canonicalPath());
-    const auto entries = folder.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
-    for (const QFileInfo &entry : entries) {
-        const QString path = below + u'/' + entry.fileName();
-        if (entry.fileName().startsWith(u'.'))
-            continue;
-        if (entry.isDir()) {
-            if (!isOneOf(entry.fileName(), skippedFolders))
-                collectSongs(root, path, seen, songs);
-        } else if (entry.isFile() && isOneOf(entry.suffix(), songSuffixes)
-                   && path.size() <= longestPath) {
-            songs.append(path);
-        }
-    }
 }
 
 } // namespace
@@ -200,6 +102,19 @@ void IndexVerifier::checkText(const QString &file, int record, const QByteArray 
         report(file, record, tr("Dopo il testo ci sono altri byte"));
 }
 
+/** The text of a song's or group's record: there is one, and it is as texts are stored. */
+void IndexVerifier::checkStoredText(const QString &file, int record, const QByteArray &bytes)
+{
+    static_assert(GroupRecord::textAt == SongRecord::textAt
+                  && GroupRecord::textSize == SongRecord::textSize);
+    checkText(file, record, bytes.mid(SongRecord::textAt, SongRecord::textSize));
+    const QByteArray text = textOf(bytes);
+    if (text.isEmpty())
+        report(file, record, tr("Il testo è vuoto"));
+    else if (!isTidy(text, SongRecord::textSize))
+        report(file, record, tr("Il testo non è in maiuscolo o ha spazi attorno"));
+}
+
 void IndexVerifier::takeNumber(const QString &file, int record, quint32 number, QVector<bool> &used)
 {
     if (number >= static_cast<quint32>(used.size())) {
@@ -249,37 +164,23 @@ void IndexVerifier::checkPathIndex()
  * record. */
 void IndexVerifier::checkSongs()
 {
-    QStringList found;
-    QSet<QString> seen;
-    collectSongs(m_root, QString(), seen, found);
-    QHash<QString, QStringList> songsByForm;
-    for (const QString &path : std::as_const(found))
-        songsByForm[recordForm(path)].append(path);
-
+    MemorySongs onMemory(m_root);
     for (int i = 0; i < m_songs.size(); ++i) {
         Song &song = m_songs[i];
-        QStringList &candidates = songsByForm[recordForm(song.path)];
-        if (candidates.isEmpty()) {
+        const QString path = onMemory.take(song.path, song.stamp);
+        if (path.isEmpty()) {
             report(pathName, i, tr("La song non esiste: %1").arg(song.path));
             continue;
         }
-        const auto isIt = [&](const QString &path) {
-            return path.toLatin1() == song.path.toLatin1() && stampOf(m_root + path) == song.stamp;
-        };
-        const auto it = std::find_if(candidates.begin(), candidates.end(), isIt);
-        const bool exact = it != candidates.end();
-        const QString path = exact ? *it : candidates.first();
-        candidates.removeOne(path);
         song.sortKey = pathSortKey(path);
         if (path.toLatin1() != song.path.toLatin1())
             report(pathName, i, tr("Il percorso della song è %1").arg(path));
-        if (!exact && stampOf(m_root + path) != song.stamp)
+        if (onMemory.stampOf(path) != song.stamp)
             report(pathName, i, tr("La data o l'ora non sono quelle della song: %1").arg(path));
     }
-    for (const QString &path : std::as_const(found)) {
-        if (songsByForm.value(recordForm(path)).contains(path))
-            report(pathName, -1, tr("La song non è nell'indice: %1").arg(path));
-    }
+    const QStringList left = onMemory.left();
+    for (const QString &path : left)
+        report(pathName, -1, tr("La song non è nell'indice: %1").arg(path));
 }
 
 /**
@@ -325,9 +226,7 @@ void IndexVerifier::checkTitleIndex()
     for (int i = 0; i < m_titles.size() / SongRecord::size; ++i) {
         const QByteArray record = recordAt(m_titles, i);
         takeNumber(titleName, i, qFromBigEndian<quint32>(record.constData()), used);
-        checkText(titleName, i, record.mid(SongRecord::textAt, SongRecord::textSize));
-        if (textOf(record).isEmpty())
-            report(titleName, i, tr("Il titolo è vuoto"));
+        checkStoredText(titleName, i, record);
         if (!order.follows(textOf(record)))
             report(titleName, i, tr("Il titolo non è in ordine"));
         const auto attribute = static_cast<quint8>(record.at(SongRecord::attributeAt));
@@ -376,7 +275,7 @@ void IndexVerifier::checkGroup(int header, int previousCount, int count)
     const auto numberAt = [&record](int offset) {
         return qFromBigEndian<quint16>(record.constData() + offset);
     };
-    checkText(artistName, header, record.mid(GroupRecord::textAt, GroupRecord::textSize));
+    checkStoredText(artistName, header, record);
     if (numberAt(GroupRecord::backCountAt) != cut(previousCount))
         report(artistName, header, tr("Il gruppo precedente ha %1 song").arg(previousCount));
     if (numberAt(GroupRecord::countAt) != cut(count))

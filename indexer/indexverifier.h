@@ -51,6 +51,7 @@ private:
 
     QByteArray read(const QString &file, int recordSize);
     void checkText(const QString &file, int record, const QByteArray &field);
+    void checkStoredText(const QString &file, int record, const QByteArray &bytes);
     void takeNumber(const QString &file, int record, quint32 number, QVector<bool> &used);
     void reportUnused(const QString &file, const QVector<bool> &used);
     void report(const QString &file, int record, const QString &problem);

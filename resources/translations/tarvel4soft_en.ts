@@ -778,10 +778,6 @@ Make sure that the disk has enough free space and is not write-protected.</trans
         <translation>This is not the place of this song</translation>
     </message>
     <message>
-        <source>Il titolo è vuoto</source>
-        <translation>The title is empty</translation>
-    </message>
-    <message>
         <source>Il titolo non è in ordine</source>
         <translation>The title is out of order</translation>
     </message>
@@ -836,6 +832,14 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     <message>
         <source>Un numero riservato non è zero</source>
         <translation>A reserved number is not zero</translation>
+    </message>
+    <message>
+        <source>Il testo è vuoto</source>
+        <translation>The text is empty</translation>
+    </message>
+    <message>
+        <source>Il testo non è in maiuscolo o ha spazi attorno</source>
+        <translation>The text is not in upper case, or has blanks around it</translation>
     </message>
 </context>
 <context>

@@ -778,10 +778,6 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
         <translation>Qui non sta questa song</translation>
     </message>
     <message>
-        <source>Il titolo è vuoto</source>
-        <translation>Il titolo è vuoto</translation>
-    </message>
-    <message>
         <source>Il titolo non è in ordine</source>
         <translation>Il titolo non è in ordine</translation>
     </message>
@@ -836,6 +832,14 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     <message>
         <source>Un numero riservato non è zero</source>
         <translation>Un numero riservato non è zero</translation>
+    </message>
+    <message>
+        <source>Il testo è vuoto</source>
+        <translation>Il testo è vuoto</translation>
+    </message>
+    <message>
+        <source>Il testo non è in maiuscolo o ha spazi attorno</source>
+        <translation>Il testo non è in maiuscolo o ha spazi attorno</translation>
     </message>
 </context>
 <context>

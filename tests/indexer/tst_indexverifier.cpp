@@ -210,6 +210,15 @@ void tst_IndexVerifier::problems_data()
     row("bytes stand behind the end of an artist", "artist.id3", 0,
         patch("artist.id3", 4 + 57, "x"));
     row("a title is empty", "title.id3", 0, patch("title.id3", 4, QByteArray(4, '\0')));
+    row("a title is not in upper case", "title.id3", 2, patch("title.id3", 2 * 64 + 5, "e"));
+    row("a title begins with a blank", "title.id3", 0, patch("title.id3", 4, " ALF"));
+    row("a title ends with a blank", "title.id3", 0, patch("title.id3", 4, "ALF "));
+    row("an artist is empty", "artist.id3", 4,
+        patch("artist.id3", 4 * 64 + 4, QByteArray(4, '\0')));
+    row("an artist is not in upper case", "artist.id3", 4, patch("artist.id3", 4 * 64 + 4, "Abba"));
+    row("an artist has a letter without an upper-case form in ISO 8859-1", "artist.id3", 4,
+        patch("artist.id3", 4 * 64 + 7, "\xff"));
+    row("an artist ends with a blank", "artist.id3", 4, patch("artist.id3", 4 * 64 + 8, " "));
     row("a kind that no song has", "title.id3", 0, patch("title.id3", 63, "\x05"));
     row("an attribute byte with unknown bits", "title.id3", 0, patch("title.id3", 63, "\x10"));
 
@@ -280,6 +289,11 @@ void tst_IndexVerifier::whatTheFilesCannotHold_data()
     row("a title with a replaced character may stand anywhere", [](const QString &root) {
         patch("title.id3", 3 * 64 + 4, "?")(root);
         patch("artist.id3", 3 * 64 + 4, "?")(root);
+    });
+    row("a title that was cut behind a blank ends with it", [](const QString &root) {
+        const QByteArray title = "BETA 2" + QByteArray(51, 'X') + ' ';
+        patch("title.id3", 2 * 64 + 4, title)(root);
+        patch("artist.id3", 2 * 64 + 4, title)(root);
     });
     row("a title that begins with a real question mark claims its slot", [](const QString &root) {
         patch("title.id3", 4, "?LFA")(root);
