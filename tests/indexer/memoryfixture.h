@@ -42,9 +42,25 @@ public:
                              + (artist.isEmpty() ? artist : SongBytes::songInfo(2, artist))));
     }
 
+    /** A memory with the songs /a.mid "ALFA", /b.mid "BETA", /c.mid "GAMMA", prepared. */
+    void prepare()
+    {
+        putMidi(QStringLiteral("/a.mid"), "Alfa", "Ada");
+        putMidi(QStringLiteral("/b.mid"), "Beta", "Bice");
+        putMidi(QStringLiteral("/c.mid"), "Gamma", "Ada");
+        QVERIFY(Index().rebuild(root()));
+    }
+
     QByteArray read(const char *name) const
     {
         return SongBytes::read(root() + u'/' + QLatin1String(name));
+    }
+
+    /** Overwrites the bytes at an offset of one of the files. */
+    void patch(const char *name, int at, const QByteArray &bytes) const
+    {
+        SongBytes::write(root() + u'/' + QLatin1String(name),
+                         read(name).replace(at, bytes.size(), bytes));
     }
 
     /** A record of one of the files, without the zero bytes at its end. */
@@ -67,6 +83,15 @@ public:
                              .arg(problem.record)
                              .arg(problem.problem));
         return texts;
+    }
+
+    /** The names of the seven files, in their order. */
+    static QStringList preparedFiles()
+    {
+        return {QStringLiteral("aartist.id3"), QStringLiteral("artist.id3"),
+                QStringLiteral("atitle.id3"),  QStringLiteral("fsinfos.id3"),
+                QStringLiteral("index.id3"),   QStringLiteral("ordfile.id3"),
+                QStringLiteral("title.id3")};
     }
 
     QStringList indexFiles() const

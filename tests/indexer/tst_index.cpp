@@ -1,17 +1,8 @@
 #include "tests/indexer/memoryfixture.h"
 
-#include <QMetaMethod>
-#include <QProcess>
-#include <QSignalSpy>
-
 using namespace SongBytes;
 
 namespace {
-
-const QStringList preparedFiles{QStringLiteral("aartist.id3"), QStringLiteral("artist.id3"),
-                                QStringLiteral("atitle.id3"),  QStringLiteral("fsinfos.id3"),
-                                QStringLiteral("index.id3"),   QStringLiteral("ordfile.id3"),
-                                QStringLiteral("title.id3")};
 
 QByteArray zeros(int count)
 {
@@ -24,16 +15,9 @@ QByteArray alphaWith(int slot, const char *offset)
     return QByteArray(256, '\xFF').replace(4 * slot, 4, hex(offset));
 }
 
-/** A disk whose flushing is not waited for. */
-class UnflushedDisk : public Disk
-{
-public:
-    bool syncVolume(const QString &) override { return true; }
-};
-
 } // namespace
 
-/** A rebuild: the bytes of the seven files and what the layout says of them. */
+/** The bytes of the seven files that a rebuild writes, and what the layout says of them. */
 class tst_Index : public QObject
 {
     Q_OBJECT
@@ -41,9 +25,6 @@ class tst_Index : public QObject
 private Q_SLOTS:
     void exactlyOneFile();
     void severalFiles();
-    void aMemoryWithoutSongsGetsNoIndexFiles();
-    void whatIsIndexed_data();
-    void whatIsIndexed();
     void pathOrder_data();
     void pathOrder();
     void alphaSlots_data();
@@ -54,17 +35,6 @@ private Q_SLOTS:
     void backCountsLeadFromGroupToGroup();
     void dateAndTimeAreDigits();
     void textsOutsideLatin1AreReplaced();
-    void pathsOf252CharactersAreReported();
-    void otherFilesOfThePlayerStay();
-    void aTrailingSeparatorIsRemoved_data();
-    void aTrailingSeparatorIsRemoved();
-    void unusableRoots_data();
-    void unusableRoots();
-    void signalsTellTheProgress();
-    void oddEntriesAreNoSongs();
-    void loopsOfLinksEnd();
-    void realSongs();
-    void seventyThousandSongs();
 };
 
 void tst_Index::exactlyOneFile()
@@ -77,7 +47,7 @@ void tst_Index::exactlyOneFile()
     QVERIFY(index.changed());
     QVERIFY(!index.failed());
 
-    QCOMPARE(memory.indexFiles(), preparedFiles);
+    QCOMPARE(memory.indexFiles(), MemoryFixture::preparedFiles());
     const QByteArray title = hex("00000000") + "ALFA" + zeros(54) + hex("7800");
     QCOMPARE(memory.read("index.id3").toHex(),
              (hex("00000000") + "/a.mid" + zeros(246) + "20090305070809").toHex());
@@ -118,60 +88,6 @@ void tst_Index::severalFiles()
              alphaWith('<' - ' ', "00000000").replace(4 * ('A' - ' '), 4, hex("00000080")).toHex());
     QCOMPARE(memory.read("fsinfos.id3").toHex(), QByteArray("020002000000000000000000"));
     QCOMPARE(memory.problems(), QStringList());
-}
-
-void tst_Index::aMemoryWithoutSongsGetsNoIndexFiles()
-{
-    MemoryFixture memory;
-    memory.put(QStringLiteral("/notes.txt"), "x");
-    memory.put(QStringLiteral("/index.id3"), "old");
-    memory.put(QStringLiteral("/temp1.id3"), "old");
-    Index index;
-    QVERIFY(!index.rebuild(memory.root()));
-    QCOMPARE(index.found(), 0);
-    QVERIFY(!index.failed());
-    QVERIFY(!index.changed());
-    QCOMPARE(memory.indexFiles(), QStringList());
-}
-
-void tst_Index::whatIsIndexed_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("indexed");
-    const auto row = [](const char *name, const char *path, bool indexed) {
-        QTest::newRow(name) << QString::fromUtf8(path) << indexed;
-    };
-    for (const char *suffix :
-         {"mid", "kar", "mf3", "mf4", "mf5", "mp3", "MID", "Kar", "mF3", "MP3"})
-        row(qPrintable(QStringLiteral("a file named song.%1 is taken").arg(QLatin1String(suffix))),
-            QByteArray("/song.").append(suffix), true);
-    row("a file named song.wav is not", "/song.wav", false);
-    row("a file without suffix is not", "/mid", false);
-    row("the last suffix counts", "/song.mid.bak", false);
-    row("a name with two points is taken", "/song.01.mid", true);
-    row("a folder called sfx is skipped", "/sfx/song.mid", false);
-    row("a folder called bridge is skipped", "/bridge/song.mid", false);
-    row("in any case of letters", "/SFX/song.mid", false);
-    row("below the root, too", "/a/b/Bridge/c/song.mid", false);
-    row("a folder that begins so is not skipped", "/sfx2/song.mid", true);
-    row("a file called sfx.mid is taken", "/sfx.mid", true);
-    row("a nested folder is scanned", "/a/b/c/d/song.mid", true);
-    row("a playlist folder is scanned", "/playlist/song.mid", true);
-    row("a name that begins with a point is no song", "/._song.mid", false);
-    row("nor is what lies in such a folder", "/.Trash/song.mid", false);
-}
-
-void tst_Index::whatIsIndexed()
-{
-    QFETCH(QString, path);
-    QFETCH(bool, indexed);
-    MemoryFixture memory;
-    memory.put(path, midi0());
-    Index index;
-    QCOMPARE(index.rebuild(memory.root()), indexed);
-    QCOMPARE(index.found(), indexed ? 1 : 0);
-    if (indexed)
-        QCOMPARE(memory.paths(), QStringList{path});
 }
 
 void tst_Index::pathOrder_data()
@@ -298,220 +214,6 @@ void tst_Index::textsOutsideLatin1AreReplaced()
     QCOMPARE(memory.titles(), QStringList{QStringLiteral("?\u00c9")});
     QCOMPARE(memory.read("atitle.id3"), QByteArray(256, '\xFF'));
     QCOMPARE(memory.problems(), QStringList());
-}
-
-void tst_Index::pathsOf252CharactersAreReported()
-{
-    MemoryFixture memory;
-    const QString longest =
-        u'/' + QString(100, u'd') + u'/' + QString(145, u'x') + QStringLiteral(".mid"); // 251
-    const QString tooLong =
-        u'/' + QString(100, u'd') + u'/' + QString(146, u'x') + QStringLiteral(".mid"); // 252
-    memory.put(longest, midi0());
-    memory.put(tooLong, midi0());
-    Index index;
-    QSignalSpy errors(&index, &Index::errorFromIndex);
-    QVERIFY(index.rebuild(memory.root()));
-    QCOMPARE(index.found(), 1);
-    QCOMPARE(memory.paths(), QStringList{longest});
-    QCOMPARE(errors.size(), 1);
-    QCOMPARE(errors.at(0).at(0).toString(),
-             QStringLiteral("File non importato, path troppo lungo: ") + memory.path(tooLong));
-    QCOMPARE(memory.problems(), QStringList());
-}
-
-void tst_Index::otherFilesOfThePlayerStay()
-{
-    MemoryFixture memory;
-    const QStringList deleted{QStringLiteral("genre.id3"),    QStringLiteral("agenre.id3"),
-                              QStringLiteral("title3.id3"),   QStringLiteral("artist3.id3"),
-                              QStringLiteral("genre3.id3"),   QStringLiteral("atitle3.id3"),
-                              QStringLiteral("aartist3.id3"), QStringLiteral("agenre3.id3"),
-                              QStringLiteral("temp1.id3"),    QStringLiteral("temp2.id3")};
-    for (const QString &name : deleted)
-        memory.put(u'/' + name, "x");
-    memory.put(QStringLiteral("/sfx.id3"), "mine");
-    memory.put(QStringLiteral("/playlist/playlist.dat"), "mine");
-    memory.put(QStringLiteral("/.fsinfos.new"), "left by a killed run");
-    memory.put(QStringLiteral("/a.mid"), midi0());
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
-    QStringList left = preparedFiles;
-    left.insert(6, QStringLiteral("sfx.id3"));
-    QCOMPARE(memory.indexFiles(), left);
-    QVERIFY(index.deleteIndex(memory.root()));
-    QCOMPARE(memory.indexFiles(), QStringList{QStringLiteral("sfx.id3")});
-    QCOMPARE(memory.read("playlist/playlist.dat"), QByteArray("mine"));
-    QVERIFY(index.deleteIndex(memory.root())); // nothing there is passed over
-}
-
-void tst_Index::aTrailingSeparatorIsRemoved_data()
-{
-    QTest::addColumn<QString>("separator");
-    QTest::newRow("none") << QString();
-    QTest::newRow("a slash") << QStringLiteral("/");
-    QTest::newRow("a backslash") << QStringLiteral("\\");
-}
-
-void tst_Index::aTrailingSeparatorIsRemoved()
-{
-    QFETCH(QString, separator);
-    MemoryFixture memory;
-    memory.put(QStringLiteral("/a.mid"), midi0());
-    Index index;
-    QVERIFY(index.rebuild(memory.root() + separator));
-    QVERIFY(index.update(memory.root() + separator));
-    QVERIFY(!index.changed());
-    QCOMPARE(memory.paths(), QStringList{QStringLiteral("/a.mid")});
-    QVERIFY(Index::isPrepared(memory.root() + separator));
-}
-
-void tst_Index::unusableRoots_data()
-{
-    QTest::addColumn<QString>("below");
-    QTest::newRow("a root that does not exist") << QStringLiteral("/nowhere");
-    QTest::newRow("a root that is a file") << QStringLiteral("/a.mid");
-}
-
-void tst_Index::unusableRoots()
-{
-    QFETCH(QString, below);
-    MemoryFixture memory;
-    memory.put(QStringLiteral("/a.mid"), midi0());
-    Index index;
-    QVERIFY(!index.rebuild(memory.path(below)));
-    QVERIFY(index.failed());
-    QVERIFY(!index.update(memory.path(below)));
-    QVERIFY(index.failed());
-    QCOMPARE(names(memory.root()), QStringList{QStringLiteral("a.mid")});
-}
-
-void tst_Index::signalsTellTheProgress()
-{
-    MemoryFixture memory;
-    memory.putMidi(QStringLiteral("/sub/b.mid"), "b");
-    memory.putMidi(QStringLiteral("/a.mid"), "a");
-    Index index;
-    QStringList signals_;
-    QObject::connect(&index, &Index::fileFoundChanged,
-                     [&](int n) { signals_ << QStringLiteral("found %1").arg(n); });
-    QObject::connect(&index, &Index::progressMaxSetup,
-                     [&](int n) { signals_ << QStringLiteral("max %1").arg(n); });
-    QObject::connect(&index, &Index::progressValueChanged,
-                     [&](int n) { signals_ << QStringLiteral("value %1").arg(n); });
-    QObject::connect(&index, &Index::currentPathChanged, [&](const QString &path) {
-        signals_ << QStringLiteral("path ")
-                + (path.isEmpty() ? path : path.mid(memory.root().size()));
-    });
-    QVERIFY(index.rebuild(memory.root()));
-    QCOMPARE(signals_.join(u','),
-             QStringLiteral(
-                 "value 0,found 1,path /sub,found 2,max 2,path /a.mid,value 1,path /sub/b.mid,"
-                 "value 2,path ,max 100,value 0,value 10,value 20,value 30,value 40,value 50,"
-                 "value 90,value 100"));
-
-    signals_.clear();
-    QVERIFY(index.update(memory.root())); // nothing changed: only up to the found count
-    QCOMPARE(signals_.join(u','),
-             QStringLiteral(
-                 "value 0,found 1,path /sub,found 2,max 2,path /a.mid,value 1,path /sub/b.mid,"
-                 "value 2,path "));
-
-    const QMetaObject &meta = Index::staticMetaObject;
-    QStringList declared;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        declared << QString::fromLatin1(meta.method(i).methodSignature());
-    QCOMPARE(declared,
-             (QStringList{QStringLiteral("fileFoundChanged(int)"),
-                          QStringLiteral("progressMaxSetup(int)"),
-                          QStringLiteral("progressValueChanged(int)"),
-                          QStringLiteral("currentPathChanged(QString)"),
-                          QStringLiteral("errorFromIndex(QString)")}));
-}
-
-void tst_Index::oddEntriesAreNoSongs()
-{
-#ifndef Q_OS_UNIX
-    QSKIP("needs a POSIX shell");
-#endif
-    MemoryFixture memory;
-    memory.putMidi(QStringLiteral("/a.mid"), "a");
-    QDir(memory.root()).mkdir(QStringLiteral("folder.mid"));
-    QCOMPARE(QProcess::execute(QStringLiteral("sh"),
-                               {QStringLiteral("-c"),
-                                QStringLiteral("cd \"$1\" && mkfifo fifo.mid && ln -s /nowhere "
-                                               "link.mid && ln -s /dev/null null.mid && "
-                                               "printf x > \"$(printf 'bad\\377.mid')\""),
-                                QStringLiteral("sh"), memory.root()}),
-             0);
-    Index index;
-    QSignalSpy errors(&index, &Index::errorFromIndex);
-    QVERIFY(index.rebuild(memory.root()));
-    QCOMPARE(memory.paths(), QStringList{QStringLiteral("/a.mid")});
-    QCOMPARE(errors.size(),
-             1); // the name that can't be represented is told, not dropped without a word
-}
-
-void tst_Index::loopsOfLinksEnd()
-{
-    MemoryFixture memory;
-    memory.putMidi(QStringLiteral("/sub/a.mid"), "a");
-    QVERIFY(QFile::link(memory.root(), memory.path(QStringLiteral("/sub/loop"))));
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
-    QCOMPARE(index.found(), 1);
-}
-
-void tst_Index::realSongs()
-{
-    const QDir songs(QStringLiteral("/usr/share/games/openttd/baseset/openmsx"));
-    const QStringList midis = songs.entryList({QStringLiteral("*.mid")});
-    if (midis.isEmpty())
-        QSKIP("openttd-openmsx is not installed");
-    MemoryFixture memory;
-    for (const QString &name : midis)
-        QVERIFY(QFile::copy(songs.filePath(name), memory.root() + u'/' + name));
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
-    QCOMPARE(index.found(), midis.size());
-    QCOMPARE(memory.problems(), QStringList());
-    QVERIFY(memory.titles().contains(QStringLiteral("SPARE WHEELS BALLET"))
-            || memory.titles().size() == midis.size());
-}
-
-/** Numbers in two bytes wrap: the ord index and the counts are cut to 16 bits, the 32-bit ones are
- * not. */
-void tst_Index::seventyThousandSongs()
-{
-    constexpr int songs = 70000;
-    MemoryFixture memory;
-    for (int i = 0; i < songs; ++i) {
-        const QString below = QStringLiteral("/%1/%2.mid")
-                                  .arg(i / 1000, 2, 10, QLatin1Char('0'))
-                                  .arg(i, 5, 10, QLatin1Char('0'));
-        if (i % 1000 == 0)
-            QDir(memory.root()).mkdir(below.mid(1, 2));
-        QFile file(memory.path(below));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-    }
-    UnflushedDisk disk;
-    Index index(nullptr, disk);
-    QVERIFY(index.rebuild(memory.root()));
-    QCOMPARE(index.found(), songs);
-    QCOMPARE(memory.read("fsinfos.id3").toHex(),
-             QByteArray("701101000000000000000000")); // 70,000 - 65,536 = 0x1170
-    QCOMPARE(memory.read("ordfile.id3").mid(2 * 65536, 4).toHex(), QByteArray("00000100"));
-    QCOMPARE(memory.read("index.id3").mid(270 * 69999, 4).toHex(), QByteArray("0001116f"));
-    QCOMPARE(memory.read("artist.id3").left(4).toHex(), QByteArray("00001170"));
-    QCOMPARE(memory.problems(), QStringList());
-
-    bool ok = false;
-    const QVector<IndexEntry> entries = index.readEntries(memory.root(), ok);
-    QVERIFY(ok);
-    QCOMPARE(entries.size(), songs);
-    QCOMPARE(entries.last().title, QStringLiteral("69999"));
-    QVERIFY(index.update(memory.root()));
-    QVERIFY(!index.changed());
 }
 
 QTEST_GUILESS_MAIN(tst_Index)

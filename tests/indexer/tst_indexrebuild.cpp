@@ -1,0 +1,353 @@
+#include "tests/indexer/memoryfixture.h"
+#include "tests/library/logcapture.h"
+
+#include <QMetaMethod>
+#include <QProcess>
+#include <QSignalSpy>
+
+#include <filesystem>
+
+using namespace SongBytes;
+
+namespace {
+
+/** A disk whose flushing is not waited for. */
+class UnflushedDisk : public Disk
+{
+public:
+    bool syncVolume(const QString &) override { return true; }
+};
+
+/** A path of the \a i-th of many songs, a thousand a folder. */
+QString songPath(int i)
+{
+    return QStringLiteral("/%1/%2.mid")
+        .arg(i / 1000, 2, 10, QLatin1Char('0'))
+        .arg(i, 5, 10, QLatin1Char('0'));
+}
+
+/** Gives a file another name, which is far quicker than another file. */
+bool putSameFile(const QString &path, const QString &other)
+{
+    std::error_code error;
+    std::filesystem::create_hard_link(path.toStdString(), other.toStdString(), error);
+    return !error || QFile::copy(path, other);
+}
+
+} // namespace
+
+/** The run of a rebuild: what it takes for a song, leaves alone, tells and logs. */
+class tst_IndexRebuild : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aMemoryWithoutSongsGetsNoIndexFiles();
+    void whatIsIndexed_data();
+    void whatIsIndexed();
+    void pathsOf252CharactersAreReported();
+    void oddEntriesAreNoSongs();
+    void loopsOfLinksEnd();
+    void otherFilesOfThePlayerStay();
+    void aTrailingSeparatorIsRemoved_data();
+    void aTrailingSeparatorIsRemoved();
+    void unusableRoots_data();
+    void unusableRoots();
+    void signalsTellTheProgress();
+    void theLogNamesEachStep();
+    void realSongs();
+    void seventyThousandSongs();
+};
+
+void tst_IndexRebuild::aMemoryWithoutSongsGetsNoIndexFiles()
+{
+    MemoryFixture memory;
+    memory.put(QStringLiteral("/notes.txt"), "x");
+    memory.put(QStringLiteral("/index.id3"), "old");
+    memory.put(QStringLiteral("/temp1.id3"), "old");
+    Index index;
+    QVERIFY(!index.rebuild(memory.root()));
+    QCOMPARE(index.found(), 0);
+    QVERIFY(!index.failed());
+    QVERIFY(!index.changed());
+    QCOMPARE(memory.indexFiles(), QStringList());
+}
+
+void tst_IndexRebuild::whatIsIndexed_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("indexed");
+    const auto row = [](const char *name, const char *path, bool indexed) {
+        QTest::newRow(name) << QString::fromUtf8(path) << indexed;
+    };
+    for (const char *suffix :
+         {"mid", "kar", "mf3", "mf4", "mf5", "mp3", "MID", "Kar", "mF3", "MP3"})
+        row(qPrintable(QStringLiteral("a file named song.%1 is taken").arg(QLatin1String(suffix))),
+            QByteArray("/song.").append(suffix), true);
+    row("a file named song.wav is not", "/song.wav", false);
+    row("a file without suffix is not", "/mid", false);
+    row("the last suffix counts", "/song.mid.bak", false);
+    row("a name with two points is taken", "/song.01.mid", true);
+    row("a folder called sfx is skipped", "/sfx/song.mid", false);
+    row("a folder called bridge is skipped", "/bridge/song.mid", false);
+    row("in any case of letters", "/SFX/song.mid", false);
+    row("below the root, too", "/a/b/Bridge/c/song.mid", false);
+    row("a folder that begins so is not skipped", "/sfx2/song.mid", true);
+    row("a file called sfx.mid is taken", "/sfx.mid", true);
+    row("a nested folder is scanned", "/a/b/c/d/song.mid", true);
+    row("a playlist folder is scanned", "/playlist/song.mid", true);
+    row("a name that begins with a point is no song", "/._song.mid", false);
+    row("nor is what lies in such a folder", "/.Trash/song.mid", false);
+}
+
+void tst_IndexRebuild::whatIsIndexed()
+{
+    QFETCH(QString, path);
+    QFETCH(bool, indexed);
+    MemoryFixture memory;
+    memory.put(path, midi0());
+    Index index;
+    QCOMPARE(index.rebuild(memory.root()), indexed);
+    QCOMPARE(index.found(), indexed ? 1 : 0);
+    if (indexed)
+        QCOMPARE(memory.paths(), QStringList{path});
+}
+
+void tst_IndexRebuild::pathsOf252CharactersAreReported()
+{
+    MemoryFixture memory;
+    const QString longest =
+        u'/' + QString(100, u'd') + u'/' + QString(145, u'x') + QStringLiteral(".mid"); // 251
+    const QString tooLong =
+        u'/' + QString(100, u'd') + u'/' + QString(146, u'x') + QStringLiteral(".mid"); // 252
+    memory.put(longest, midi0());
+    memory.put(tooLong, midi0());
+    Index index;
+    QSignalSpy errors(&index, &Index::errorFromIndex);
+    QVERIFY(index.rebuild(memory.root()));
+    QCOMPARE(index.found(), 1);
+    QCOMPARE(memory.paths(), QStringList{longest});
+    QCOMPARE(errors.size(), 1);
+    QCOMPARE(errors.at(0).at(0).toString(),
+             QStringLiteral("File non importato, path troppo lungo: ") + memory.path(tooLong));
+    QCOMPARE(memory.problems(), QStringList());
+}
+
+void tst_IndexRebuild::oddEntriesAreNoSongs()
+{
+#ifndef Q_OS_UNIX
+    QSKIP("needs a POSIX shell");
+#endif
+    MemoryFixture memory;
+    memory.putMidi(QStringLiteral("/a.mid"), "a");
+    QDir(memory.root()).mkdir(QStringLiteral("folder.mid"));
+    QCOMPARE(QProcess::execute(QStringLiteral("sh"),
+                               {QStringLiteral("-c"),
+                                QStringLiteral("cd \"$1\" && mkfifo fifo.mid && ln -s /nowhere "
+                                               "link.mid && ln -s /dev/null null.mid && "
+                                               "printf x > \"$(printf 'bad\\377.mid')\""),
+                                QStringLiteral("sh"), memory.root()}),
+             0);
+    Index index;
+    QSignalSpy errors(&index, &Index::errorFromIndex);
+    QVERIFY(index.rebuild(memory.root()));
+    QCOMPARE(memory.paths(), QStringList{QStringLiteral("/a.mid")});
+    QCOMPARE(errors.size(),
+             1); // the name that can't be represented is told, not dropped without a word
+    // Qt can't remove it either.
+    QProcess::execute(QStringLiteral("sh"),
+                      {QStringLiteral("-c"), QStringLiteral("rm \"$1\"/bad*"), QStringLiteral("sh"),
+                       memory.root()});
+}
+
+void tst_IndexRebuild::loopsOfLinksEnd()
+{
+    MemoryFixture memory;
+    memory.putMidi(QStringLiteral("/sub/a.mid"), "a");
+    QVERIFY(QFile::link(memory.root(), memory.path(QStringLiteral("/sub/loop"))));
+    Index index;
+    QVERIFY(index.rebuild(memory.root()));
+    QCOMPARE(index.found(), 1);
+}
+
+void tst_IndexRebuild::otherFilesOfThePlayerStay()
+{
+    MemoryFixture memory;
+    const QStringList deleted{QStringLiteral("genre.id3"),    QStringLiteral("agenre.id3"),
+                              QStringLiteral("title3.id3"),   QStringLiteral("artist3.id3"),
+                              QStringLiteral("genre3.id3"),   QStringLiteral("atitle3.id3"),
+                              QStringLiteral("aartist3.id3"), QStringLiteral("agenre3.id3"),
+                              QStringLiteral("temp1.id3"),    QStringLiteral("temp2.id3")};
+    for (const QString &name : deleted)
+        memory.put(u'/' + name, "x");
+    memory.put(QStringLiteral("/sfx.id3"), "mine");
+    memory.put(QStringLiteral("/playlist/playlist.dat"), "mine");
+    memory.put(QStringLiteral("/.fsinfos.new"), "left by a killed run");
+    memory.put(QStringLiteral("/a.mid"), midi0());
+    Index index;
+    QVERIFY(index.rebuild(memory.root()));
+    QStringList left = MemoryFixture::preparedFiles();
+    left.insert(6, QStringLiteral("sfx.id3"));
+    QCOMPARE(memory.indexFiles(), left);
+    QVERIFY(index.deleteIndex(memory.root()));
+    QCOMPARE(memory.indexFiles(), QStringList{QStringLiteral("sfx.id3")});
+    QCOMPARE(memory.read("playlist/playlist.dat"), QByteArray("mine"));
+    QVERIFY(index.deleteIndex(memory.root())); // nothing there is passed over
+}
+
+void tst_IndexRebuild::aTrailingSeparatorIsRemoved_data()
+{
+    QTest::addColumn<QString>("separator");
+    QTest::newRow("none") << QString();
+    QTest::newRow("a slash") << QStringLiteral("/");
+    QTest::newRow("a backslash") << QStringLiteral("\\");
+}
+
+void tst_IndexRebuild::aTrailingSeparatorIsRemoved()
+{
+    QFETCH(QString, separator);
+    MemoryFixture memory;
+    memory.put(QStringLiteral("/a.mid"), midi0());
+    Index index;
+    QVERIFY(index.rebuild(memory.root() + separator));
+    QVERIFY(index.update(memory.root() + separator));
+    QVERIFY(!index.changed());
+    QCOMPARE(memory.paths(), QStringList{QStringLiteral("/a.mid")});
+    QVERIFY(Index::isPrepared(memory.root() + separator));
+}
+
+void tst_IndexRebuild::unusableRoots_data()
+{
+    QTest::addColumn<QString>("below");
+    QTest::newRow("a root that does not exist") << QStringLiteral("/nowhere");
+    QTest::newRow("a root that is a file") << QStringLiteral("/a.mid");
+}
+
+void tst_IndexRebuild::unusableRoots()
+{
+    QFETCH(QString, below);
+    MemoryFixture memory;
+    memory.put(QStringLiteral("/a.mid"), midi0());
+    Index index;
+    QVERIFY(!index.rebuild(memory.path(below)));
+    QVERIFY(index.failed());
+    QVERIFY(!index.update(memory.path(below)));
+    QVERIFY(index.failed());
+    QCOMPARE(names(memory.root()), QStringList{QStringLiteral("a.mid")});
+}
+
+void tst_IndexRebuild::signalsTellTheProgress()
+{
+    MemoryFixture memory;
+    memory.putMidi(QStringLiteral("/sub/b.mid"), "b");
+    memory.putMidi(QStringLiteral("/a.mid"), "a");
+    Index index;
+    QStringList signals_;
+    QObject::connect(&index, &Index::fileFoundChanged,
+                     [&](int n) { signals_ << QStringLiteral("found %1").arg(n); });
+    QObject::connect(&index, &Index::progressMaxSetup,
+                     [&](int n) { signals_ << QStringLiteral("max %1").arg(n); });
+    QObject::connect(&index, &Index::progressValueChanged,
+                     [&](int n) { signals_ << QStringLiteral("value %1").arg(n); });
+    QObject::connect(&index, &Index::currentPathChanged, [&](const QString &path) {
+        signals_ << QStringLiteral("path ")
+                + (path.isEmpty() ? path : path.mid(memory.root().size()));
+    });
+    QVERIFY(index.rebuild(memory.root()));
+    QCOMPARE(signals_.join(u','),
+             QStringLiteral(
+                 "value 0,found 1,path /sub,found 2,max 2,path /a.mid,value 1,path /sub/b.mid,"
+                 "value 2,path ,max 100,value 0,value 10,value 20,value 30,value 40,value 50,"
+                 "value 90,value 100"));
+
+    signals_.clear();
+    QVERIFY(index.update(memory.root())); // nothing changed: only up to the found count
+    QCOMPARE(signals_.join(u','),
+             QStringLiteral(
+                 "value 0,found 1,path /sub,found 2,max 2,path /a.mid,value 1,path /sub/b.mid,"
+                 "value 2,path "));
+
+    const QMetaObject &meta = Index::staticMetaObject;
+    QStringList declared;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        declared << QString::fromLatin1(meta.method(i).methodSignature());
+    QCOMPARE(declared,
+             (QStringList{QStringLiteral("fileFoundChanged(int)"),
+                          QStringLiteral("progressMaxSetup(int)"),
+                          QStringLiteral("progressValueChanged(int)"),
+                          QStringLiteral("currentPathChanged(QString)"),
+                          QStringLiteral("errorFromIndex(QString)")}));
+}
+
+/** Each step says what it does, in this order. */
+void tst_IndexRebuild::theLogNamesEachStep()
+{
+    MemoryFixture memory;
+    memory.put(QStringLiteral("/b.mid"), midi0());
+    memory.put(QStringLiteral("/a.mid"), midi0());
+    Index index;
+    const LogCapture log;
+    QVERIFY(index.rebuild(memory.root()));
+    const auto quoted = [&memory](const char *below) {
+        return QString(u'"' + memory.path(QLatin1String(below)) + u'"');
+    };
+    QCOMPARE(
+        LogCapture::lines(),
+        (QStringList{QStringLiteral("delete index"), QStringLiteral("create title index"),
+                     quoted("/a.mid"), quoted("/b.mid"), QStringLiteral("write ord index"),
+                     QStringLiteral("write path index"), QStringLiteral("write title index"),
+                     QStringLiteral("write alpha index"), QStringLiteral("write artist index"),
+                     QStringLiteral("write alpha index"), QStringLiteral("write numfile index")}));
+}
+
+void tst_IndexRebuild::realSongs()
+{
+    const QDir songs(QStringLiteral("/usr/share/games/openttd/baseset/openmsx"));
+    const QStringList midis = songs.entryList({QStringLiteral("*.mid")});
+    if (midis.isEmpty())
+        QSKIP("openttd-openmsx is not installed");
+    MemoryFixture memory;
+    for (const QString &name : midis)
+        QVERIFY(QFile::copy(songs.filePath(name), memory.root() + u'/' + name));
+    Index index;
+    QVERIFY(index.rebuild(memory.root()));
+    QCOMPARE(index.found(), midis.size());
+    QCOMPARE(memory.problems(), QStringList());
+    QCOMPARE(memory.titles().size(), midis.size());
+    QVERIFY(memory.titles().contains(QStringLiteral("CARELESS LOVE")));
+}
+
+/** Numbers in two bytes wrap: the ord index and the counts are cut to 16 bits, the 32-bit ones are
+ * not. */
+void tst_IndexRebuild::seventyThousandSongs()
+{
+    constexpr int songs = 70000;
+    MemoryFixture memory;
+    for (int i = 0; i < songs; i += 1000) {
+        memory.put(songPath(i), QByteArray());
+        for (int j = i + 1; j < i + 1000; ++j)
+            QVERIFY(putSameFile(memory.path(songPath(i)), memory.path(songPath(j))));
+    }
+    const LogCapture silence;
+    UnflushedDisk disk;
+    Index index(nullptr, disk);
+    QVERIFY(index.rebuild(memory.root()));
+    QCOMPARE(index.found(), songs);
+    QCOMPARE(memory.read("fsinfos.id3").toHex(),
+             QByteArray("701101000000000000000000")); // 70,000 - 65,536 = 0x1170
+    QCOMPARE(memory.read("ordfile.id3").mid(2 * 65536, 4).toHex(), QByteArray("00000100"));
+    QCOMPARE(memory.read("index.id3").mid(270 * 69999, 4).toHex(), QByteArray("0001116f"));
+    QCOMPARE(memory.read("artist.id3").left(4).toHex(), QByteArray("00001170"));
+    QCOMPARE(memory.problems(), QStringList());
+
+    bool ok = false;
+    const QVector<IndexEntry> entries = index.readEntries(memory.root(), ok);
+    QVERIFY(ok);
+    QCOMPARE(entries.size(), songs);
+    QCOMPARE(entries.last().title, QStringLiteral("69999"));
+    QVERIFY(index.update(memory.root()));
+    QVERIFY(!index.changed());
+}
+
+QTEST_GUILESS_MAIN(tst_IndexRebuild)
+#include "tst_indexrebuild.moc"
