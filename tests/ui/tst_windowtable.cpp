@@ -1,3 +1,4 @@
+#include "tests/library/logcapture.h"
 #include "tests/ui/windowfixture.h"
 
 #include "ui/dataeditdialog.h"
@@ -22,6 +23,8 @@ private Q_SLOTS:
     void editIsOpenedFor();
     void rejectedEditChangesNothing_data();
     void rejectedEditChangesNothing();
+    void editIsLogged_data();
+    void editIsLogged();
     void editOfASortedRow();
     void editReachesRowsFarDown();
     void unreadableSongOpensNoDialog();
@@ -154,6 +157,39 @@ void tst_WindowTable::rejectedEditChangesNothing()
     m_window->doubleClick(0, WindowFixture::Title);
     QCOMPARE(WindowFixture::read(m_songs.at(0)), before);
     QCOMPARE(m_window->column(WindowFixture::Status), QStringList({QStringLiteral("0")}));
+}
+
+void tst_WindowTable::editIsLogged_data()
+{
+    QTest::addColumn<bool>("isAccepted");
+    QTest::newRow("accepted") << true;
+    QTest::newRow("rejected") << false;
+}
+
+void tst_WindowTable::editIsLogged()
+{
+    QFETCH(bool, isAccepted);
+    import(2);
+    if (isAccepted)
+        retitle(QStringLiteral("Edited"));
+    else
+        m_window->driver.click<DataEditDialog>(QStringLiteral("exitPushButton"));
+    const LogCapture log;
+    m_window->doubleClick(1, WindowFixture::Title);
+
+    const QString path = QLatin1Char('"') + m_songs.at(1) + QLatin1Char('"');
+    QStringList expected{QStringLiteral("File name:  ") + path,
+                         QStringLiteral("[MainWindow] Manual modifing row:  1")};
+    if (isAccepted)
+        expected << QStringLiteral("Accepted") << QStringLiteral("Title      : \"Edited\"")
+                 << QStringLiteral("Saving to file:  ") + path << QStringLiteral("Ok");
+    else
+        expected << QStringLiteral("Rejected!") << QStringLiteral("Title      : \"Song 998\"");
+    int at = -1;
+    for (const QString &line : std::as_const(expected)) {
+        at = LogCapture::lines().indexOf(line, at + 1);
+        QVERIFY2(at >= 0, qPrintable(line));
+    }
 }
 
 void tst_WindowTable::editOfASortedRow()
