@@ -1,0 +1,17 @@
+#pragma once
+
+#include "songs/disk.h"
+
+#include <QString>
+
+/** The folder copy: a whole tree beside the flat backup of the chosen songs. */
+namespace FolderBackup {
+
+/**
+ * Copies what the folder \a source holds, sub-folders included, into \a dest, which is made where
+ * it is missing. What stands there is not replaced. False when anything could not be copied; the
+ * rest is.
+ */
+bool backupDir(const QString &source, const QString &dest, Disk &disk = Disk::real());
+
+} // namespace FolderBackup

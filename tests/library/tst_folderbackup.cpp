@@ -1,0 +1,132 @@
+#include "library/folderbackup.h"
+
+#include "logcapture.h"
+#include "scripteddisk.h"
+#include "testfiles.h"
+
+#include <QtTest>
+
+class tst_FolderBackup : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void theWholeTreeIsCopied();
+    void theLogTellsEachStep();
+    void whatStandsThereIsNotReplaced();
+    void aFolderInsideWhatIsCopiedIsNotCopiedIntoItself();
+    void loopsOfLinksEnd();
+    void unusableFolders_data();
+    void unusableFolders();
+    void aFileThatFailsStopsNoOther();
+
+private:
+    QString at(const char *name) const { return m_dir->filePath(QString::fromUtf8(name)); }
+
+    QScopedPointer<QTemporaryDir> m_dir;
+};
+
+void tst_FolderBackup::init()
+{
+    m_dir.reset(new QTemporaryDir);
+    QVERIFY(m_dir->isValid());
+    TestFiles::write(at("from/b.mid"), "b");
+    TestFiles::write(at("from/sub/deep/a.mp3"), "a");
+}
+
+void tst_FolderBackup::theWholeTreeIsCopied()
+{
+    const QDateTime time(QDate(2009, 3, 5), QTime(7, 8, 9));
+    TestFiles::setModified(at("from/b.mid"), time);
+    TestFiles::write(at("from/.hidden"), "h");
+    QVERIFY(QDir().mkpath(at("from/empty")));
+    QVERIFY(FolderBackup::backupDir(at("from"), at("to")));
+    QCOMPARE(TestFiles::namesIn(at("to")), TestFiles::namesIn(at("from")));
+    QCOMPARE(TestFiles::read(at("to/b.mid")), QByteArray("b"));
+    QCOMPARE(TestFiles::read(at("to/sub/deep/a.mp3")), QByteArray("a"));
+    QCOMPARE(QFileInfo(at("to/b.mid")).lastModified(), time);
+}
+
+void tst_FolderBackup::theLogTellsEachStep()
+{
+    QVERIFY(QDir().mkpath(at("to")));
+    const LogCapture log;
+    QVERIFY(FolderBackup::backupDir(at("from"), at("to")));
+    const auto line = [this](const char *text, const char *first, const char *second = nullptr) {
+        QString expected = QString::fromUtf8(text) + QStringLiteral(" \"%1\"").arg(at(first));
+        return second ? expected + QStringLiteral(" to: \"%1\"").arg(at(second)) : expected;
+    };
+    QCOMPARE(
+        LogCapture::lines(),
+        (QStringList{
+            line("Backing up directory:", "from", "to"), line("Copying file:", "from/b.mid"),
+            line("Backing up directory:", "from/sub", "to/sub"), line("Making new dir:", "to/sub"),
+            line("Backing up directory:", "from/sub/deep", "to/sub/deep"),
+            line("Making new dir:", "to/sub/deep"), line("Copying file:", "from/sub/deep/a.mp3")}));
+}
+
+void tst_FolderBackup::whatStandsThereIsNotReplaced()
+{
+    TestFiles::write(at("to/b.mid"), "older");
+    QVERIFY(!FolderBackup::backupDir(at("from"), at("to")));
+    QCOMPARE(TestFiles::read(at("to/b.mid")), QByteArray("older"));
+    QCOMPARE(TestFiles::read(at("to/sub/deep/a.mp3")), QByteArray("a"));
+}
+
+void tst_FolderBackup::aFolderInsideWhatIsCopiedIsNotCopiedIntoItself()
+{
+    QVERIFY(QDir().mkpath(at("from/backup")));
+    QVERIFY(FolderBackup::backupDir(at("from"), at("from/backup")));
+    QCOMPARE(TestFiles::namesIn(at("from/backup")),
+             QStringList({QStringLiteral("b.mid"), QStringLiteral("sub")}));
+}
+
+void tst_FolderBackup::loopsOfLinksEnd()
+{
+    QVERIFY(QFile::link(at("from"), at("from/sub/loop")));
+    QVERIFY(FolderBackup::backupDir(at("from"), at("to")));
+    QCOMPARE(TestFiles::namesIn(at("to/sub")), QStringList{QStringLiteral("deep")});
+}
+
+void tst_FolderBackup::unusableFolders_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("dest");
+    QTest::newRow("a source that is not there") << QStringLiteral("none") << QStringLiteral("to");
+    QTest::newRow("a source that is a file")
+        << QStringLiteral("from/b.mid") << QStringLiteral("to");
+    QTest::newRow("a destination that is a file")
+        << QStringLiteral("from/sub") << QStringLiteral("from/b.mid");
+    QTest::newRow("a destination in a folder that is not there")
+        << QStringLiteral("from") << QStringLiteral("none/to");
+}
+
+void tst_FolderBackup::unusableFolders()
+{
+    QFETCH(QString, source);
+    QFETCH(QString, dest);
+    QVERIFY(!FolderBackup::backupDir(m_dir->filePath(source), m_dir->filePath(dest)));
+    QCOMPARE(TestFiles::namesIn(m_dir->path()), QStringList{QStringLiteral("from")});
+}
+
+void tst_FolderBackup::aFileThatFailsStopsNoOther()
+{
+    TestFiles::write(at("from/c.mid"), "c");
+    ScriptedDisk disk;
+    disk.failingWrite = 1;
+    QVERIFY(!FolderBackup::backupDir(at("from"), at("to"), disk));
+    QCOMPARE(TestFiles::namesIn(at("to")),
+             QStringList({QStringLiteral("c.mid"), QStringLiteral("sub")}));
+
+    disk = ScriptedDisk();
+    disk.failingSync = 1; // of the deepest folder, which is flushed first
+    QVERIFY(QDir(at("to")).removeRecursively());
+    QVERIFY(!FolderBackup::backupDir(at("from"), at("to"), disk));
+    QCOMPARE(TestFiles::namesIn(at("to/sub/deep")), QStringList());
+    QCOMPARE(TestFiles::read(at("to/c.mid")), QByteArray("c"));
+}
+
+QTEST_GUILESS_MAIN(tst_FolderBackup)
+#include "tst_folderbackup.moc"
