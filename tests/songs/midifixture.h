@@ -1,0 +1,24 @@
+#pragma once
+
+#include "songbytes.h"
+#include "songs/rawmidifile.h"
+
+#include <QtTest>
+
+/** What the tests of RawMidiFile share. */
+namespace MidiFixture {
+
+inline RawMidiFile loaded(const QByteArray &bytes)
+{
+    RawMidiFile midi;
+    if (!midi.load(bytes))
+        qFatal("the fixture is no MIDI file");
+    return midi;
+}
+
+inline QString latin1(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+} // namespace MidiFixture
