@@ -7,6 +7,7 @@
 #include "scriptedhost.h"
 #include "testfiles.h"
 #include "tests/songs/songbytes.h"
+#include "texts.h"
 
 #include <QtTest>
 
@@ -14,19 +15,6 @@ using Answers = QVector<Answer>;
 Q_DECLARE_METATYPE(Answers)
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-QStringList strings(std::initializer_list<const char *> texts)
-{
-    QStringList list;
-    for (const char *utf8 : texts)
-        list.append(text(utf8));
-    return list;
-}
 
 const char done[] = "information Trasferimento|Tutti i file sono stati copiati correttamente";
 const char failed[] = "critical Trasferimento|Non è stato possibile copiare uno o più file";

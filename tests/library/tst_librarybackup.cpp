@@ -4,6 +4,7 @@
 #include "scripteddisk.h"
 #include "scriptedhost.h"
 #include "testfiles.h"
+#include "texts.h"
 #include "tmpfsmount.h"
 
 #include <QtTest>
@@ -12,11 +13,6 @@ using Answers = QVector<Answer>;
 Q_DECLARE_METATYPE(Answers)
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 QDateTime theTime()
 {

@@ -5,6 +5,7 @@
 #include "logcapture.h"
 #include "testlibrary.h"
 #include "tests/songs/mfxbytes.h"
+#include "texts.h"
 
 #include <QSettings>
 #include <QtTest>
@@ -14,11 +15,6 @@
 using namespace SongBytes;
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 const char begin[] = "begin Lettura file|Importo la libreria...|Interrompi|%1";
 

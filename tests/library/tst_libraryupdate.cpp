@@ -6,6 +6,7 @@
 #include "scripteddisk.h"
 #include "testlibrary.h"
 #include "tests/songs/mfxbytes.h"
+#include "texts.h"
 #include "tmpfsmount.h"
 
 #include <QtTest>
@@ -20,19 +21,6 @@ namespace {
 constexpr int listed = UserSongsRelTableModel::Listed;
 constexpr int updated = UserSongsRelTableModel::Updated;
 constexpr int failed = UserSongsRelTableModel::Failed;
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-QStringList strings(std::initializer_list<const char *> texts)
-{
-    QStringList list;
-    for (const char *utf8 : texts)
-        list.append(text(utf8));
-    return list;
-}
 
 const char begin[] = "begin Aggiornamento file|Aggiorno la libreria...|Interrompi|%1";
 

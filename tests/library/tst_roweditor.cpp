@@ -4,6 +4,7 @@
 #include "scripteddisk.h"
 #include "testlibrary.h"
 #include "tests/songs/songbytes.h"
+#include "texts.h"
 
 #include <QtTest>
 
@@ -13,11 +14,6 @@ namespace {
 
 constexpr int listed = UserSongsRelTableModel::Listed;
 constexpr int edited = UserSongsRelTableModel::Edited;
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
 
 const char begin[] = "begin Aggiornamento file|Aggiorno la libreria...|Interrompi|%1";
 

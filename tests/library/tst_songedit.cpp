@@ -4,20 +4,12 @@
 #include "scripteddisk.h"
 #include "testfiles.h"
 #include "tests/songs/mfxbytes.h"
+#include "texts.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
 using namespace SongBytes;
-
-namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-} // namespace
 
 class tst_SongEdit : public QObject
 {

@@ -4,25 +4,13 @@
 #include "scripteddisk.h"
 #include "testlibrary.h"
 #include "tests/songs/mfxbytes.h"
+#include "texts.h"
 
 #include <QtTest>
 
 using namespace SongBytes;
 
 namespace {
-
-QString text(const char *utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-QStringList strings(std::initializer_list<const char *> texts)
-{
-    QStringList list;
-    for (const char *utf8 : texts)
-        list.append(text(utf8));
-    return list;
-}
 
 /** "field: before > after", markers as "1 Intro, 5 Verse". */
 QString describe(const QVariant &value)

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "library/filecopier.h"
+
+#include "logcapture.h"
+#include "scripteddisk.h"
+#include "scriptedhost.h"
+#include "testfiles.h"
+#include "texts.h"
+
+#include <QTemporaryDir>
+
+/** What the tests of the copies work with: a folder "from" and a folder "to". */
+class CopyFixture
+{
+protected:
+    /** Makes both anew. */
+    void reset()
+    {
+        m_dir.reset(new QTemporaryDir);
+        if (!QDir(m_dir->path()).mkdir(text("to")) || !QDir(m_dir->path()).mkdir(text("from")))
+            qFatal("no temporary folder");
+    }
+
+    QString source(const QString &name) const { return m_dir->filePath(text("from/") + name); }
+    QString target(const QString &name) const { return m_dir->filePath(text("to/") + name); }
+    QString targetFolder() const { return m_dir->filePath(text("to")); }
+    QStringList targetNames() const { return TestFiles::namesIn(targetFolder()); }
+
+    /** Writes new songs of these names, and old ones where they are to be copied. */
+    QStringList newOverOld(const QStringList &names) const
+    {
+        QStringList files;
+        for (const QString &name : names) {
+            files.append(TestFiles::write(source(name), "new"));
+            TestFiles::write(target(name), oldBytes);
+        }
+        return files;
+    }
+
+    const QByteArray oldBytes = "old";
+    QScopedPointer<QTemporaryDir> m_dir;
+};

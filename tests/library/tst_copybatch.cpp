@@ -1,0 +1,249 @@
+#include "copyfixture.h"
+
+#include <QtTest>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+/** Songs that are copied together: the order of bytes, names and flushes, and what a kill leaves.
+ */
+class tst_CopyBatch : public QObject, private CopyFixture
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { reset(); }
+
+    void namesThatDifferInCaseAreNotStagedTogether();
+    void namesComeAfterTheBytesAndBeforeTheLastFlush();
+    void manySongsAreFlushedInFewBatches();
+    void leftovers_data();
+    void leftovers();
+    void onFatTheOldSongsWaitUntilTheNewOnesAreSafe();
+    void onFatAFailureBringsTheOldSongsBack_data();
+    void onFatAFailureBringsTheOldSongsBack();
+    void onFatAKillLeavesOneOfTheTwo_data();
+    void onFatAKillLeavesOneOfTheTwo();
+    void aKilledRunIsMadeGoodByTheNext_data();
+    void aKilledRunIsMadeGoodByTheNext();
+};
+
+void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
+{
+    // On a card the first must have its name before the second looks whether it is there.
+    const QStringList files{TestFiles::write(source(text("1/s.mid")), "first"),
+                            TestFiles::write(source(text("2/S.MID")), "second")};
+    ScriptedHost host;
+    ScriptedDisk disk;
+    FileCopier copier(host, disk);
+    QVERIFY(copier.copyFiles(files, targetFolder()));
+    QCOMPARE(disk.operations,
+             strings({"write", "sync", "replace", "write", "sync", "replace", "sync"}));
+    QCOMPARE(targetNames(), strings({"S.MID", "s.mid"}));
+}
+
+void tst_CopyBatch::namesComeAfterTheBytesAndBeforeTheLastFlush()
+{
+    const QStringList files{TestFiles::write(source(text("a.mid")), "new"),
+                            TestFiles::write(source(text("b.mid")), "new")};
+    ScriptedHost host;
+    ScriptedDisk disk;
+    QStringList namesAtLastProgress;
+    host.onProgress = [&](int value) {
+        if (value == 2)
+            namesAtLastProgress = disk.operations;
+    };
+    FileCopier copier(host, disk);
+    QVERIFY(copier.copyFiles(files, targetFolder()));
+    const QStringList expected = strings({"write", "write", "sync", "replace", "replace", "sync"});
+    QCOMPARE(disk.operations, expected);
+    QCOMPARE(namesAtLastProgress, expected); // a full progress bar means done
+}
+
+void tst_CopyBatch::manySongsAreFlushedInFewBatches()
+{
+    QStringList files;
+    for (int i = 0; i < 501; ++i)
+        files.append(TestFiles::write(source(QString::number(i) + text(".mid")), "new"));
+    ScriptedHost host;
+    ScriptedDisk disk;
+    FileCopier copier(host, disk);
+    QVERIFY(copier.copyFiles(files, targetFolder()));
+    QCOMPARE(copier.copied(), 501);
+    QCOMPARE(disk.countOf(text("sync")), 3);
+    QCOMPARE(targetNames().size(), 501);
+}
+
+void tst_CopyBatch::leftovers_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("stays");
+    const qint64 own = QCoreApplication::applicationPid();
+    QTest::newRow("of a copier that is gone") << text(".tarvel4soft-2147483646-0.part") << false;
+    QTest::newRow("of this process") << text(".tarvel4soft-%1-7.part").arg(own) << false;
+    QTest::newRow("of a copier that is at work") << text(".tarvel4soft-1-0.part") << true;
+    QTest::newRow("a name that only resembles ours") << text(".tarvel4soft-x-0.part") << true;
+    QTest::newRow("another name with a point") << text(".hidden") << true;
+    QTest::newRow("a song") << text("tarvel4soft-2147483646-0.part.mid") << true;
+}
+
+void tst_CopyBatch::leftovers()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, stays);
+    TestFiles::write(target(name), "half");
+    TestFiles::write(source(text("a.mid")), "new");
+    ScriptedHost host;
+    FileCopier copier(host, Disk::real());
+    QVERIFY(copier.copyFiles({source(text("a.mid"))}, targetFolder()));
+    QCOMPARE(targetNames().contains(name), stays);
+    QCOMPARE(TestFiles::read(target(text("a.mid"))), QByteArray("new"));
+}
+
+void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
+{
+    const QStringList files{TestFiles::write(source(text("a.mid")), "new"),
+                            TestFiles::write(source(text("b.mid")), "new"),
+                            TestFiles::write(source(text("c.mid")), "new")};
+    TestFiles::write(target(text("a.mid")), oldBytes);
+    TestFiles::write(target(text("b.mid")), oldBytes);
+    ScriptedHost host;
+    ScriptedDisk disk;
+    disk.isFat = true;
+    QStringList namesBeforeTheLastFlush;
+    disk.before = [&](const QString &operation, int count) {
+        if (operation == text("sync") && count == 2)
+            namesBeforeTheLastFlush = targetNames();
+    };
+    FileCopier copier(host, disk);
+    QVERIFY(copier.copyFiles(files, targetFolder()));
+    QCOMPARE(namesBeforeTheLastFlush,
+             strings({"a.mid", "a.mid.bak", "b.mid", "b.mid.bak", "c.mid"}));
+    QCOMPARE(targetNames(), strings({"a.mid", "b.mid", "c.mid"}));
+    QCOMPARE(disk.countOf(text("sync")), 3); // the bytes, the names, the old ones' removal
+}
+
+void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack_data()
+{
+    QTest::addColumn<int>("failingReplace");
+    QTest::addColumn<int>("failingSync");
+    QTest::addColumn<QStringList>("replaced");
+    QTest::newRow("the old song can't step aside") << 1 << 0 << strings({"b.mid"});
+    QTest::newRow("the new song can't be named") << 2 << 0 << strings({"b.mid"});
+    QTest::newRow("the flush of the names") << 0 << 2 << QStringList();
+    QTest::newRow("the flush after the old ones' removal, which harms nothing")
+        << 0 << 3 << strings({"a.mid", "b.mid"});
+}
+
+void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack()
+{
+    QFETCH(int, failingReplace);
+    QFETCH(int, failingSync);
+    QFETCH(QStringList, replaced);
+    const QStringList names = strings({"a.mid", "b.mid"});
+    const QStringList files = newOverOld(names);
+    ScriptedHost host;
+    ScriptedDisk disk;
+    disk.isFat = true;
+    disk.failingReplace = failingReplace;
+    disk.failingSync = failingSync;
+    FileCopier copier(host, disk);
+    QCOMPARE(copier.copyFiles(files, targetFolder()), replaced.size() == names.size());
+    QCOMPARE(copier.copied(), replaced.size());
+    QCOMPARE(targetNames(), names);
+    for (const QString &name : names)
+        QCOMPARE(TestFiles::read(target(name)),
+                 replaced.contains(name) ? QByteArray("new") : oldBytes);
+}
+
+void tst_CopyBatch::onFatAKillLeavesOneOfTheTwo_data()
+{
+    QTest::addColumn<int>("count");
+    for (int count = 1; count <= 4; ++count)
+        QTest::addRow("killed at rename %d", count) << count;
+}
+
+void tst_CopyBatch::onFatAKillLeavesOneOfTheTwo()
+{
+    QFETCH(int, count);
+    const QStringList names = strings({"a.mid", "b.mid"});
+    const QStringList files = newOverOld(names);
+    const pid_t child = fork();
+    if (child == 0) {
+        ScriptedHost host;
+        ScriptedDisk disk;
+        disk.isFat = true;
+        disk.before = [&](const QString &operation, int done) {
+            if (operation == text("replace") && done == count)
+                raise(SIGKILL);
+        };
+        FileCopier(host, disk).copyFiles(files, targetFolder());
+        _exit(0);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY(WIFSIGNALED(status));
+    for (const QString &name : names) {
+        const QByteArray now = TestFiles::read(target(name));
+        const bool isThere = now == oldBytes || now == QByteArray("new");
+        QVERIFY(isThere || TestFiles::read(target(name + text(".bak"))) == oldBytes);
+    }
+    ScriptedHost host;
+    FileCopier copier(host, Disk::real());
+    QVERIFY(copier.copyFiles(files, targetFolder()));
+    for (const QString &name : names)
+        QCOMPARE(TestFiles::read(target(name)), QByteArray("new"));
+}
+
+void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QStringList>("replaced");
+    QTest::newRow("killed at the first write") << text("write") << 1 << QStringList();
+    QTest::newRow("killed at the third write") << text("write") << 3 << QStringList();
+    QTest::newRow("killed at the flush of the bytes") << text("sync") << 1 << QStringList();
+    QTest::newRow("killed at the first name") << text("replace") << 1 << QStringList();
+    QTest::newRow("killed at the second name") << text("replace") << 2 << strings({"a.mid"});
+    QTest::newRow("killed at the last flush")
+        << text("sync") << 2 << strings({"a.mid", "b.mid", "c.mid"});
+}
+
+void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext()
+{
+    QFETCH(QString, operation);
+    QFETCH(int, count);
+    QFETCH(QStringList, replaced);
+    const QStringList names = strings({"a.mid", "b.mid", "c.mid"});
+    const QStringList files = newOverOld(names);
+
+    const pid_t child = fork();
+    if (child == 0) {
+        ScriptedHost host;
+        ScriptedDisk disk;
+        disk.before = [&](const QString &done, int doneCount) {
+            if (done == operation && doneCount == count)
+                raise(SIGKILL);
+        };
+        FileCopier(host, disk).copyFiles(files, targetFolder());
+        _exit(0);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY(WIFSIGNALED(status));
+
+    for (const QString &name : names)
+        QCOMPARE(TestFiles::read(target(name)),
+                 replaced.contains(name) ? QByteArray("new") : oldBytes);
+    ScriptedHost host;
+    FileCopier copier(host, Disk::real());
+    QVERIFY(copier.copyFiles(files, targetFolder()));
+    QCOMPARE(targetNames(), names);
+    for (const QString &name : names)
+        QCOMPARE(TestFiles::read(target(name)), QByteArray("new"));
+}
+
+QTEST_GUILESS_MAIN(tst_CopyBatch)
+#include "tst_copybatch.moc"
