@@ -1,0 +1,44 @@
+#pragma once
+
+#include "library/librarybackup.h"
+#include "library/libraryupdate.h"
+
+#include "logcapture.h"
+#include "testlibrary.h"
+#include "tests/songs/mfxbytes.h"
+#include "texts.h"
+
+/** A library with a catalogue of four songs, and its update. */
+class LibraryUpdateFixture
+{
+protected:
+    static constexpr int listed = UserSongsRelTableModel::Listed;
+    static constexpr int updated = UserSongsRelTableModel::Updated;
+    static constexpr int failed = UserSongsRelTableModel::Failed;
+
+    /** Makes the library anew, without songs. */
+    void reset()
+    {
+        m_library.reset();
+        m_library.reset(new TestLibrary({{text("ONE"), text("UNO")},
+                                         {text("TWO"), text("DUE")},
+                                         {text("THREE"), text("TRE")},
+                                         {text("ACCENT"), text("Citt\u00e0")}}));
+    }
+
+    bool update(LibraryUpdate::Unpublished unpublished = {true, true}, Disk &disk = Disk::real())
+    {
+        LibraryBackup backup(m_library->host());
+        LibraryUpdate update(m_library->db(), m_library->model(), m_library->host(), unpublished,
+                             disk);
+        return update.updateUserLibrary(backup, m_library->files());
+    }
+
+    static QByteArray makersSong(const char *title = "")
+    {
+        using namespace SongBytes;
+        return midi0(meta(2, "K-VARO") + meta(3, title));
+    }
+
+    QScopedPointer<TestLibrary> m_library;
+};
