@@ -2,7 +2,6 @@
 
 #include "cli/texts.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace {
@@ -17,6 +16,20 @@ std::optional<QString> textOf(const QByteArray &bytes)
 bool isOption(const QByteArray &word)
 {
     return word.startsWith('-') && word.size() > 1;
+}
+
+/** The option of that name, else those whose names begin so. */
+QVector<const Option *> optionsNamed(const QByteArray &name, const QVector<Option> &options)
+{
+    QVector<const Option *> matches;
+    for (const Option &option : options) {
+        const QByteArray full = QByteArray("--") + option.name;
+        if (full == name)
+            return {&option};
+        if (name.startsWith("--") && full.startsWith(name))
+            matches += &option;
+    }
+    return matches;
 }
 
 } // namespace
@@ -57,12 +70,13 @@ bool Arguments::readOption(QByteArrayList &words, const QVector<Option> &options
     const int equals = word.indexOf('=');
     const QByteArray name =
         word == "-h" ? QByteArray("--help") : word.left(equals < 0 ? word.size() : equals);
-    const auto option = std::find_if(options.cbegin(), options.cend(), [&](const Option &known) {
-        return name == QByteArray("--") + known.name;
-    });
-    if (option == options.cend())
+    const QVector<const Option *> matches = optionsNamed(name, options);
+    if (matches.size() != 1)
         return fail(ExitStatus::Usage,
-                    Cli::tr("opzione sconosciuta: %1").arg(QString::fromUtf8(word)));
+                    (matches.isEmpty() ? Cli::tr("opzione sconosciuta: %1")
+                                       : Cli::tr("opzione ambigua: %1"))
+                        .arg(QString::fromUtf8(word)));
+    const Option *option = matches.first();
     if (option->kind == Option::Flag) {
         if (equals >= 0)
             return fail(

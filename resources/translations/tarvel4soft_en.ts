@@ -60,6 +60,10 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
         <translation>unknown option: %1</translation>
     </message>
     <message>
+        <source>opzione ambigua: %1</source>
+        <translation>ambiguous option: %1</translation>
+    </message>
+    <message>
         <source>l&apos;opzione --%1 non prende valori</source>
         <translation>option --%1 takes no value</translation>
     </message>

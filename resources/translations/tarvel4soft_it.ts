@@ -60,6 +60,10 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
         <translation>opzione sconosciuta: %1</translation>
     </message>
     <message>
+        <source>opzione ambigua: %1</source>
+        <translation>opzione ambigua: %1</translation>
+    </message>
+    <message>
         <source>l'opzione --%1 non prende valori</source>
         <translation>l'opzione --%1 non prende valori</translation>
     </message>

@@ -104,6 +104,11 @@ void tst_CliUsage::acceptsOptionsInEveryForm_data()
     QTest::newRow("after the command") << R"("$cli" info --json a.mid)" << record;
     QTest::newRow("after the paths") << R"("$cli" info a.mid --json)" << record;
     QTest::newRow("ahead of the command") << R"("$cli" --json info a.mid)" << record;
+    QTest::newRow("shortened") << R"("$cli" info --js --recu a.mid)" << record;
+    QTest::newRow("shortened, ahead of the command") << R"("$cli" --js info a.mid)" << record;
+    QTest::newRow("shortened, with a value")
+        << R"x("$cli" edit --genr=Altro --art Altri a.mid | grep -E "^(artist|genre)")x"
+        << QByteArray("artist: Altri\ngenre: Altro\n");
     QTest::newRow("given twice") << R"("$cli" --json info --json a.mid)" << record;
     QTest::newRow("two hyphens end the options")
         << R"(cp a.mid -- -rf.mid; "$cli" info --json -- -rf.mid)"
@@ -133,10 +138,7 @@ void tst_CliUsage::acceptsOptionsInEveryForm()
     const Run run = Program(m_folder->path()).shell(line);
     QCOMPARE(run.err, QByteArray());
     QCOMPARE(run.status, 0);
-    if (line.contains(QLatin1String("edit --json")))
-        QCOMPARE(run.records().size(), 1); // its events are in another order now
-    else
-        QCOMPARE(run.out, out);
+    QCOMPARE(run.out, out);
 }
 
 void tst_CliUsage::refusesWrongUsage_data()
@@ -150,7 +152,13 @@ void tst_CliUsage::refusesWrongUsage_data()
         << "--bogus info a.mid" << QByteArray("--bogus");
     QTest::newRow("an unknown short option") << "info -x a.mid" << QByteArray("-x");
     QTest::newRow("another command's option") << "info --title x a.mid" << QByteArray("--title");
-    QTest::newRow("a shortened option") << "info --recurs a.mid" << QByteArray("--recurs");
+    QTest::newRow("a shortened option that could be two")
+        << "edit --title= --a=x a.mid" << QByteArray("ambiguous option: --a=x");
+    QTest::newRow("a shortened option with one hyphen")
+        << "info -recurs a.mid" << QByteArray("-recurs");
+    QTest::newRow("a shortened option with more to it")
+        << "info --recursively a.mid" << QByteArray("--recursively");
+    QTest::newRow("nothing but hyphens and a value") << "info --=x a.mid" << QByteArray("--=x");
     QTest::newRow("a flag with a value") << "info --json=yes a.mid" << QByteArray("--json");
     QTest::newRow("a missing value") << "edit a.mid --title" << QByteArray("--title");
     QTest::newRow("a word that is none of the choices")
