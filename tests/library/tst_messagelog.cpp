@@ -182,12 +182,16 @@ void tst_MessageLog::fatalMessageEndsTheProcess_data()
     QTest::addColumn<QByteArray>("logged");
     QTest::newRow("logged") << QStringLiteral("--fatal-logged") << QByteArray("F| the end\n");
     QTest::newRow("silent: nothing is written") << QStringLiteral("--fatal-silent") << QByteArray();
+    QTest::newRow("where the log can't be written, too")
+        << QStringLiteral("--fatal-unwritable") << QByteArray();
 }
 
 void tst_MessageLog::fatalMessageEndsTheProcess()
 {
     QFETCH(QString, handler);
     QFETCH(QByteArray, logged);
+    if (handler == QLatin1String("--fatal-unwritable"))
+        QVERIFY(QDir().mkdir(QStringLiteral("log.txt")));
     QProcess process;
     process.setWorkingDirectory(m_dir->path());
     process.start(QCoreApplication::applicationFilePath(), {handler});
@@ -199,7 +203,7 @@ void tst_MessageLog::fatalMessageEndsTheProcess()
 int main(int argc, char *argv[])
 {
     const QByteArray first = argc > 1 ? argv[1] : "";
-    if (first == "--fatal-logged")
+    if (first == "--fatal-logged" || first == "--fatal-unwritable")
         MessageLog::writeMessage(QtFatalMsg, QMessageLogContext(), QStringLiteral("the end"));
     if (first == "--fatal-silent")
         MessageLog::dropMessage(QtFatalMsg, QMessageLogContext(), QStringLiteral("the end"));

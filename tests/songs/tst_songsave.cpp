@@ -14,6 +14,7 @@ private Q_SLOTS:
     void init() { m_folder = std::make_unique<Folder>(); }
     void imagesThatAreNotSaved_data();
     void imagesThatAreNotSaved();
+    void aSongThatWasNotLoadedIsNotSaved();
     void theLargestStreamIsSaved_data();
     void theLargestStreamIsSaved();
     void aMp3TagThatCouldNotBeReadAgainIsNotSaved();
@@ -70,6 +71,17 @@ void tst_SongSave::imagesThatAreNotSaved()
     QCOMPARE(capture.lines(), QStringList(latin1(unknownFormat)));
     QCOMPARE(disk.operations, QStringList());
     QCOMPARE(read(file), old);
+}
+
+void tst_SongSave::aSongThatWasNotLoadedIsNotSaved()
+{
+    const QString file = write(path("a.mid"), "somebody's");
+    MetaSong song;
+    QVERIFY(!song.importFile(file));
+    const LogCapture capture;
+    QVERIFY(!song.saveToFile(file));
+    QCOMPARE(capture.lines(), QStringList(latin1(unknownFormat)));
+    QCOMPARE(read(file), QByteArray("somebody's"));
 }
 
 void tst_SongSave::theLargestStreamIsSaved_data()

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void init() { m_folder = std::make_unique<Folder>(); }
     void everyFailureLeavesTheOldSong_data();
     void everyFailureLeavesTheOldSong();
+    void eachFailureOfAnMp3HasItsLine_data();
+    void eachFailureOfAnMp3HasItsLine();
     void aDeadMediumLosesNoMp3_data();
     void aDeadMediumLosesNoMp3();
     void wherePuttingBackFailsTheLogSaysSo();
@@ -95,6 +97,39 @@ void tst_SongSaveFailures::everyFailureLeavesTheOldSong()
         ++failures;
     }
     QVERIFY(failures >= 3);
+}
+
+void tst_SongSaveFailures::eachFailureOfAnMp3HasItsLine_data()
+{
+    QTest::addColumn<int>("step");
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<QString>("line");
+
+    const QString copy = latin1("[MetaSong::saveToFile] Impossible to copy part of file.");
+    QTest::newRow("the tag can't be written")
+        << 1 << latin1("write")
+        << latin1("[MetaSong::saveToFile] Impossible to write tag of file.");
+    QTest::newRow("the audio can't be written") << 2 << latin1("write") << copy;
+    QTest::newRow("its second block can't be written") << 3 << latin1("write") << copy;
+}
+
+void tst_SongSaveFailures::eachFailureOfAnMp3HasItsLine()
+{
+    QFETCH(int, step);
+    QFETCH(QString, operation);
+    QFETCH(QString, line);
+
+    const QByteArray old = songOf(latin1("mp3"));
+    QVERIFY(old.size() > 100'000);
+    const QString file = write(path("song.mp3"), old);
+    FailingDisk disk;
+    disk.failAt = step;
+    MetaSong song = imported(file, disk);
+    const LogCapture capture;
+    QVERIFY(!song.saveToFile(file));
+    QCOMPARE(disk.operations.value(step - 1), operation);
+    QCOMPARE(capture.lines().value(0), line);
+    QCOMPARE(read(file), old);
 }
 
 void tst_SongSaveFailures::aDeadMediumLosesNoMp3_data()

@@ -13,6 +13,8 @@ private Q_SLOTS:
     void initTestCase();
     void markers_data();
     void markers();
+    void zerosOfTheCatalogue_data();
+    void zerosOfTheCatalogue();
     void mfxFlags_data();
     void mfxFlags();
     void editMark_data();
@@ -89,6 +91,49 @@ void tst_WrittenRecord::markers()
         QCOMPARE(info.markers, after);
         QCOMPARE(savedAndReadBack(song).markers, after);
     }
+}
+
+void tst_WrittenRecord::zerosOfTheCatalogue_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<int>("number"); // of the record's length and bpm
+    QTest::addColumn<QByteArray>("after");
+
+    const QByteArray texts = songInfo(1, {}) + songInfo(2, {});
+    const QByteArray inTrack = songInfo(3, {}) + meta(3, {}) + songInfo(4, "0");
+    QTest::newRow("mid: a length and a bpm of 0 are written")
+        << latin1("mid") << midi0() << 0 << midi0(texts + songInfo(5, "0") + inTrack);
+    QTest::newRow("mid: unknown ones are not")
+        << latin1("mid") << midi0() << -1 << midi0(texts + songInfo(3, {}) + meta(3, {}));
+    QTest::newRow("mp3: a length of 0 is written, a bpm of 0 removes its frame")
+        << latin1("mp3") << audio() << 0
+        << tag(SongBytes::editMark() + frame("TLEN", "0")) + audio();
+    QTest::newRow("mp3: unknown ones are not")
+        << latin1("mp3") << audio() << -1 << tag(SongBytes::editMark()) + audio();
+    const auto song = [](int bpm, const QByteArray &events) {
+        return mfx(3, {"", "", "", "", "", bpm, 0}, midi0(events));
+    };
+    QTest::newRow("mf3: a length of 0 is written, a bpm of 0 in place of 500")
+        << latin1("mf3") << song(500, {}) << 0 << song(0, songInfo(4, "0"));
+    QTest::newRow("mf3: unknown ones are not")
+        << latin1("mf3") << song(500, {}) << -1 << song(500, {});
+}
+
+void tst_WrittenRecord::zerosOfTheCatalogue()
+{
+    QFETCH(QString, suffix);
+    QFETCH(QByteArray, before);
+    QFETCH(int, number);
+    QFETCH(QByteArray, after);
+
+    MetaSong song = imported(suffix, before);
+    SongInfo info;
+    info.length = info.bpm = number;
+    info.isPublisher = true;
+    song.setSongInfo(info, update);
+    QVERIFY(song.saveToFile(m_file.path()));
+    QCOMPARE(read(m_file.path()), after);
 }
 
 void tst_WrittenRecord::mfxFlags_data()
