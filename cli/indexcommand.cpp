@@ -2,6 +2,7 @@
 #include "cli/texts.h"
 #include "indexer/index.h"
 #include "indexer/indexverifier.h"
+#include "library/indexprogress.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -9,21 +10,11 @@
 
 namespace {
 
-void showProgress(const Index &index, TerminalHost &host)
-{
-    QObject::connect(&index, &Index::fileFoundChanged,
-                     [&host](int count) { host.setProgressValue(count); });
-    QObject::connect(&index, &Index::progressMaxSetup,
-                     [&host](int maximum) { host.setProgressMaximum(maximum); });
-    QObject::connect(&index, &Index::progressValueChanged,
-                     [&host](int value) { host.setProgressValue(value); });
-}
-
 ExitStatus build(bool (Index::*job)(const QString &), const QString &root, const QString &given,
                  Session &session)
 {
     Index index;
-    showProgress(index, session.host);
+    showProgressOf(index, session.host);
     QStringList errors;
     QObject::connect(&index, &Index::errorFromIndex,
                      [&errors](const QString &text) { errors += text; });

@@ -3,9 +3,12 @@
 #include "cli/printable.h"
 #include "cli/texts.h"
 #include "indexer/index.h"
+#include "indexer/songlistwriter.h"
 
+#include <QBuffer>
 #include <QFileInfo>
-#include <QTemporaryFile>
+
+#include <optional>
 
 namespace {
 
@@ -21,32 +24,34 @@ ExitStatus listFailed(Session &session)
     return jobFailed(session, Cli::tr("la lista non può essere scritta"));
 }
 
-/** The list as the window writes it, by way of a file. */
-ExitStatus printList(Index &index, const QString &root, Index::SongOrder order, Session &session)
+/** The songs of a memory, sorted; none where its index can't be read. */
+std::optional<QVector<IndexEntry>> sortedSongs(const QString &root, Index::SongOrder order)
 {
-    QTemporaryFile list;
-    if (!list.open() || index.writeSongList(root, list.fileName(), order) != 1)
-        return listFailed(session);
-    QFile written(list.fileName());
-    if (!written.open(QIODevice::ReadOnly))
-        return listFailed(session);
+    bool ok = false;
+    QVector<IndexEntry> entries = Index::readEntries(root, ok);
+    if (!ok)
+        return {};
+    SongListWriter::sort(entries, order);
+    return entries;
+}
+
+/** The list as the window writes it, but in UTF-8 whatever the locale. */
+void printList(const QVector<IndexEntry> &entries, Session &session)
+{
+    QBuffer list;
+    list.open(QIODevice::ReadWrite);
+    SongListWriter::write(list, entries, SongListWriter::Encoding::Utf8);
+    list.seek(0);
     const bool isTerminal = Console::isTerminal(Console::Output);
-    while (!written.atEnd() && !session.host.wasCancelled()) {
-        const QByteArray line = written.readLine();
+    while (!list.atEnd() && !session.host.wasCancelled()) {
+        const QByteArray line = list.readLine();
         session.records.writeRaw(
             isTerminal ? printable(QString::fromUtf8(line.chopped(1))).toUtf8() + '\n' : line);
     }
-    return ExitStatus::Done;
 }
 
-ExitStatus writeRecords(Index &index, const QString &root, Index::SongOrder order,
-                        RecordWriter &records, Session &session)
+void writeRecords(const QVector<IndexEntry> &entries, RecordWriter &records, Session &session)
 {
-    bool ok = false;
-    QVector<IndexEntry> entries = index.readEntries(root, ok);
-    if (!ok)
-        return listFailed(session);
-    Index::sortForList(entries, order);
     for (const IndexEntry &entry : entries) {
         if (session.host.wasCancelled())
             break;
@@ -56,7 +61,17 @@ ExitStatus writeRecords(Index &index, const QString &root, Index::SongOrder orde
         record.addText("file", entry.relativePath);
         records.write(record);
     }
-    return records.failed() ? listFailed(session) : ExitStatus::Done;
+}
+
+bool writeRecordFile(const QVector<IndexEntry> &entries, const QString &target, Session &session)
+{
+    QFile file(target);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    RecordWriter records(
+        Record::Json, [&file](const QByteArray &bytes) { return Disk::real().write(file, bytes); });
+    writeRecords(entries, records, session);
+    return !records.failed();
 }
 
 ExitStatus runList(const Arguments &arguments, Session &session)
@@ -71,21 +86,19 @@ ExitStatus runList(const Arguments &arguments, Session &session)
     if (!Index::isPrepared(root))
         return jobFailed(session, Cli::tr("%1: la memoria non è preparata").arg(given));
 
-    Index index;
-    if (isJson && arguments.has("output")) {
-        QFile file(target);
-        if (!file.open(QIODevice::WriteOnly))
-            return listFailed(session);
-        RecordWriter records(Record::Json, [&file](const QByteArray &bytes) {
-            return Disk::real().write(file, bytes);
-        });
-        return writeRecords(index, root, order, records, session);
-    }
+    if (arguments.has("output") && !isJson)
+        return Index().writeSongList(root, target, order) == 1 ? ExitStatus::Done
+                                                               : listFailed(session);
+    const auto songs = sortedSongs(root, order);
+    if (!songs)
+        return listFailed(session);
+    if (arguments.has("output"))
+        return writeRecordFile(*songs, target, session) ? ExitStatus::Done : listFailed(session);
     if (isJson)
-        return writeRecords(index, root, order, session.records, session);
-    if (!arguments.has("output"))
-        return printList(index, root, order, session);
-    return index.writeSongList(root, target, order) == 1 ? ExitStatus::Done : listFailed(session);
+        writeRecords(*songs, session.records, session);
+    else
+        printList(*songs, session);
+    return ExitStatus::Done;
 }
 
 } // namespace

@@ -244,11 +244,6 @@ QVector<IndexEntry> Index::readEntries(const QString &root, bool &ok)
     return ok ? loader.takeEntries() : QVector<IndexEntry>();
 }
 
-void Index::sortForList(QVector<IndexEntry> &entries, int order)
-{
-    SongListWriter::sort(entries, order);
-}
-
 int Index::writeSongList(const QString &root, const QString &target, int order)
 {
     if (!isPrepared(root))

@@ -45,10 +45,7 @@ public:
 
     /** Reads the index of a prepared memory, in the order of its records; empty with \a ok false
      * when it can't be. */
-    QVector<IndexEntry> readEntries(const QString &root, bool &ok);
-
-    /** Entries in the order of a song list. */
-    static void sortForList(QVector<IndexEntry> &entries, int order);
+    static QVector<IndexEntry> readEntries(const QString &root, bool &ok);
 
     /** True when the seven files of a prepared memory exist. */
     static bool isPrepared(const QString &root);

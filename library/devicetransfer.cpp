@@ -2,6 +2,7 @@
 
 #include "indexer/index.h"
 #include "library/filecopier.h"
+#include "library/indexprogress.h"
 #include "library/songpath.h"
 #include "library/workflowlog.h"
 
@@ -92,22 +93,11 @@ bool DeviceTransfer::updateDeviceIndex(const QString &destDir)
         {tr("Aggiornamento"), tr("Aggiornamento database..."), tr("Interrompi"), false},
         defaultMaximum);
     Index index(nullptr, m_disk);
-    showProgressOf(index);
+    showProgressOf(index, m_host);
     const bool updated = index.update(root);
     m_host.endProgress();
     m_found = index.found();
     return updated;
-}
-
-void DeviceTransfer::showProgressOf(const Index &index)
-{
-    WorkflowHost *host = &m_host;
-    QObject::connect(&index, &Index::fileFoundChanged,
-                     [host](int count) { host->setProgressValue(count); });
-    QObject::connect(&index, &Index::progressMaxSetup,
-                     [host](int maximum) { host->setProgressMaximum(maximum); });
-    QObject::connect(&index, &Index::progressValueChanged,
-                     [host](int value) { host->setProgressValue(value); });
 }
 
 QString DeviceTransfer::refuse(const QString &text)

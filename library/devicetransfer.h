@@ -7,8 +7,6 @@
 #include <QCoreApplication>
 #include <QStringList>
 
-class Index;
-
 /** Step 3: copies the chosen songs to the player's memory and brings its index up to date. */
 class DeviceTransfer
 {
@@ -34,7 +32,6 @@ private:
     QString destinationFor(const QString &dir);
     bool copySongs(const QStringList &selectedFiles, const QString &destination);
     bool updateDeviceIndex(const QString &destDir);
-    void showProgressOf(const Index &index);
     QString refuse(const QString &text);
 
     WorkflowHost &m_host;

@@ -110,7 +110,7 @@ void tst_SongListWriter::orders()
     QFETCH(int, order);
     QVector<IndexEntry> entries{song("D", "Abba", "rock", "/1"), song("a", "Zed", "Pop", "/2"),
                                 song("C", "ABBA", "Beat", "/3"), song("b", "abba", "pop", "/4")};
-    Index::sortForList(entries, order);
+    SongListWriter::sort(entries, order);
     QStringList titles;
     for (const IndexEntry &entry : entries)
         titles.append(entry.title);

@@ -1,0 +1,14 @@
+#include "library/indexprogress.h"
+
+#include "indexer/index.h"
+#include "library/workflowhost.h"
+
+void showProgressOf(const Index &index, WorkflowHost &host)
+{
+    QObject::connect(&index, &Index::fileFoundChanged,
+                     [&host](int count) { host.setProgressValue(count); });
+    QObject::connect(&index, &Index::progressMaxSetup,
+                     [&host](int maximum) { host.setProgressMaximum(maximum); });
+    QObject::connect(&index, &Index::progressValueChanged,
+                     [&host](int value) { host.setProgressValue(value); });
+}
