@@ -2,8 +2,8 @@
 // TagLib. Usage: bench_info [SONGS], 10000 by default: 60 % MIDI, 25 % MP3, 15 % MFx.
 
 #include "bench/readbytes.h"
+#include "bench/songlibrary.h"
 #include "songs/metasong.h"
-#include "tests/songs/mfxbytes.h"
 
 #include <QDirIterator>
 #include <QLoggingCategory>
@@ -13,63 +13,13 @@
 #include <cstdio>
 #include <ctime>
 #include <functional>
-#include <random>
 
 #ifdef TARVEL4_HAVE_TAGLIB
 #include <taglib/mpegfile.h>
 #include <taglib/tag.h>
 #endif
 
-using namespace SongBytes;
-
 namespace {
-
-/** A song of some minutes; half of them carry our fields, half lack every one. */
-QByteArray midiSong(std::mt19937 &random, bool hasFields)
-{
-    QByteArray events = meta(3, "Song title") + meta(5, "La la");
-    if (hasFields)
-        events += songInfo(1, "Pop") + songInfo(2, "Mina") + songInfo(3, "Conte")
-            + songInfo(4, "215") + songInfo(5, "120") + marker(1, "Intro")
-            + meta(0x59, hex("0200"));
-    const int notes = 2500 + int(random() % 3000);
-    QByteArray music;
-    for (int i = 0; i < notes; ++i) {
-        const char channel = char(random() % 16);
-        const char pitch = char(40 + random() % 40);
-        music += QByteArray(1, char(random() % 100)) + char(0x90 | channel) + pitch + char(100);
-        music += QByteArray(1, char(random() % 100)) + char(0x80 | channel) + pitch + char(0);
-    }
-    return midi(1, {track(events + endOfTrack()), track(music + endOfTrack())});
-}
-
-/** An MP3 with a picture in every third tag. */
-QByteArray mp3Song(std::mt19937 &random, bool hasPicture)
-{
-    QByteArray body = frame("TIT2", "Song title") + frame("TPE1", "Mina") + frame("TALB", "Album")
-        + frame("TLEN", "215000") + frame("TCON", "Pop");
-    if (hasPicture) {
-        QByteArray picture(40'000, '\0');
-        std::generate(picture.begin(), picture.end(), [&] { return char(random()); });
-        body += frame("APIC", picture);
-    }
-    return tag(body + QByteArray(1024, '\0')) + audio(100);
-}
-
-void makeLibrary(const QDir &midi, const QDir &mp3, const QDir &mfxFolder, int songs)
-{
-    std::mt19937 random(4);
-    for (int i = 0; i < songs * 60 / 100; ++i)
-        write(midi.filePath(QStringLiteral("%1.mid").arg(i)), midiSong(random, i % 2 == 0));
-    for (int i = 0; i < songs * 25 / 100; ++i)
-        write(mp3.filePath(QStringLiteral("%1.mp3").arg(i)), mp3Song(random, i % 3 == 0));
-    QByteArray packed[20];
-    for (QByteArray &song : packed)
-        song =
-            mfx(3, {"Title", "Mina", "Conte", "Pop", "SONG.MF3", 120, 0}, midiSong(random, true));
-    for (int i = 0; i < songs * 15 / 100; ++i)
-        write(mfxFolder.filePath(QStringLiteral("%1.mf3").arg(i)), packed[i % 20]);
-}
 
 struct Seconds
 {
@@ -143,18 +93,16 @@ int main(int argc, char **argv)
 {
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     const QTemporaryDir library;
-    const QDir root(library.path());
-    for (const char *folder : {"midi", "mp3", "mfx"})
-        root.mkdir(QString::fromLatin1(folder));
-    const QString midiFolder = root.filePath(QStringLiteral("midi"));
-    const QString mp3Folder = root.filePath(QStringLiteral("mp3"));
-    const QString mfxFolder = root.filePath(QStringLiteral("mfx"));
-    makeLibrary(QDir(midiFolder), QDir(mp3Folder), QDir(mfxFolder),
-                argc > 1 ? std::atoi(argv[1]) : 10'000);
+    const int songs = argc > 1 ? std::atoi(argv[1]) : 10'000;
+    SongLibrary::make(library.path(), {songs * 60 / 100, songs * 25 / 100, songs * 15 / 100});
+    const auto folder = [&library](const char *kind) {
+        return library.filePath(QLatin1String(kind));
+    };
 
-    compare("MIDI", midiFolder);
+    const QString mp3Folder = folder(SongLibrary::mp3Folder);
+    compare("MIDI", folder(SongLibrary::midiFolder));
     compare("MP3", mp3Folder);
-    compare("MFx (which must be expanded)", mfxFolder);
+    compare("MFx (which must be expanded)", folder(SongLibrary::mfxFolder));
 #ifdef TARVEL4_HAVE_TAGLIB
     const Seconds time =
         seconds([&] { readWithTagLib(mp3Folder); }, [&] { readRecords(mp3Folder); });

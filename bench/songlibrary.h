@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+/** The library that the programs about reading songs measure with. */
+namespace SongLibrary {
+
+constexpr char midiFolder[] = "midi";
+constexpr char mp3Folder[] = "mp3";
+constexpr char mfxFolder[] = "mfx";
+
+struct Counts
+{
+    int midi;
+    int mp3;
+    int mfx;
+};
+
+/** Writes that many songs, each kind to its folder below \a folder. */
+void make(const QString &folder, const Counts &counts);
+
+} // namespace SongLibrary
