@@ -28,7 +28,7 @@ Startup::Options Startup::readSettings()
 void Startup::openLog(const Options &options)
 {
     if (!options.logEnabled) { // required: the old log is kept
-        qInstallMessageHandler(&MessageLog::dropMessage);
+        MessageLog::silence();
         return;
     }
     if (options.logClear)

@@ -19,7 +19,7 @@ bool isItalian()
 int main(int argc, char **argv)
 {
     Console::prepare();
-    qInstallMessageHandler(&MessageLog::dropMessage);
+    MessageLog::silence();
     QByteArrayList words; // Qt's own list of them has lost what is not valid in the locale
     for (int i = 1; i < argc; ++i)
         words += argv[i];

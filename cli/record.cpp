@@ -14,11 +14,18 @@ bool isJsonSyntax(QChar character)
     return character == QLatin1Char('"') || character == QLatin1Char('\\');
 }
 
+/** True for what JSON and a terminal take as it stands. */
+bool isPlain(QChar character)
+{
+    const ushort code = character.unicode();
+    return code >= 0x20 && code < 0x7F && !isJsonSyntax(character);
+}
+
 void appendJson(QByteArray &json, const QString &text)
 {
     json += '"';
-    if (std::none_of(text.cbegin(), text.cend(), isJsonSyntax)) {
-        json += printable(text).toUtf8();
+    if (std::all_of(text.cbegin(), text.cend(), isPlain)) {
+        json += text.toLatin1();
     } else {
         QString escaped;
         for (QChar character : text) {

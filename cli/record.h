@@ -15,7 +15,9 @@ public:
 
     explicit Record(Format format)
         : m_format(format)
-    {}
+    {
+        m_bytes.reserve(usualSize);
+    }
 
     void addText(const char *key, const QString &text);
     void addNumber(const char *key, int number);
@@ -27,6 +29,8 @@ public:
     QByteArray bytes() const;
 
 private:
+    static constexpr int usualSize = 512;
+
     void begin(const char *key);
     void end();
 

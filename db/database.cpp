@@ -1,5 +1,7 @@
 #include "db/database.h"
 
+#include "songs/debuglog.h"
+
 #include <QDebug>
 #include <QFile>
 #include <QSqlQuery>
@@ -242,6 +244,8 @@ bool Database::clearUserSongs()
 
 void Database::dumpRecord(const SongInfo &record)
 {
+    if (!debugLog().isDebugEnabled())
+        return;
     qDebug() << "  Title     :" << record.title;
     qDebug() << "  Genre     :" << record.genre;
     qDebug() << "  Artist    :" << record.artist;

@@ -3,13 +3,12 @@
 #include "indexer/indexentry.h"
 #include "indexer/indexformat.h"
 #include "songs/bytes.h"
+#include "songs/debuglog.h"
 #include "songs/id3format.h"
 #include "songs/mfxheader.h"
 #include "songs/midiformat.h"
 
-#include <QDebug>
 #include <QFile>
-#include <QLoggingCategory>
 
 #include <algorithm>
 #include <array>
@@ -237,8 +236,7 @@ QString tidied(const QString &text)
 
 bool SongReader::read(IndexEntry &entry)
 {
-    if (QLoggingCategory::defaultCategory()->isDebugEnabled())
-        qDebug() << entry.absolutePath;
+    qCDebug(debugLog) << entry.absolutePath;
     const Head head(entry.absolutePath);
     if (head.state() == Head::Missing)
         return false;

@@ -2,14 +2,15 @@
 
 #include "library/nativepath.h"
 #include "library/workflowlog.h"
+#include "songs/debuglog.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <vector>
 
@@ -34,7 +35,12 @@ Entry entryOf(const fs::directory_entry &entry)
 #ifdef Q_OS_WIN
     return {QString::fromStdWString(name.native()), true, isFolder, isFile};
 #else
-    const QByteArray bytes = QByteArray::fromStdString(name.native());
+    const std::string &native = name.native();
+    const bool isAscii =
+        std::all_of(native.begin(), native.end(), [](char byte) { return byte > 0; });
+    if (isAscii)
+        return {QString::fromLatin1(native.data(), int(native.size())), true, isFolder, isFile};
+    const QByteArray bytes = QByteArray::fromStdString(native);
     const QString decoded = QFile::decodeName(bytes);
     return {decoded, QFile::encodeName(decoded) == bytes, isFolder, isFile};
 #endif
@@ -53,7 +59,7 @@ public:
     /** False when the walk was stopped. */
     bool folder(const QString &path)
     {
-        qDebug() << "[scanDir] Analyzing directory:" << path;
+        qCDebug(debugLog) << "[scanDir] Analyzing directory:" << path;
         if (!enter(path))
             return true;
         const std::vector<Entry> entries = list(path);
@@ -108,7 +114,7 @@ private:
             return true;
         }
         if (entry.isFolder) {
-            qDebug() << "[scanDir] Found directory:" << path;
+            qCDebug(debugLog) << "[scanDir] Found directory:" << path;
             return folder(path);
         }
         return !entry.isFile || song(path);
@@ -116,7 +122,7 @@ private:
 
     bool song(const QString &path)
     {
-        qDebug() << "[scanDir] Found file:" << path;
+        qCDebug(debugLog) << "[scanDir] Found file:" << path;
         const bool goOn = m_found(path);
         WorkflowLog::songEnd();
         return goOn;
@@ -147,10 +153,10 @@ void countBelow(const QString &path, int &count, QSet<QString> &entered)
 
 bool FolderScan::isSongName(const QString &fileName)
 {
-    static const QSet<QString> suffixes{QStringLiteral("mid"), QStringLiteral("kar"),
-                                        QStringLiteral("mp3"), QStringLiteral("mf3"),
-                                        QStringLiteral("mf4"), QStringLiteral("mf5")};
-    return suffixes.contains(QFileInfo(fileName).suffix().toLower());
+    constexpr std::array<const char *, 6> endings{".mid", ".kar", ".mp3", ".mf3", ".mf4", ".mf5"};
+    return std::any_of(endings.begin(), endings.end(), [&fileName](const char *ending) {
+        return fileName.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
+    });
 }
 
 void FolderScan::countFiles(const QString &path, int &count)

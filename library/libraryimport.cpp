@@ -5,6 +5,7 @@
 #include "library/songpath.h"
 #include "library/usersettings.h"
 #include "library/workflowlog.h"
+#include "songs/debuglog.h"
 #include "songs/metasong.h"
 
 #include <QDebug>
@@ -56,7 +57,7 @@ bool LibraryImport::clearTable()
 
 void LibraryImport::importSong(const QString &path)
 {
-    qDebug() << "Found file:" << path;
+    qCDebug(debugLog) << "Found file:" << path;
     MetaSong song;
     if (!song.importFile(path)) {
         qDebug() << "Unknown/corrupted file" << path;
@@ -64,7 +65,7 @@ void LibraryImport::importSong(const QString &path)
         return;
     }
     ++m_counts.found;
-    qDebug() << "Song Index: " << m_counts.found;
+    qCDebug(debugLog) << "Song Index: " << m_counts.found;
 
     SongInfo info;
     song.readInfo(info);

@@ -4,6 +4,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "library/librarybackup.h"
 #include "library/workflowlog.h"
+#include "songs/debuglog.h"
 
 #include <QDebug>
 
@@ -53,8 +54,8 @@ bool LibraryUpdate::updateRows(int rows)
 
 void LibraryUpdate::updateRow(int row)
 {
-    qDebug() << "[UPDATE] rowIdx: " << row;
-    qDebug() << "[UPDATE] updating file: " << m_model.fileNameOf(row);
+    qCDebug(debugLog) << "[UPDATE] rowIdx: " << row;
+    qCDebug(debugLog) << "[UPDATE] updating file: " << m_model.fileNameOf(row);
     SongUpdate song(m_disk);
     const UpdateOutcome outcome = syncRow(row, song);
     if (outcome == UpdateOutcome::Unreadable || outcome == UpdateOutcome::Failed)

@@ -62,6 +62,12 @@ void MessageLog::dropMessage(QtMsgType type, const QMessageLogContext &context, 
         std::abort();
 }
 
+void MessageLog::silence()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    qInstallMessageHandler(&MessageLog::dropMessage);
+}
+
 void MessageLog::start()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=true"));

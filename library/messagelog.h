@@ -18,6 +18,10 @@ void writeMessage(QtMsgType type, const QMessageLogContext &context, const QStri
 /** Message handler that drops everything; a fatal message still ends the process. */
 void dropMessage(QtMsgType type, const QMessageLogContext &context, const QString &text);
 
+/** Installs dropMessage(), and spares the debug lines of songs the trouble of being put together.
+ */
+void silence();
+
 /** Installs writeMessage() and opens the log with the banner, whatever rules filter debug output.
  */
 void start();

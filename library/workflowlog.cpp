@@ -1,5 +1,7 @@
 #include "library/workflowlog.h"
 
+#include "songs/debuglog.h"
+
 #include <QByteArray>
 #include <QDebug>
 
@@ -21,7 +23,7 @@ void WorkflowLog::title(const char *text)
 
 void WorkflowLog::songEnd()
 {
-    qDebug() << QByteArray(songRulerWidth, '=').constData();
+    qCDebug(debugLog) << QByteArray(songRulerWidth, '=').constData();
 }
 
 void WorkflowLog::failures(const char *operation, const QStringList &paths)

@@ -4,11 +4,8 @@
 
 #include <new>
 
-bool FileBytes::readUpTo(QFileDevice &file, qint64 size, QByteArray &bytes)
+bool FileBytes::grow(QByteArray &bytes, qint64 size)
 {
-    const int begun = bytes.size();
-    if (size <= begun)
-        return true;
     if (size > maxSize)
         return false;
     try {
@@ -16,7 +13,14 @@ bool FileBytes::readUpTo(QFileDevice &file, qint64 size, QByteArray &bytes)
     } catch (const std::bad_alloc &) {
         return false;
     }
-    return file.read(bytes.data() + begun, size - begun) == size - begun;
+    return true;
+}
+
+bool FileBytes::readUpTo(QFileDevice &file, qint64 size, QByteArray &bytes)
+{
+    const int begun = bytes.size();
+    return size <= begun
+        || (grow(bytes, size) && file.read(bytes.data() + begun, size - begun) == size - begun);
 }
 
 bool FileBytes::readAll(QFileDevice &file, QByteArray &bytes)

@@ -1,5 +1,6 @@
 #include "songs/lzhuff.h"
 
+#include "songs/debuglog.h"
 #include "songs/lzhuffpositions.h"
 
 #include <QDebug>
@@ -47,7 +48,7 @@ bool LzHuff::expand(const QByteArray &input, QByteArray &output)
         qDebug() << "Expand: ERROR";
         return false;
     }
-    qDebug() << "Expand:" << inputSize << " -->" << output.size();
+    qCDebug(debugLog) << "Expand:" << inputSize << " -->" << output.size();
     return true;
 }
 
@@ -55,7 +56,7 @@ void LzHuff::compress(const QByteArray &input, QByteArray &output)
 {
     const int inputSize = input.size();
     output = compressed(input);
-    qDebug() << "Compress:" << inputSize << " -->" << output.size();
+    qCDebug(debugLog) << "Compress:" << inputSize << " -->" << output.size();
 }
 
 /** The text of a stream, empty when its size field is refused. */

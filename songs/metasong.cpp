@@ -7,10 +7,9 @@
 #include "songs/lzhuffformat.h"
 #include "songs/mp3rewrite.h"
 #include "songs/songfields.h"
+#include "songs/songfile.h"
 
 #include <QDebug>
-#include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <iterator>
@@ -109,20 +108,18 @@ bool MetaSong::importFile(const QString &path)
 {
     m_format = Unknown;
     m_midi = RawMidiFile();
-    const QFileInfo info(path);
-    QFile file(path);
-    // Looked at first, since opening a FIFO would wait for its writer.
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    SongFile file(path);
+    if (!file.isOpen())
         return false;
 
     QByteArray bytes = file.read(startSize);
     const bool isMidiStart = bytes.startsWith(MidiFormat::fileMagic);
     if (isMidiStart || mfxHeaderSize(bytes) > 0) {
-        if (!FileBytes::readUpTo(file, info.size(), bytes))
+        if (!file.readUpTo(file.size(), bytes))
             return false;
         return isMidiStart ? importMidi(bytes) : importMfx(bytes);
     }
-    return isMp3(path, bytes) && importMp3(file, info.size(), bytes);
+    return isMp3(path, bytes) && importMp3(file, bytes);
 }
 
 bool MetaSong::importMidi(const QByteArray &bytes)
@@ -155,15 +152,14 @@ bool MetaSong::importMfx(const QByteArray &bytes)
     return true;
 }
 
-bool MetaSong::importMp3(QFile &file, qint64 size, const QByteArray &start)
+bool MetaSong::importMp3(SongFile &file, const QByteArray &start)
 {
     const qint64 wanted = Id3v2Tag::bytesWanted(start);
     if (wanted - Id3Format::headerSize > Id3Format::maxSongBytes)
         return false;
     m_oldStart = start.left(int(wanted));
-    if (!FileBytes::readUpTo(file, qMin(wanted, size), m_oldStart) || !m_tag.parse(m_oldStart)) {
+    if (!file.readUpTo(std::min(wanted, file.size()), m_oldStart) || !m_tag.parse(m_oldStart))
         return false;
-    }
     m_format = Mp3;
     return true;
 }

@@ -8,9 +8,7 @@
 
 #include <QStringList>
 
-QT_BEGIN_NAMESPACE
-class QFile;
-QT_END_NAMESPACE
+class SongFile;
 
 /** One song file in memory: the only class that knows which format keeps which field where. */
 class MetaSong
@@ -55,7 +53,7 @@ public:
 private:
     bool importMfx(const QByteArray &bytes);
     bool importMidi(const QByteArray &bytes);
-    bool importMp3(QFile &file, qint64 size, const QByteArray &start);
+    bool importMp3(SongFile &file, const QByteArray &start);
 
     bool isMidi() const { return m_format == Midi0 || m_format == Midi1; }
     bool isMfx() const { return m_format >= Mf3 && m_format <= Mf5; }

@@ -1,5 +1,7 @@
 #include "songs/songinfo.h"
 
+#include "songs/debuglog.h"
+
 #include <QDebug>
 
 void SongInfo::clear()
@@ -9,6 +11,8 @@ void SongInfo::clear()
 
 void dumpSongInfo(const SongInfo &info)
 {
+    if (!debugLog().isDebugEnabled())
+        return;
     qDebug() << "Dump Info song ----------------------------------------------";
     qDebug() << "Format     :" << info.format;
     qDebug() << "Filename   :" << info.filename;

@@ -1,4 +1,5 @@
 #include "library/messagelog.h"
+#include "songs/debuglog.h"
 
 #include <QtTest>
 
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void unwritableLogLosesTheLineSilently_data();
     void unwritableLogLosesTheLineSilently();
     void silentHandlerWritesNothing();
+    void songLinesArePutTogetherOnlyForALog();
     void fatalMessageEndsTheProcess_data();
     void fatalMessageEndsTheProcess();
 
@@ -174,6 +176,22 @@ void tst_MessageLog::silentHandlerWritesNothing()
     for (const QtMsgType type : {QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg})
         MessageLog::dropMessage(type, QMessageLogContext(), QStringLiteral("x"));
     QVERIFY(QDir(m_dir->path()).isEmpty());
+}
+
+void tst_MessageLog::songLinesArePutTogetherOnlyForALog()
+{
+    int lines = 0;
+    const auto line = [&lines] { return ++lines; };
+    const QtMessageHandler old = qInstallMessageHandler(&MessageLog::writeMessage);
+    MessageLog::silence();
+    qCDebug(debugLog) << "song" << line();
+    QCOMPARE(lines, 0);
+    QVERIFY(log().isEmpty());
+    MessageLog::start();
+    qCDebug(debugLog) << "song" << line();
+    qInstallMessageHandler(old);
+    QCOMPARE(lines, 1);
+    QVERIFY(log().endsWith("]D| song 1\n"));
 }
 
 void tst_MessageLog::fatalMessageEndsTheProcess_data()
