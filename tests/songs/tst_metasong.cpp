@@ -23,6 +23,7 @@ private Q_SLOTS:
     void setSongInfoIsLogged();
     void dump();
     void dumpOfASongWithoutMarkers();
+    void anUnloadedSongTakesNothing();
     void formatName();
     void keyList();
 
@@ -222,6 +223,17 @@ void tst_MetaSong::dumpOfASongWithoutMarkers()
         QStringList({latin1("Key        : \"\""), latin1("NO Markers"), latin1("MfxLongName: \"\""),
                      latin1("MfxFlags   : \"0x0\""),
                      latin1("Dump END ----------------------------------------------------")}));
+}
+
+void tst_MetaSong::anUnloadedSongTakesNothing()
+{
+    MetaSong song;
+    SongInfo info;
+    info.title = latin1("Title");
+    song.setSongInfo(info, true);
+    song.readInfo(info);
+    QCOMPARE(info.title, QString());
+    QVERIFY(!song.isSavable());
 }
 
 void tst_MetaSong::formatName()

@@ -24,7 +24,6 @@ private Q_SLOTS:
     void theRecordReadBack_data();
     void theRecordReadBack();
     void examplesOfTheFormatsPage();
-    void anUnloadedSongTakesNothing();
 
 private:
     MetaSong imported(const QString &suffix, const QByteArray &bytes)
@@ -387,17 +386,6 @@ void tst_WrittenRecord::examplesOfTheFormatsPage()
                  "54 49 54 32  00 00 00 05  00 00  00  43 69 61 6f"
                  "54 4c 45 4e  00 00 00 02  00 00  00  30")
                  + audio());
-}
-
-void tst_WrittenRecord::anUnloadedSongTakesNothing()
-{
-    MetaSong song;
-    SongInfo info;
-    info.title = latin1("Title");
-    song.setSongInfo(info, true);
-    song.readInfo(info);
-    QCOMPARE(info.title, QString());
-    QVERIFY(!song.isSavable());
 }
 
 QTEST_GUILESS_MAIN(tst_WrittenRecord)
