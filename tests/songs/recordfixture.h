@@ -41,7 +41,7 @@ inline SongInfo recordWith(const QByteArray &field, const QByteArray &value, boo
 }
 
 /** A song on disk that is loaded, saved and loaded again. */
-class SongFile
+class FixtureSong
 {
 public:
     MetaSong imported(const QString &suffix, const QByteArray &bytes)

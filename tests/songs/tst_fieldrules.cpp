@@ -25,7 +25,7 @@ private:
     }
     SongInfo savedAndReadBack(MetaSong &song) const { return m_file.savedAndReadBack(song); }
 
-    SongFile m_file;
+    FixtureSong m_file;
 };
 
 namespace {

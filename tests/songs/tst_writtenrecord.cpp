@@ -32,7 +32,7 @@ private:
     }
     SongInfo savedAndReadBack(MetaSong &song) const { return m_file.savedAndReadBack(song); }
 
-    SongFile m_file;
+    FixtureSong m_file;
 };
 
 Q_DECLARE_METATYPE(SongInfo)
