@@ -1,5 +1,6 @@
 #include "indexer/entrymatcher.h"
 
+#include "indexer/indexformat.h"
 #include "indexer/sortkeys.h"
 
 #include <QHash>
@@ -19,6 +20,12 @@ QString recorded(const QString &path)
 QString caselessRecorded(const QString &path)
 {
     return recorded(path).toCaseFolded();
+}
+
+bool isWhollyKnown(const IndexEntry &entry)
+{
+    return !entry.title.isEmpty() && !entry.artist.isEmpty()
+        && entry.kind <= IndexFormat::highestKind;
 }
 
 bool haveSameTime(const IndexEntry &entry, const ScannedSong &song)
@@ -125,8 +132,7 @@ private:
         m_isMatched[song] = true;
         candidate.isFound = true;
         candidate.sortKey = found.sortKey;
-        candidate.mustBeRead =
-            entry.title.isEmpty() || entry.artist.isEmpty() || !haveSameTime(entry, found);
+        candidate.mustBeRead = !isWhollyKnown(entry) || !haveSameTime(entry, found);
         entry.date = found.date;
         entry.time = found.time;
         if (entry.relativePath == found.relativePath)

@@ -71,6 +71,7 @@ void tst_IndexFaults::lyingIndexesAreMadeGood_data()
     row("a title's number fits no record", "title.id3", 0, hex("00ffffff"));
     row("an artist's number fits no record", "artist.id3", 64, hex("80000000"));
     row("an empty title", "title.id3", 4, QByteArray(58, '\0'));
+    row("a kind that no song has", "title.id3", 63, hex("0f"));
     row("a group that is none", "artist.id3", 62, hex("0000"));
     row("a count that lies", "artist.id3", 2, hex("7777"));
     row("digits that are no digits", "index.id3", 256, "x/:-+e.01  \t\n\"");
