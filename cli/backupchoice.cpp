@@ -25,3 +25,10 @@ bool chooseBackup(Session &session, const QString &dir, const QStringList &files
     host.setBackup({BackupChoice::Backup, withoutSlash(dir)});
     return true;
 }
+
+void sayWhyNoBackup(Session &session, const LibraryBackup &backup, const QString &dir)
+{
+    sayNotCopied(session, backup.failed());
+    if (backup.failed().isEmpty() && backup.folder().isEmpty() && !session.host.wasCancelled())
+        session.host.say(Cli::tr("%1: non può essere scritto").arg(dir));
+}

@@ -18,9 +18,10 @@ ExitStatus runBackup(const Arguments &arguments, Session &session)
 
     LibraryBackup backup(session.host);
     const bool isComplete = backup.backupUserLibrary(paths.files());
-    sayNotCopied(session, backup.failed());
-    if (!isComplete || session.host.hasNameClash())
+    if (!isComplete || session.host.hasNameClash()) {
+        sayWhyNoBackup(session, backup, arguments.value("to"));
         return ExitStatus::Failed;
+    }
     Record record = session.records.begin();
     record.addText("folder", backup.folder());
     record.addNumber("copied", backup.copied());

@@ -128,7 +128,8 @@ LibraryUpdate::Unpublished unpublished(const QString &answer)
     return {answer == QLatin1String("ask"), answer != QLatin1String("no")};
 }
 
-ExitStatus synchronise(const SongPaths &paths, Session &session, bool dryRun, const QString &answer)
+ExitStatus synchronise(const SongPaths &paths, Session &session, bool dryRun, const QString &answer,
+                       const QString &backupDir)
 {
     Database db;
     if (!openCatalogue(db, session))
@@ -149,9 +150,10 @@ ExitStatus synchronise(const SongPaths &paths, Session &session, bool dryRun, co
     LibraryBackup backup(session.host);
     const bool hasRows = model.totalRows() > 0;
     const bool isComplete = !hasRows || update.updateUserLibrary(backup, paths.files());
-    sayNotCopied(session, backup.failed());
-    if (!isComplete)
+    if (!isComplete) {
+        sayWhyNoBackup(session, backup, backupDir);
         return ExitStatus::Failed;
+    }
     report.addRest();
     return report.hasFailures() || paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
 }
@@ -177,7 +179,7 @@ ExitStatus runSync(const Arguments &arguments, Session &session)
     session.host.setBackup({BackupChoice::ProceedWithout, QString()});
     if (wantsBackup && !dryRun && !chooseBackup(session, arguments.value("backup"), paths.files()))
         return ExitStatus::Failed;
-    return synchronise(paths, session, dryRun, answer);
+    return synchronise(paths, session, dryRun, answer, arguments.value("backup"));
 }
 
 } // namespace

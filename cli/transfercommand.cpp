@@ -42,7 +42,11 @@ ExitStatus transfer(const QStringList &files, const QString &dir, const Volume &
     session.records.write(record);
     if (result == DeviceTransfer::Result::Done)
         return ExitStatus::Done;
-    return transfer.failures() > 0 ? ExitStatus::SomeFailed : ExitStatus::Failed;
+    if (transfer.failures() > 0)
+        return ExitStatus::SomeFailed;
+    if (!session.host.wasCancelled())
+        session.host.say(Cli::tr("%1: l'indice non è stato scritto").arg(volume.rootOf(dir)));
+    return ExitStatus::Failed;
 }
 
 TerminalHost::Overwrite overwrite(const QString &answer)
