@@ -4,6 +4,8 @@
 #include "cli/terminalhost.h"
 #include "cli/texts.h"
 #include "library/folderscan.h"
+#include "songs/disk.h"
+#include "songs/setaside.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -57,7 +59,9 @@ QStringList SongPaths::files() const
 
 bool SongPaths::isUsable(const QString &path, bool recursive)
 {
-    const QFileInfo info(Arguments::onDisk(path));
+    const QString file = Arguments::onDisk(path);
+    SetAside::recover(Disk::real(), file);
+    const QFileInfo info(file);
     if (path.isEmpty() || !info.exists()) {
         m_host.say(Cli::tr("%1: non esiste").arg(path));
         return false;

@@ -2,6 +2,7 @@
 
 #include "indexer/indexformat.h"
 #include "indexer/sortkeys.h"
+#include "songs/setaside.h"
 
 #include <QStringBuilder>
 
@@ -22,6 +23,8 @@ bool isWanted(const QString &name, bool isFolder)
         return false;
     if (isFolder)
         return !isOneOf(name, IndexFormat::skippedFolders);
+    if (SetAside::isOne(name))
+        return true;
     const int point = name.lastIndexOf(u'.');
     return point >= 0 && isOneOf(QStringView(name).mid(point + 1), IndexFormat::songSuffixes);
 }
@@ -33,12 +36,24 @@ bool MemoryScan::scan(const QString &root)
     m_root = root;
     m_entered.clear();
     m_hasFollowedLink = false;
-    const FolderListing listing(root + u'/', isWanted);
+    const FolderListing listing = list(root + u'/');
     if (!listing.isListed())
         return false;
     m_entered.insert(listing.identity());
     walk(listing, QString(), QByteArray());
     return true;
+}
+
+FolderListing MemoryScan::list(const QString &path) const
+{
+    FolderListing listing(path, isWanted);
+    const auto isSetAside = [](const FolderListing::Entry &entry) {
+        return !entry.isFolder && SetAside::isOne(entry.name);
+    };
+    if (!onSetAside || std::none_of(listing.entries().begin(), listing.entries().end(), isSetAside))
+        return listing;
+    onSetAside(path);
+    return FolderListing(path, isWanted);
 }
 
 /** A folder's name counts with its slash: "Zeta.mid" stands before what "Zeta" holds. */
@@ -48,6 +63,8 @@ std::vector<MemoryScan::KeyedEntry> MemoryScan::inPathOrder(const FolderListing 
     std::vector<KeyedEntry> entries;
     entries.reserve(listing.entries().size());
     for (const FolderListing::Entry &entry : listing.entries()) {
+        if (!entry.isFolder && SetAside::isOne(entry.name))
+            continue;
         const QByteArray key = keyOfFolder % '/' % SortKeys::ofPath(entry.name);
         entries.push_back({entry.isFolder ? QByteArray(key % '/') : key, entry});
     }
@@ -76,7 +93,7 @@ void MemoryScan::walk(const FolderListing &listing, const QString &relativePath,
 void MemoryScan::enter(const FolderListing::Entry &folder, const QString &relativePath,
                        const QByteArray &key)
 {
-    const FolderListing listing(m_root + relativePath, isWanted);
+    const FolderListing listing = list(m_root + relativePath);
     if (!listing.isListed())
         onUnreadable(m_root + relativePath);
     if (!isFirstVisit(listing, folder.isLink))

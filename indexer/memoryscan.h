@@ -28,6 +28,9 @@ public:
     std::function<void(const ScannedSong &song)> onSong;
     std::function<void(const QString &path)>
         onUnreadable; ///< a folder, or a name that can't be represented
+    /** Full path of a folder that holds files set aside (songs/setaside.h), before its songs are
+     * told: it may put them in order. */
+    std::function<void(const QString &path)> onSetAside;
 
     /** False when the root is no folder that can be listed: then nothing is known of its songs. */
     bool scan(const QString &root);
@@ -39,6 +42,7 @@ private:
         FolderListing::Entry entry;
     };
 
+    FolderListing list(const QString &path) const;
     static std::vector<KeyedEntry> inPathOrder(const FolderListing &listing,
                                                const QByteArray &keyOfFolder);
     void walk(const FolderListing &listing, const QString &relativePath, const QByteArray &key);

@@ -2,7 +2,7 @@
 
 #include "library/filestamp.h"
 #include "library/nativepath.h"
-#include "songs/freename.h"
+#include "songs/setaside.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -79,6 +79,7 @@ CopyBatch::~CopyBatch()
 
 void CopyBatch::removeLeftovers()
 {
+    SetAside::recoverAll(m_disk, m_folder);
     const QDir folder(m_folder);
     const QStringList names = folder.entryList({QStringLiteral(".tarvel4soft-*.part")},
                                                QDir::Files | QDir::Hidden | QDir::NoSymLinks);
@@ -206,8 +207,9 @@ bool CopyBatch::giveName(const QString &temporary, const QString &destination)
 {
     // Disk::replace() keeps the old file too, but flushes three times for each.
     const bool keepsOld = QFileInfo::exists(destination) && m_disk.losesReplacedFiles(destination);
-    const QString old = keepsOld ? freeName(destination, QStringLiteral(".bak")) : QString();
-    const bool isFree = !keepsOld || m_disk.replace(destination, old);
+    const QString old = keepsOld ? SetAside::pathOf(destination) : QString();
+    const bool isFree =
+        !keepsOld || (SetAside::recover(m_disk, destination) && m_disk.replace(destination, old));
     if (isFree && m_disk.replace(temporary, destination)) {
         if (keepsOld)
             m_setAside.push_back({old, destination});
@@ -245,7 +247,7 @@ bool CopyBatch::flush()
 
 void CopyBatch::removeSetAside()
 {
-    for (const SetAside &old : m_setAside) {
+    for (const Replaced &old : m_setAside) {
         if (!m_disk.remove(old.path))
             qDebug() << "[copyFiles] WARNING: can't be removed:" << old.path;
     }
@@ -255,7 +257,7 @@ void CopyBatch::removeSetAside()
 
 void CopyBatch::restoreSetAside()
 {
-    for (const SetAside &old : m_setAside) {
+    for (const Replaced &old : m_setAside) {
         if (!m_disk.remove(old.destination) || !m_disk.replace(old.path, old.destination))
             qDebug() << "[copyFiles] WARNING: the old file is now called" << old.path;
     }

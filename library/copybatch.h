@@ -32,7 +32,8 @@ public:
     ~CopyBatch();
     Q_DISABLE_COPY(CopyBatch)
 
-    /** Removes the temporary files that a killed run left in the folder. */
+    /** Removes the temporary files that a killed run left in the folder, and gives back what it had
+     * set aside. */
     void removeLeftovers();
 
     /** Copies a song under a temporary name. When it fails nothing of it remains. */
@@ -64,7 +65,7 @@ private:
     };
 
     /** A replaced file that waits under another name until the new one is safe. */
-    struct SetAside
+    struct Replaced
     {
         QString path;
         QString destination;
@@ -88,7 +89,7 @@ private:
     QString m_namePrefix;
     int m_nextName = 0;
     QStringList m_unflushed; ///< sources that have their name, but are not yet on the medium
-    std::vector<SetAside> m_setAside;
+    std::vector<Replaced> m_setAside;
     bool m_isDirty = false; ///< names have changed since the last flush
     int m_copied = 0;
     QStringList m_failed;

@@ -3,6 +3,8 @@
 #include "library/nativepath.h"
 #include "library/workflowlog.h"
 #include "songs/debuglog.h"
+#include "songs/disk.h"
+#include "songs/setaside.h"
 
 #include <QDir>
 #include <QFile>
@@ -46,6 +48,11 @@ Entry entryOf(const fs::directory_entry &entry)
 #endif
 }
 
+bool isSetAside(const Entry &entry)
+{
+    return entry.isFile && SetAside::isOne(entry.name);
+}
+
 /** Walks a folder tree in name order, each folder once. */
 class Walk
 {
@@ -62,7 +69,11 @@ public:
         qCDebug(debugLog) << "[scanDir] Analyzing directory:" << path;
         if (!enter(path))
             return true;
-        const std::vector<Entry> entries = list(path);
+        std::vector<Entry> entries = list(path);
+        if (std::any_of(entries.begin(), entries.end(), isSetAside)) {
+            SetAside::recoverAll(Disk::real(), path);
+            entries = list(path);
+        }
         return std::all_of(entries.begin(), entries.end(),
                            [this, &path](const Entry &entry) { return this->entry(path, entry); });
     }

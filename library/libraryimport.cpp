@@ -6,9 +6,27 @@
 #include "library/usersettings.h"
 #include "library/workflowlog.h"
 #include "songs/debuglog.h"
+#include "songs/disk.h"
 #include "songs/metasong.h"
+#include "songs/setaside.h"
 
 #include <QDebug>
+#include <QFileInfo>
+#include <QSet>
+
+namespace {
+
+/** A song that a power cut left under another name can't be chosen, but its neighbours can. */
+void putInOrder(const QStringList &files)
+{
+    QSet<QString> folders;
+    for (const QString &file : files)
+        folders.insert(QFileInfo(file).path());
+    for (const QString &folder : qAsConst(folders))
+        SetAside::recoverAll(Disk::real(), folder);
+}
+
+} // namespace
 
 LibraryImport::LibraryImport(Database &db, UserSongsRelTableModel &model, WorkflowHost &host)
     : m_db(db)
@@ -25,6 +43,7 @@ bool LibraryImport::importUserLibrary(const QStringList &selectedFiles)
         return false;
     }
 
+    putInOrder(selectedFiles);
     m_host.beginProgress({tr("Lettura file"), tr("Importo la libreria..."), tr("Interrompi")},
                          selectedFiles.size());
     // required: the cancel button is shown but not looked at

@@ -1,6 +1,6 @@
 #include "songs/disk.h"
 
-#include "songs/freename.h"
+#include "songs/setaside.h"
 
 #include <QDebug>
 #include <QFile>
@@ -174,8 +174,8 @@ bool Disk::losesReplacedFiles(const QString &path) const
 
 bool Disk::replaceKeepingOld(const QString &from, const QString &to)
 {
-    const QString old = freeName(to, QStringLiteral(".bak"));
-    if (!syncVolume(from) || !rename(to, old))
+    const QString old = SetAside::pathOf(to);
+    if (!SetAside::recover(*this, to) || !syncVolume(from) || !rename(to, old))
         return false;
     const bool isNamed = rename(from, to);
     if (!isNamed || !syncVolume(to)) {

@@ -18,6 +18,8 @@ private Q_SLOTS:
     void aFailingStepLeavesNoIndex_data();
     void aFailingStepLeavesNoIndex();
     void anOldIndexThatStaysIsAFailure();
+    void songsThatAPowerCutLeftAsideComeBack_data();
+    void songsThatAPowerCutLeftAsideComeBack();
 };
 
 void tst_IndexFaults::brokenIndexes_data()
@@ -186,6 +188,37 @@ void tst_IndexFaults::anOldIndexThatStaysIsAFailure()
     QVERIFY(!index.rebuild(memory.root()));
     QVERIFY(index.failed());
     QVERIFY(!index.deleteIndex(memory.root()));
+}
+
+void tst_IndexFaults::songsThatAPowerCutLeftAsideComeBack_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<bool>("update");
+    for (const bool update : {true, false}) {
+        const char *job = update ? "update" : "rebuild";
+        QTest::addRow("%s, at the root", job) << QStringLiteral("/") << update;
+        QTest::addRow("%s, in a folder", job) << QStringLiteral("/Pop/x/") << update;
+    }
+}
+
+/** One song is gone but for its old file, another has both: the memory ends with both songs. */
+void tst_IndexFaults::songsThatAPowerCutLeftAsideComeBack()
+{
+    QFETCH(QString, folder);
+    QFETCH(bool, update);
+    MemoryFixture memory;
+    memory.prepare();
+    memory.putMidi(folder + QStringLiteral("gone.mid.tarvel4.bak"), "gone");
+    memory.putMidi(folder + QStringLiteral("both.mid.tarvel4.bak"), "old");
+    memory.putMidi(folder + QStringLiteral("both.mid"), "new");
+    Index index;
+    QVERIFY(update ? index.update(memory.root()) : index.rebuild(memory.root()));
+    QCOMPARE(index.found(), 5);
+    QVERIFY(memory.titles().contains(QStringLiteral("GONE")));
+    QVERIFY(memory.titles().contains(QStringLiteral("NEW")));
+    QCOMPARE(memory.problems(), QStringList());
+    const QStringList left = QDir(memory.path(folder)).entryList({QStringLiteral("*.bak")});
+    QCOMPARE(left, QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_IndexFaults)

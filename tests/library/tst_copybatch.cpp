@@ -21,6 +21,7 @@ private Q_SLOTS:
     void manySongsAreFlushedInFewBatches();
     void leftovers_data();
     void leftovers();
+    void whatAPowerCutLeftAsideIsPutInOrderFirst();
     void onFatTheOldSongsWaitUntilTheNewOnesAreSafe();
     void onFatAFailureBringsTheOldSongsBack_data();
     void onFatAFailureBringsTheOldSongsBack();
@@ -102,6 +103,19 @@ void tst_CopyBatch::leftovers()
     QCOMPARE(TestFiles::read(target(text("a.mid"))), QByteArray("new"));
 }
 
+void tst_CopyBatch::whatAPowerCutLeftAsideIsPutInOrderFirst()
+{
+    TestFiles::write(target(text("a.mid.tarvel4.bak")), oldBytes);
+    TestFiles::write(target(text("b.mid.tarvel4.bak")), oldBytes);
+    TestFiles::write(target(text("b.mid")), "newer");
+    ScriptedHost host;
+    FileCopier copier(host, Disk::real());
+    QVERIFY(copier.copyFiles({TestFiles::write(source(text("c.mid")), "new")}, targetFolder()));
+    QCOMPARE(targetNames(), strings({"a.mid", "b.mid", "c.mid"}));
+    QCOMPARE(TestFiles::read(target(text("a.mid"))), QByteArray(oldBytes));
+    QCOMPARE(TestFiles::read(target(text("b.mid"))), QByteArray("newer"));
+}
+
 void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
 {
     const QStringList files{TestFiles::write(source(text("a.mid")), "new"),
@@ -120,7 +134,7 @@ void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
     FileCopier copier(host, disk);
     QVERIFY(copier.copyFiles(files, targetFolder()));
     QCOMPARE(namesBeforeTheLastFlush,
-             strings({"a.mid", "a.mid.bak", "b.mid", "b.mid.bak", "c.mid"}));
+             strings({"a.mid", "a.mid.tarvel4.bak", "b.mid", "b.mid.tarvel4.bak", "c.mid"}));
     QCOMPARE(targetNames(), strings({"a.mid", "b.mid", "c.mid"}));
     QCOMPARE(disk.countOf(text("sync")), 3); // the bytes, the names, the old ones' removal
 }
@@ -188,7 +202,7 @@ void tst_CopyBatch::onFatAKillLeavesOneOfTheTwo()
     for (const QString &name : names) {
         const QByteArray now = TestFiles::read(target(name));
         const bool isThere = now == oldBytes || now == QByteArray("new");
-        QVERIFY(isThere || TestFiles::read(target(name + text(".bak"))) == oldBytes);
+        QVERIFY(isThere || TestFiles::read(target(name + text(".tarvel4.bak"))) == oldBytes);
     }
     ScriptedHost host;
     FileCopier copier(host, Disk::real());

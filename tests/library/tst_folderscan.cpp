@@ -19,6 +19,7 @@ private Q_SLOTS:
     void isSongName_data();
     void isSongName();
     void songsAreFoundInNameOrder();
+    void aSongThatAPowerCutLeftAsideIsFound();
     void onlyRegularFilesAreFound();
     void aWalkCanBeStopped();
     void loopsOfLinksEnd();
@@ -91,6 +92,15 @@ void tst_FolderScan::songsAreFoundInNameOrder()
                           QStringLiteral("b.mid"), QStringLiteral("c/a.mp3"),
                           QStringLiteral("c/z.mf3")}));
     QCOMPARE(m_skipped, QStringList());
+}
+
+void tst_FolderScan::aSongThatAPowerCutLeftAsideIsFound()
+{
+    TestFiles::write(path("a/gone.mp3.tarvel4.bak"), "old");
+    TestFiles::write(path("a/own.mp3.bak"), "x");
+    QVERIFY(walk());
+    QCOMPARE(m_found, QStringList({QStringLiteral("a/gone.mp3")}));
+    QCOMPARE(TestFiles::read(path("a/gone.mp3")), QByteArray("old"));
 }
 
 void tst_FolderScan::onlyRegularFilesAreFound()

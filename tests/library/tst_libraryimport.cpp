@@ -28,6 +28,7 @@ private Q_SLOTS:
     void init();
 
     void readableSongsBecomeRows();
+    void anImportGivesItsNeighboursTheirNamesBack();
     void publishersSongsAreCounted_data();
     void publishersSongsAreCounted();
     void unreadableFilesAreCountedAndSkipped();
@@ -84,6 +85,17 @@ void tst_LibraryImport::readableSongsBecomeRows()
     QCOMPARE(m_library->host().events,
              QStringList({text(begin).arg(2), text("progress 1"), text("breathe"),
                           text("progress 2"), text("breathe")}));
+}
+
+void tst_LibraryImport::anImportGivesItsNeighboursTheirNamesBack()
+{
+    const QString path = m_library->add(text("a.mid"), midi0());
+    const QString gone = QFileInfo(path).dir().filePath(text("gone.mp3"));
+    write(gone + text(".tarvel4.bak"), "old");
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary({path}));
+    QCOMPARE(m_library->model().totalRows(), 1);
+    QCOMPARE(read(gone), QByteArray("old"));
 }
 
 void tst_LibraryImport::publishersSongsAreCounted_data()

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void takesOnlyRegularFiles();
     void refusesPaths_data();
     void refusesPaths();
+    void findsASongThatAPowerCutLeftAside();
     void walksAFolderInNameOrder();
     void saysWhatItCannotReachInAFolder();
     void controlCharactersNeverReachTheTerminal_data();
@@ -207,6 +208,15 @@ void tst_CliInfo::refusesPaths()
     QVERIFY2(run.err.contains(message) && run.err.startsWith("tarvel4soft-cli: "),
              run.err.constData());
     QCOMPARE(run.status, status);
+}
+
+void tst_CliInfo::findsASongThatAPowerCutLeftAside()
+{
+    QVERIFY(Fixtures::write(path(QStringLiteral("a.mid.tarvel4.bak")), Fixtures::wholeSong()));
+    const Run run = Program(m_folder->path()).shell(QStringLiteral("\"$cli\" info a.mid; ls a*"));
+    QVERIFY(run.out.startsWith("path: a.mid\n"));
+    QVERIFY(run.out.endsWith("\na.mid\n"));
+    QCOMPARE(run.status, 0);
 }
 
 void tst_CliInfo::walksAFolderInNameOrder()

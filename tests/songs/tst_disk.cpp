@@ -27,6 +27,7 @@ private Q_SLOTS:
     void replaceOnFat();
     void replaceOfAMissingFileOnFatIsOneStep();
     void replaceOnFatKeepsAForeignBak();
+    void replaceOnFatRemovesWhatStayedBehind();
     void everyFailureOnFatLeavesOneWholeFile();
     void replaceElsewhereIsOneStep();
     void replaceIntoAMissingFolderFails();
@@ -70,9 +71,9 @@ void tst_Disk::replaceOnFat_data()
 
     QTest::newRow("the new file is synced before anything") << 1 << words("b new");
     QTest::newRow("the old file goes out of the way") << 2 << words("b new");
-    QTest::newRow("the new one takes the name") << 3 << words("b.bak new");
-    QTest::newRow("the names are synced while both are there") << 4 << words("b b.bak");
-    QTest::newRow("then the old one goes") << 5 << words("b b.bak");
+    QTest::newRow("the new one takes the name") << 3 << words("b.tarvel4.bak new");
+    QTest::newRow("the names are synced while both are there") << 4 << words("b b.tarvel4.bak");
+    QTest::newRow("then the old one goes") << 5 << words("b b.tarvel4.bak");
     QTest::newRow("for good") << 6 << words("b");
 }
 
@@ -120,12 +121,24 @@ void tst_Disk::replaceOnFatKeepsAForeignBak()
     QCOMPARE(names(m_folder->path()), words("b b.bak"));
 }
 
+void tst_Disk::replaceOnFatRemovesWhatStayedBehind()
+{
+    write(path("new"), "new");
+    write(path("b"), "old");
+    write(path("b.tarvel4.bak"), "older");
+    FailingDisk disk;
+    disk.isFat = true;
+    QVERIFY(disk.replace(path("new"), path("b")));
+    QCOMPARE(read(path("b")), QByteArray("new"));
+    QCOMPARE(names(m_folder->path()), words("b"));
+}
+
 void tst_Disk::everyFailureOnFatLeavesOneWholeFile()
 {
     for (int step = 1; step <= fatSteps.size(); ++step) {
         write(path("new"), "new");
         write(path("b"), "old");
-        QFile::remove(path("b.bak"));
+        QFile::remove(path("b.tarvel4.bak"));
         FailingDisk disk;
         disk.isFat = true;
         disk.failAt = step;
@@ -135,22 +148,22 @@ void tst_Disk::everyFailureOnFatLeavesOneWholeFile()
         QCOMPARE(isReplaced, step > 4);
         QCOMPARE(read(path("b")), QByteArray(isReplaced ? "new" : "old"));
         QCOMPARE(QFile::exists(path("new")), !isReplaced);
-        QCOMPARE(QFile::exists(path("b.bak")), step == 5);
+        QCOMPARE(QFile::exists(path("b.tarvel4.bak")), step == 5);
         QCOMPARE(capture.lines().size(), isReplaced ? 1 : 0);
     }
     // Where even the way back is barred, the old file is named in the log.
     write(path("new"), "new");
     write(path("b"), "old");
-    QFile::remove(path("b.bak"));
+    QFile::remove(path("b.tarvel4.bak"));
     FailingDisk disk;
     disk.isFat = true;
     disk.failAt = 3;
     disk.staysBroken = true;
     const LogCapture capture;
     QVERIFY(!disk.replace(path("new"), path("b")));
-    QCOMPARE(read(path("b.bak")), QByteArray("old"));
+    QCOMPARE(read(path("b.tarvel4.bak")), QByteArray("old"));
     QCOMPARE(read(path("new")), QByteArray("new"));
-    QVERIFY(capture.lines().value(0).contains(path("b.bak")));
+    QVERIFY(capture.lines().value(0).contains(path("b.tarvel4.bak")));
 }
 
 void tst_Disk::replaceElsewhereIsOneStep()

@@ -92,7 +92,7 @@ void tst_SongSaveFailures::everyFailureLeavesTheOldSong()
                            : read(file) == old);
         QVERIFY(!capture.lines().isEmpty());
         if (operation == latin1("remove"))
-            QVERIFY(QFile::remove(file + QLatin1String(".bak")));
+            QVERIFY(QFile::remove(file + QLatin1String(".tarvel4.bak")));
         QCOMPARE(names(), QStringList(QFileInfo(file).fileName()));
         ++failures;
     }
