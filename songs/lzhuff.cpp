@@ -7,6 +7,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <cstring>
 
 using namespace LzHuffFormat;
 
@@ -36,6 +37,23 @@ constexpr int symbolOfLength(int length)
 constexpr int lengthOfSymbol(int symbol)
 {
     return symbol - literalCount + shortestMatch;
+}
+
+/// Bytes that copyMatch() writes at most.
+constexpr int copyRoom = 32;
+static_assert(copyRoom >= longestMatch);
+
+/** Copies a match from \a distance bytes back; what comes after it is written over later. */
+void copyMatch(char *out, int distance, int length)
+{
+    constexpr int step = 8;
+    if (distance < step) { // it repeats what it has just written
+        for (int i = 0; i < length; ++i)
+            out[i] = out[i - distance];
+        return;
+    }
+    for (int i = 0; i < copyRoom; i += step)
+        std::memcpy(out + i, out + i - distance, step);
 }
 
 } // namespace
@@ -71,33 +89,25 @@ QByteArray LzHuff::expanded(const QByteArray &input)
         return {};
 
     m_tree.reset();
-    m_window.fill(0);
-    std::fill_n(m_window.begin(), windowStart, windowFill);
     BitReader bits(input, sizeFieldWidth);
+    // The window as it is at first, then the text: what one looks back at lies in one piece.
     // required: the last match is copied whole, even past the size
-    QByteArray text(int(textSize) + longestMatch - 1, Qt::Uninitialized);
-    char *const begin = text.data();
+    QByteArray buffer(windowSize + int(textSize) + copyRoom, Qt::Uninitialized);
+    char *const begin =
+        std::fill_n(std::fill_n(buffer.data(), longestMatch, char(0)), windowStart, windowFill);
     char *const end = begin + textSize;
     char *out = begin;
-    int current = windowStart;
-
-    const auto put = [&](char byte) {
-        *out++ = byte;
-        m_window[current] = byte;
-        current = (current + 1) % windowSize;
-    };
     while (out < end) {
         const int symbol = m_tree.decode(bits);
         if (symbol < literalCount) {
-            put(char(symbol));
+            *out++ = char(symbol);
             continue;
         }
-        const int source = current - LzHuffPositions::decode(bits) - 1 + windowSize;
-        for (int i = 0; i < lengthOfSymbol(symbol); ++i)
-            put(m_window[(source + i) % windowSize]);
+        const int distance = LzHuffPositions::decode(bits) + 1;
+        copyMatch(out, distance, lengthOfSymbol(symbol));
+        out += lengthOfSymbol(symbol);
     }
-    text.truncate(int(out - begin));
-    return text;
+    return QByteArray(begin, int(out - begin));
 }
 
 QByteArray LzHuff::compressed(const QByteArray &input)

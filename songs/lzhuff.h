@@ -6,14 +6,12 @@
 
 #include <QByteArray>
 
-#include <array>
-
 /**
  * Compresses and expands the MIDI stream of an MFx song: LZSS over a window of 4096 bytes, its
  * output coded by an adaptive Huffman tree; docs/formats.md, LzHuff stream.
  *
- * An object holds all the storage either direction needs (about 50 KB) and can be used any number
- * of times.
+ * An object holds the storage that the encoder needs (about 45 KB) and can be used any number of
+ * times.
  */
 class LzHuff
 {
@@ -34,5 +32,4 @@ private:
 
     LzHuffTree m_tree;
     LzHuffMatcher m_matcher;
-    std::array<char, LzHuffFormat::windowSize> m_window;
 };

@@ -1,8 +1,46 @@
 #include "songs/lzhufftree.h"
 
+#include <QtAlgorithms>
+#include <QtEndian>
+
 #include <algorithm>
+#include <cstring>
 
 using namespace LzHuffFormat;
+
+/** Makes \a node the parent of its children, or the leaf of its symbol. */
+Q_ALWAYS_INLINE void LzHuffTree::adoptChildren(int node)
+{
+    const int child = m_child[node];
+    // A leaf has one entry, which is written twice: a branch would be guessed wrong too often.
+    m_parent[child] = m_parent[child + int(child < nodeCount)] = quint16(node);
+}
+
+/** The last node of a frequency, of which \a node is one. */
+Q_ALWAYS_INLINE int LzHuffTree::lastOf(quint16 frequency, int node) const
+{
+    constexpr quint64 everyOne = 0x0001000100010001;
+    const quint64 same = everyOne * qToLittleEndian(frequency);
+    for (int next = node + 1;; next += searchStep) {
+        quint64 frequencies;
+        static_assert(sizeof(frequencies) == searchStep * sizeof(frequency));
+        std::memcpy(&frequencies, &m_frequency[std::size_t(next)], sizeof(frequencies));
+        const quint64 difference = frequencies ^ same;
+        if (difference != 0)
+            return next - 1 + int(qCountTrailingZeroBits(qFromLittleEndian(difference))) / 16;
+    }
+}
+
+/** Swaps a node that has become too frequent for its number with the last less frequent one. */
+Q_ALWAYS_INLINE int LzHuffTree::moveUp(int node)
+{
+    const int target = lastOf(quint16(m_frequency[node] - 1), node + 1);
+    std::swap(m_frequency[node], m_frequency[target]);
+    std::swap(m_child[node], m_child[target]);
+    adoptChildren(node);
+    adoptChildren(target);
+    return target;
+}
 
 void LzHuffTree::reset()
 {
@@ -14,7 +52,7 @@ void LzHuffTree::reset()
         m_frequency[node] = quint16(m_frequency[child] + m_frequency[child + 1]);
         m_child[node] = quint16(child);
     }
-    m_frequency[nodeCount] = 0xFFFF;
+    std::fill_n(m_frequency.begin() + nodeCount, searchStep, quint16(0xFFFF));
     for (int node = 0; node < nodeCount; ++node)
         adoptChildren(node);
 }
@@ -53,28 +91,6 @@ void LzHuffTree::count(int symbol)
             node = moveUp(node);
     }
     ++m_frequency[rootNode];
-}
-
-/** Swaps a node that has become too frequent for its number with the last less frequent one. */
-int LzHuffTree::moveUp(int node)
-{
-    int target = node + 1;
-    while (m_frequency[target + 1] < m_frequency[node])
-        ++target;
-    std::swap(m_frequency[node], m_frequency[target]);
-    std::swap(m_child[node], m_child[target]);
-    adoptChildren(node);
-    adoptChildren(target);
-    return target;
-}
-
-/** Makes \a node the parent of its children, or the leaf of its symbol. */
-void LzHuffTree::adoptChildren(int node)
-{
-    const int child = m_child[node];
-    m_parent[child] = quint16(node);
-    if (child < nodeCount)
-        m_parent[child + 1] = quint16(node);
 }
 
 /** Halves the frequencies, so that what came lately weighs more, and builds the tree anew. */
