@@ -167,7 +167,7 @@ void IndexVerifier::checkSongs()
     MemorySongs onMemory(m_root);
     for (int i = 0; i < m_songs.size(); ++i) {
         Song &song = m_songs[i];
-        const QString path = onMemory.take(song.path, song.stamp);
+        const auto [path, hasStamp] = onMemory.take(song.path, song.stamp);
         if (path.isEmpty()) {
             report(pathName, i, tr("La song non esiste: %1").arg(song.path));
             continue;
@@ -175,7 +175,7 @@ void IndexVerifier::checkSongs()
         song.sortKey = pathSortKey(path);
         if (path.toLatin1() != song.path.toLatin1())
             report(pathName, i, tr("Il percorso della song è %1").arg(path));
-        if (onMemory.stampOf(path) != song.stamp)
+        if (!hasStamp)
             report(pathName, i, tr("La data o l'ora non sono quelle della song: %1").arg(path));
     }
     const QStringList left = onMemory.left();

@@ -36,16 +36,19 @@ MemorySongs::MemorySongs(const QString &root)
         m_left[recordForm(path)].append(path);
 }
 
-QString MemorySongs::take(const QString &recordedPath, const QByteArray &stamp)
+MemorySongs::Match MemorySongs::take(const QString &recordedPath, const QByteArray &stamp)
 {
     QStringList &candidates = m_left[recordForm(recordedPath)];
+    if (candidates.isEmpty())
+        return {};
     const auto fits = [&](const QString &path) {
         return path.toLatin1() == recordedPath.toLatin1() && stampOf(path) == stamp;
     };
     const auto best = std::find_if(candidates.begin(), candidates.end(), fits);
     if (best != candidates.end())
-        return candidates.takeAt(int(best - candidates.begin()));
-    return candidates.isEmpty() ? QString() : candidates.takeFirst();
+        return {candidates.takeAt(int(best - candidates.begin())), true};
+    const QString path = candidates.takeFirst();
+    return {path, stampOf(path) == stamp};
 }
 
 QStringList MemorySongs::left() const
@@ -57,6 +60,7 @@ QStringList MemorySongs::left() const
     return songs;
 }
 
+/** Date and time of a song as a record has them. */
 QByteArray MemorySongs::stampOf(const QString &path) const
 {
     return QFileInfo(m_root + path)

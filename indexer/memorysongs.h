@@ -13,17 +13,21 @@ class MemorySongs
 public:
     explicit MemorySongs(const QString &root);
 
-    /** A song that a record of this path and stamp may stand for, the one that fits best; empty
-     * where none is left. Each song is given out once. */
-    QString take(const QString &recordedPath, const QByteArray &stamp);
+    /** The song that a record stands for. */
+    struct Match
+    {
+        QString path; ///< below the root; empty where no song is left
+        bool hasStamp = false; ///< it has the record's date and time
+    };
+
+    /** The song that fits a record of this path and stamp best. Each song is given out once. */
+    Match take(const QString &recordedPath, const QByteArray &stamp);
 
     /** The songs that were not given out, in the order of the walk. */
     QStringList left() const;
 
-    /** Date and time of a song as a record has them. */
-    QByteArray stampOf(const QString &path) const;
-
 private:
+    QByteArray stampOf(const QString &path) const;
     void collect(const QString &below, QSet<QString> &entered);
 
     QString m_root;
