@@ -29,6 +29,27 @@ private Q_SLOTS:
     void onFatAKillLeavesOneOfTheTwo();
     void aKilledRunIsMadeGoodByTheNext_data();
     void aKilledRunIsMadeGoodByTheNext();
+
+private:
+    /** Copies in a process that is killed at an operation; false when it came to no harm. */
+    bool copyIsKilled(const QStringList &files, const QString &operation, int count,
+                      bool isFat = false) const
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            ScriptedHost host;
+            ScriptedDisk disk;
+            disk.isFat = isFat;
+            disk.before = [&](const QString &done, int doneCount) {
+                if (done == operation && doneCount == count)
+                    raise(SIGKILL);
+            };
+            FileCopier(host, disk).copyFiles(files, targetFolder());
+            _exit(0);
+        }
+        int status = 0;
+        return waitpid(child, &status, 0) == child && WIFSIGNALED(status);
+    }
 };
 
 void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
@@ -184,21 +205,7 @@ void tst_CopyBatch::onFatAKillLeavesOneOfTheTwo()
     QFETCH(int, count);
     const QStringList names = strings({"a.mid", "b.mid"});
     const QStringList files = newOverOld(names);
-    const pid_t child = fork();
-    if (child == 0) {
-        ScriptedHost host;
-        ScriptedDisk disk;
-        disk.isFat = true;
-        disk.before = [&](const QString &operation, int done) {
-            if (operation == text("replace") && done == count)
-                raise(SIGKILL);
-        };
-        FileCopier(host, disk).copyFiles(files, targetFolder());
-        _exit(0);
-    }
-    int status = 0;
-    QCOMPARE(waitpid(child, &status, 0), child);
-    QVERIFY(WIFSIGNALED(status));
+    QVERIFY(copyIsKilled(files, text("replace"), count, true));
     for (const QString &name : names) {
         const QByteArray now = TestFiles::read(target(name));
         const bool isThere = now == oldBytes || now == QByteArray("new");
@@ -233,20 +240,7 @@ void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext()
     const QStringList names = strings({"a.mid", "b.mid", "c.mid"});
     const QStringList files = newOverOld(names);
 
-    const pid_t child = fork();
-    if (child == 0) {
-        ScriptedHost host;
-        ScriptedDisk disk;
-        disk.before = [&](const QString &done, int doneCount) {
-            if (done == operation && doneCount == count)
-                raise(SIGKILL);
-        };
-        FileCopier(host, disk).copyFiles(files, targetFolder());
-        _exit(0);
-    }
-    int status = 0;
-    QCOMPARE(waitpid(child, &status, 0), child);
-    QVERIFY(WIFSIGNALED(status));
+    QVERIFY(copyIsKilled(files, operation, count));
 
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)),
