@@ -1,5 +1,6 @@
 #include "songs/inplacerewrite.h"
 
+#include "songs/cutpadding.h"
 #include "songs/filebytes.h"
 
 #include <QDebug>
@@ -42,7 +43,9 @@ bool InPlaceRewrite::write(const QByteArray &image)
 /** Cuts the file only when its new bytes are safe, so that putting back takes no new room. */
 bool InPlaceRewrite::overwrite(const QByteArray &bytes)
 {
-    if (!m_file.seek(0) || !m_disk.write(m_file, bytes) || !m_disk.sync(m_file))
+    const qint64 tooLong = m_file.size() - bytes.size();
+    const QByteArray padding = tooLong > 0 ? CutPadding::ofSize(int(tooLong)) : QByteArray();
+    if (!m_file.seek(0) || !m_disk.write(m_file, bytes + padding) || !m_disk.sync(m_file))
         return false;
     return m_file.size() == bytes.size()
         || (m_disk.truncate(m_file, bytes.size()) && m_disk.sync(m_file));

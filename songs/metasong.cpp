@@ -1,5 +1,6 @@
 #include "songs/metasong.h"
 
+#include "songs/cutpadding.h"
 #include "songs/fieldrules.h"
 #include "songs/filebytes.h"
 #include "songs/inplacerewrite.h"
@@ -117,7 +118,10 @@ bool MetaSong::importFile(const QString &path)
     if (isMidiStart || mfxHeaderSize(bytes) > 0) {
         if (!file.readUpTo(file.size(), bytes))
             return false;
-        return isMidiStart ? importMidi(bytes) : importMfx(bytes);
+        if (!isMidiStart)
+            return importMfx(bytes);
+        CutPadding::removeFrom(bytes);
+        return importMidi(bytes);
     }
     return isMp3(path, bytes) && importMp3(file, bytes);
 }

@@ -11,6 +11,8 @@ constexpr char trackMagic[] = "MTrk";
 constexpr int magicSize = 4;
 
 constexpr int formatOffset = 8; ///< 16 bits: 0 or 1; format 2 is not a song
+constexpr int chunkLengthOffset = 4; ///< from a chunk's magic; 32 bits
+constexpr int chunkHeaderSize = 8;
 constexpr int trackLengthOffset = 4; ///< from the "MTrk"; 32 bits, bytes of the track
 constexpr int trackHeaderSize = 8;
 
