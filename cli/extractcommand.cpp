@@ -5,6 +5,7 @@
 #include "songs/disk.h"
 #include "songs/metasong.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace {
@@ -16,17 +17,29 @@ QString midiFileBeside(const QString &song)
         + QLatin1String(".mid");
 }
 
+/** The name of a file until it is whole; a point at the front keeps it out of every list of songs.
+ */
+QString unfinished(const QString &path)
+{
+    const QFileInfo info(path);
+    // Shortened, since a file system that takes the name itself might not take more.
+    return info.dir().filePath(QLatin1Char('.') + info.fileName().left(60)
+                               + QLatin1String(".tarvel4.part"));
+}
+
 /** Writes a file that is not there yet: whole, or not at all. */
 bool writeNewFile(const QString &path, const QByteArray &bytes)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
-        return false;
     Disk &disk = Disk::real();
-    if (disk.write(file, bytes) && disk.sync(file))
-        return true;
+    QFile file(unfinished(path));
+    disk.remove(file.fileName()); // of a run that was killed
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+        return false;
+    const bool isWhole = disk.write(file, bytes) && disk.sync(file);
     file.close();
-    disk.remove(path);
+    if (isWhole && disk.replace(file.fileName(), path) && disk.syncFolder(path))
+        return true;
+    disk.remove(file.fileName());
     return false;
 }
 

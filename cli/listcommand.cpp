@@ -19,9 +19,9 @@ Index::SongOrder orderOf(const QString &name)
     return name == QLatin1String("genre") ? Index::ByGenre : Index::ByTitle;
 }
 
-ExitStatus listFailed(Session &session)
+ExitStatus listFailed(const QString &target, Session &session)
 {
-    return jobFailed(session, Cli::tr("la lista non può essere scritta"));
+    return jobFailed(session, Cli::tr("%1: non può essere scritto").arg(target));
 }
 
 /** The songs of a memory, sorted; none where its index can't be read. */
@@ -65,13 +65,15 @@ void writeRecords(const QVector<IndexEntry> &entries, RecordWriter &records, Ses
 
 bool writeRecordFile(const QVector<IndexEntry> &entries, const QString &target, Session &session)
 {
+    if (QFileInfo::exists(target) && !QFileInfo(target).isFile())
+        return false; // opening a FIFO would wait for its reader
     QFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         return false;
     RecordWriter records(
         Record::Json, [&file](const QByteArray &bytes) { return Disk::real().write(file, bytes); });
     writeRecords(entries, records, session);
-    return !records.failed();
+    return !records.failed() && Disk::real().sync(file);
 }
 
 ExitStatus runList(const Arguments &arguments, Session &session)
@@ -86,14 +88,14 @@ ExitStatus runList(const Arguments &arguments, Session &session)
     if (!Index::isPrepared(root))
         return jobFailed(session, Cli::tr("%1: la memoria non è preparata").arg(given));
 
-    if (arguments.has("output") && !isJson)
-        return Index().writeSongList(root, target, order) == 1 ? ExitStatus::Done
-                                                               : listFailed(session);
     const auto songs = sortedSongs(root, order);
     if (!songs)
-        return listFailed(session);
-    if (arguments.has("output"))
-        return writeRecordFile(*songs, target, session) ? ExitStatus::Done : listFailed(session);
+        return jobFailed(session, Cli::tr("%1: l'indice non può essere letto").arg(given));
+    if (arguments.has("output")) {
+        const bool isWritten = isJson ? writeRecordFile(*songs, target, session)
+                                      : Index().writeSongList(root, target, order) == 1;
+        return isWritten ? ExitStatus::Done : listFailed(target, session);
+    }
     if (isJson)
         writeRecords(*songs, session.records, session);
     else

@@ -264,10 +264,6 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
         <translation>Shows the data of each song.</translation>
     </message>
     <message>
-        <source>la lista non può essere scritta</source>
-        <translation>the list can&apos;t be written</translation>
-    </message>
-    <message>
         <source>Scrive la lista delle song di una memoria preparata.</source>
         <translation>Writes the list of the songs of a prepared memory.</translation>
     </message>
@@ -462,6 +458,10 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     <message>
         <source>se sostituire le song che esistono già</source>
         <translation>whether to replace songs that exist already</translation>
+    </message>
+    <message>
+        <source>%1: l&apos;indice non può essere letto</source>
+        <translation>%1: the index can&apos;t be read</translation>
     </message>
 </context>
 <context>

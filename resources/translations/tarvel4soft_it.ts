@@ -264,10 +264,6 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
         <translation>Mostra i dati di ogni song.</translation>
     </message>
     <message>
-        <source>la lista non può essere scritta</source>
-        <translation>la lista non può essere scritta</translation>
-    </message>
-    <message>
         <source>Scrive la lista delle song di una memoria preparata.</source>
         <translation>Scrive la lista delle song di una memoria preparata.</translation>
     </message>
@@ -462,6 +458,10 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     <message>
         <source>se sostituire le song che esistono già</source>
         <translation>se sostituire le song che esistono già</translation>
+    </message>
+    <message>
+        <source>%1: l'indice non può essere letto</source>
+        <translation>%1: l'indice non può essere letto</translation>
     </message>
 </context>
 <context>

@@ -47,6 +47,8 @@ void tst_CliExtract::writesAMidiFile_data()
                                                << "s.1.mid";
     QTest::newRow("of an MF5 song, beside it") << "$PWD/s.1.mf5"
                                                << "s.1.mid";
+    QTest::newRow("over the rest of a run that was killed") << "s.1.mf3; ls -A | grep part; true"
+                                                            << "s.1.mid";
     QTest::newRow("where it is told to") << "--output out.mid s.1.mf4"
                                          << "out.mid";
 }
@@ -56,7 +58,8 @@ void tst_CliExtract::writesAMidiFile()
     QFETCH(QString, line);
     QFETCH(QString, target);
     const Program program(m_folder->path());
-    const Run run = program.shell(QLatin1String("\"$cli\" extract ") + line);
+    const Run run =
+        program.shell(QLatin1String("echo x >.s.1.mid.tarvel4.part; \"$cli\" extract ") + line);
     QCOMPARE(run.err, QByteArray());
     QCOMPARE(run.out, QByteArray());
     QCOMPARE(run.status, 0);

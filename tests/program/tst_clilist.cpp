@@ -81,27 +81,41 @@ void tst_CliList::refuses_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("status");
-    QTest::newRow("a memory that is not prepared") << "list none" << 3;
-    QTest::newRow("a missing memory") << "list gone" << 3;
-    QTest::newRow("a target in a folder that is missing") << "list --output gone/l.csv mem" << 3;
-    QTest::newRow("a target that is a folder") << "list --output none mem" << 3;
-    QTest::newRow("records into a target that is a folder") << "list --json --output none mem" << 3;
-    QTest::newRow("a full disk") << "list --output /dev/full mem" << 3;
-    QTest::newRow("records on a full disk") << "list --json --output /dev/full mem" << 3;
-    QTest::newRow("an index that can't be read") << "list cut" << 3;
-    QTest::newRow("an unknown order") << "list --order length mem" << 2;
-    QTest::newRow("no memory") << "list" << 2;
+    QTest::addColumn<QByteArray>("named"); // what the message begins with
+    QTest::newRow("a memory that is not prepared") << "list none" << 3 << QByteArray("none: ");
+    QTest::newRow("a missing memory") << "list gone" << 3 << QByteArray("gone: ");
+    QTest::newRow("a target in a folder that is missing")
+        << "list --output gone/l.csv mem" << 3 << QByteArray("gone/l.csv: ");
+    QTest::newRow("a target that is a folder")
+        << "list --output none mem" << 3 << QByteArray("none: ");
+    QTest::newRow("records into a target that is a folder")
+        << "list --json --output none mem" << 3 << QByteArray("none: ");
+    QTest::newRow("a target that is a FIFO")
+        << "list --output fifo mem" << 3 << QByteArray("fifo: ");
+    QTest::newRow("records into a target that is a FIFO")
+        << "list --json --output fifo mem" << 3 << QByteArray("fifo: ");
+    QTest::newRow("a full disk") << "list --output /dev/full mem" << 3 << QByteArray("/dev/full: ");
+    QTest::newRow("records on a full disk")
+        << "list --json --output /dev/full mem" << 3 << QByteArray("/dev/full: ");
+    QTest::newRow("an index that can't be read") << "list cut" << 3 << QByteArray("cut: ");
+    QTest::newRow("an index that can't be read into a file")
+        << "list --output l.csv cut" << 3 << QByteArray("cut: ");
+    QTest::newRow("an unknown order") << "list --order length mem" << 2 << QByteArray();
+    QTest::newRow("no memory") << "list" << 2 << QByteArray();
 }
 
 void tst_CliList::refuses()
 {
     QFETCH(QString, line);
     QFETCH(int, status);
+    QFETCH(QByteArray, named);
     const Run run =
         Program(m_folder->path())
-            .shell(QLatin1String("cp -r mem cut; echo x >>cut/index.id3; \"$cli\" ") + line);
+            .shell(QLatin1String(
+                       "cp -r mem cut; echo x >>cut/index.id3; mkfifo fifo; timeout 10 \"$cli\" ")
+                   + line);
     QCOMPARE(run.out, QByteArray());
-    QVERIFY(run.err.startsWith("tarvel4soft-cli: "));
+    QVERIFY(run.err.startsWith("tarvel4soft-cli: " + named));
     QCOMPARE(run.status, status);
 }
 
