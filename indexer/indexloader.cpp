@@ -23,7 +23,11 @@ quint32 number(const char *digits, int size)
 {
     const bool isNumber =
         std::all_of(digits, digits + size, [](char digit) { return digit >= '0' && digit <= '9'; });
-    return isNumber ? QByteArray::fromRawData(digits, size).toUInt() : 0;
+    if (!isNumber)
+        return 0;
+    return std::accumulate(digits, digits + size, 0U, [](quint32 value, char digit) {
+        return value * 10 + static_cast<quint32>(digit - '0');
+    });
 }
 
 /** The text of a song's or group's record, as the index stores it. */

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
@@ -94,8 +95,8 @@ QString id3Text(const QByteArray &bytes, Id3Format::TextFrame frame)
         return {};
     const int at = static_cast<int>(found - bytes.begin());
     const auto size = Bytes::bigEndianAt<quint32>(bytes, at + Id3Format::frameSizeOffset);
-    return Bytes::text(Bytes::part(bytes, at + Id3Format::frameHeaderSize + Id3Format::encodingSize,
-                                   qint64(size) - Id3Format::encodingSize));
+    return Bytes::text(bytes, at + Id3Format::frameHeaderSize + Id3Format::encodingSize,
+                       qint64(size) - Id3Format::encodingSize);
 }
 
 void readMp3(const QByteArray &bytes, IndexEntry &entry)
@@ -125,14 +126,14 @@ public:
     /** Looks at each pair of 0xFF and a type; a known event inside the bytes is taken, any other
      * byte passed over. */
     explicit MidiWalk(const QByteArray &bytes)
+        : m_bytes(bytes)
     {
         int at = Bytes::indexOfByte(bytes, MidiFormat::metaStatus, midiEventsOffset);
         while (at >= 0 && !isComplete()) {
             const int begin = at + MidiFormat::payloadOffset;
             const int size = Bytes::byteAt(bytes, at + MidiFormat::lengthOffset);
             const bool isTaken = Bytes::holds(bytes, begin, size)
-                && take(Bytes::byteAt(bytes, at + MidiFormat::typeOffset),
-                        QByteArray::fromRawData(bytes.constData() + begin, size));
+                && take(Bytes::byteAt(bytes, at + MidiFormat::typeOffset), begin, size);
             at = Bytes::indexOfByte(bytes, MidiFormat::metaStatus, isTaken ? begin + size : at + 1);
         }
     }
@@ -147,14 +148,15 @@ public:
     }
 
 private:
-    bool take(quint8 type, const QByteArray &payload)
+    /** The payload of \a size bytes at \a begin, all of them there. */
+    bool take(quint8 type, int begin, int size)
     {
         if (type == static_cast<quint8>(MidiFormat::Meta::TrackName))
-            takeText(m_title, m_hasTitle, payload);
+            takeText(m_title, m_hasTitle, begin, size);
         else if (type == static_cast<quint8>(MidiFormat::Meta::SongInfo))
-            takeSongInfo(Bytes::byteAt(payload, 0), payload.mid(MidiFormat::subTypeSize));
+            takeSongInfo(begin, size);
         else if (type == MidiFormat::setTempoMeta)
-            takeTempo(payload);
+            takeTempo(begin, size);
         else if (type == MidiFormat::markerMeta)
             m_hasMarkers = true;
         else
@@ -162,26 +164,30 @@ private:
         return true;
     }
 
-    void takeSongInfo(quint8 subType, const QByteArray &payload)
+    void takeSongInfo(int begin, int size)
     {
+        const quint8 subType = size > 0 ? Bytes::byteAt(m_bytes, begin) : quint8(0);
+        const int textBegin = begin + MidiFormat::subTypeSize;
+        const int textSize = size - MidiFormat::subTypeSize;
         if (subType == static_cast<quint8>(MidiFormat::SubType::Genre))
-            takeText(m_genre, m_hasGenre, payload);
+            takeText(m_genre, m_hasGenre, textBegin, textSize);
         else if (subType == static_cast<quint8>(MidiFormat::SubType::Artist))
-            takeText(m_artist, m_hasArtist, payload);
+            takeText(m_artist, m_hasArtist, textBegin, textSize);
     }
 
-    static void takeText(QString &text, bool &taken, const QByteArray &payload)
+    void takeText(QString &text, bool &taken, int begin, int size) const
     {
         if (!taken)
-            text = Bytes::text(payload);
+            text = Bytes::text(m_bytes, begin, size);
         taken = true;
     }
 
-    void takeTempo(const QByteArray &payload)
+    void takeTempo(int begin, int size)
     {
-        if (m_hasTempo || payload.size() != tempoSize)
+        if (m_hasTempo || size != tempoSize)
             return;
-        const auto microseconds = Bytes::bigEndianAt<quint32>(QByteArray(1, '\0') + payload, 0);
+        constexpr quint32 tempoMask = 0xFFFFFF; // the byte before it is its length
+        const auto microseconds = Bytes::bigEndianAt<quint32>(m_bytes, begin - 1) & tempoMask;
         if (microseconds == 0)
             return;
         m_tempo =
@@ -194,6 +200,7 @@ private:
         return m_hasTitle && m_hasArtist && m_hasGenre && m_hasTempo && m_hasMarkers;
     }
 
+    const QByteArray &m_bytes;
     QString m_title;
     QString m_artist;
     QString m_genre;
@@ -227,9 +234,9 @@ QString defaultTitle(const QString &path)
 }
 
 /** A text as it is stored; empty when nothing but white space is left. */
-QString tidied(const QString &text)
+QString tidied(QString text)
 {
-    return text.trimmed().toUpper().trimmed();
+    return std::move(text).trimmed().toUpper().trimmed(); // in place, as far as it can be
 }
 
 } // namespace
@@ -248,12 +255,12 @@ bool SongReader::read(IndexEntry &entry)
     else if (bytes.size() >= fewestBytes)
         readFormat(bytes, entry);
 
-    entry.title = tidied(entry.title);
+    entry.title = tidied(std::move(entry.title));
     if (entry.title.isEmpty())
         entry.title = tidied(defaultTitle(entry.absolutePath));
     static const QString unknown = QLatin1String(IndexFormat::unknownText);
     for (QString *const text : {&entry.artist, &entry.genre}) {
-        const QString stored = tidied(*text);
+        const QString stored = tidied(std::move(*text));
         *text = stored.isEmpty() ? unknown : stored;
     }
     return true;

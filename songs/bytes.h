@@ -46,12 +46,14 @@ inline QByteArray part(const QByteArray &bytes, qint64 offset, qint64 count)
     return bytes.mid(int(offset), int(std::min(count, bytes.size() - offset)));
 }
 
-/** A text field as every format stores it: up to the first zero byte, Latin-1, trimmed. */
-inline QString text(const QByteArray &field)
+/** A text field as every format stores it: of those of the \a count bytes at \a offset that exist,
+ * the ones up to the first zero byte, Latin-1, trimmed. */
+inline QString text(const QByteArray &bytes, qint64 offset, qint64 count)
 {
-    return QString::fromLatin1(field.constData(),
-                               int(qstrnlen(field.constData(), uint(field.size()))))
-        .trimmed();
+    const bool isThere = offset >= 0 && offset < bytes.size() && count > 0;
+    const char *const field = isThere ? bytes.constData() + offset : "";
+    const auto size = isThere ? uint(std::min(count, bytes.size() - offset)) : 0U;
+    return QString::fromLatin1(field, int(qstrnlen(field, size))).trimmed();
 }
 
 /** The first \a byte from \a from on; -1: none. Runs at the speed of memory. */

@@ -92,8 +92,7 @@ QString Id3v2Tag::text(TextFrame frame) const
         return QString();
     const qint64 size = Bytes::bigEndianAt<quint32>(m_tag, start + frameSizeOffset);
     // required: whatever the encoding byte says
-    return Bytes::text(
-        Bytes::part(m_tag, start + frameHeaderSize + encodingSize, size - encodingSize));
+    return Bytes::text(m_tag, start + frameHeaderSize + encodingSize, size - encodingSize);
 }
 
 int Id3v2Tag::length() const

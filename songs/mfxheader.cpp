@@ -87,7 +87,7 @@ void MfxHeader::setUncompressedSize(quint32 bytes)
 
 QString MfxHeader::text(TextField field) const
 {
-    return Bytes::text(Bytes::part(m_header, field.offset, field.width));
+    return Bytes::text(m_header, field.offset, field.width);
 }
 
 void MfxHeader::setText(TextField field, const QString &text)

@@ -22,7 +22,7 @@ Marker markerAt(const QByteArray &data, int event)
     const int barOffset = event + payloadOffset + subTypeSize;
     const int textSize = Bytes::byteAt(data, event + lengthOffset) - subTypeSize - barSize;
     return {Bytes::bigEndianAt<quint16>(data, barOffset),
-            Bytes::text(Bytes::part(data, barOffset + barSize, textSize))};
+            Bytes::text(data, barOffset + barSize, textSize)};
 }
 
 bool isOurs(quint8 type)
@@ -193,7 +193,7 @@ QString RawMidiFile::metaText(Meta type) const
     if (event < 0)
         return QString();
     const int size = Bytes::byteAt(m_data, event + lengthOffset);
-    return Bytes::text(Bytes::part(m_data, event + payloadOffset, size));
+    return Bytes::text(m_data, event + payloadOffset, size);
 }
 
 QString RawMidiFile::songInfoText(SubType subType) const
@@ -202,7 +202,7 @@ QString RawMidiFile::songInfoText(SubType subType) const
     if (event < 0)
         return QString();
     const int size = Bytes::byteAt(m_data, event + lengthOffset) - subTypeSize;
-    return Bytes::text(Bytes::part(m_data, event + payloadOffset + subTypeSize, size));
+    return Bytes::text(m_data, event + payloadOffset + subTypeSize, size);
 }
 
 int RawMidiFile::songInfoNumber(SubType subType) const
