@@ -62,7 +62,7 @@ QByteArray Fixtures::read(const QString &path)
 
 bool Fixtures::writeCatalogue(const QString &path)
 {
-    const std::array<const char *, 4> statements{
+    const std::array<const char *, 5> statements{
         "CREATE TABLE Songs(title varchar, artist varchar, genre varchar, author varchar, length "
         "integer, bpm integer, key varchar, filename varchar primary key, markers varchar, "
         "altartist varchar)",
@@ -71,7 +71,8 @@ bool Fixtures::writeCatalogue(const QString &path)
         "INSERT INTO Songs VALUES('Doppia','Terzo','','Bianchi','x',NULL,'','DOPPIA1',NULL,"
         "'Quarto')",
         "INSERT INTO Songs VALUES('Doppia','Quinto','DANCE','Verdi',100,90,'C','DOPPIA2','',"
-        "'Quarto')"};
+        "'Quarto')",
+        "INSERT INTO Songs VALUES('CITTÀ','Sesto','DANCE','Neri',0,0,'C','ZERI','','Quarto')"};
     bool written = false;
     {
         QSqlDatabase database =
@@ -79,7 +80,7 @@ bool Fixtures::writeCatalogue(const QString &path)
         database.setDatabaseName(path);
         QSqlQuery query(database.open() ? database : QSqlDatabase());
         written = std::all_of(statements.begin(), statements.end(), [&query](const char *text) {
-            return query.exec(QString::fromLatin1(text));
+            return query.exec(QString::fromUtf8(text));
         });
     }
     QSqlDatabase::removeDatabase(QStringLiteral("fixture"));

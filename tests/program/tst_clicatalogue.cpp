@@ -43,6 +43,12 @@ void tst_CliCatalogue::answers_data()
     QTest::newRow("by name in small letters, with its extension")
         << "--json --name azzurro.mid" << azzurro;
     QTest::newRow("by title, whatever its case") << "--json --title 'azzurro cielo'" << azzurro;
+    const QByteArray zeri = R"({"title":"CITTÀ","artist":"Sesto","genre":"DANCE","author":"Neri",)"
+                            R"("length":0,"bpm":0,"key":"C","altArtist":"Quarto","markers":[]})"
+                            "\n";
+    QTest::newRow("by title, upper-cased beyond ASCII as well")
+        << QStringLiteral("--json --title citt\u00E0") << zeri;
+    QTest::newRow("a length and a tempo of 0 are known") << "--json --name zeri" << zeri;
     QTest::newRow("an unknown length and tempo are left out")
         << "--json --name doppia1"
         << QByteArray(R"({"title":"Doppia","artist":"Terzo","genre":"","author":"Bianchi",)"

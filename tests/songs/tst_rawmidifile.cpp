@@ -221,6 +221,8 @@ void tst_RawMidiFile::readMarkers_data()
     QTest::newRow("the search goes on behind a marker, not inside it")
         << marker(1, hex("FF 4B 05 06 00 09") + "in") + marker(2, "B")
         << QVector<Marker>{{1, QString::fromLatin1("\xFFK\x05\x06")}, {2, latin1("B")}};
+    QTest::newRow("and not in its last byte") << marker(1, "\xFF") + hex("4B FF 06 01 58")
+                                              << QVector<Marker>{{1, QString::fromLatin1("\xFF")}};
     QTest::newRow("a marker that is too short has no label, and ends at once")
         << hex("00 FF 4B 01 06") + marker(7, "C")
         << QVector<Marker>{{0x00FF, QString()}, {7, latin1("C")}};
