@@ -62,10 +62,11 @@ endfunction()
 # Gives a ctest test a home, a settings store and a platform of its own, so that it touches nothing of the user's.
 function(tarvel4_test_environment name)
   set(home "${CMAKE_CURRENT_BINARY_DIR}/home/${name}")
-  file(MAKE_DIRECTORY "${home}")
+  file(MAKE_DIRECTORY "${home}/runtime")
+  file(CHMOD "${home}/runtime" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE) # else Qt warns
   set_tests_properties(${name} PROPERTIES
     TIMEOUT 300
     WORKING_DIRECTORY "${home}"
     SKIP_RETURN_CODE 77
-    ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home};QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=")
+    ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home}/runtime;QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=")
 endfunction()

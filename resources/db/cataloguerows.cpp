@@ -205,9 +205,12 @@ private:
     {
         QString text = QStringLiteral("1;Intro;");
         int bar = 1 + 4 * between(1, 2);
-        const int count = between(3, sections.size());
+        const int count = between(7, 16);
         for (int i = 0; i < count; ++i) {
-            text += QStringLiteral("%1;%2 %3;").arg(bar).arg(sections.at(i)).arg(i / 2 + 1);
+            text += QStringLiteral("%1;%2 %3;")
+                        .arg(bar)
+                        .arg(sections.at(i % sections.size()))
+                        .arg(i / 2 + 1);
             bar += 8 * between(1, 2);
         }
         return text + QStringLiteral("%1;Fine;").arg(bar);

@@ -57,7 +57,8 @@ int make(QSqlDatabase &database, const QString &path)
     return made ? 0 : fail(path + QStringLiteral(": can't be written"));
 }
 
-/** A catalogue holds one table, created by exactly our statement, and its automatic index. */
+/** A catalogue is whole, and holds one table, created by exactly our statement, and its automatic
+ * index. */
 int check(QSqlDatabase &database, const QString &path)
 {
     database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
@@ -72,6 +73,9 @@ int check(QSqlDatabase &database, const QString &path)
         return fail(path + QStringLiteral(": its schema is not the catalogue's:\n  ")
                     + statements.join(QStringLiteral("\n  ")) + QStringLiteral("\ninstead of\n  ")
                     + schema);
+    if (!query.exec(QStringLiteral("pragma integrity_check")) || !query.next()
+        || query.value(0) != QLatin1String("ok"))
+        return fail(path + QStringLiteral(": is damaged: ") + query.value(0).toString());
     return 0;
 }
 

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void anotherReaderFindsItWhole();
     void schemas_data();
     void schemas();
+    void damage_data();
+    void damage();
 
 private:
     static int make(const QStringList &arguments, QString *errors = nullptr);
@@ -55,6 +57,8 @@ void tst_Catalogue::statistics_data()
         QTest::newRow(name) << QString::fromLatin1(query) << QString::fromLatin1(result);
     };
     row("page size 1024", "pragma page_size", "1024");
+    row("about 2.7 MB",
+        "select page_count * 1024 between 2650000 and 2800000 from pragma_page_count", "1");
     row("one table and its automatic index", "select group_concat(type) from sqlite_master",
         "table,index");
     row("the table's statement", "select sql from sqlite_master where type = 'table'",
@@ -164,6 +168,39 @@ void tst_Catalogue::schemas()
     QCOMPARE(make({QStringLiteral("--check"), file}, &errors), accepted ? 0 : 1);
     QCOMPARE(errors.contains(QLatin1String("schema")), !accepted);
     QCOMPARE(make({QStringLiteral("--check"), QStringLiteral("/nowhere")}), 1);
+}
+
+void tst_Catalogue::damage_data()
+{
+    QTest::addColumn<qint64>("from");
+    QTest::addColumn<qint64>("to"); // of what is overwritten; -1: the rest is cut off
+    QTest::newRow("a file cut in the middle is refused") << qint64(1000000) << qint64(-1);
+    QTest::newRow("a file cut behind its schema is refused") << qint64(2048) << qint64(-1);
+    QTest::newRow("overwritten pages are refused") << qint64(500000) << qint64(600000);
+    QTest::newRow("an overwritten header is refused") << qint64(0) << qint64(100);
+    QTest::newRow("an empty file is refused") << qint64(0) << qint64(-1);
+}
+
+void tst_Catalogue::damage()
+{
+    QFETCH(qint64, from);
+    QFETCH(qint64, to);
+    QFile whole(m_file);
+    QVERIFY(whole.open(QIODevice::ReadOnly));
+    QByteArray bytes = whole.readAll();
+    if (to < 0)
+        bytes.truncate(int(from));
+    else
+        bytes.replace(int(from), int(to - from), QByteArray(int(to - from), '\x55'));
+    const QString file = m_folder.filePath(QStringLiteral("damaged"));
+    QFile damaged(file);
+    QVERIFY(damaged.open(QIODevice::WriteOnly));
+    QCOMPARE(damaged.write(bytes), qint64(bytes.size()));
+    damaged.close();
+
+    QString errors;
+    QCOMPARE(make({QStringLiteral("--check"), file}, &errors), 1);
+    QVERIFY2(errors.startsWith(file), qPrintable(errors));
 }
 
 QTEST_GUILESS_MAIN(tst_Catalogue)
