@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int idColumn = 0;
+constexpr int shownAtOnce = 32; // rows; reading the table again at each append is quick so far
 
 /** "mm:ss", the minutes with as many digits as they need; empty for an unknown length. */
 QString lengthText(int seconds)
@@ -80,17 +81,16 @@ bool UserSongsRelTableModel::appendSong(const SongInfo &song)
         return false;
     m_insert.finish();
     ++m_appended;
-    if (m_appended > m_selected)
-        select();
+    if (rowCount() < shownAtOnce || m_appended > m_shown)
+        readAppended();
     return true;
 }
 
-bool UserSongsRelTableModel::select()
+void UserSongsRelTableModel::readAppended()
 {
-    const bool selected = QSqlRelationalTableModel::select();
-    m_selected = rowCount() == 0 ? 0 : m_selected + m_appended;
+    m_shown = rowCount() == 0 ? m_appended : m_shown + m_appended;
     m_appended = 0;
-    return selected;
+    select();
 }
 
 int UserSongsRelTableModel::rowCount(const QModelIndex &parent) const
@@ -111,7 +111,7 @@ QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
 void UserSongsRelTableModel::fetchAll()
 {
     if (m_appended > 0)
-        select();
+        readAppended();
     while (canFetchMore())
         fetchMore();
 }

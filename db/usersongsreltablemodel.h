@@ -25,8 +25,8 @@ public:
     void setHeaders();
 
     /**
-     * Appends a row with status 0. Views see it at the latest when a row is next addressed by
-     * number; while rows are being appended they see them in growing portions.
+     * Appends a row with status 0. Views see the first rows at once, later ones in growing
+     * portions, and all at the latest when a row is next addressed by number.
      */
     bool appendSong(const SongInfo &song);
 
@@ -43,7 +43,6 @@ public:
     int statusColumn() const { return m_status; }
 
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    bool select() override;
 
     // The same answers as the base class gives, which walks its edit cache for rows that we never
     // put there.
@@ -53,6 +52,7 @@ protected:
     QModelIndex indexInQuery(const QModelIndex &item) const override;
 
 private:
+    void readAppended();
     void fetchAll();
     QString textAt(int row, int column);
     void writeRow(int row, QSqlQuery &statement);
@@ -72,6 +72,6 @@ private:
     QSqlQuery m_insert;
     QSqlQuery m_update;
     QSqlQuery m_updateStatus;
-    int m_appended = 0; ///< rows appended since the last select()
-    int m_selected = 0; ///< rows that the last select() could see
+    int m_appended = 0; ///< rows appended since views last saw them
+    int m_shown = 0; ///< rows that views saw then
 };

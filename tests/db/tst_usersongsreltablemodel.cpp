@@ -47,6 +47,8 @@ private Q_SLOTS:
     void rowsThatDoNotExist_data();
     void rowsThatDoNotExist();
     void writesAreInTheTableAtOnce();
+    void aChangedCellIsInTheTableAtOnce();
+    void answersAsTheBaseClass();
     void appendFailsWithoutTheTable();
 
 private:
@@ -172,6 +174,8 @@ void tst_UserSongsRelTableModel::rowsBeyondTheFirstBatchAreValid()
     m_model->setStatus(650, 1);
     QCOMPARE(m_model->statusOf(650), 1);
     m_model->select();
+    QCOMPARE(m_model->statusOf(650), 1);
+    m_model->select();
     m_model->updateSong(600, song(QStringLiteral("changed")));
     QCOMPARE(cell(600, "title"), QStringLiteral("changed"));
     m_model->select();
@@ -196,11 +200,19 @@ void tst_UserSongsRelTableModel::numbersBeginAtOneAgainAfterClearing()
 
 void tst_UserSongsRelTableModel::viewsSeeRowsBeforeTheImportEnds()
 {
+    for (int i = 0; i < 20; ++i) {
+        m_model->appendSong(song(QString::number(i)));
+        QCOMPARE(m_model->rowCount(), i + 1);
+        QCOMPARE(m_model->index(i, 2).data().toString(), QString::number(i));
+    }
+    for (int i = 20; i < 1000; ++i)
+        m_model->appendSong(song(QString::number(i)));
+    QVERIFY(m_model->rowCount() > 250);
+
+    QVERIFY(m_database->clearUserSongs()); // the next import is seen from its first row, too
+    m_model->select();
     m_model->appendSong(song(QStringLiteral("a")));
     QCOMPARE(m_model->rowCount(), 1);
-    for (int i = 0; i < 100; ++i)
-        m_model->appendSong(song(QString::number(i)));
-    QVERIFY(m_model->rowCount() > 50);
 }
 
 void tst_UserSongsRelTableModel::rowsFollowTheSortOrder()
@@ -266,6 +278,45 @@ void tst_UserSongsRelTableModel::writesAreInTheTableAtOnce()
     QCOMPARE(table(), QStringLiteral("b0"));
     m_model->setStatus(0, 2);
     QCOMPARE(table(), QStringLiteral("b2"));
+}
+
+void tst_UserSongsRelTableModel::aChangedCellIsInTheTableAtOnce()
+{
+    QCOMPARE(m_model->editStrategy(), QSqlTableModel::OnFieldChange);
+    m_model->appendSong(song(QStringLiteral("a")));
+    QVERIFY(m_model->setData(m_model->cellIndex(0, m_model->fieldIndex(QStringLiteral("title"))),
+                             QStringLiteral("typed")));
+    QSqlQuery query(QStringLiteral("select title from usersongs"), m_database->userSongsDatabase());
+    QVERIFY(query.next());
+    QCOMPARE(query.value(0).toString(), QStringLiteral("typed"));
+    QCOMPARE(cell(0, "title"), QStringLiteral("typed"));
+}
+
+/** Where the model goes round its base class, the answers are those of the base class. */
+void tst_UserSongsRelTableModel::answersAsTheBaseClass()
+{
+    for (int i = 0; i < 300; ++i)
+        m_model->appendSong(song(QString::number(i), i, i));
+    m_model->totalRows();
+    for (const int row : {0, 7, 270}) {
+        m_model->updateSong(row, song(QStringLiteral("updated"), -1, -1));
+        m_model->setStatus(row, UserSongsRelTableModel::Updated);
+    }
+    QVERIFY(m_model->removeRow(8));
+    const QSqlRelationalTableModel &model = *m_model;
+    QCOMPARE(m_model->rowCount(), model.QSqlRelationalTableModel::rowCount());
+    QCOMPARE(m_model->rowCount(m_model->index(0, 0)), 0);
+    for (const int row : {0, 1, 7, 8, 9, 270, 299}) {
+        for (int column = 0; column < m_model->columnCount(); ++column) {
+            const QModelIndex index = m_model->index(row, column);
+            for (int role = Qt::DisplayRole; role <= Qt::UserRole; ++role)
+                QCOMPARE(m_model->data(index, role),
+                         model.QSqlRelationalTableModel::data(index, role));
+            QCOMPARE(m_model->flags(index), model.QSqlRelationalTableModel::flags(index));
+        }
+    }
+    QCOMPARE(m_model->index(7, 2).data().toString(), QStringLiteral("updated"));
+    QCOMPARE(m_model->index(9, 2).data().toString(), QStringLiteral("9"));
 }
 
 void tst_UserSongsRelTableModel::appendFailsWithoutTheTable()
