@@ -1,83 +1,13 @@
 #include "db/database.h"
 
+#include "cataloguefixture.h"
 #include "scripteddriver.h"
 
 #include <QtTest>
 
 #include <QSqlQuery>
 
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#endif
-
 namespace {
-
-QStringList messages;
-
-void keepMessage(QtMsgType, const QMessageLogContext &, const QString &text)
-{
-    messages.append(text);
-}
-
-/** Keeps the log lines of its lifetime. */
-class LogCapture
-{
-public:
-    LogCapture()
-    {
-        messages.clear();
-        m_previous = qInstallMessageHandler(keepMessage);
-    }
-    ~LogCapture() { qInstallMessageHandler(m_previous); }
-    Q_DISABLE_COPY(LogCapture)
-
-private:
-    QtMessageHandler m_previous;
-};
-
-const QString schema = QStringLiteral(
-    "CREATE TABLE Songs(title varchar, artist varchar, genre varchar, author varchar, length "
-    "integer, bpm integer, key varchar, filename varchar primary key, markers varchar, altartist "
-    "varchar)");
-
-/** Makes a catalogue with the rows of the tests. */
-void makeCatalogue(const QString &path)
-{
-    {
-        QSqlDatabase database =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("make"));
-        database.setDatabaseName(path);
-        QVERIFY(database.open());
-        QSqlQuery query(database);
-        for (const QString &statement :
-             {schema,
-              QStringLiteral("insert into Songs values (' Dodici anni ', ' Ada ', ' DANCE ', ' "
-                             "Berto ', 215, 120, "
-                             "' A - ', '12ANNI', ' 1;Intro;5;Verse 1; ', ' Bice ')"),
-              QStringLiteral("insert into Songs values ('Twice', 'first', 'BLUES', 'x', 100, 90, "
-                             "'C', 'TWICE_1', NULL, 'a')"),
-              QStringLiteral("insert into Songs values ('Twice', 'second', '', 'x', 100, 90, 'C', "
-                             "'TWICE_2', NULL, 'b')"),
-              QStringLiteral(
-                  "insert into Songs values ('Odd', 'x', 'BLUES', 'x', 'unknown', '', '', 'ODD', "
-                  "'1;Intro;x;Bad;7;Verse;', 'a')"),
-              QStringLiteral("insert into Songs values ('Nulls', NULL, NULL, NULL, NULL, NULL, "
-                             "NULL, 'NULLS', NULL, NULL)"),
-              QStringLiteral("insert into Songs values ('TITLE', 'x', 'x', 'x', 1, 1, '', "
-                             "'FILENAME', NULL, 'a')"),
-              QStringLiteral("insert into Songs values ('Large', 'x', 'x', 'x', 4294967301, "
-                             "1e300, '', 'LARGE', '70000;Far;99999999999;Nowhere;', 'a')"),
-              QStringLiteral("insert into Songs values ('Half', 'x', 'x', 'x', 1, 1, '', 'HALF', "
-                             "'1;Intro;5', 'a')"),
-              QStringLiteral("insert into Songs values ('Bars', 'x', 'x', 'x', 1, 1, '', 'BARS', "
-                             "'0;Zero;-1;Minus;;;9;Nine;', 'a')"),
-              QStringLiteral("insert into Songs values ('Perch\u00e9', 'x', 'x', 'x', 1, 1, '', "
-                             "'ACCENT', NULL, 'a')")})
-            QVERIFY2(query.exec(statement), qPrintable(statement));
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("make"));
-}
 
 /** Makes a catalogue whose file names and titles are texts that SQLite reads in ways of its own. */
 void makeOddCatalogue(const QString &path, const QStringList &texts)
@@ -88,7 +18,7 @@ void makeOddCatalogue(const QString &path, const QStringList &texts)
         database.setDatabaseName(path);
         QVERIFY(database.open());
         QSqlQuery query(database);
-        QVERIFY(database.transaction() && query.exec(schema));
+        QVERIFY(database.transaction() && query.exec(CatalogueFixture::schema()));
         QVERIFY(query.prepare(
             QStringLiteral("insert into Songs values (?, '', '', '', 1, 1, '', ?, NULL, '')")));
         for (const QString &text : texts) {
@@ -104,17 +34,6 @@ void makeOddCatalogue(const QString &path, const QStringList &texts)
 }
 
 } // namespace
-
-// Resources are withdrawn and restored by functions outside any namespace.
-static void withdrawResource()
-{
-    Q_CLEANUP_RESOURCE(catalogue);
-}
-
-static void restoreResource()
-{
-    Q_INIT_RESOURCE(catalogue);
-}
 
 Q_DECLARE_METATYPE(QVector<Marker>)
 
@@ -133,24 +52,11 @@ private Q_SLOTS:
     void markers();
     void numbers_data();
     void numbers();
-    void listsKeepTheirOrderAndTheEmptyValue();
     void logsWhyATitleIsNotTaken();
     void answersAsTheStatementWould();
     void answersAsTheStatementWouldForOddTexts();
     void countThatFails_data();
     void countThatFails();
-    void catalogueIsReadOnly();
-    void debugFileIsUsedInPlace();
-    void startsAnyNumberOfTimes();
-    void memoryThatDoesNotOpen();
-    void temporaryFileThatCanNotBeMade();
-    void temporaryFileThatCanNotBeWritten();
-    void resourceThatIsMissing();
-    void builtInCatalogueComesThroughATemporaryFile();
-    void failures_data();
-    void failures();
-    void clearsTheUserSongs();
-    void dumpsARecord();
 
 private:
     bool open() { return m_database->init(m_catalogue); }
@@ -163,7 +69,7 @@ private:
 void tst_Database::initTestCase()
 {
     m_catalogue = m_folder.filePath(QStringLiteral("catalogue"));
-    makeCatalogue(m_catalogue);
+    CatalogueFixture::make(m_catalogue);
 }
 
 void tst_Database::cleanup()
@@ -323,29 +229,18 @@ void tst_Database::numbers()
     QTEST(record.bpm, "bpm");
 }
 
-void tst_Database::listsKeepTheirOrderAndTheEmptyValue()
-{
-    QVERIFY(open());
-    QCOMPARE(m_database->genres(),
-             (QStringList{QStringLiteral(" DANCE "), QStringLiteral("BLUES"), QString(), QString(),
-                          QStringLiteral("x")}));
-    QCOMPARE(m_database->altArtists(),
-             (QStringList{QStringLiteral(" Bice "), QStringLiteral("a"), QStringLiteral("b"),
-                          QString()}));
-}
-
 void tst_Database::logsWhyATitleIsNotTaken()
 {
     QVERIFY(open());
     SongInfo record;
-    const LogCapture log;
+    const MessageCapture log;
     QVERIFY(!m_database->getRecordByTitle(QStringLiteral("Twice"), record));
-    QCOMPARE(messages,
+    QCOMPARE(MessageCapture::messages(),
              QStringList{QStringLiteral(
                  "[getRecordByTitle] WARNING: multiple reusults in query, aborting !!!")});
-    messages.clear();
+    MessageCapture::messages().clear();
     QVERIFY(!m_database->getRecordByTitle(QStringLiteral("Nowhere"), record));
-    QCOMPARE(messages, QStringList());
+    QCOMPARE(MessageCapture::messages(), QStringList());
 }
 
 /** The answer from memory, for texts that cannot hit, is the one that executing the statement
@@ -480,196 +375,11 @@ void tst_Database::countThatFails()
     ScriptedDriver::failingStatement = failingStatement;
     ScriptedDriver::count = count;
     QVERIFY(m_database->init(QStringLiteral("scripted")));
-    const LogCapture log;
+    const MessageCapture log;
     SongInfo record;
     QCOMPARE(m_database->getRecordByTitle(QStringLiteral("x"), record), found);
-    QCOMPARE(messages, message.isEmpty() ? QStringList() : QStringList{message});
+    QCOMPARE(MessageCapture::messages(), message.isEmpty() ? QStringList() : QStringList{message});
     QCOMPARE(record.title, found ? QStringLiteral("x") : QString());
-}
-
-void tst_Database::catalogueIsReadOnly()
-{
-    QVERIFY(open());
-    QSqlQuery query(QSqlDatabase::database(QStringLiteral("con_songsdb")));
-    QVERIFY(!query.exec(QStringLiteral("delete from songs")));
-    QVERIFY(query.exec(QStringLiteral("select count(*) from songs")) && query.next());
-    QCOMPARE(query.value(0).toInt(), 10);
-}
-
-void tst_Database::debugFileIsUsedInPlace()
-{
-    QVERIFY(QFile::copy(m_catalogue, QStringLiteral("songsdb_debug")));
-    {
-        withdrawResource(); // it is not even looked at
-        const LogCapture log;
-        const bool opened = m_database->init();
-        restoreResource();
-        QVERIFY(opened);
-        QCOMPARE(messages,
-                 QStringList{QStringLiteral("Using local file: 'songsdb_debug' as database")});
-    }
-    QCOMPARE(QSqlDatabase::database(QStringLiteral("con_songsdb")).databaseName(),
-             QStringLiteral("songsdb_debug"));
-    SongInfo record;
-    QVERIFY(m_database->getRecordByFilename(QStringLiteral("12ANNI"), record));
-    QSqlQuery query(QSqlDatabase::database(QStringLiteral("con_songsdb")));
-    QVERIFY(!query.exec(QStringLiteral("delete from songs")));
-}
-
-void tst_Database::startsAnyNumberOfTimes()
-{
-    const LogCapture log;
-    for (int i = 0; i < 3; ++i) {
-        m_database = std::make_unique<Database>();
-        QVERIFY(open());
-        QSqlQuery query(m_database->userSongsDatabase());
-        QVERIFY(query.exec(QStringLiteral("select count(*) from usersongs")) && query.next());
-        QCOMPARE(query.value(0).toInt(), 0);
-        QVERIFY(query.exec(QStringLiteral("insert into usersongs (title) values ('x')")));
-        m_database.reset();
-    }
-    QCOMPARE(messages, QStringList()); // nor does Qt complain about a connection made twice
-}
-
-void tst_Database::memoryThatDoesNotOpen()
-{
-    const ScriptedDriver driver;
-    ScriptedDriver::failingConnection = QStringLiteral(":memory:");
-    ScriptedDriver::failingStatement.clear();
-    const LogCapture log;
-    QVERIFY(!m_database->init());
-    QCOMPARE(messages, QStringList());
-    QVERIFY(!QSqlDatabase::contains(QStringLiteral("con_songsdb")));
-}
-
-void tst_Database::temporaryFileThatCanNotBeMade()
-{
-    const QByteArray folder = qgetenv("TMPDIR");
-    qputenv("TMPDIR", QFile::encodeName(m_catalogue)); // a file, in which no other can be made
-    const LogCapture log;
-    const bool opened = m_database->init();
-    folder.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", folder);
-    QVERIFY(!opened);
-    QCOMPARE(messages,
-             QStringList{
-                 QStringLiteral("[Database::init] FATAL: Unable to create temporary files !!!")});
-    QVERIFY(m_database->userSongsDatabase().isOpen());
-}
-
-void tst_Database::temporaryFileThatCanNotBeWritten()
-{
-#ifdef Q_OS_UNIX
-    const LogCapture log;
-    struct rlimit before;
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const struct rlimit small
-    {
-        100000, before.rlim_max
-    };
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool opened = m_database->init();
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    QVERIFY(!opened);
-    QCOMPARE(messages.last(),
-             QStringLiteral("[Database::init] FATAL: Unable to create temporary files !!!"));
-    QVERIFY(!QSqlDatabase::contains(QStringLiteral("con_songsdb")));
-#else
-    QSKIP("no limit of a file's size here");
-#endif
-}
-
-void tst_Database::resourceThatIsMissing()
-{
-    withdrawResource();
-    const LogCapture log;
-    const bool opened = m_database->init();
-    restoreResource();
-    QVERIFY(!opened);
-    QCOMPARE(messages.size(), 2);
-    QVERIFY(
-        messages.at(0).startsWith(QLatin1String("[Database::init] Created temporary db file:")));
-    QCOMPARE(messages.at(1),
-             QStringLiteral("[Database::init] FATAL: Unable to open db resource file !!!"));
-    QVERIFY(m_database->genres().isEmpty() && m_database->altArtists().isEmpty());
-    QVERIFY(m_database->userSongsDatabase().isOpen());
-}
-
-void tst_Database::builtInCatalogueComesThroughATemporaryFile()
-{
-    const LogCapture log;
-    QVERIFY(m_database->init());
-    const QString file = QSqlDatabase::database(QStringLiteral("con_songsdb")).databaseName();
-    QCOMPARE(messages,
-             QStringList{
-                 QStringLiteral("[Database::init] Created temporary db file:  \"%1\"").arg(file)});
-    QVERIFY(QFileInfo::exists(file));
-    SongInfo record;
-    QVERIFY(m_database->getRecordByFilename(QStringLiteral("SANTALUC"), record));
-    QCOMPARE(record.title, QStringLiteral("Santa Lucia"));
-    m_database.reset();
-    QVERIFY(!QFileInfo::exists(file));
-}
-
-void tst_Database::failures_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<bool>("opens");
-    QTest::newRow("a catalogue file that is not there")
-        << QStringLiteral("/nowhere/catalogue") << false;
-    QTest::newRow("a catalogue file that is a folder") << QStringLiteral("/") << false;
-}
-
-void tst_Database::failures()
-{
-    QFETCH(QString, file);
-    QVERIFY(!m_database->init(file));
-    QVERIFY(m_database->genres().isEmpty());
-    QVERIFY(m_database->altArtists().isEmpty());
-    QVERIFY(m_database->userSongsDatabase().isOpen());
-    SongInfo record;
-    QVERIFY(!m_database->getRecordByFilename(QStringLiteral("12ANNI"), record));
-    QVERIFY(!m_database->getRecordByTitle(QStringLiteral("%"), record));
-}
-
-void tst_Database::clearsTheUserSongs()
-{
-    QVERIFY(open());
-    QSqlQuery query(m_database->userSongsDatabase());
-    QVERIFY(query.exec(QStringLiteral("insert into usersongs (title) values ('x')")));
-    QVERIFY(m_database->clearUserSongs());
-    QVERIFY(query.exec(QStringLiteral("select count(*) from usersongs")) && query.next());
-    QCOMPARE(query.value(0).toInt(), 0);
-    QVERIFY(query.exec(QStringLiteral("drop table usersongs")));
-    QVERIFY(!m_database->clearUserSongs());
-}
-
-void tst_Database::dumpsARecord()
-{
-    SongInfo record;
-    record.title = QStringLiteral("T");
-    record.genre = QStringLiteral("G");
-    record.artist = QStringLiteral("A");
-    record.altArtist = QStringLiteral("AA");
-    record.author = QStringLiteral("U");
-    record.bpm = 120;
-    record.key = QStringLiteral("C");
-    record.length = 60;
-    const LogCapture log;
-    Database::dumpRecord(record);
-    QStringList expected{
-        QStringLiteral("  Title     : \"T\""), QStringLiteral("  Genre     : \"G\""),
-        QStringLiteral("  Artist    : \"A\""), QStringLiteral("  AltArtist : \"AA\""),
-        QStringLiteral("  Author    : \"U\""), QStringLiteral("  Bpm       : 120"),
-        QStringLiteral("  Key       : \"C\""), QStringLiteral("  Length    : 60")};
-    QCOMPARE(messages, expected + QStringList{QStringLiteral("  NO Markers")});
-
-    messages.clear();
-    record.markers = {{5, QStringLiteral("Verse")}};
-    Database::dumpRecord(record);
-    expected << QStringLiteral("  Markers:") << QStringLiteral("    bar: 5   text: \"Verse\"");
-    QCOMPARE(messages, expected);
 }
 
 QTEST_GUILESS_MAIN(tst_Database)

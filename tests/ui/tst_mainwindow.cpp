@@ -1,18 +1,9 @@
 #include "tests/ui/windowfixture.h"
 
-#include "ui/aboutdialog.h"
 #include "ui/appearance.h"
-#include "ui/helpdialog.h"
-#include "ui/indexdialog.h"
-#include "ui/songslistdialog.h"
 
-#include <QCheckBox>
-#include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QSpinBox>
 
 class tst_MainWindow : public QObject
 {
@@ -27,55 +18,16 @@ private Q_SLOTS:
     void widgetsHaveTheirTexts();
     void picturesOfTheLabels_data();
     void picturesOfTheLabels();
-    void menusAreInOrder();
     void everyTextFitsItsWidget_data();
     void everyTextFitsItsWidget();
     void atStartOnlyTheImportIsEnabled();
-    void debugPanelsAreHidden();
     void tableIsSetUp();
     void catalogueThatCantBeOpened();
-    void languageOfTheSettingIsTicked_data();
-    void languageOfTheSettingIsTicked();
-    void languageActions_data();
-    void languageActions();
-    void languageChangesBackAndForth();
-    void retranslatesAtOnce();
-    void copyrightOfTheSettingIsTicked_data();
-    void copyrightOfTheSettingIsTicked();
-    void copyrightActions();
-    void logBoxesShowAndKeepTheSettings_data();
-    void logBoxesShowAndKeepTheSettings();
-    void hideTogglesTheDebugPanel();
-    void menuEntriesOpenTheirDialogs_data();
-    void menuEntriesOpenTheirDialogs();
-    void aboutQtIsShown();
-    void quitClosesTheWindow();
     void keyboardReachesTheStepsInOrder();
-    void reloadStyleReadsTheProgramsFolder();
 
 private:
     QScopedPointer<WindowFixture> m_window;
 };
-
-namespace {
-
-QStringList textsOf(const QList<QAction *> &actions)
-{
-    QStringList texts;
-    for (const QAction *action : actions)
-        texts.append(action->objectName() + QLatin1Char(' ') + action->text());
-    return texts;
-}
-
-QStringList namesOf(const QList<QAction *> &actions)
-{
-    QStringList names;
-    for (const QAction *action : actions)
-        names.append(action->menu() ? action->menu()->objectName() : action->objectName());
-    return names;
-}
-
-} // namespace
 
 void tst_MainWindow::cleanup()
 {
@@ -182,46 +134,6 @@ void tst_MainWindow::picturesOfTheLabels()
     QVERIFY(!QPixmap(file).isNull());
 }
 
-void tst_MainWindow::menusAreInOrder()
-{
-    m_window->open();
-    const auto actionsOf = [this](const char *menu) {
-        return m_window->find<QMenu>(menu)->actions();
-    };
-    QCOMPARE(namesOf(m_window->find<QMenuBar>("menuBar")->actions()),
-             QStringList({QStringLiteral("menuFile"), QStringLiteral("menuPreferences"),
-                          QStringLiteral("menuStrumenti"), QStringLiteral("menuHelp")}));
-    QCOMPARE(m_window->find<QMenu>("menuFile")->title(), QStringLiteral("File"));
-    QCOMPARE(m_window->find<QMenu>("menuPreferences")->title(), QStringLiteral("Preferenze"));
-    QCOMPARE(m_window->find<QMenu>("menuLanguage")->title(), QStringLiteral("Lingua"));
-    QCOMPARE(m_window->find<QMenu>("menuMessaggi_Copyright")->title(),
-             QStringLiteral("Messaggi Copyright"));
-    QCOMPARE(m_window->find<QMenu>("menuStrumenti")->title(), QStringLiteral("Strumenti"));
-    QCOMPARE(m_window->find<QMenu>("menuHelp")->title(), QStringLiteral("Aiuto"));
-    QCOMPARE(
-        namesOf(actionsOf("menuPreferences")),
-        QStringList({QStringLiteral("menuLanguage"), QStringLiteral("menuMessaggi_Copyright")}));
-
-    QCOMPARE(textsOf(actionsOf("menuFile")), QStringList({QStringLiteral("actionQuit Esci")}));
-    QCOMPARE(textsOf(actionsOf("menuLanguage")),
-             QStringList({QStringLiteral("actionItalian Italiano"),
-                          QStringLiteral("actionEnglish English"),
-                          QStringLiteral("actionGerman Deutsch")}));
-    QCOMPARE(textsOf(actionsOf("menuMessaggi_Copyright")),
-             QStringList({QStringLiteral("actionCopyrightYes Si"),
-                          QStringLiteral("actionCopyrightNo No")}));
-    QCOMPARE(textsOf(actionsOf("menuStrumenti")),
-             QStringList({QStringLiteral("optimizeMemory Rigenera il database delle song"),
-                          QStringLiteral("actionSongsList Salva lista delle song")}));
-    QCOMPARE(textsOf(actionsOf("menuHelp")),
-             QStringList({QStringLiteral("actionContents Aiuto Tarvel4 Soft"),
-                          QStringLiteral("actionAbout Informazioni"),
-                          QStringLiteral("actionAbout_QT Informazioni su QT")}));
-    for (const char *name : {"actionItalian", "actionEnglish", "actionGerman", "actionCopyrightYes",
-                             "actionCopyrightNo"})
-        QVERIFY(m_window->find<QAction>(name)->isCheckable());
-}
-
 void tst_MainWindow::everyTextFitsItsWidget_data()
 {
     QTest::addColumn<QString>("language");
@@ -262,13 +174,6 @@ void tst_MainWindow::atStartOnlyTheImportIsEnabled()
     QVERIFY(m_window->enabled("selectDirToolButton"));
     QVERIFY(!m_window->enabled("updateDataToolButton"));
     QVERIFY(!m_window->enabled("transferFilesToolButton"));
-}
-
-void tst_MainWindow::debugPanelsAreHidden()
-{
-    m_window->open();
-    QVERIFY(m_window->find<QGroupBox>("debugGroupBox")->isHidden());
-    QVERIFY(m_window->find<QGroupBox>("debugKvaroGroupBox")->isHidden());
 }
 
 void tst_MainWindow::tableIsSetUp()
@@ -312,212 +217,6 @@ void tst_MainWindow::catalogueThatCantBeOpened()
     QCOMPARE(m_window->find<QMenu>("menuHelp")->title(), QStringLiteral("Help"));
 }
 
-void tst_MainWindow::languageOfTheSettingIsTicked_data()
-{
-    QTest::addColumn<QString>("setting");
-    QTest::addColumn<QString>("ticked");
-    QTest::newRow("it ticks Italian") << QStringLiteral("it") << QStringLiteral("actionItalian");
-    QTest::newRow("no setting ticks Italian") << QString() << QStringLiteral("actionItalian");
-    QTest::newRow("en ticks English") << QStringLiteral("en") << QStringLiteral("actionEnglish");
-    QTest::newRow("de ticks German") << QStringLiteral("de") << QStringLiteral("actionGerman");
-    QTest::newRow("anything else ticks English")
-        << QStringLiteral("IT") << QStringLiteral("actionEnglish");
-}
-
-void tst_MainWindow::languageOfTheSettingIsTicked()
-{
-    QFETCH(QString, setting);
-    QFETCH(QString, ticked);
-    if (!setting.isEmpty())
-        m_window->settings().setValue(QStringLiteral("language"), setting);
-    m_window->settings().sync();
-    m_window->open();
-    for (const char *name : {"actionItalian", "actionEnglish", "actionGerman"})
-        QCOMPARE(m_window->find<QAction>(name)->isChecked(), ticked == QLatin1String(name));
-    QVERIFY2(!m_window->find<QAction>("actionGerman")->isVisible(), "German is never visible");
-    QVERIFY(m_window->find<QAction>("actionItalian")->isVisible());
-}
-
-void tst_MainWindow::languageActions_data()
-{
-    QTest::addColumn<QString>("action");
-    QTest::addColumn<QString>("setting");
-    QTest::addColumn<QString>("help");
-    QTest::newRow("Italian") << QStringLiteral("actionItalian") << QStringLiteral("it")
-                             << QStringLiteral("Aiuto");
-    QTest::newRow("English") << QStringLiteral("actionEnglish") << QStringLiteral("en")
-                             << QStringLiteral("Help");
-    QTest::newRow("German shows the English texts")
-        << QStringLiteral("actionGerman") << QStringLiteral("de") << QStringLiteral("Help");
-}
-
-void tst_MainWindow::languageActions()
-{
-    QFETCH(QString, action);
-    QFETCH(QString, setting);
-    QFETCH(QString, help);
-    m_window->open();
-    m_window->trigger(action.toLatin1().constData());
-    QCOMPARE(m_window->settings().value(QStringLiteral("language")).toString(), setting);
-    for (const char *name : {"actionItalian", "actionEnglish", "actionGerman"})
-        QCOMPARE(m_window->find<QAction>(name)->isChecked(), action == QLatin1String(name));
-    QCOMPARE(m_window->find<QMenu>("menuHelp")->title(), help);
-
-    m_window->trigger(action.toLatin1().constData()); // once more: it stays ticked
-    QVERIFY(m_window->find<QAction>(action.toLatin1().constData())->isChecked());
-}
-
-void tst_MainWindow::languageChangesBackAndForth()
-{
-    m_window->open();
-    for (int i = 0; i < 3; ++i) {
-        m_window->trigger("actionEnglish");
-        QCOMPARE(m_window->find<QMenu>("menuHelp")->title(), QStringLiteral("Help"));
-        m_window->trigger("actionItalian");
-        QCOMPARE(m_window->find<QMenu>("menuHelp")->title(), QStringLiteral("Aiuto"));
-    }
-}
-
-void tst_MainWindow::retranslatesAtOnce()
-{
-    m_window->open();
-    const auto textsNow = [this] {
-        QStringList texts;
-        for (const auto *button : m_window->window->findChildren<QAbstractButton *>())
-            texts.append(button->text());
-        for (const auto *label : m_window->window->findChildren<QLabel *>())
-            texts.append(label->text());
-        for (const auto *menu : m_window->window->findChildren<QMenu *>())
-            texts.append(menu->title());
-        for (int column = 0; column < m_window->model()->columnCount(); ++column)
-            texts.append(m_window->model()->headerData(column, Qt::Horizontal).toString());
-        return texts;
-    };
-    const QStringList italian = textsNow();
-    m_window->trigger("actionEnglish");
-    const QStringList english = textsNow();
-    QCOMPARE(english.size(), italian.size());
-    for (const QString &text :
-         {QStringLiteral("Preferenze"), QStringLiteral("Aiuto"), QStringLiteral("Titolo"),
-          QStringLiteral("Nome file"), QStringLiteral("Sincronizza song con il\ndatabase K-Varo"),
-          QStringLiteral("Abilita log (riavvio necessario!)")}) {
-        QVERIFY2(italian.contains(text), qPrintable(text));
-        QVERIFY2(!english.contains(text), qPrintable(text));
-    }
-    m_window->trigger("actionItalian");
-    QCOMPARE(textsNow(), italian);
-}
-
-void tst_MainWindow::copyrightOfTheSettingIsTicked_data()
-{
-    QTest::addColumn<QVariant>("setting");
-    QTest::addColumn<bool>("asks");
-    QTest::newRow("no setting asks") << QVariant() << true;
-    QTest::newRow("true asks") << QVariant(true) << true;
-    QTest::newRow("false does not ask") << QVariant(false) << false;
-}
-
-void tst_MainWindow::copyrightOfTheSettingIsTicked()
-{
-    QFETCH(QVariant, setting);
-    QFETCH(bool, asks);
-    if (setting.isValid())
-        m_window->settings().setValue(QStringLiteral("copyrightAsk"), setting);
-    m_window->settings().sync();
-    m_window->open();
-    QCOMPARE(m_window->find<QAction>("actionCopyrightYes")->isChecked(), asks);
-    QCOMPARE(m_window->find<QAction>("actionCopyrightNo")->isChecked(), !asks);
-}
-
-void tst_MainWindow::copyrightActions()
-{
-    m_window->open();
-    for (const bool asks : {false, true, true, false, false}) {
-        m_window->trigger(asks ? "actionCopyrightYes" : "actionCopyrightNo");
-        QCOMPARE(m_window->settings().value(QStringLiteral("copyrightAsk")).toBool(), asks);
-        QCOMPARE(m_window->find<QAction>("actionCopyrightYes")->isChecked(), asks);
-        QCOMPARE(m_window->find<QAction>("actionCopyrightNo")->isChecked(), !asks);
-    }
-}
-
-void tst_MainWindow::logBoxesShowAndKeepTheSettings_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("key");
-    QTest::newRow("the log is enabled")
-        << QStringLiteral("dbgLogEnableCheckBox") << QStringLiteral("logenabled");
-    QTest::newRow("the log is cleared")
-        << QStringLiteral("dbgLogClearCheckBox") << QStringLiteral("logclear");
-}
-
-void tst_MainWindow::logBoxesShowAndKeepTheSettings()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, key);
-    m_window->open();
-    m_window->find<QGroupBox>("debugKvaroGroupBox")->show();
-    QCheckBox *found = m_window->window->findChild<QCheckBox *>(box);
-    QVERIFY(!found->isChecked());
-    QVERIFY(!m_window->settings().contains(key));
-    found->click();
-    QCOMPARE(m_window->settings().value(key).toBool(), true);
-
-    m_window->window.reset();
-    m_window->open(); // the next window shows what was kept
-    found = m_window->window->findChild<QCheckBox *>(box);
-    QVERIFY(found->isChecked());
-    found->click();
-    QCOMPARE(m_window->settings().value(key).toBool(), false);
-}
-
-void tst_MainWindow::hideTogglesTheDebugPanel()
-{
-    m_window->open();
-    auto *panel = m_window->find<QGroupBox>("debugGroupBox");
-    auto *button = m_window->find<QPushButton>("dbgHidePushButton");
-    button->click();
-    QVERIFY(panel->isVisible());
-    button->click();
-    QVERIFY(!panel->isVisible());
-}
-
-void tst_MainWindow::menuEntriesOpenTheirDialogs_data()
-{
-    QTest::addColumn<QString>("action");
-    for (const char *name : {"optimizeMemory", "actionSongsList", "actionContents", "actionAbout"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-void tst_MainWindow::menuEntriesOpenTheirDialogs()
-{
-    QFETCH(QString, action);
-    m_window->open();
-    if (action == QLatin1String("optimizeMemory"))
-        m_window->driver.closeFrame<IndexDialog>();
-    else if (action == QLatin1String("actionSongsList"))
-        m_window->driver.closeFrame<SongsListDialog>();
-    else if (action == QLatin1String("actionContents"))
-        m_window->driver.closeFrame<HelpDialog>();
-    else
-        m_window->driver.closeFrame<AboutDialog>();
-    m_window->trigger(action.toLatin1().constData());
-}
-
-void tst_MainWindow::aboutQtIsShown()
-{
-    m_window->open();
-    m_window->driver.expect<QMessageBox>([](QMessageBox &box) { box.close(); });
-    m_window->trigger("actionAbout_QT");
-}
-
-void tst_MainWindow::quitClosesTheWindow()
-{
-    m_window->open();
-    QTimer::singleShot(0, m_window->find<QAction>("actionQuit"), &QAction::trigger);
-    QCOMPARE(QApplication::exec(), 0);
-    QVERIFY(!m_window->window->isVisible());
-}
-
 void tst_MainWindow::keyboardReachesTheStepsInOrder()
 {
     m_window->open();
@@ -530,19 +229,6 @@ void tst_MainWindow::keyboardReachesTheStepsInOrder()
         QTRY_COMPARE(m_window->window->focusWidget()->objectName(), QLatin1String(name));
         QTest::keyClick(m_window->window->focusWidget(), Qt::Key_Tab);
     }
-}
-
-void tst_MainWindow::reloadStyleReadsTheProgramsFolder()
-{
-    m_window->open();
-    const QString file = QCoreApplication::applicationDirPath() + QStringLiteral("/default.qss");
-    QVERIFY(!QFile::exists(file));
-    m_window->write(file, "QLabel#nobody { color: red }");
-    m_window->find<QPushButton>("dbgReloadStylePushButton")->click();
-    QFile::remove(file);
-    const QString applied = qApp->styleSheet();
-    qApp->setStyleSheet(QString());
-    QCOMPARE(applied, QStringLiteral("QLabel#nobody { color: red }"));
 }
 
 QTEST_MAIN(tst_MainWindow)

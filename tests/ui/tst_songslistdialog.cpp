@@ -1,5 +1,6 @@
 #include "tests/ui/dialogdriver.h"
 #include "tests/ui/focuschain.h"
+#include "tests/ui/preparedmemory.h"
 #include "ui/songslistdialog.h"
 
 #include <QComboBox>
@@ -94,7 +95,6 @@ private:
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    void prepare() const;
     void fillIn() const
     {
         child<QLineEdit>("sourceLineEdit")->setText(path(QStringLiteral("card")));
@@ -106,60 +106,11 @@ private:
     QMessageBox::Icon m_lastIcon = QMessageBox::NoIcon;
 };
 
-namespace {
-
-QByteArray padded(const QByteArray &text, int size)
-{
-    return text.leftJustified(size, '\0');
-}
-
-QByteArray number(int value)
-{
-    return QByteArray(3, '\0') + char(value);
-}
-
-QByteArray pathRecord(int index, const QByteArray &path)
-{
-    return number(index) + padded(path, 252) + "20090305" + "070809";
-}
-
-QByteArray titleRecord(int index, const QByteArray &title)
-{
-    return number(index) + padded(title, 58) + char(120) + '\0';
-}
-
-QByteArray artistRecord(int before, int songs, const QByteArray &artist)
-{
-    return QByteArray(1, '\0') + char(before) + '\0' + char(songs) + padded(artist, 58) + '\0'
-        + '\xff';
-}
-
-} // namespace
-
-/** A memory of three songs, two of one artist who is written in two ways. */
-void tst_SongsListDialog::prepare() const
-{
-    QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("card")));
-    const QByteArray waterloo = titleRecord(0, "WATERLOO");
-    const QByteArray azzurro = titleRecord(1, "AZZURRO; LIVE");
-    const QByteArray chiquitita = titleRecord(2, "CHIQUITITA");
-    write(QStringLiteral("card/index.id3"),
-          pathRecord(0, "/a/w.mid") + pathRecord(1, "/a/z.mid") + pathRecord(2, "/b.mp3"));
-    write(QStringLiteral("card/ordfile.id3"), QByteArray("\0\0\1\0\2\0", 6));
-    write(QStringLiteral("card/title.id3"), azzurro + chiquitita + waterloo);
-    write(QStringLiteral("card/artist.id3"),
-          artistRecord(0, 2, "ABBA") + chiquitita + waterloo + artistRecord(2, 1, "CELENTANO")
-              + azzurro);
-    write(QStringLiteral("card/atitle.id3"), QByteArray(256, '\xff'));
-    write(QStringLiteral("card/aartist.id3"), QByteArray(256, '\xff'));
-    write(QStringLiteral("card/fsinfos.id3"), QByteArray("\3\0\2\0\0\0\0\0\0\0\0\0", 12));
-}
-
 void tst_SongsListDialog::init()
 {
     settings().clear();
     m_dir.reset(new QTemporaryDir);
-    prepare();
+    PreparedMemory::write(path(QStringLiteral("card")));
     open();
 }
 
@@ -368,7 +319,7 @@ void tst_SongsListDialog::failures_data()
 {
     QTest::addColumn<QByteArray>("index");
     QTest::newRow("an old index that ends inside a record")
-        << QByteArray(pathRecord(0, "/a/w.mid") + "xyz");
+        << QByteArray(PreparedMemory::pathRecord(0, "/a/w.mid") + "xyz");
     QTest::newRow("an old index that ends inside its first record") << QByteArray("xyz");
 }
 

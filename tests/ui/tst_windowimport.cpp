@@ -1,4 +1,3 @@
-#include "tests/ui/progresswatcher.h"
 #include "tests/ui/windowfixture.h"
 
 #include "ui/backupdialog.h"
@@ -34,11 +33,6 @@ private Q_SLOTS:
     void importAgainRepeatsTheChoice();
     void sortedTableTakesTheNextImport();
     void songsThatNobodyHereWrote();
-    void progressIsShown();
-    void importCantBeInterrupted_data();
-    void importCantBeInterrupted();
-    void windowCantBeUsedMeanwhile();
-    void windowCantBeClosedMeanwhile();
 
 private:
     void answerSummary(const QString &button = QStringLiteral("noPushButton"))
@@ -355,85 +349,6 @@ void tst_WindowImport::songsThatNobodyHereWrote()
         QStringList({QStringLiteral("Tone3"), QStringLiteral("Tone4"), QStringLiteral("Tone")}));
     QCOMPARE(m_window->column(WindowFixture::Artist).mid(midi.size()),
              QStringList({QStringLiteral("Ff"), QStringLiteral("Ff"), QStringLiteral("La")}));
-}
-
-void tst_WindowImport::progressIsShown()
-{
-    skipSummaries();
-    m_window->open();
-    ProgressWatcher watcher;
-    Qt::WindowModality modality = Qt::NonModal;
-    watcher.onShow = [&](QProgressDialog &dialog) {
-        modality = dialog.windowModality();
-        QCOMPARE(dialog.parentWidget(), m_window->window.get());
-    };
-    m_window->import(threeSongs());
-    QCOMPARE(watcher.seen,
-             QStringList({QStringLiteral("Lettura file|Importo la libreria...|Interrompi|3")}));
-    QCOMPARE(modality, Qt::WindowModal);
-    QCOMPARE(watcher.labels,
-             QStringList(
-                 {QStringLiteral("1 di 3"), QStringLiteral("2 di 3"), QStringLiteral("3 di 3")}));
-    QVERIFY(!QApplication::activeModalWidget());
-}
-
-void tst_WindowImport::importCantBeInterrupted_data()
-{
-    QTest::addColumn<int>("road");
-    QTest::newRow("by its button") << 0;
-    QTest::newRow("by Escape") << 1;
-    QTest::newRow("by the frame of its progress") << 2;
-}
-
-void tst_WindowImport::importCantBeInterrupted()
-{
-    QFETCH(int, road);
-    skipSummaries();
-    m_window->open();
-    ProgressWatcher watcher;
-    watcher.onValue = [road](QProgressDialog &dialog, int value) {
-        if (value == 1 && road == 0)
-            dialog.findChild<QAbstractButton *>()->click();
-        else if (value == 1 && road == 1)
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        else if (value == 1)
-            dialog.close();
-        QVERIFY2(dialog.isVisible(), "the window is not given free");
-    };
-    m_window->import(threeSongs());
-    QCOMPARE(m_window->model()->rowCount(), 3);
-}
-
-void tst_WindowImport::windowCantBeUsedMeanwhile()
-{
-    skipSummaries();
-    m_window->open();
-    ProgressWatcher watcher;
-    const auto *button = m_window->find<QToolButton>("selectDirToolButton");
-    watcher.onValue = [this, button](QProgressDialog &dialog, int value) {
-        Q_UNUSED(dialog)
-        Q_UNUSED(value)
-        const QPoint place = button->mapTo(m_window->window.get(), button->rect().center());
-        QTest::mouseClick(m_window->window->windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
-    };
-    m_window->import(threeSongs()); // a second file dialog is not expected and fails the row
-    QCOMPARE(watcher.labels.size(), 3);
-    QCOMPARE(m_window->model()->rowCount(), 3);
-}
-
-void tst_WindowImport::windowCantBeClosedMeanwhile()
-{
-    skipSummaries();
-    m_window->open();
-    ProgressWatcher watcher;
-    watcher.onValue = [this](QProgressDialog &dialog, int value) {
-        Q_UNUSED(dialog)
-        Q_UNUSED(value)
-        QVERIFY(!m_window->window->close());
-    };
-    m_window->import(threeSongs());
-    QVERIFY(m_window->window->isVisible());
-    QVERIFY(m_window->window->close());
 }
 
 QTEST_MAIN(tst_WindowImport)

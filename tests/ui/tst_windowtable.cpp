@@ -5,9 +5,7 @@
 
 #include <QCheckBox>
 #include <QHeaderView>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QSpinBox>
 #include <QToolTip>
 
 /** What can be done in the song table: editing, removing and deleting a song, sorting. */
@@ -41,10 +39,6 @@ private Q_SLOTS:
     void closedMenuChangesNothing();
     void statusIsTold();
     void narrowCellsShowTheirTextAsTooltip();
-    void developersSave();
-    void developersMarker();
-    void developersDialog_data();
-    void developersDialog();
 
 private:
     void import(int songs);
@@ -357,46 +351,6 @@ void tst_WindowTable::narrowCellsShowTheirTextAsTooltip()
     QVERIFY2(tooltipAt(0, WindowFixture::Title)
                  .contains(QStringLiteral("&lt;h1&gt;Big &amp; long title&lt;/h1&gt;")),
              "a text that looks like HTML stays a text");
-}
-
-void tst_WindowTable::developersSave()
-{
-    import(2);
-    m_window->find<QPushButton>("dbgSavePushButton")->click(); // no row selected: nothing
-    QVERIFY(!QFile::exists(m_window->path("test_save.bin")));
-    m_window->table()->selectRow(1);
-    m_window->find<QPushButton>("dbgSavePushButton")->click();
-    QCOMPARE(WindowFixture::read(m_window->path("test_save.bin")),
-             WindowFixture::read(m_songs.at(1)));
-}
-
-void tst_WindowTable::developersMarker()
-{
-    import(1);
-    const QByteArray before = WindowFixture::read(m_songs.at(0));
-    m_window->table()->selectRow(0);
-    m_window->find<QLineEdit>("dbgMarkerTextLineEdit")->setText(QStringLiteral("Refrain"));
-    m_window->find<QSpinBox>("dbgMarkerBarSpinBox")->setValue(7);
-    m_window->find<QPushButton>("dbgAddMarkerPushButton")->click();
-    QVERIFY(WindowFixture::read(m_window->path("test_addmarker.bin")).contains("Refrain"));
-    QCOMPARE(WindowFixture::read(m_songs.at(0)), before);
-}
-
-void tst_WindowTable::developersDialog_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QByteArray>("line");
-    QTest::newRow("saved") << QStringLiteral("savePushButton") << QByteArray("Accettato");
-    QTest::newRow("left") << QStringLiteral("exitPushButton") << QByteArray("Rifiutato");
-}
-
-void tst_WindowTable::developersDialog()
-{
-    QFETCH(QString, button);
-    QFETCH(QByteArray, line);
-    m_window->driver.click<DataEditDialog>(button);
-    QTest::ignoreMessage(QtDebugMsg, line.constData());
-    m_window->find<QPushButton>("dbgShowDialogPushButton")->click();
 }
 
 QTEST_MAIN(tst_WindowTable)
