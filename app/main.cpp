@@ -15,6 +15,7 @@ int main(int argc, char *argv[])
     QTranslator translator;
     Appearance::speak(translator,
                       Startup::chooseLanguage(options.language, QLocale::system().language()));
+    Appearance::colourLinks();
     Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
 
     MainWindow window;

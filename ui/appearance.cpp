@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QPalette>
 #include <QTranslator>
 
 void Appearance::speak(QTranslator &translator, const QString &language)
@@ -12,6 +13,15 @@ void Appearance::speak(QTranslator &translator, const QString &language)
     QCoreApplication::removeTranslator(&translator);
     translator.load(file); // a failed load leaves the Italian source texts
     QCoreApplication::installTranslator(&translator);
+}
+
+void Appearance::colourLinks()
+{
+    const QColor teal(0x0b, 0x72, 0x85);
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Link, teal);
+    palette.setColor(QPalette::LinkVisited, teal);
+    QApplication::setPalette(palette);
 }
 
 void Appearance::applyStyleSheet(const QString &path)

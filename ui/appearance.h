@@ -12,6 +12,9 @@ namespace Appearance {
 /** Loads the texts of a language ("it", "en", "de") and installs them over those in use. */
 void speak(QTranslator &translator, const QString &language);
 
+/** Gives links a colour of the style sheet's palette, which a style sheet itself can't. */
+void colourLinks();
+
 /** Applies the style sheet of a file to the whole application; none where it can't be read. */
 void applyStyleSheet(const QString &path);
 

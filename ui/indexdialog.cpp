@@ -27,6 +27,9 @@ IndexDialog::IndexDialog(QWidget *parent, const DiskCheckTimings &timings)
     , m_timings(timings)
 {
     ui->setupUi(this);
+    // the smallest size of a dialog does not count the lines of a text that wraps
+    ui->pathLabel->ensurePolished();
+    ui->pathLabel->setMinimumHeight(ui->pathLabel->heightForWidth(ui->pathLabel->minimumWidth()));
     ui->pathLineEdit->setText(UserSettings::mediaRoot());
 }
 

@@ -5,15 +5,13 @@
 #include "library/librarybackup.h"
 #include "library/libraryimport.h"
 #include "library/libraryupdate.h"
-#include "library/roweditor.h"
-#include "library/songedit.h"
 #include "library/usersettings.h"
-#include "songs/metasong.h"
 #include "ui/aboutdialog.h"
 #include "ui/appearance.h"
 #include "ui/dataeditdialog.h"
 #include "ui/helpdialog.h"
 #include "ui/indexdialog.h"
+#include "ui/manualedit.h"
 #include "ui/songdebug.h"
 #include "ui/songslistdialog.h"
 #include "ui/songtable.h"
@@ -151,6 +149,8 @@ bool MainWindow::updateUserLibrary()
     LibraryUpdate update(m_db, *m_model, m_host, unpublished);
     const bool done = update.updateUserLibrary(backup, m_selectedFiles);
     m_host.endProgress();
+    if (done)
+        SongTable::resizeColumns(*ui->userLibraryTableView);
     return done;
 }
 
@@ -188,55 +188,7 @@ void MainWindow::transferFiles()
 void MainWindow::onSongsTableViewDoubleClicked(QModelIndex index)
 {
     if (index.row() >= 0)
-        editSong(index.row());
-}
-
-void MainWindow::editSong(int row)
-{
-    const QString path = m_model->fileNameOf(row);
-    qDebug() << "File name: " << path;
-    qDebug() << "[MainWindow] Manual modifing row: " << row; // required spelling
-    SongEdit song;
-    if (!song.load(path))
-        return;
-
-    DataEditDialog dialog(this);
-    dialog.setArtists(m_db.altArtists());
-    dialog.setGenres(m_db.genres());
-    dialog.setKeys(MetaSong::keyList());
-    dialog.setSong(song.info());
-    if (dialog.exec() != QDialog::Accepted) {
-        qDebug() << "Rejected!";
-        dumpSongInfo(song.info());
-        return;
-    }
-    qDebug() << "Accepted";
-    SongInfo edited = song.info();
-    dialog.getSong(edited);
-    dumpSongInfo(edited);
-
-    RowEditor editor(*m_model, m_host);
-    QStringList unsaved;
-    if (!editor.saveRow(song, edited, row))
-        unsaved.append(path);
-    const ApplyToAll fields{dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
-                            dialog.applyToAllGenre(), dialog.applyToAllTitle()};
-    if (fields.any())
-        editor.applyToOthers(edited, fields, row);
-    m_host.endProgress();
-    tellUnsaved(unsaved + editor.failures());
-}
-
-void MainWindow::tellUnsaved(QStringList paths)
-{
-    if (paths.isEmpty())
-        return;
-    constexpr int shown = 10;
-    if (paths.size() > shown)
-        paths = paths.mid(0, shown) << QStringLiteral("...");
-    m_host.warning(tr("Modifica dati song"),
-                   tr("Non è stato possibile salvare i seguenti file:") + QStringLiteral("\n\n")
-                       + paths.join(QLatin1Char('\n')));
+        ManualEdit(this, m_db, *m_model, m_host).editRow(index.row());
 }
 
 void MainWindow::onSongsTableViewShowContextMenu(QPoint pos)

@@ -62,8 +62,6 @@ private:
     bool updateUserLibrary();
     bool backupUserLibrary();
     void transferFiles();
-    void editSong(int row);
-    void tellUnsaved(QStringList paths);
     void deleteSong(int row);
 
     void setUpTable();

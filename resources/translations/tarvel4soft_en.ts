@@ -1042,14 +1042,6 @@ Tarvel&apos;s memory</translation>
         <translation>Choose a folder</translation>
     </message>
     <message>
-        <source>Modifica dati song</source>
-        <translation>Edit song data</translation>
-    </message>
-    <message>
-        <source>Non è stato possibile salvare i seguenti file:</source>
-        <translation>The following files could not be saved:</translation>
-    </message>
-    <message>
         <source>Remove from list</source>
         <translation>Remove from list</translation>
     </message>
@@ -1064,6 +1056,17 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Sei sicuro di voler cancellare il file?</source>
         <translation>Are you sure that you want to delete the file?</translation>
+    </message>
+</context>
+<context>
+    <name>ManualEdit</name>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Edit song data</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile salvare i seguenti file:</source>
+        <translation>The following files could not be saved:</translation>
     </message>
 </context>
 <context>
@@ -1171,6 +1174,13 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Non aggiornata</source>
         <translation>Not updated</translation>
+    </message>
+</context>
+<context>
+    <name>SongTableView</name>
+    <message>
+        <source>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</source>
+        <translation>Your songs appear here: choose them with the button at the top left.</translation>
     </message>
 </context>
 <context>

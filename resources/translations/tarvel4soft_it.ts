@@ -1042,14 +1042,6 @@ memoria di Tarvel</translation>
         <translation>Scegli cartella</translation>
     </message>
     <message>
-        <source>Modifica dati song</source>
-        <translation>Modifica dati song</translation>
-    </message>
-    <message>
-        <source>Non è stato possibile salvare i seguenti file:</source>
-        <translation>Non è stato possibile salvare i seguenti file:</translation>
-    </message>
-    <message>
         <source>Remove from list</source>
         <translation>Togli dalla lista</translation>
     </message>
@@ -1064,6 +1056,17 @@ memoria di Tarvel</translation>
     <message>
         <source>Sei sicuro di voler cancellare il file?</source>
         <translation>Sei sicuro di voler cancellare il file?</translation>
+    </message>
+</context>
+<context>
+    <name>ManualEdit</name>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Modifica dati song</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile salvare i seguenti file:</source>
+        <translation>Non è stato possibile salvare i seguenti file:</translation>
     </message>
 </context>
 <context>
@@ -1171,6 +1174,13 @@ memoria di Tarvel</translation>
     <message>
         <source>Non aggiornata</source>
         <translation>Non aggiornata</translation>
+    </message>
+</context>
+<context>
+    <name>SongTableView</name>
+    <message>
+        <source>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</source>
+        <translation>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,9 @@
 #include "ui/appearance.h"
 
 #include <QApplication>
+#include <QLabel>
+#include <QTextBlock>
+#include <QTextDocument>
 #include <QtTest>
 
 class tst_Appearance : public QObject
@@ -12,6 +15,7 @@ private Q_SLOTS:
     void languages();
     void styleSheets_data();
     void styleSheets();
+    void linksHaveAColourOfThePalette();
 };
 
 void tst_Appearance::languages_data()
@@ -64,6 +68,22 @@ void tst_Appearance::styleSheets()
 
     Appearance::applyStyleSheet(file.fileName() + QStringLiteral(".missing"));
     QCOMPARE(qApp->styleSheet(), style);
+}
+
+void tst_Appearance::linksHaveAColourOfThePalette()
+{
+    const QPalette before = QApplication::palette();
+    Appearance::colourLinks();
+    Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
+    QVERIFY(qApp->styleSheet().contains(QLatin1String("#0b7285")));
+    QLabel label(QStringLiteral("<a href=\"x\">link</a>"));
+    QCOMPARE(label.palette().color(QPalette::Link), QColor(QStringLiteral("#0b7285")));
+    QTextDocument page;
+    page.setHtml(label.text());
+    QCOMPARE(page.begin().begin().fragment().charFormat().foreground().color(),
+             QColor(QStringLiteral("#0b7285")));
+    qApp->setStyleSheet(QString());
+    QApplication::setPalette(before);
 }
 
 QTEST_MAIN(tst_Appearance)

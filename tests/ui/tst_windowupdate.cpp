@@ -84,8 +84,11 @@ void tst_WindowUpdate::songsOfTheCatalogueAreWritten()
     const QString unknown = m_window->addSong(QStringLiteral("nobody.mid"), "y");
     const QByteArray untouched = WindowFixture::read(unknown);
     import({known, unknown});
+    const int before = m_window->table()->columnWidth(WindowFixture::Artist);
     update();
     QCOMPARE(statuses(), list("1 3"));
+    QVERIFY2(m_window->table()->columnWidth(WindowFixture::Artist) > before,
+             "the columns fit the new texts");
     QCOMPARE(m_window->column(WindowFixture::Title),
              QStringList({QStringLiteral("Volare"), QStringLiteral("y")}));
     QCOMPARE(m_window->column(WindowFixture::Artist),

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QStringList>
+
+class Database;
+class UserSongsRelTableModel;
+class WindowHost;
+QT_BEGIN_NAMESPACE
+class QWidget;
+QT_END_NAMESPACE
+
+/** Lets the user correct the song of a row, and carries what was applied to all to the others. */
+class ManualEdit
+{
+    Q_DECLARE_TR_FUNCTIONS(ManualEdit)
+
+public:
+    ManualEdit(QWidget *window, const Database &db, UserSongsRelTableModel &model,
+               WindowHost &host);
+
+    /** Shows nothing where the song can't be read; tells which songs could not be saved. */
+    void editRow(int row);
+
+private:
+    void tellUnsaved(QStringList paths);
+
+    QWidget *m_window;
+    const Database &m_db;
+    UserSongsRelTableModel &m_model;
+    WindowHost &m_host;
+};
