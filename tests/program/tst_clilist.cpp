@@ -97,6 +97,8 @@ void tst_CliList::refuses_data()
     QTest::newRow("a full disk") << "list --output /dev/full mem" << 3 << QByteArray("/dev/full: ");
     QTest::newRow("records on a full disk")
         << "list --json --output /dev/full mem" << 3 << QByteArray("/dev/full: ");
+    QTest::newRow("a memory that lost one of its index files")
+        << "list lost" << 3 << QByteArray("lost: the memory is not prepared");
     QTest::newRow("an index that can't be read") << "list cut" << 3 << QByteArray("cut: ");
     QTest::newRow("an index that can't be read into a file")
         << "list --output l.csv cut" << 3 << QByteArray("cut: ");
@@ -111,8 +113,8 @@ void tst_CliList::refuses()
     QFETCH(QByteArray, named);
     const Run run =
         Program(m_folder->path())
-            .shell(QLatin1String(
-                       "cp -r mem cut; echo x >>cut/index.id3; mkfifo fifo; timeout 10 \"$cli\" ")
+            .shell(QLatin1String("cp -r mem cut; echo x >>cut/index.id3; cp -r mem lost; rm "
+                                 "lost/title.id3; mkfifo fifo; timeout 10 \"$cli\" ")
                    + line);
     QCOMPARE(run.out, QByteArray());
     QVERIFY(run.err.startsWith("tarvel4soft-cli: " + named));

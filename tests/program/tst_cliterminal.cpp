@@ -17,6 +17,7 @@ private Q_SLOTS:
     void showsNoProgressWhereNobodyWantsIt();
     void asksAboutSongsOfOthers_data();
     void asksAboutSongsOfOthers();
+    void asksNobodyWhoseQuestionsGoElsewhere();
     void asksBeforeItReplacesASong_data();
     void asksBeforeItReplacesASong();
     void asksWhichOfTwoSongsABackupHolds();
@@ -137,6 +138,18 @@ void tst_CliTerminal::asksAboutSongsOfOthers()
     QVERIFY2(run.out.contains("azzurro.mid: "), run.out.constData());
     QCOMPARE(updatedSongs(), updated);
     QCOMPARE(run.status, status);
+}
+
+void tst_CliTerminal::asksNobodyWhoseQuestionsGoElsewhere()
+{
+    const Run run =
+        Program(m_folder->path())
+            .terminal(QStringLiteral("timeout 20 \"$cli\" sync --no-backup --catalogue c.db "
+                                     "[123]/azzurro.mid >/dev/null 2>err"));
+    QCOMPARE(run.out, QByteArray());
+    QCOMPARE(Fixtures::read(path(QStringLiteral("err"))), QByteArray());
+    QCOMPARE(updatedSongs(), QStringList());
+    QCOMPARE(run.status, 1);
 }
 
 void tst_CliTerminal::asksBeforeItReplacesASong_data()
