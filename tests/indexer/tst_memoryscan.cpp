@@ -228,6 +228,7 @@ void tst_MemoryScan::namesThatCannotBeSaidAreTold()
                " && mkdir \"$(printf 'f\\377')\""))
         QSKIP("the file system takes only names in UTF-8");
     const Told told(memory);
+    QVERIFY(shell(memory, "rm -r b* f*")); // Qt can't remove them either
     QCOMPARE(told.paths(), QStringList());
     QCOMPARE(told.lines.size(), 2); // a song and a folder, but nothing else
     QVERIFY(told.lines.at(0).startsWith(QStringLiteral("unreadable /bad")));
