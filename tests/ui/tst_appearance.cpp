@@ -1,7 +1,9 @@
 #include "ui/appearance.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QtTest>
@@ -15,6 +17,7 @@ private Q_SLOTS:
     void languages();
     void styleSheets_data();
     void styleSheets();
+    void buttonsKeepTheirFontInEveryState();
     void linksHaveAColourOfThePalette();
 };
 
@@ -68,6 +71,18 @@ void tst_Appearance::styleSheets()
 
     Appearance::applyStyleSheet(file.fileName() + QStringLiteral(".missing"));
     QCOMPARE(qApp->styleSheet(), style);
+}
+
+/** A button is measured in its plain state: a wider font in another one would cut its text. */
+void tst_Appearance::buttonsKeepTheirFontInEveryState()
+{
+    QFile file(QStringLiteral(":/style/default.qss"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString style = QString::fromLatin1(file.readAll());
+    QVERIFY(style.contains(QLatin1String("QPushButton:default {")));
+    const QRegularExpression fontOfAState(QStringLiteral("QPushButton:[^{}]*\\{[^}]*font"));
+    const QRegularExpressionMatch found = fontOfAState.match(style);
+    QVERIFY2(!found.hasMatch(), qPrintable(found.captured()));
 }
 
 void tst_Appearance::linksHaveAColourOfThePalette()
