@@ -7,11 +7,13 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QWindow>
 #include <QtTest>
 
 #include <deque>
 #include <functional>
+#include <utility>
 
 /**
  * Plays the user while the test's own call is blocked in a dialog: takes its steps one after
@@ -156,6 +158,8 @@ private:
             }
             m_steps.push_front(step);
         }
+        if (hasAdvanced(shown))
+            m_patience.start();
         if (m_patience.hasExpired(8000))
             giveUp(shown);
     }
@@ -172,6 +176,13 @@ private:
         if (shown->isActiveWindow() && shown->windowHandle()->isExposed())
             shown->setProperty(hadFocus, true);
         return shown->property(hadFocus).toBool();
+    }
+
+    /** True when a progress has gone on since the last look: a slow machine is not stuck. */
+    bool hasAdvanced(QWidget *shown)
+    {
+        const auto *progress = qobject_cast<QProgressDialog *>(shown);
+        return progress && std::exchange(m_lastValue, progress->value()) != progress->value();
     }
 
     void giveUp(QWidget *shown)
@@ -191,4 +202,5 @@ private:
     QStringList m_problems;
     QPointer<QWidget> m_last;
     QElapsedTimer m_patience;
+    int m_lastValue = -1;
 };
