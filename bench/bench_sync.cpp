@@ -5,6 +5,7 @@
 #include "library/librarybackup.h"
 #include "library/libraryimport.h"
 #include "library/libraryupdate.h"
+#include "library/messagelog.h"
 #include "library/songpath.h"
 
 #include "silenthost.h"
@@ -170,7 +171,7 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     // The medium is the folder given, else the one for temporary files.
     const QString base = argc > 1 ? QFile::decodeName(argv[1]) : QDir::tempPath();
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+    MessageLog::silence(); // as the programs do when no log is kept
     QTemporaryDir dir;
     const QString catalogue = dir.filePath(QStringLiteral("catalogue"));
     makeCatalogue(catalogue);
