@@ -88,13 +88,15 @@ ExitStatus runList(const Arguments &arguments, Session &session)
     if (!Index::isPrepared(root))
         return jobFailed(session, Cli::tr("%1: la memoria non è preparata").arg(given));
 
+    const bool isFile = arguments.has("output");
+    if (isFile && !isJson && Index().writeSongList(root, target, order) == 1)
+        return ExitStatus::Done;
     const auto songs = sortedSongs(root, order);
     if (!songs)
         return jobFailed(session, Cli::tr("%1: l'indice non può essere letto").arg(given));
-    if (arguments.has("output")) {
-        const bool isWritten = isJson ? writeRecordFile(*songs, target, session)
-                                      : Index().writeSongList(root, target, order) == 1;
-        return isWritten ? ExitStatus::Done : listFailed(target, session);
+    if (isFile) {
+        return isJson && writeRecordFile(*songs, target, session) ? ExitStatus::Done
+                                                                  : listFailed(target, session);
     }
     if (isJson)
         writeRecords(*songs, session.records, session);
