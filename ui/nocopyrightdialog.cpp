@@ -2,6 +2,8 @@
 
 #include "ui_nocopyrightdialog.h"
 
+#include <QKeyEvent>
+
 namespace {
 
 enum Result { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
@@ -31,6 +33,14 @@ void NoCopyrightDialog::setFileName(const QString &name)
 void NoCopyrightDialog::setMessage(const QString &text)
 {
     ui->messageLabel->setText(text);
+}
+
+void NoCopyrightDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cancel))
+        done(No); // left to QDialog it would close the question, which is to say yes
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void NoCopyrightDialog::on_yesPushButton_clicked()

@@ -11,7 +11,7 @@ class NoCopyrightDialog;
 /**
  * Asks about one song, with four answers: whether to change a song that the maker did not publish,
  * or whether to overwrite one. Results of exec(): 0 yes, 1 yes to all, 2 no, 3 no to all; closing
- * gives 0.
+ * gives 0, Escape 2.
  */
 class NoCopyrightDialog : public QDialog
 {
@@ -24,6 +24,9 @@ public:
     void setFileName(const QString &name);
     /** Replaces the question. */
     void setMessage(const QString &text);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 
 private Q_SLOTS:
     void on_yesPushButton_clicked();
