@@ -1057,6 +1057,10 @@ Tarvel&apos;s memory</translation>
         <source>Sei sicuro di voler cancellare il file?</source>
         <translation>Are you sure that you want to delete the file?</translation>
     </message>
+    <message>
+        <source>Ctrl+O</source>
+        <translation>Ctrl+O</translation>
+    </message>
 </context>
 <context>
     <name>ManualEdit</name>

@@ -1057,6 +1057,10 @@ memoria di Tarvel</translation>
         <source>Sei sicuro di voler cancellare il file?</source>
         <translation>Sei sicuro di voler cancellare il file?</translation>
     </message>
+    <message>
+        <source>Ctrl+O</source>
+        <translation>Ctrl+O</translation>
+    </message>
 </context>
 <context>
     <name>ManualEdit</name>

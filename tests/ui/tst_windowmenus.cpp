@@ -24,6 +24,9 @@ private Q_SLOTS:
     void languageActions();
     void languageChangesBackAndForth();
     void retranslatesAtOnce();
+    void menuTextsFollowTheLanguage();
+    void shortcuts_data();
+    void shortcuts();
     void copyrightOfTheSettingIsTicked_data();
     void copyrightOfTheSettingIsTicked();
     void copyrightActions();
@@ -199,6 +202,74 @@ void tst_WindowMenus::retranslatesAtOnce()
     QCOMPARE(textsNow(), italian);
 }
 
+void tst_WindowMenus::menuTextsFollowTheLanguage()
+{
+    m_window->open();
+    m_window->trigger("actionEnglish");
+    QStringList texts;
+    for (const QMenu *menu : m_window->find<QMenuBar>("menuBar")->findChildren<QMenu *>()) {
+        for (const QAction *action : menu->actions())
+            texts.append(action->text());
+    }
+    for (const QAction *action : m_window->find<QMenuBar>("menuBar")->actions())
+        texts.append(action->text());
+    texts.sort();
+    texts.removeDuplicates(); // what finds no room in the bar is in a menu of its own too
+    QCOMPARE(texts.join(QLatin1Char('|')),
+             QStringLiteral("About|About QT|Copyright messages|Deutsch|English|File|Help|Italiano|"
+                            "Language|No|Preferences|Quit|Rebuild the song database|Save the song "
+                            "list|Tarvel4 Soft help|Tools|Yes"));
+}
+
+void tst_WindowMenus::shortcuts_data()
+{
+    QTest::addColumn<bool>("afterChange");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("dialog");
+    for (const bool afterChange : {false, true}) {
+        const auto row = [afterChange](const char *name, int key, const char *dialog) {
+            QTest::addRow("%s%s", name, afterChange ? ", after the language has changed twice" : "")
+                << afterChange << key << QString::fromLatin1(dialog);
+        };
+        row("Ctrl+O imports", Qt::CTRL + Qt::Key_O, "QFileDialog");
+        row("Ctrl+U synchronises", Qt::CTRL + Qt::Key_U, "BackupDialog");
+        row("Ctrl+T transfers", Qt::CTRL + Qt::Key_T, "QFileDialog");
+        row("F1 helps", Qt::Key_F1, "HelpDialog");
+        row("Return edits the row", Qt::Key_Return, "DataEditDialog");
+        row("Enter edits the row", Qt::Key_Enter, "DataEditDialog");
+        row("Ctrl+Q closes the window", Qt::CTRL + Qt::Key_Q, "");
+    }
+}
+
+void tst_WindowMenus::shortcuts()
+{
+    QFETCH(bool, afterChange);
+    QFETCH(int, key);
+    QFETCH(QString, dialog);
+    m_window->settings().setValue(QStringLiteral("copyrightAsk"), false);
+    m_window->open();
+    m_window->import({m_window->addSong(QStringLiteral("a.mid"), "A")});
+    for (const char *language : {"actionItalian", "actionEnglish", "actionItalian"}) {
+        if (afterChange)
+            m_window->trigger(language);
+    }
+    QApplication::setActiveWindow(m_window->window.get());
+    m_window->table()->setFocus();
+    m_window->table()->selectRow(0);
+    QTRY_VERIFY(m_window->table()->hasFocus());
+
+    QString opened;
+    if (!dialog.isEmpty())
+        m_window->driver.expect<QDialog>([&opened](QDialog &found) {
+            opened = QString::fromLatin1(found.metaObject()->className());
+            found.close();
+        });
+    QTest::keyClick(m_window->table(), Qt::Key(key & ~Qt::CTRL),
+                    Qt::KeyboardModifiers(key & Qt::CTRL));
+    QTRY_COMPARE(opened, dialog); // a button stays down for a moment first
+    QCOMPARE(m_window->window->isVisible(), !dialog.isEmpty());
+}
+
 void tst_WindowMenus::copyrightOfTheSettingIsTicked_data()
 {
     QTest::addColumn<QVariant>("setting");
@@ -234,14 +305,22 @@ void tst_WindowMenus::copyrightActions()
 void tst_WindowMenus::menuEntriesOpenTheirDialogs_data()
 {
     QTest::addColumn<QString>("action");
-    for (const char *name : {"optimizeMemory", "actionSongsList", "actionContents", "actionAbout"})
-        QTest::newRow(name) << QString::fromLatin1(name);
+    QTest::addColumn<bool>("afterChange");
+    for (const char *name :
+         {"optimizeMemory", "actionSongsList", "actionContents", "actionAbout"}) {
+        QTest::newRow(name) << QString::fromLatin1(name) << false;
+        QTest::addRow("%s, after the language has changed", name)
+            << QString::fromLatin1(name) << true;
+    }
 }
 
 void tst_WindowMenus::menuEntriesOpenTheirDialogs()
 {
     QFETCH(QString, action);
+    QFETCH(bool, afterChange);
     m_window->open();
+    if (afterChange)
+        m_window->trigger("actionEnglish");
     if (action == QLatin1String("optimizeMemory"))
         m_window->driver.closeFrame<IndexDialog>();
     else if (action == QLatin1String("actionSongsList"))
