@@ -1,3 +1,4 @@
+#include "app/quitsignals.h"
 #include "app/startup.h"
 #include "ui/appearance.h"
 #include "ui/mainwindow.h"
@@ -19,6 +20,7 @@ int main(int argc, char *argv[])
     Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
 
     MainWindow window;
+    QuitSignals::callOnSignal(&app, [&window] { window.quit(); });
     window.show();
     return QApplication::exec();
 }

@@ -94,6 +94,12 @@ void MainWindow::closeEvent(QCloseEvent *event)
         QMainWindow::closeEvent(event);
 }
 
+void MainWindow::quit()
+{
+    m_host.stop();
+    QCoreApplication::quit(); // ends the loops of open dialogs too, as if they were cancelled
+}
+
 // ---- step 1: import
 
 void MainWindow::on_selectDirToolButton_clicked()

@@ -26,6 +26,9 @@ public:
                         std::unique_ptr<const Volume> volume = std::make_unique<SystemVolume>());
     ~MainWindow() override;
 
+    /** Ends the program, also while a workflow runs: as soon as no song is half-way to the disk. */
+    void quit();
+
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;

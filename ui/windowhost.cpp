@@ -49,14 +49,14 @@ void WindowHost::endProgress()
 
 bool WindowHost::wasCancelled() const
 {
-    return m_progressDialog && m_progressDialog->cancelled();
+    return m_stopped || (m_progressDialog && m_progressDialog->cancelled());
 }
 
 Answer WindowHost::askNotPublished(const QString &fileName)
 {
     NoCopyrightDialog dialog(dialogParent());
     dialog.setFileName(fileName);
-    return Answer(dialog.exec()); // required: closing the dialog answers yes
+    return ask(dialog);
 }
 
 Answer WindowHost::askOverwrite(const QString &fileName)
@@ -64,7 +64,13 @@ Answer WindowHost::askOverwrite(const QString &fileName)
     NoCopyrightDialog dialog(dialogParent());
     dialog.setFileName(fileName);
     dialog.setMessage(tr("esiste già, vuoi sostituirlo?"));
-    return Answer(dialog.exec()); // required: closing the dialog answers yes
+    return ask(dialog);
+}
+
+Answer WindowHost::ask(NoCopyrightDialog &dialog)
+{
+    const auto answer = Answer(dialog.exec()); // required: closing the dialog answers yes
+    return m_stopped ? Answer::NoToAll : answer;
 }
 
 BackupChoice WindowHost::askBackup()

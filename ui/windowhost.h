@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class NoCopyrightDialog;
 class ProgressDialog;
 
 /** The window's side of a workflow: its progress, its questions and its messages, as dialogs. */
@@ -20,6 +21,8 @@ public:
 
     /** True while a workflow's progress is on show. */
     bool isRunning() const { return m_progressDialog != nullptr; }
+    /** The program is to end: from now on a workflow is cancelled, and no song of it changed. */
+    void stop() { m_stopped = true; }
 
     void beginProgress(const ProgressTexts &texts, int maximum) override;
     void setProgressMaximum(int maximum) override;
@@ -40,8 +43,10 @@ public:
 
 private:
     QWidget *dialogParent() const;
+    Answer ask(NoCopyrightDialog &dialog);
     void message(QMessageBox::Icon icon, const QString &title, const QString &text);
 
     QWidget *m_window;
     std::unique_ptr<ProgressDialog> m_progressDialog;
+    bool m_stopped = false;
 };

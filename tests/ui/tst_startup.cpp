@@ -1,5 +1,7 @@
 #include <QtTest>
 
+#include <csignal>
+
 /** The program itself, started as a user starts it, with a settings store and a folder of its own.
  */
 class tst_Startup : public QObject
@@ -21,6 +23,8 @@ private Q_SLOTS:
     void fatalMessageIsNotWrittenWhereThereIsNoLog();
     void catalogueThatCantBeOpenedIsLogged();
     void closingTheWindowEndsTheProgram();
+    void signalsEndTheProgram_data();
+    void signalsEndTheProgram();
 
 private:
     void store(const QByteArray &settings) const;
@@ -85,7 +89,7 @@ void tst_Startup::start(const QString &platform)
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
                        m_dir->filePath(QStringLiteral("config")));
     environment.insert(QStringLiteral("HOME"), m_dir->path());
-    // A program that is killed leaves its copy of the catalogue: not among those of the machine.
+    // a program that is killed by cleanup() leaves its copy of the catalogue
     environment.insert(QStringLiteral("TMPDIR"), m_dir->path());
     environment.insert(QStringLiteral("LC_ALL"), m_locale);
     if (!platform.isEmpty())
@@ -260,6 +264,32 @@ void tst_Startup::closingTheWindowEndsTheProgram()
     QVERIFY(m_program->waitForFinished(patience));
     QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
     QCOMPARE(m_program->exitCode(), 0);
+}
+
+void tst_Startup::signalsEndTheProgram_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+    QTest::newRow("SIGINT") << SIGINT;
+}
+
+void tst_Startup::signalsEndTheProgram()
+{
+    QFETCH(int, signal);
+    const auto catalogues = [this] {
+        return QDir(m_dir->path()).entryList({QStringLiteral("tarvel4soft.*")}, QDir::Files);
+    };
+    store("logenabled=true\n");
+    start();
+    QTRY_VERIFY_WITH_TIMEOUT(log().contains("DB initialized correctly"), patience);
+    QVERIFY(!m_program->waitForFinished(300)); // it is in its event loop by now, or just before
+    QCOMPARE(catalogues().size(), 1);
+    QCOMPARE(kill(pid_t(m_program->processId()), signal), 0);
+    QVERIFY(m_program->waitForFinished(patience));
+    QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_program->exitCode(), 0);
+    QCOMPARE(catalogues(), QStringList());
 }
 
 QTEST_MAIN(tst_Startup)

@@ -28,6 +28,8 @@ private Q_SLOTS:
     void emptyTableIsNotUpdated();
     void cancelStopsBeforeTheNextSong_data();
     void cancelStopsBeforeTheNextSong();
+    void quitStopsBeforeTheNextSong_data();
+    void quitStopsBeforeTheNextSong();
     void progressIsShown();
     void rowsAreAddressedAsSorted();
     void songThatVanishedFails();
@@ -262,6 +264,43 @@ void tst_WindowUpdate::cancelStopsBeforeTheNextSong()
     QVERIFY2(m_window->enabled("updateDataToolButton"), "can be tried again");
     QVERIFY(m_window->enabled("transferFilesToolButton"));
     QVERIFY(!QApplication::activeModalWidget());
+}
+
+void tst_WindowUpdate::quitStopsBeforeTheNextSong_data()
+{
+    QTest::addColumn<QString>("during");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("while the backup is asked about")
+        << QStringLiteral("backup") << QStringLiteral("0 0 0");
+    QTest::newRow("while a song is asked about: it is left alone")
+        << QStringLiteral("question") << QStringLiteral("1 3 0");
+    QTest::newRow("while a song is written: it is finished")
+        << QStringLiteral("song") << QStringLiteral("1 0 0");
+}
+
+void tst_WindowUpdate::quitStopsBeforeTheNextSong()
+{
+    QFETCH(QString, during);
+    QFETCH(QString, expected);
+    import({m_window->addSong(QStringLiteral("one/VOLARE.mid"), "a"),
+            m_window->addSong(QStringLiteral("AZZURRO.mid"), "b", false),
+            m_window->addSong(QStringLiteral("two/VOLARE.mid"), "c")});
+    const auto quit = [this] { m_window->window->quit(); };
+    ProgressWatcher watcher;
+    if (during == QLatin1String("song"))
+        watcher.onValue = [quit](QProgressDialog &, int value) {
+            if (value == 1)
+                quit();
+        };
+    if (during == QLatin1String("backup"))
+        m_window->driver.expect<BackupDialog>([quit](BackupDialog &) { quit(); });
+    else
+        m_window->driver.click<BackupDialog>(QStringLiteral("exitPushButton"));
+    if (during == QLatin1String("question"))
+        m_window->driver.expect<NoCopyrightDialog>([quit](NoCopyrightDialog &) { quit(); });
+    QTimer::singleShot(0, this, [this] { m_window->click("updateDataToolButton"); });
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(statuses(), list(expected.toLatin1().constData()));
 }
 
 void tst_WindowUpdate::progressIsShown()
