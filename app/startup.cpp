@@ -1,10 +1,14 @@
 #include "app/startup.h"
 
+#include "app/quitsignals.h"
 #include "library/messagelog.h"
 #include "library/usersettings.h"
+#include "ui/appearance.h"
+#include "ui/mainwindow.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFile>
+#include <QTranslator>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -15,6 +19,24 @@ namespace {
 const QLatin1String notChosen("--");
 
 } // namespace
+
+int Startup::runProgram(int argc, char *argv[])
+{
+    const Options options = readSettings();
+    openLog(options);
+    setAttributes();
+
+    QApplication app(argc, argv);
+    QTranslator translator;
+    Appearance::speak(translator, chooseLanguage(options.language, QLocale::system().language()));
+    Appearance::colourLinks();
+    Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
+
+    MainWindow window;
+    QuitSignals::callOnSignal(&app, [&window] { window.quit(); });
+    window.show();
+    return QApplication::exec();
+}
 
 Startup::Options Startup::readSettings()
 {

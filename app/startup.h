@@ -3,8 +3,11 @@
 #include <QLocale>
 #include <QString>
 
-/** The steps that lead to the window, in the order in which main() takes them. */
+/** The program, and the steps that lead to its window, in the order in which they are taken. */
 namespace Startup {
+
+/** Shows the window; returns when the program ends, with its exit code. */
+int runProgram(int argc, char *argv[]);
 
 /** What the settings say before there is an application object. */
 struct Options
