@@ -91,14 +91,16 @@ void tst_LibraryUpdate::nothingIsWrittenWithoutTheBackup()
 
 void tst_LibraryUpdate::theBackupHoldsTheOldBytes()
 {
-    const QString path = m_library->add(text("one.mid"), makersSong());
+    m_library->add(text("one.mid"), makersSong("a"));
+    m_library->add(text("two.mid"), makersSong("b"));
     m_library->import();
     m_library->host().backupChoice = {BackupChoice::Backup, m_library->filePath("songs")};
     LibraryBackup backup(m_library->host());
     LibraryUpdate run(m_library->db(), m_library->model(), m_library->host(), {});
     QVERIFY(run.updateUserLibrary(backup, m_library->files()));
-    QVERIFY(TestFiles::read(backup.folder() + text("/one.mid")) == makersSong());
-    QVERIFY(TestFiles::read(path) != makersSong());
+    QVERIFY(TestFiles::read(backup.folder() + text("/one.mid")) == makersSong("a"));
+    QVERIFY(TestFiles::read(backup.folder() + text("/two.mid")) == makersSong("b"));
+    QVERIFY(TestFiles::read(m_library->files().at(0)) != makersSong("a"));
 }
 
 void tst_LibraryUpdate::theBackupCanBeLeftOut()

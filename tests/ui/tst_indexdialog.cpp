@@ -20,11 +20,13 @@ public:
     {
         if (event->type() == QEvent::Paint) {
             ++count;
+            onPaint();
             QThread::msleep(m_delay);
         }
         return QObject::eventFilter(watched, event);
     }
     int count = 0;
+    std::function<void()> onPaint = [] {};
 
 private:
     unsigned long m_delay; ///< milliseconds
@@ -57,6 +59,7 @@ private Q_SLOTS:
     void memoryWithoutSongsIsNotPrepared();
     void slotsShowWhatTheyAreGiven();
     void progressIsPaintedWithoutEvents();
+    void reportEndsAfterTheBox();
     void closing_data();
     void closing();
     void enterStartsARun();
@@ -277,6 +280,8 @@ void tst_IndexDialog::progressIsPaintedWithoutEvents()
     QVERIFY(QTest::qWaitForWindowExposed(m_dialog.data()));
     PaintCounter bar(child<QProgressBar>("progressBar"), 8); // the run lasts over half a second
     PaintCounter number(child<QLabel>("numberLabel"));
+    QSet<QString> paths;
+    bar.onPaint = [&] { paths.insert(child<QLabel>("currentPathLabel")->text()); };
     int barPainted = 0;
     int numberPainted = 0;
     DialogDriver driver;
@@ -289,6 +294,22 @@ void tst_IndexDialog::progressIsPaintedWithoutEvents()
     QCOMPARE(driver.problems(), QString());
     QVERIFY2(barPainted >= 50, qPrintable(QString::number(barPainted)));
     QVERIFY2(numberPainted >= 6, qPrintable(QString::number(numberPainted)));
+    QVERIFY2(paths.size() >= 6, "the path shows each song that is read");
+}
+
+void tst_IndexDialog::reportEndsAfterTheBox()
+{
+    choose(card(), true);
+    QString before;
+    DialogDriver driver;
+    driver.expect<QMessageBox>([&](QMessageBox &box) {
+        before = report();
+        box.accept();
+    });
+    click("startPushButton");
+    QCOMPARE(driver.problems(), QString());
+    QCOMPARE(before, QStringLiteral("Ottimizzazione memoria in corso..."));
+    QCOMPARE(report(), plainReport());
 }
 
 void tst_IndexDialog::closing_data()

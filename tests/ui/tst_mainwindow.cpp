@@ -5,6 +5,24 @@
 #include <QHeaderView>
 #include <QLabel>
 
+namespace {
+
+/** Tells what the window's event filter is given, and what it does with it. */
+class FilteringWindow : public MainWindow
+{
+public:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool kept = MainWindow::eventFilter(watched, event);
+        seen.append({watched, kept});
+        return kept;
+    }
+
+    QVector<QPair<QObject *, bool>> seen;
+};
+
+} // namespace
+
 class tst_MainWindow : public QObject
 {
     Q_OBJECT
@@ -24,6 +42,7 @@ private Q_SLOTS:
     void tableIsSetUp();
     void catalogueThatCantBeOpened();
     void keyboardReachesTheStepsInOrder();
+    void windowFiltersTheEventsOfTheApplication();
 
 private:
     QScopedPointer<WindowFixture> m_window;
@@ -229,6 +248,15 @@ void tst_MainWindow::keyboardReachesTheStepsInOrder()
         QTRY_COMPARE(m_window->window->focusWidget()->objectName(), QLatin1String(name));
         QTest::keyClick(m_window->window->focusWidget(), Qt::Key_Tab);
     }
+}
+
+void tst_MainWindow::windowFiltersTheEventsOfTheApplication()
+{
+    FilteringWindow window;
+    QObject stranger;
+    QEvent event(QEvent::User);
+    QCoreApplication::sendEvent(&stranger, &event);
+    QVERIFY(window.seen.contains({&stranger, false}));
 }
 
 QTEST_MAIN(tst_MainWindow)

@@ -1,3 +1,4 @@
+#include "tests/library/logcapture.h"
 #include "tests/ui/windowfixture.h"
 
 #include "ui/dataeditdialog.h"
@@ -120,7 +121,12 @@ void tst_WindowDebug::developersSave()
     m_window->find<QPushButton>("dbgSavePushButton")->click(); // no row selected: nothing
     QVERIFY(!QFile::exists(m_window->path("test_save.bin")));
     m_window->table()->selectRow(1);
+    const LogCapture log;
     m_window->find<QPushButton>("dbgSavePushButton")->click();
+    QCOMPARE(LogCapture::lines().mid(0, 2),
+             QStringList({QStringLiteral("[MainWindow] Saving row:  1"),
+                          QStringLiteral("Saving to file:  \"test_save.bin\"")}));
+    QCOMPARE(LogCapture::lines().constLast(), QStringLiteral("Ok"));
     QCOMPARE(WindowFixture::read(m_window->path("test_save.bin")),
              WindowFixture::read(songs.at(1)));
 }
@@ -132,7 +138,9 @@ void tst_WindowDebug::developersMarker()
     m_window->table()->selectRow(0);
     m_window->find<QLineEdit>("dbgMarkerTextLineEdit")->setText(QStringLiteral("Refrain"));
     m_window->find<QSpinBox>("dbgMarkerBarSpinBox")->setValue(7);
+    const LogCapture log;
     m_window->find<QPushButton>("dbgAddMarkerPushButton")->click();
+    QVERIFY(LogCapture::has(QStringLiteral("[MainWindow] Adding marker to row:  0")));
     QVERIFY(WindowFixture::read(m_window->path("test_addmarker.bin")).contains("Refrain"));
     QCOMPARE(WindowFixture::read(songs.at(0)), before);
 }

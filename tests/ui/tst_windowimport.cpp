@@ -30,6 +30,7 @@ private Q_SLOTS:
     void noSummaryWhereTheSettingIsOff();
     void sameNamesInTwoFoldersAreTwoRows();
     void nextImportReplacesTheRows();
+    void tableThatCantBeClearedKeepsItsRows();
     void importAgainRepeatsTheChoice();
     void sortedTableTakesTheNextImport();
     void songsThatNobodyHereWrote();
@@ -243,6 +244,21 @@ void tst_WindowImport::nextImportReplacesTheRows()
     m_window->import({m_window->addSong(QStringLiteral("d.mid"), "Quattro")});
     QCOMPARE(m_window->column(WindowFixture::Title), QStringList({QStringLiteral("Quattro")}));
     QCOMPARE(m_window->column(0), QStringList({QStringLiteral("1")}));
+}
+
+void tst_WindowImport::tableThatCantBeClearedKeepsItsRows()
+{
+    m_window->open();
+    answerSummary();
+    m_window->import(threeSongs());
+    QVERIFY(QSqlQuery(QSqlDatabase::database(QStringLiteral("con_mem")))
+                .exec(QStringLiteral("create trigger keep before delete on usersongs begin select "
+                                     "raise(abort, 'kept'); end")));
+    const QStringList before = m_window->column(WindowFixture::Title);
+    m_window->import({m_window->addSong(QStringLiteral("d.mid"), "Quattro")}); // and no summary
+    QCOMPARE(m_window->column(WindowFixture::Title), before);
+    QVERIFY(!m_window->enabled("updateDataToolButton"));
+    QVERIFY(m_window->enabled("transferFilesToolButton"));
 }
 
 void tst_WindowImport::importAgainRepeatsTheChoice()

@@ -13,6 +13,7 @@ private Q_SLOTS:
     void progressIsShown();
     void importCantBeInterrupted_data();
     void importCantBeInterrupted();
+    void nextStepsAreDisabledMeanwhile();
     void windowCantBeUsedMeanwhile();
     void windowCantBeClosedMeanwhile();
 
@@ -83,6 +84,22 @@ void tst_WindowProgress::importCantBeInterrupted()
     };
     m_window->import(threeSongs());
     QCOMPARE(m_window->model()->rowCount(), 3);
+}
+
+void tst_WindowProgress::nextStepsAreDisabledMeanwhile()
+{
+    m_window->import(threeSongs());
+    ProgressWatcher watcher;
+    int enabled = 0;
+    watcher.onValue = [&](QProgressDialog &dialog, int value) {
+        Q_UNUSED(dialog)
+        Q_UNUSED(value)
+        for (const char *step : {"updateDataToolButton", "transferFilesToolButton"})
+            enabled += m_window->enabled(step) ? 1 : 0;
+    };
+    m_window->import(threeSongs());
+    QCOMPARE(watcher.labels.size(), 3);
+    QCOMPARE(enabled, 0);
 }
 
 void tst_WindowProgress::windowCantBeUsedMeanwhile()

@@ -1,9 +1,11 @@
 #include "tests/library/logcapture.h"
 #include "tests/ui/windowfixture.h"
 
+#include "songs/metasong.h"
 #include "ui/dataeditdialog.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QToolTip>
@@ -27,7 +29,9 @@ private Q_SLOTS:
     void editReachesRowsFarDown();
     void unreadableSongOpensNoDialog();
     void failedSaveIsTold();
-    void applyToAllTitles();
+    void editOffersItsLists();
+    void applyToAll_data();
+    void applyToAll();
     void contextMenuTexts();
     void removeFromList();
     void removeKeepsThePlace();
@@ -235,18 +239,71 @@ void tst_WindowTable::failedSaveIsTold()
              "counts as edited all the same");
 }
 
-void tst_WindowTable::applyToAllTitles()
+void tst_WindowTable::editOffersItsLists()
 {
+    import(1);
+    QStringList artists;
+    QStringList genres;
+    QStringList keys;
+    m_window->driver.expect<DataEditDialog>([&](DataEditDialog &dialog) {
+        const auto entries = [&dialog](const char *box) {
+            const auto *found = dialog.findChild<QComboBox *>(QLatin1String(box));
+            QStringList texts;
+            for (int i = 0; i < found->count(); ++i)
+                texts.append(found->itemText(i));
+            return texts;
+        };
+        artists = entries("artistComboBox");
+        genres = entries("genreComboBox");
+        keys = entries("keyComboBox");
+        dialog.reject();
+    });
+    m_window->doubleClick(0, WindowFixture::Title);
+    QCOMPARE(artists,
+             QStringList({QStringLiteral("D. Modugno"), QStringLiteral("A. Celentano")}));
+    QCOMPARE(genres, QStringList({QStringLiteral("POP"), QStringLiteral("ROCK")}));
+    QCOMPARE(keys, QStringList(QString()) + MetaSong::keyList());
+}
+
+void tst_WindowTable::applyToAll_data()
+{
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QStringList>("expected");
+    const QString all = QStringLiteral("NEW");
+    QTest::newRow("author") << QStringLiteral("checkBoxToAllAuthor") << int(WindowFixture::Author)
+                            << QStringList({all, all, all});
+    QTest::newRow("artist") << QStringLiteral("checkBoxToAllArtist") << int(WindowFixture::Artist)
+                            << QStringList({all, all, all});
+    QTest::newRow("genre") << QStringLiteral("checkBoxToAllGenre") << int(WindowFixture::Genre)
+                           << QStringList({all, all, all});
+    QTest::newRow("title: each song gets its own name")
+        << QStringLiteral("checkBoxToAllTitle") << int(WindowFixture::Title)
+        << QStringList({QStringLiteral("s000"), QStringLiteral("s001"), QStringLiteral("s002")});
+}
+
+void tst_WindowTable::applyToAll()
+{
+    QFETCH(QString, box);
+    QFETCH(int, column);
+    QFETCH(QStringList, expected);
     import(3);
-    m_window->driver.expect<DataEditDialog>([this](DataEditDialog &dialog) {
+    const QString own = QStringLiteral("NEW");
+    m_window->driver.expect<DataEditDialog>([this, box, own](DataEditDialog &dialog) {
         m_window->driver.clickIn(dialog, QStringLiteral("radioButtonTitle2"));
-        m_window->driver.clickIn(dialog, QStringLiteral("checkBoxToAllTitle"));
+        dialog.findChild<QLineEdit *>(QStringLiteral("authorLineEdit"))->setText(own);
+        dialog.findChild<QComboBox *>(QStringLiteral("artistComboBox"))->setEditText(own);
+        dialog.findChild<QComboBox *>(QStringLiteral("genreComboBox"))->setEditText(own);
+        m_window->driver.clickIn(dialog, box);
         m_window->driver.clickIn(dialog, QStringLiteral("savePushButton"));
     });
     m_window->driver.answerBox(QMessageBox::Yes);
     m_window->doubleClick(1, WindowFixture::Title);
-    QCOMPARE(m_window->column(WindowFixture::Title),
-             QStringList({QStringLiteral("s000"), QStringLiteral("s001"), QStringLiteral("s002")}));
+    for (const int other : {WindowFixture::Author, WindowFixture::Artist, WindowFixture::Genre})
+        QCOMPARE(m_window->column(other),
+                 other == column ? expected : QStringList({QString(), own, QString()}));
+    if (column == WindowFixture::Title)
+        QCOMPARE(m_window->column(column), expected);
     QCOMPARE(m_window->column(WindowFixture::Status),
              QStringList({QStringLiteral("2"), QStringLiteral("2"), QStringLiteral("2")}));
     QVERIFY(!QApplication::activeModalWidget());
@@ -283,6 +340,7 @@ void tst_WindowTable::removeKeepsThePlace()
 void tst_WindowTable::removeOnEmptySpace()
 {
     import(2);
+    m_window->table()->selectRow(0); // which is not the one that was clicked
     openMenu(emptySpace(), 0);
     QCOMPARE(m_window->model()->rowCount(), 2);
 }

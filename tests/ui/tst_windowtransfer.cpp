@@ -62,6 +62,8 @@ void tst_WindowTransfer::folderDialogIsAsked()
     m_window->driver.expect<QFileDialog>([](QFileDialog &dialog) {
         QCOMPARE(dialog.windowTitle(), QStringLiteral("Scegli cartella"));
         QVERIFY(dialog.testOption(QFileDialog::ShowDirsOnly));
+        // where there is no such folder, its name stays in the dialog
+        QCOMPARE(dialog.selectedFiles(), QStringList({QStringLiteral("/Volumes")}));
         dialog.reject();
     });
     m_window->click("transferFilesToolButton"); // cancelled: ends without a word

@@ -122,18 +122,23 @@ void tst_WindowUpdate::notPublishedAnswers()
 {
     QFETCH(QStringList, buttons);
     QFETCH(QString, expected);
-    const QStringList files{m_window->addSong(QStringLiteral("one/VOLARE.mid"), "a", false),
+    const QStringList names{QStringLiteral("VOLARE.mid"), QStringLiteral("volare.mid")};
+    const QStringList files{m_window->addSong(QStringLiteral("one/") + names.at(0), "a", false),
                             m_window->addSong(QStringLiteral("AZZURRO.mid"), "b", true),
-                            m_window->addSong(QStringLiteral("two/VOLARE.mid"), "c", false)};
+                            m_window->addSong(QStringLiteral("two/") + names.at(1), "c", false)};
     import(files);
     m_window->driver.click<BackupDialog>(QStringLiteral("exitPushButton"));
-    for (const QString &button : buttons) {
-        if (button.isEmpty())
-            m_window->driver.closeFrame<NoCopyrightDialog>();
-        else
-            m_window->driver.click<NoCopyrightDialog>(button);
-    }
+    QStringList asked;
+    for (const QString &button : buttons)
+        m_window->driver.expect<NoCopyrightDialog>([&, button](NoCopyrightDialog &dialog) {
+            asked.append(dialog.findChild<QLabel *>(QStringLiteral("fileNameLabel"))->text());
+            if (button.isEmpty())
+                dialog.close();
+            else
+                m_window->driver.clickIn(dialog, button);
+        });
     m_window->click("updateDataToolButton");
+    QCOMPARE(asked, names.mid(0, buttons.size()));
     QCOMPARE(statuses(), list(expected.toLatin1().constData()));
 }
 
@@ -175,9 +180,11 @@ void tst_WindowUpdate::backupAnswers()
 
 void tst_WindowUpdate::backupIsMadeFirst()
 {
-    const QString song = m_window->addSong(QStringLiteral("VOLARE.mid"), "a");
-    const QByteArray before = WindowFixture::read(song);
-    import({song});
+    const QStringList songs{m_window->addSong(QStringLiteral("VOLARE.mid"), "a"),
+                            m_window->addSong(QStringLiteral("AZZURRO.mid"), "b")};
+    const QVector<QByteArray> before{WindowFixture::read(songs.at(0)),
+                                     WindowFixture::read(songs.at(1))};
+    import(songs);
     chooseBackupFolder(m_window->path("backups"));
     m_window->driver.answerBox(QMessageBox::Ok);
     m_window->click("updateDataToolButton");
@@ -189,11 +196,13 @@ void tst_WindowUpdate::backupIsMadeFirst()
     const QDir backups(m_window->path("backups"));
     const QStringList folders = backups.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     QCOMPARE(folders.size(), 1);
-    QCOMPARE(
-        WindowFixture::read(backups.filePath(folders.constFirst()) + QStringLiteral("/VOLARE.mid")),
-        before);
-    QVERIFY(WindowFixture::read(song) != before);
-    QCOMPARE(statuses(), list("1"));
+    for (int i = 0; i < songs.size(); ++i) {
+        QCOMPARE(WindowFixture::read(backups.filePath(folders.constFirst()) + QLatin1Char('/')
+                                     + QFileInfo(songs.at(i)).fileName()),
+                 before.at(i));
+        QVERIFY(WindowFixture::read(songs.at(i)) != before.at(i));
+    }
+    QCOMPARE(statuses(), list("1 1"));
 }
 
 void tst_WindowUpdate::backupThatFailsStopsTheUpdate()
