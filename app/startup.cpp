@@ -32,9 +32,11 @@ int Startup::runProgram(int argc, char *argv[])
     Appearance::colourLinks();
     Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
 
-    MainWindow window;
-    QuitSignals::callOnSignal(&app, [&window] { window.quit(); });
-    window.show();
+    std::unique_ptr<MainWindow> window;
+    // before the window copies the catalogue; what comes until then waits for the event loop
+    QuitSignals::callOnSignal(&app, [&window] { window->quit(); });
+    window = std::make_unique<MainWindow>();
+    window->show();
     return QApplication::exec();
 }
 

@@ -283,7 +283,6 @@ void tst_Startup::signalsEndTheProgram()
     store("logenabled=true\n");
     start();
     QTRY_VERIFY_WITH_TIMEOUT(log().contains("DB initialized correctly"), patience);
-    QVERIFY(!m_program->waitForFinished(300)); // it is in its event loop by now, or just before
     QCOMPARE(catalogues().size(), 1);
     QCOMPARE(kill(pid_t(m_program->processId()), signal), 0);
     QVERIFY(m_program->waitForFinished(patience));
