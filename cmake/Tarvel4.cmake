@@ -1,4 +1,4 @@
-# What every target of this tree has in common, and the two shapes that targets come in: rooms and tests.
+# What every target of this tree has in common, and the two shapes that targets come in: modules and tests.
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -12,8 +12,12 @@ target_include_directories(tarvel4_options INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_definitions(tarvel4_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_URL_CAST_FROM_STRING
   QT_NO_FOREACH QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+# clang's -Wconversion takes in what g++ keeps apart as -Wsign-conversion, and its -Wpedantic the macros of Qt's log.
 target_compile_options(tarvel4_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+  $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>
+  $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wno-sign-conversion$<SEMICOLON>-Wno-gnu-zero-variadic-macro-arguments>
+  $<$<BOOL:${TARVEL4_WERROR}>:-Werror>)
 
 # Adds the sanitizers to everything declared after the call.
 macro(tarvel4_use_sanitizers)
@@ -23,15 +27,15 @@ macro(tarvel4_use_sanitizers)
   add_link_options(-fsanitize=address,undefined)
 endmacro()
 
-# tarvel4_add_room(<room> SOURCES <file>... LINKS <target>... [PCH <header>...])
-# A static library tarvel4_<room>. LINKS are public: a user of the room gets what the room's headers need.
-function(tarvel4_add_room room)
+# tarvel4_add_module(<module> SOURCES <file>... LINKS <target>... [PCH <header>...])
+# A static library tarvel4_<module>. LINKS are public: a user of the module gets what the module's headers need.
+function(tarvel4_add_module module)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PCH" ${ARGN})
-  add_library(tarvel4_${room} STATIC ${ARG_SOURCES})
-  target_link_libraries(tarvel4_${room} PUBLIC ${ARG_LINKS} PRIVATE tarvel4_options)
-  target_include_directories(tarvel4_${room} PUBLIC "${PROJECT_SOURCE_DIR}")
-  set_target_properties(tarvel4_${room} PROPERTIES AUTOMOC ON AUTOUIC ON)
-  target_precompile_headers(tarvel4_${room} PRIVATE <QtCore> ${ARG_PCH})
+  add_library(tarvel4_${module} STATIC ${ARG_SOURCES})
+  target_link_libraries(tarvel4_${module} PUBLIC ${ARG_LINKS} PRIVATE tarvel4_options)
+  target_include_directories(tarvel4_${module} PUBLIC "${PROJECT_SOURCE_DIR}")
+  set_target_properties(tarvel4_${module} PROPERTIES AUTOMOC ON AUTOUIC ON)
+  target_precompile_headers(tarvel4_${module} PRIVATE <QtCore> ${ARG_PCH})
 endfunction()
 
 # tarvel4_add_test(<name> SOURCES <file>... LINKS <target>... [NO_MAIN_QT])

@@ -180,7 +180,7 @@ void tst_MainWindow::everyTextFitsItsWidget()
     for (const char *name : {"label_2", "label_3"}) {
         const auto *label = m_window->find<QLabel>(name);
         const QRect text = label->fontMetrics().boundingRect(
-            label->contentsRect(), Qt::TextWordWrap | Qt::AlignVCenter, label->text());
+            label->contentsRect(), int(Qt::TextWordWrap) | int(Qt::AlignVCenter), label->text());
         QVERIFY2(label->contentsRect().contains(text), name);
     }
     QVERIFY(m_window->table()->viewport()->height()
