@@ -5,6 +5,7 @@
 #include "library/songpath.h"
 
 #include <QDebug>
+#include <QDir>
 #include <QFileInfo>
 
 #include <filesystem>

@@ -2,6 +2,9 @@
 
 #include "ui_aboutdialog.h"
 
+#include <QDate>
+#include <QLocale>
+
 namespace {
 
 constexpr char version[] = "1.0";
