@@ -63,6 +63,25 @@ function(tarvel4_add_test name)
   endif()
 endfunction()
 
+# What tests run in: a time zone and, where localedef can make it, a locale in which a forgotten conversion shows.
+function(tarvel4_make_test_locale)
+  set(locale it_IT.ISO-8859-1)
+  set(folder "${CMAKE_BINARY_DIR}/locale")
+  if(NOT EXISTS "${folder}/${locale}/LC_CTYPE")
+    file(MAKE_DIRECTORY "${folder}")
+    find_program(LOCALEDEF localedef)
+    execute_process(COMMAND "${LOCALEDEF}" -i it_IT -f ISO-8859-1 "${folder}/${locale}" OUTPUT_QUIET ERROR_QUIET)
+  endif()
+  if(NOT EXISTS "${folder}/${locale}/LC_CTYPE")
+    message(WARNING "${locale} can't be made (Debian: locales): the tests run in C.UTF-8 only")
+    set(locale C.UTF-8)
+  endif()
+  set(TARVEL4_TEST_LOCALE "${locale}" PARENT_SCOPE)
+endfunction()
+if(TARVEL4_BUILD_TESTS)
+  tarvel4_make_test_locale()
+endif()
+
 # Gives a ctest test a home, a settings store and a platform of its own, so that it touches nothing of the user's.
 function(tarvel4_test_environment name)
   set(home "${CMAKE_CURRENT_BINARY_DIR}/home/${name}")
@@ -72,5 +91,11 @@ function(tarvel4_test_environment name)
     TIMEOUT 300
     WORKING_DIRECTORY "${home}"
     SKIP_RETURN_CODE 77
-    ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home}/runtime;QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_LOGGING_RULES=")
+    ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home}/runtime;QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=;TZ=Asia/Kolkata;LOCPATH=${CMAKE_BINARY_DIR}/locale;LC_ALL=${TARVEL4_TEST_LOCALE}")
+endfunction()
+
+# For a ctest test that reads the command line's texts: those are English, and the shell's tools sort by bytes.
+function(tarvel4_test_in_english name)
+  set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+    LC_ALL= LANG=${TARVEL4_TEST_LOCALE} LC_MESSAGES=C LC_COLLATE=C PYTHONUTF8=1)
 endfunction()

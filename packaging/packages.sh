@@ -6,9 +6,10 @@ build_packages=(
   fonts-dejavu-core
 )
 
-# Real songs that nobody here wrote, other people's readers, and a display.
+# Real songs that nobody here wrote, a locale and time zones, other people's readers, and a display.
 test_packages=(
   ffmpeg lame openttd-openmsx
+  locales tzdata
   python3 python3-mido python3-mutagen sqlite3 strace
   xauth xvfb
 )

@@ -207,7 +207,7 @@ void tst_CliUsage::speaksTheLanguageOfTheLocale()
     QFETCH(QString, environment);
     QFETCH(QByteArray, message);
     const Run run = Program(m_folder->path())
-                        .shell(QLatin1String("unset LANGUAGE; ") + environment
+                        .shell(QLatin1String("unset LANGUAGE LC_MESSAGES; ") + environment
                                + QLatin1String(" \"$cli\" info gone.mid"));
     QCOMPARE(run.err, message);
     QCOMPARE(run.status, 3);
