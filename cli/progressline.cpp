@@ -73,7 +73,7 @@ QString ProgressLine::text() const
         return count;
     const double seconds = static_cast<double>(m_sinceBegin.nsecsElapsed()) / 1e9;
     const double perSecond = m_value / seconds;
-    const auto left = static_cast<qint64>((m_maximum - m_value) / perSecond + 0.5);
+    const auto left = qRound64((m_maximum - m_value) / perSecond);
     return count
         + Cli::tr(", %1/s, ancora %2").arg(perSecond, 0, 'f', 1).arg(minutesAndSeconds(left));
 }

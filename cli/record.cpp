@@ -45,15 +45,17 @@ void appendJson(QByteArray &json, const QJsonValue &value)
     case QJsonValue::String:
         appendJson(json, value.toString());
         break;
-    case QJsonValue::Array:
+    case QJsonValue::Array: {
         json += '[';
-        for (const QJsonValue &element : value.toArray()) {
+        const QJsonArray array = value.toArray();
+        for (const QJsonValue &element : array) {
             json += separator;
             appendJson(json, element);
             separator = ",";
         }
         json += ']';
         break;
+    }
     case QJsonValue::Object: {
         json += '{';
         const QJsonObject object = value.toObject();
