@@ -14,7 +14,7 @@ test_packages=(
   xauth xvfb
 )
 
-check_packages=(clang-format)
+check_packages=(clang clang-format clang-tidy libclang-rt-14-dev)
 
 # install_packages NAME...: installs those that are missing; elsewhere than on Debian it names them.
 install_packages() {
