@@ -124,7 +124,7 @@ ExitStatus runEdit(const Arguments &arguments, Session &session)
     if (!problem.isEmpty())
         return wrongUsage(session, problem);
     SongPaths paths(session.host);
-    if (!paths.collect(arguments.operands(), false))
+    if (!paths.recoverAndCollect(arguments.operands(), false))
         return ExitStatus::Failed;
 
     bool anyFailed = false;

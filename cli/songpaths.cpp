@@ -5,6 +5,7 @@
 #include "cli/texts.h"
 #include "library/folderscan.h"
 #include "songs/disk.h"
+#include "songs/metasong.h"
 #include "songs/setaside.h"
 
 #include <QDir>
@@ -23,10 +24,8 @@ QString withoutSlash(const QString &folder)
 
 bool SongPaths::collect(const QStringList &paths, bool recursive)
 {
-    for (const QString &path : paths) {
-        if (!isUsable(path, recursive))
-            return false;
-    }
+    if (!areUsable(paths, recursive, SetAsideFile::DoesNotCount))
+        return false;
     for (const QString &path : paths) {
         if (QFileInfo(Arguments::onDisk(path)).isDir())
             walk(path);
@@ -34,6 +33,21 @@ bool SongPaths::collect(const QStringList &paths, bool recursive)
             m_songs.append({path, Arguments::onDisk(path)});
     }
     return true;
+}
+
+bool SongPaths::recoverAndCollect(const QStringList &paths, bool recursive)
+{
+    if (!areUsable(paths, recursive, SetAsideFile::Counts))
+        return false;
+    for (const QString &path : paths) {
+        const QString file = Arguments::onDisk(path);
+        if (!QFileInfo(file).isDir())
+            recover(file);
+        else
+            for (const QString &below : FolderScan::setAsideBelow(withoutSlash(file)))
+                recover(below);
+    }
+    return collect(paths, recursive);
 }
 
 void SongPaths::removeRepeats()
@@ -57,13 +71,23 @@ QStringList SongPaths::files() const
     return files;
 }
 
-bool SongPaths::isUsable(const QString &path, bool recursive)
+bool SongPaths::areUsable(const QStringList &paths, bool recursive, SetAsideFile setAside)
+{
+    return std::all_of(paths.begin(), paths.end(),
+                       [&](const QString &path) { return isUsable(path, recursive, setAside); });
+}
+
+bool SongPaths::isUsable(const QString &path, bool recursive, SetAsideFile setAside)
 {
     const QString file = Arguments::onDisk(path);
-    SetAside::recover(Disk::real(), file);
     const QFileInfo info(file);
+    const bool isSetAside = QFileInfo(SetAside::pathOf(file)).isFile();
+    if (!path.isEmpty() && !info.exists() && isSetAside && setAside == SetAsideFile::Counts)
+        return true;
     if (path.isEmpty() || !info.exists()) {
-        m_host.say(Cli::tr("%1: non esiste").arg(path));
+        m_host.say(isSetAside ? Cli::tr("%1: un'interruzione lo ha lasciato come %2")
+                                    .arg(path, SetAside::pathOf(path))
+                              : Cli::tr("%1: non esiste").arg(path));
         return false;
     }
     if (info.isDir() && !recursive) {
@@ -75,6 +99,13 @@ bool SongPaths::isUsable(const QString &path, bool recursive)
         return false;
     }
     return true;
+}
+
+void SongPaths::recover(const QString &file)
+{
+    const SetAside::Outcome outcome = SetAside::recover(Disk::real(), file, MetaSong::isSong);
+    if (outcome != SetAside::Outcome::NoneThere)
+        m_host.recovered(file, outcome);
 }
 
 void SongPaths::walk(const QString &folder)

@@ -26,6 +26,10 @@ public:
     /** Looks at every path first; false, having said why, when one can't be used. */
     bool collect(const QStringList &paths, bool recursive);
 
+    /** The same for a command that writes: what a power cut left aside is put in order first, so
+     * that its songs are among the others. */
+    bool recoverAndCollect(const QStringList &paths, bool recursive);
+
     const QVector<SongPath> &songs() const { return m_songs; }
 
     /** The files, each once however often it was named. */
@@ -36,7 +40,10 @@ public:
     bool hasSkipped() const { return m_hasSkipped; }
 
 private:
-    bool isUsable(const QString &path, bool recursive);
+    enum class SetAsideFile { DoesNotCount, Counts };
+    bool areUsable(const QStringList &paths, bool recursive, SetAsideFile setAside);
+    bool isUsable(const QString &path, bool recursive, SetAsideFile setAside);
+    void recover(const QString &file);
     void walk(const QString &folder);
 
     TerminalHost &m_host;

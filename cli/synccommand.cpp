@@ -136,7 +136,7 @@ ExitStatus synchronise(const SongPaths &paths, Session &session, bool dryRun, co
         return ExitStatus::Failed;
     UserSongsRelTableModel model(nullptr, db.userSongsDatabase());
     LibraryImport import(db, model, session.host);
-    if (!import.importUserLibrary(paths.files()))
+    if (!import.importUserLibrary(paths.files(), {false, true}))
         return jobFailed(session, Cli::tr("le song non possono essere elencate"));
     if (session.host.wasCancelled())
         return ExitStatus::Interrupted;
@@ -173,7 +173,9 @@ ExitStatus runSync(const Arguments &arguments, Session &session)
         return wrongUsage(session, Cli::tr("--unpublished ask vuole un terminale"));
 
     SongPaths paths(session.host);
-    if (!paths.collect(arguments.operands(), arguments.has("recursive")))
+    const bool isRecursive = arguments.has("recursive");
+    if (!(dryRun ? paths.collect(arguments.operands(), isRecursive)
+                 : paths.recoverAndCollect(arguments.operands(), isRecursive)))
         return ExitStatus::Failed;
     paths.removeRepeats();
     session.host.setBackup({BackupChoice::ProceedWithout, QString()});

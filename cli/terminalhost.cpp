@@ -80,6 +80,17 @@ bool TerminalHost::wasCancelled() const
     return m_hasNameClash || Console::interrupted() || (m_stopWhen && m_stopWhen());
 }
 
+void TerminalHost::recovered(const QString &path, SetAside::Outcome outcome)
+{
+    if (outcome == SetAside::Outcome::GivenBack)
+        say(Cli::tr("%1: rimesso al suo posto dopo un'interruzione").arg(path));
+    else if (outcome == SetAside::Outcome::Removed)
+        say(Cli::tr("%1: tolta la vecchia copia lasciata da un'interruzione").arg(path));
+    else
+        say(Cli::tr("%1: la vecchia copia lasciata da un'interruzione resta come %2")
+                .arg(path, SetAside::pathOf(path)));
+}
+
 Answer TerminalHost::askNotPublished(const QString &fileName)
 {
     return ask(Cli::tr("%1: non è stato pubblicato da K-Varo. Si vuole procedere comunque con le "

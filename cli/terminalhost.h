@@ -45,6 +45,8 @@ public:
     void endProgress() override;
     bool wasCancelled() const override;
 
+    void recovered(const QString &path, SetAside::Outcome outcome) override;
+
     Answer askNotPublished(const QString &fileName) override;
     Answer askOverwrite(const QString &fileName) override;
     BackupChoice askBackup() override { return m_backup; }

@@ -69,7 +69,7 @@ ExitStatus runTransfer(const Arguments &arguments, Session &session)
     session.host.setOverwrite(overwrite(answer));
 
     SongPaths paths(session.host);
-    if (!paths.collect(arguments.operands(), arguments.has("recursive")))
+    if (!paths.recoverAndCollect(arguments.operands(), arguments.has("recursive")))
         return ExitStatus::Failed;
     paths.removeRepeats();
     const QString dir = folderOf(arguments.value("to"), session);

@@ -7,6 +7,7 @@
 #include "indexer/songlistwriter.h"
 #include "indexer/songreader.h"
 #include "indexer/sortkeys.h"
+#include "songs/metasong.h"
 #include "songs/setaside.h"
 
 #include <QBuffer>
@@ -137,7 +138,9 @@ bool Index::scan()
     memory.onUnreadable = [this](const QString &path) {
         Q_EMIT errorFromIndex(tr("Impossibile leggere: ") + path);
     };
-    memory.onSetAside = [this](const QString &path) { SetAside::recoverAll(m_disk, path); };
+    memory.onSetAside = [this](const QString &path) {
+        SetAside::recoverAll(m_disk, path, MetaSong::isSong, m_onRecovered);
+    };
     memory.onSong = [this](const ScannedSong &song) {
         if (song.relativePath.size() > longestPath) {
             Q_EMIT errorFromIndex(tr("File non importato, path troppo lungo: ") + m_root

@@ -3,6 +3,7 @@
 #include "indexer/indexentry.h"
 #include "indexer/memoryscan.h"
 #include "songs/disk.h"
+#include "songs/setaside.h"
 
 #include <QObject>
 #include <QVector>
@@ -53,6 +54,10 @@ public:
     /** Removes the index files; false when one of them is still there. */
     bool deleteIndex(const QString &root);
 
+    /** Told of each file that a power cut had left aside, which update() and rebuild() put in order
+     * first. */
+    void setOnRecovered(SetAside::Report report) { m_onRecovered = std::move(report); }
+
     /** Of the last run: songs counted, whether files were written, and whether one or the old index
      * failed. */
     int found() const { return m_found; }
@@ -77,6 +82,7 @@ private:
     bool writeAll();
 
     Disk &m_disk;
+    SetAside::Report m_onRecovered;
     QString m_root;
     std::vector<ScannedSong> m_songs; ///< what the scan found, in its order
     QVector<IndexEntry> m_entries; ///< read back from the old index; then those of the new one

@@ -79,7 +79,6 @@ CopyBatch::~CopyBatch()
 
 void CopyBatch::removeLeftovers()
 {
-    SetAside::recoverAll(m_disk, m_folder);
     const QDir folder(m_folder);
     const QStringList names = folder.entryList({QStringLiteral(".tarvel4soft-*.part")},
                                                QDir::Files | QDir::Hidden | QDir::NoSymLinks);
@@ -208,8 +207,7 @@ bool CopyBatch::giveName(const QString &temporary, const QString &destination)
     // Disk::replace() keeps the old file too, but flushes three times for each.
     const bool keepsOld = QFileInfo::exists(destination) && m_disk.losesReplacedFiles(destination);
     const QString old = keepsOld ? SetAside::pathOf(destination) : QString();
-    const bool isFree =
-        !keepsOld || (SetAside::recover(m_disk, destination) && m_disk.replace(destination, old));
+    const bool isFree = !keepsOld || (!QFileInfo::exists(old) && m_disk.replace(destination, old));
     if (isFree && m_disk.replace(temporary, destination)) {
         if (keepsOld)
             m_setAside.push_back({old, destination});

@@ -32,8 +32,7 @@ public:
     ~CopyBatch();
     Q_DISABLE_COPY(CopyBatch)
 
-    /** Removes the temporary files that a killed run left in the folder, and gives back what it had
-     * set aside. */
+    /** Removes the temporary files that a killed run left in the folder. */
     void removeLeftovers();
 
     /** Copies a song under a temporary name. When it fails nothing of it remains. */

@@ -3,6 +3,7 @@
 #include "library/copybatch.h"
 #include "library/nativepath.h"
 #include "library/songpath.h"
+#include "songs/metasong.h"
 
 #include <QDebug>
 #include <QDir>
@@ -70,6 +71,10 @@ bool FileCopier::copyFiles(const QStringList &selectedFiles, const QString &dest
     if (selectedFiles.isEmpty())
         return true;
 
+    SetAside::recoverAll(m_disk, destDir, MetaSong::isSong,
+                         [this](const QString &path, SetAside::Outcome outcome) {
+                             m_host.recovered(path, outcome);
+                         });
     CopyBatch batch(m_disk, destDir);
     batch.removeLeftovers();
     const bool complete = copyEach(selectedFiles, destDir, batch);

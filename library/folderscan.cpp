@@ -3,7 +3,6 @@
 #include "library/nativepath.h"
 #include "library/workflowlog.h"
 #include "songs/debuglog.h"
-#include "songs/disk.h"
 #include "songs/setaside.h"
 
 #include <QDir>
@@ -48,19 +47,27 @@ Entry entryOf(const fs::directory_entry &entry)
 #endif
 }
 
-bool isSetAside(const Entry &entry)
+bool isSong(const QString &name)
 {
-    return entry.isFile && SetAside::isOne(entry.name);
+    return FolderScan::isSongName(name);
+}
+
+bool isNotSetAside(const QString &name)
+{
+    return !SetAside::isOne(name);
 }
 
 /** Walks a folder tree in name order, each folder once. */
 class Walk
 {
 public:
-    Walk(const std::function<bool(const QString &)> &found,
-         const std::function<void(const QString &)> &skipped)
-        : m_found(found)
+    Walk(bool (*isWanted)(const QString &), const std::function<bool(const QString &)> &found,
+         const std::function<void(const QString &)> &skipped,
+         const std::function<void()> &leftFolder)
+        : m_isWanted(isWanted)
+        , m_found(found)
         , m_skipped(skipped)
+        , m_leftFolder(leftFolder)
     {}
 
     /** False when the walk was stopped. */
@@ -69,11 +76,7 @@ public:
         qCDebug(debugLog) << "[scanDir] Analyzing directory:" << path;
         if (!enter(path))
             return true;
-        std::vector<Entry> entries = list(path);
-        if (std::any_of(entries.begin(), entries.end(), isSetAside)) {
-            SetAside::recoverAll(Disk::real(), path);
-            entries = list(path);
-        }
+        const std::vector<Entry> entries = list(path);
         return std::all_of(entries.begin(), entries.end(),
                            [this, &path](const Entry &entry) { return this->entry(path, entry); });
     }
@@ -113,7 +116,7 @@ private:
 
     bool entry(const QString &folderPath, const Entry &entry)
     {
-        if (!entry.isFolder && !FolderScan::isSongName(entry.name))
+        if (!entry.isFolder && !m_isWanted(entry.name))
             return true;
         // QDir would take a name that begins with a colon for a path of its own.
         const QString path = folderPath.endsWith(QLatin1Char('/'))
@@ -126,7 +129,10 @@ private:
         }
         if (entry.isFolder) {
             qCDebug(debugLog) << "[scanDir] Found directory:" << path;
-            return folder(path);
+            const bool goOn = folder(path);
+            if (m_leftFolder)
+                m_leftFolder();
+            return goOn;
         }
         return !entry.isFile || song(path);
     }
@@ -139,10 +145,32 @@ private:
         return goOn;
     }
 
+    bool (*m_isWanted)(const QString &name);
     const std::function<bool(const QString &)> &m_found;
     const std::function<void(const QString &)> &m_skipped;
+    const std::function<void()> &m_leftFolder;
     QSet<QString> m_entered;
 };
+
+void addSetAside(const QString &path, QStringList &files, QSet<QString> &entered)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    if (entered.contains(canonical))
+        return;
+    entered.insert(canonical);
+    std::error_code error;
+    fs::directory_iterator iterator(nativePath(path), error);
+    for (; !error && iterator != fs::directory_iterator(); iterator.increment(error)) {
+        const Entry entry = entryOf(*iterator);
+        if (entry.name.startsWith(QLatin1Char('.')) || !entry.isNameable)
+            continue;
+        const QString full = path + QLatin1Char('/') + entry.name;
+        if (entry.isFolder)
+            addSetAside(full, files, entered);
+        else if (entry.isFile && SetAside::isOne(entry.name))
+            files += SetAside::goesBackTo(full);
+    }
+}
 
 void countBelow(const QString &path, int &count, QSet<QString> &entered)
 {
@@ -177,7 +205,17 @@ void FolderScan::countFiles(const QString &path, int &count)
 }
 
 bool FolderScan::scanDir(const QString &path, const std::function<bool(const QString &)> &found,
-                         const std::function<void(const QString &)> &skipped)
+                         const std::function<void(const QString &)> &skipped, Files files,
+                         const std::function<void()> &leftFolder)
 {
-    return Walk(found, skipped).folder(path);
+    return Walk(files == Files::All ? isNotSetAside : isSong, found, skipped, leftFolder)
+        .folder(path);
+}
+
+QStringList FolderScan::setAsideBelow(const QString &path)
+{
+    QStringList files;
+    QSet<QString> entered;
+    addSetAside(path, files, entered);
+    return files;
 }

@@ -14,12 +14,20 @@ bool isSongName(const QString &fileName);
 /** All files below \a path, folders first; link loops end. */
 void countFiles(const QString &path, int &count);
 
+enum class Files { Songs, All };
+
 /**
- * Calls \a found with each song below \a path: regular files with a song suffix in name order,
+ * Calls \a found with each song, or each file, below \a path: regular files in name order,
  * names that begin with a point passed over. Stops when \a found returns false. \a skipped gets
- * each entry that can't be reached (a name that is not valid in the locale, an unreadable folder).
+ * each entry that can't be reached (a name that is not valid in the locale, an unreadable folder);
+ * \a leftFolder is called after each folder below \a path. Changes nothing on any disk.
  */
 bool scanDir(const QString &path, const std::function<bool(const QString &)> &found,
-             const std::function<void(const QString &)> &skipped);
+             const std::function<void(const QString &)> &skipped, Files files = Files::Songs,
+             const std::function<void()> &leftFolder = {});
+
+/** The files below \a path of which one is set aside (songs/setaside.h), by the names to which they
+ * go back. */
+QStringList setAsideBelow(const QString &path);
 
 } // namespace FolderScan

@@ -3,8 +3,10 @@
 #include "indexer/index.h"
 #include "library/workflowhost.h"
 
-void showProgressOf(const Index &index, WorkflowHost &host)
+void showProgressOf(Index &index, WorkflowHost &host)
 {
+    index.setOnRecovered(
+        [&host](const QString &path, SetAside::Outcome outcome) { host.recovered(path, outcome); });
     QObject::connect(&index, &Index::fileFoundChanged,
                      [&host](int count) { host.setProgressValue(count); });
     QObject::connect(&index, &Index::progressMaxSetup,

@@ -4,4 +4,4 @@ class Index;
 class WorkflowHost;
 
 /** Has the host's running progress follow an index. */
-void showProgressOf(const Index &index, WorkflowHost &host);
+void showProgressOf(Index &index, WorkflowHost &host);

@@ -2,31 +2,17 @@
 
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
+#include "library/folderscan.h"
 #include "library/songpath.h"
 #include "library/usersettings.h"
 #include "library/workflowlog.h"
 #include "songs/debuglog.h"
 #include "songs/disk.h"
 #include "songs/metasong.h"
-#include "songs/setaside.h"
 
 #include <QDebug>
 #include <QFileInfo>
 #include <QSet>
-
-namespace {
-
-/** A song that a power cut left under another name can't be chosen, but its neighbours can. */
-void putInOrder(const QStringList &files)
-{
-    QSet<QString> folders;
-    for (const QString &file : files)
-        folders.insert(QFileInfo(file).path());
-    for (const QString &folder : qAsConst(folders))
-        SetAside::recoverAll(Disk::real(), folder);
-}
-
-} // namespace
 
 LibraryImport::LibraryImport(Database &db, UserSongsRelTableModel &model, WorkflowHost &host)
     : m_db(db)
@@ -34,7 +20,7 @@ LibraryImport::LibraryImport(Database &db, UserSongsRelTableModel &model, Workfl
     , m_host(host)
 {}
 
-bool LibraryImport::importUserLibrary(const QStringList &selectedFiles)
+bool LibraryImport::importUserLibrary(const QStringList &selectedFiles, Manner manner)
 {
     WorkflowLog::title("IMPORT USER LIBRARY");
     m_counts = ImportCounts();
@@ -43,16 +29,34 @@ bool LibraryImport::importUserLibrary(const QStringList &selectedFiles)
         return false;
     }
 
-    putInOrder(selectedFiles);
+    if (manner.recovers)
+        putInOrder(selectedFiles);
     m_host.beginProgress({tr("Lettura file"), tr("Importo la libreria..."), tr("Interrompi")},
                          selectedFiles.size());
-    // required: the cancel button is shown but not looked at
     for (const QString &path : selectedFiles) {
+        // required: the window's cancel button is shown but not looked at
+        if (manner.isCancellable && m_host.wasCancelled())
+            break;
         importSong(path);
-        m_host.setProgress(m_counts.found + m_counts.unknown);
-        m_host.breathe();
+        showCount();
     }
     return true;
+}
+
+bool LibraryImport::scanDir(const QString &path)
+{
+    return FolderScan::scanDir(
+        path,
+        [this](const QString &file) {
+            if (m_host.wasCancelled())
+                return false;
+            if (!addSong(file))
+                qDebug() << "[scanDir] Unknown/corrupted file" << file;
+            showCount();
+            return true;
+        },
+        [](const QString &entry) { qDebug() << "[scanDir] WARNING: can't be read:" << entry; },
+        FolderScan::Files::All, [this] { showCount(); });
 }
 
 bool LibraryImport::askSynchronise()
@@ -74,14 +78,39 @@ bool LibraryImport::clearTable()
     return true;
 }
 
+/** A song that a power cut left under another name can't be chosen, but its neighbours can. */
+void LibraryImport::putInOrder(const QStringList &files)
+{
+    QSet<QString> folders;
+    for (const QString &file : files)
+        folders.insert(QFileInfo(file).path());
+    for (const QString &folder : qAsConst(folders)) {
+        SetAside::recoverAll(Disk::real(), folder, MetaSong::isSong,
+                             [this](const QString &path, SetAside::Outcome outcome) {
+                                 m_host.recovered(path, outcome);
+                             });
+    }
+}
+
+void LibraryImport::showCount()
+{
+    m_host.setProgress(m_counts.found + m_counts.unknown);
+    m_host.breathe();
+}
+
 void LibraryImport::importSong(const QString &path)
 {
     qCDebug(debugLog) << "Found file:" << path;
+    if (!addSong(path))
+        qDebug() << "Unknown/corrupted file" << path;
+}
+
+bool LibraryImport::addSong(const QString &path)
+{
     MetaSong song;
     if (!song.importFile(path)) {
-        qDebug() << "Unknown/corrupted file" << path;
         ++m_counts.unknown;
-        return;
+        return false;
     }
     ++m_counts.found;
     qCDebug(debugLog) << "Song Index: " << m_counts.found;
@@ -95,4 +124,5 @@ void LibraryImport::importSong(const QString &path)
     dumpSongInfo(info);
     if (!m_model.appendSong(info))
         qDebug() << "[importUserLibrary] WARNING: no row for" << path;
+    return true;
 }

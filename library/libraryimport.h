@@ -16,11 +16,24 @@ class LibraryImport
 public:
     LibraryImport(Database &db, UserSongsRelTableModel &model, WorkflowHost &host);
 
-    /**
-     * False when the old rows could not be cleared and nothing was imported. Progress is begun, not
-     * ended. Nothing cancels an import.
-     */
-    bool importUserLibrary(const QStringList &selectedFiles);
+    /** How an import goes about its files. */
+    struct Manner
+    {
+        bool recovers = true; ///< what a power cut left aside is put in order first
+        bool isCancellable = false;
+    };
+
+    /** False when the old rows could not be cleared and nothing was imported. Progress is begun,
+     * not ended. */
+    bool importUserLibrary(const QStringList &selectedFiles, Manner manner);
+    bool importUserLibrary(const QStringList &selectedFiles)
+    {
+        return importUserLibrary(selectedFiles, Manner());
+    }
+
+    /** Adds every song below \a path to the table; false when it was cancelled. Progress is the
+     * caller's. */
+    bool scanDir(const QString &path);
 
     const ImportCounts &counts() const { return m_counts; }
 
@@ -32,7 +45,11 @@ public:
 
 private:
     bool clearTable();
+    void putInOrder(const QStringList &files);
     void importSong(const QString &path);
+    /** False for what is no song. */
+    bool addSong(const QString &path);
+    void showCount();
 
     Database &m_db;
     UserSongsRelTableModel &m_model;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "songs/setaside.h"
+
 #include <QString>
 
 /** The texts of a progress display. */
@@ -59,6 +61,13 @@ public:
     /** Takes the display away; harmless where there is none. */
     virtual void endProgress() = 0;
     virtual bool wasCancelled() const = 0;
+
+    /** A file that a power cut had left aside was met before the job began. */
+    virtual void recovered(const QString &path, SetAside::Outcome outcome)
+    {
+        Q_UNUSED(path)
+        Q_UNUSED(outcome)
+    }
 
     virtual Answer askNotPublished(const QString &fileName) = 0;
     virtual Answer askOverwrite(const QString &fileName) = 0;

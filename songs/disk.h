@@ -41,8 +41,8 @@ public:
     /**
      * Gives the file \a from, which is on the medium, the name \a to, taking the place of an
      * existing file. One step where the file system can do it in one; on FAT, where that loses
-     * files, the old one is set aside (songs/setaside.h) until the new one is safe. False: \a to is
-     * what it was.
+     * files, the old one is set aside (songs/setaside.h) until the new one is safe, which fails
+     * while one that stayed behind has that name. False: \a to is what it was.
      */
     virtual bool replace(const QString &from, const QString &to);
 

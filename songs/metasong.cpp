@@ -7,6 +7,7 @@
 #include "songs/lzhuff.h"
 #include "songs/lzhuffformat.h"
 #include "songs/mp3rewrite.h"
+#include "songs/setaside.h"
 #include "songs/songfields.h"
 #include "songs/songfile.h"
 
@@ -107,6 +108,17 @@ MetaSong::MetaSong(Disk &disk)
 
 bool MetaSong::importFile(const QString &path)
 {
+    return importFile(path, path);
+}
+
+bool MetaSong::isSong(const QString &path)
+{
+    return MetaSong().importFile(path, SetAside::goesBackTo(path));
+}
+
+/** \a name: what the file is called, for the formats that are recognised by it. */
+bool MetaSong::importFile(const QString &path, const QString &name)
+{
     m_format = Unknown;
     m_midi = RawMidiFile();
     SongFile file(path);
@@ -123,7 +135,7 @@ bool MetaSong::importFile(const QString &path)
         CutPadding::removeFrom(bytes);
         return importMidi(bytes);
     }
-    return isMp3(path, bytes) && importMp3(file, bytes);
+    return isMp3(name, bytes) && importMp3(file, bytes);
 }
 
 bool MetaSong::importMidi(const QByteArray &bytes)
@@ -220,8 +232,10 @@ bool MetaSong::saveToFile(const QString &path)
         qDebug() << "[MetaSong::saveToFile] UNKNOWN format (or data corrupted) in memory, aborting";
         return false;
     }
-    if (m_format == Mp3)
+    if (m_format == Mp3) {
+        SetAside::recover(m_disk, path, isSong); // its name is needed
         return Mp3Rewrite(m_disk, path).write(m_tag.tag(), m_oldStart, m_tag.audioStart());
+    }
 
     const QByteArray bytes = image();
     InPlaceRewrite rewrite(m_disk, path);

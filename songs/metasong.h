@@ -22,6 +22,10 @@ public:
     /** Recognises and loads a regular file. False leaves a song that must be thrown away. */
     bool importFile(const QString &path);
 
+    /** True for a file that importFile() takes; one that is set aside is asked about by the name to
+     * which it goes back. */
+    static bool isSong(const QString &path);
+
     /** Fills a record from the loaded song; filename and shortname are left empty for the caller.
      */
     void readInfo(SongInfo &info) const;
@@ -51,6 +55,7 @@ public:
     static QStringList keyList();
 
 private:
+    bool importFile(const QString &path, const QString &name);
     bool importMfx(const QByteArray &bytes);
     bool importMidi(const QByteArray &bytes);
     bool importMp3(SongFile &file, const QByteArray &start);

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class Disk;
 
 /**
@@ -11,17 +13,36 @@ class Disk;
  */
 namespace SetAside {
 
+/** What became of a file that stayed behind. */
+enum class Outcome {
+    NoneThere,
+    GivenBack, ///< it has its name again
+    Removed, ///< its song is whole without it
+    Kept ///< nobody can tell which of the two is the song, or the disk failed
+};
+
+/** True for a file that can be read as a song; also asked about one that is set aside. */
+using IsSong = std::function<bool(const QString &path)>;
+
+/** Told of each file that was there, by the name that it goes back to. */
+using Report = std::function<void(const QString &path, Outcome outcome)>;
+
 /** The name under which the file \a path waits. */
 QString pathOf(const QString &path);
 
 /** True for such a name. */
 bool isOne(const QString &fileName);
 
-/** Gives back the song of \a path what stayed behind of it, or removes that where the song is
- * there. True when nothing stays behind. */
-bool recover(Disk &disk, const QString &path);
+/** The name to which a file set aside goes back; any other path as it is. */
+QString goesBackTo(const QString &path);
+
+/**
+ * Gives \a path back what stayed behind of it, or removes that. Only what a recognised song stands
+ * beside is removed, and only a recognised song takes the place of bytes that are none.
+ */
+Outcome recover(Disk &disk, const QString &path, const IsSong &isSong);
 
 /** The same for each file in \a folder. */
-bool recoverAll(Disk &disk, const QString &folder);
+void recoverAll(Disk &disk, const QString &folder, const IsSong &isSong, const Report &report = {});
 
 } // namespace SetAside

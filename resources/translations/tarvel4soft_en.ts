@@ -463,6 +463,22 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
         <source>%1: l&apos;indice non può essere letto</source>
         <translation>%1: the index can&apos;t be read</translation>
     </message>
+    <message>
+        <source>%1: un&apos;interruzione lo ha lasciato come %2</source>
+        <translation>%1: an interruption left it as %2</translation>
+    </message>
+    <message>
+        <source>%1: rimesso al suo posto dopo un&apos;interruzione</source>
+        <translation>%1: put back in its place after an interruption</translation>
+    </message>
+    <message>
+        <source>%1: tolta la vecchia copia lasciata da un&apos;interruzione</source>
+        <translation>%1: the old copy that an interruption left was removed</translation>
+    </message>
+    <message>
+        <source>%1: la vecchia copia lasciata da un&apos;interruzione resta come %2</source>
+        <translation>%1: the old copy that an interruption left stays as %2</translation>
+    </message>
 </context>
 <context>
     <name>DataEditDialog</name>

@@ -463,6 +463,22 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
         <source>%1: l'indice non può essere letto</source>
         <translation>%1: l'indice non può essere letto</translation>
     </message>
+    <message>
+        <source>%1: un'interruzione lo ha lasciato come %2</source>
+        <translation>%1: un'interruzione lo ha lasciato come %2</translation>
+    </message>
+    <message>
+        <source>%1: rimesso al suo posto dopo un'interruzione</source>
+        <translation>%1: rimesso al suo posto dopo un'interruzione</translation>
+    </message>
+    <message>
+        <source>%1: tolta la vecchia copia lasciata da un'interruzione</source>
+        <translation>%1: tolta la vecchia copia lasciata da un'interruzione</translation>
+    </message>
+    <message>
+        <source>%1: la vecchia copia lasciata da un'interruzione resta come %2</source>
+        <translation>%1: la vecchia copia lasciata da un'interruzione resta come %2</translation>
+    </message>
 </context>
 <context>
     <name>DataEditDialog</name>

@@ -212,7 +212,12 @@ void tst_IndexFaults::songsThatAPowerCutLeftAsideComeBack()
     memory.putMidi(folder + QStringLiteral("both.mid.tarvel4.bak"), "old");
     memory.putMidi(folder + QStringLiteral("both.mid"), "new");
     Index index;
+    QStringList recovered;
+    index.setOnRecovered(
+        [&](const QString &path, SetAside::Outcome) { recovered += QFileInfo(path).fileName(); });
     QVERIFY(update ? index.update(memory.root()) : index.rebuild(memory.root()));
+    QCOMPARE(recovered.size(), 2);
+    QVERIFY(recovered.contains(QStringLiteral("gone.mid")));
     QCOMPARE(index.found(), 5);
     QVERIFY(memory.titles().contains(QStringLiteral("GONE")));
     QVERIFY(memory.titles().contains(QStringLiteral("NEW")));

@@ -6,6 +6,7 @@
 #include "scripteddisk.h"
 #include "scriptedhost.h"
 #include "testfiles.h"
+#include "tests/songs/songbytes.h"
 #include "texts.h"
 
 #include <QTemporaryDir>
@@ -32,12 +33,13 @@ protected:
     {
         QStringList files;
         for (const QString &name : names) {
-            files.append(TestFiles::write(source(name), "new"));
+            files.append(TestFiles::write(source(name), newBytes));
             TestFiles::write(target(name), oldBytes);
         }
         return files;
     }
 
-    const QByteArray oldBytes = "old";
+    const QByteArray oldBytes = SongBytes::midi0(SongBytes::meta(3, "old"));
+    const QByteArray newBytes = SongBytes::midi0(SongBytes::meta(3, "new"));
     QScopedPointer<QTemporaryDir> m_dir;
 };

@@ -23,7 +23,7 @@ public:
     // what happened, one line each: "begin TITLE|LABEL|CANCEL|MAXIMUM", "maximum N", "progress N",
     // "value N", "breathe", "end", "ask backup", "ask proceed FOUND UNKNOWN PUBLISHED",
     // "ask unpublished NAME", "ask overwrite NAME", "information TITLE|TEXT", "warning ...",
-    // "critical ..."
+    // "critical ...", "recovered OUTCOME PATH"
     QStringList events;
 
     /** The events that begin with \a word. */
@@ -55,6 +55,11 @@ public:
     void breathe() override { events.append(QStringLiteral("breathe")); }
     void endProgress() override { events.append(QStringLiteral("end")); }
     bool wasCancelled() const override { return m_cancelled; }
+
+    void recovered(const QString &path, SetAside::Outcome outcome) override
+    {
+        add("recovered", QString::number(int(outcome)) + QLatin1Char(' ') + path);
+    }
 
     Answer askNotPublished(const QString &fileName) override
     {

@@ -68,8 +68,8 @@ void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
 
 void tst_CopyBatch::namesComeAfterTheBytesAndBeforeTheLastFlush()
 {
-    const QStringList files{TestFiles::write(source(text("a.mid")), "new"),
-                            TestFiles::write(source(text("b.mid")), "new")};
+    const QStringList files{TestFiles::write(source(text("a.mid")), newBytes),
+                            TestFiles::write(source(text("b.mid")), newBytes)};
     ScriptedHost host;
     ScriptedDisk disk;
     QStringList namesAtLastProgress;
@@ -88,7 +88,7 @@ void tst_CopyBatch::manySongsAreFlushedInFewBatches()
 {
     QStringList files;
     for (int i = 0; i < 501; ++i)
-        files.append(TestFiles::write(source(QString::number(i) + text(".mid")), "new"));
+        files.append(TestFiles::write(source(QString::number(i) + text(".mid")), newBytes));
     ScriptedHost host;
     ScriptedDisk disk;
     FileCopier copier(host, disk);
@@ -116,32 +116,33 @@ void tst_CopyBatch::leftovers()
     QFETCH(QString, name);
     QFETCH(bool, stays);
     TestFiles::write(target(name), "half");
-    TestFiles::write(source(text("a.mid")), "new");
+    TestFiles::write(source(text("a.mid")), newBytes);
     ScriptedHost host;
     FileCopier copier(host, Disk::real());
     QVERIFY(copier.copyFiles({source(text("a.mid"))}, targetFolder()));
     QCOMPARE(targetNames().contains(name), stays);
-    QCOMPARE(TestFiles::read(target(text("a.mid"))), QByteArray("new"));
+    QCOMPARE(TestFiles::read(target(text("a.mid"))), newBytes);
 }
 
 void tst_CopyBatch::whatAPowerCutLeftAsideIsPutInOrderFirst()
 {
     TestFiles::write(target(text("a.mid.tarvel4.bak")), oldBytes);
     TestFiles::write(target(text("b.mid.tarvel4.bak")), oldBytes);
-    TestFiles::write(target(text("b.mid")), "newer");
+    TestFiles::write(target(text("b.mid")), newBytes);
     ScriptedHost host;
     FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles({TestFiles::write(source(text("c.mid")), "new")}, targetFolder()));
+    QVERIFY(copier.copyFiles({TestFiles::write(source(text("c.mid")), newBytes)}, targetFolder()));
     QCOMPARE(targetNames(), strings({"a.mid", "b.mid", "c.mid"}));
     QCOMPARE(TestFiles::read(target(text("a.mid"))), QByteArray(oldBytes));
-    QCOMPARE(TestFiles::read(target(text("b.mid"))), QByteArray("newer"));
+    QCOMPARE(TestFiles::read(target(text("b.mid"))), newBytes);
+    QCOMPARE(host.eventsOf(text("recovered")).size(), 2);
 }
 
 void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
 {
-    const QStringList files{TestFiles::write(source(text("a.mid")), "new"),
-                            TestFiles::write(source(text("b.mid")), "new"),
-                            TestFiles::write(source(text("c.mid")), "new")};
+    const QStringList files{TestFiles::write(source(text("a.mid")), newBytes),
+                            TestFiles::write(source(text("b.mid")), newBytes),
+                            TestFiles::write(source(text("c.mid")), newBytes)};
     TestFiles::write(target(text("a.mid")), oldBytes);
     TestFiles::write(target(text("b.mid")), oldBytes);
     ScriptedHost host;
@@ -189,8 +190,7 @@ void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack()
     QCOMPARE(copier.copied(), replaced.size());
     QCOMPARE(targetNames(), names);
     for (const QString &name : names)
-        QCOMPARE(TestFiles::read(target(name)),
-                 replaced.contains(name) ? QByteArray("new") : oldBytes);
+        QCOMPARE(TestFiles::read(target(name)), replaced.contains(name) ? newBytes : oldBytes);
 }
 
 void tst_CopyBatch::onFatAKillLeavesOneOfTheTwo_data()
@@ -208,14 +208,14 @@ void tst_CopyBatch::onFatAKillLeavesOneOfTheTwo()
     QVERIFY(copyIsKilled(files, text("replace"), count, true));
     for (const QString &name : names) {
         const QByteArray now = TestFiles::read(target(name));
-        const bool isThere = now == oldBytes || now == QByteArray("new");
+        const bool isThere = now == oldBytes || now == newBytes;
         QVERIFY(isThere || TestFiles::read(target(name + text(".tarvel4.bak"))) == oldBytes);
     }
     ScriptedHost host;
     FileCopier copier(host, Disk::real());
     QVERIFY(copier.copyFiles(files, targetFolder()));
     for (const QString &name : names)
-        QCOMPARE(TestFiles::read(target(name)), QByteArray("new"));
+        QCOMPARE(TestFiles::read(target(name)), newBytes);
 }
 
 void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext_data()
@@ -243,14 +243,13 @@ void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext()
     QVERIFY(copyIsKilled(files, operation, count));
 
     for (const QString &name : names)
-        QCOMPARE(TestFiles::read(target(name)),
-                 replaced.contains(name) ? QByteArray("new") : oldBytes);
+        QCOMPARE(TestFiles::read(target(name)), replaced.contains(name) ? newBytes : oldBytes);
     ScriptedHost host;
     FileCopier copier(host, Disk::real());
     QVERIFY(copier.copyFiles(files, targetFolder()));
     QCOMPARE(targetNames(), names);
     for (const QString &name : names)
-        QCOMPARE(TestFiles::read(target(name)), QByteArray("new"));
+        QCOMPARE(TestFiles::read(target(name)), newBytes);
 }
 
 QTEST_GUILESS_MAIN(tst_CopyBatch)

@@ -52,12 +52,12 @@ void tst_CopyFaults::whatIsNoRegularFileFails()
     if (kind == text("link"))
         QVERIFY(QFile::link(source(text("nowhere.mid")), song));
     if (kind == text("unreadable")) {
-        TestFiles::write(song, "new");
+        TestFiles::write(song, newBytes);
         QVERIFY(QFile::setPermissions(song, QFile::Permissions()));
         if (QFile(song).open(QIODevice::ReadOnly))
             QSKIP("this user may read everything");
     }
-    TestFiles::write(source(text("y.mid")), "new");
+    TestFiles::write(source(text("y.mid")), newBytes);
     TestFiles::write(target(text("x.mid")), oldBytes);
 
     ScriptedHost host;
@@ -73,7 +73,7 @@ void tst_CopyFaults::whatIsNoRegularFileFails()
 
 void tst_CopyFaults::aFolderOfTheSameNameFails()
 {
-    TestFiles::write(source(text("a.mid")), "new");
+    TestFiles::write(source(text("a.mid")), newBytes);
     TestFiles::write(target(text("a.mid/inside")), oldBytes);
     ScriptedHost host;
     FileCopier copier(host, Disk::real());
@@ -123,15 +123,14 @@ void tst_CopyFaults::failingDisk()
     QCOMPARE(copier.copied(), files.size() - failures);
     QCOMPARE(targetNames(), names); // no temporary file
     for (const QString &name : names)
-        QCOMPARE(TestFiles::read(target(name)),
-                 replaced.contains(name) ? QByteArray("new") : oldBytes);
+        QCOMPARE(TestFiles::read(target(name)), replaced.contains(name) ? newBytes : oldBytes);
     QVERIFY(LogCapture::tells({text("WARNING")}));
 }
 
 void tst_CopyFaults::aDeadMediumFailsEverySong()
 {
-    const QStringList files{TestFiles::write(source(text("a.mid")), "new"),
-                            TestFiles::write(source(text("b.mid")), "new")};
+    const QStringList files{TestFiles::write(source(text("a.mid")), newBytes),
+                            TestFiles::write(source(text("b.mid")), newBytes)};
     ScriptedHost host;
     ScriptedDisk disk;
     disk.failingSync = 1;
@@ -220,7 +219,7 @@ void tst_CopyFaults::aWriteProtectedVolume()
     QVERIFY(volume.makeReadOnly());
     ScriptedHost host;
     FileCopier copier(host, Disk::real());
-    QVERIFY(!copier.copyFiles({TestFiles::write(source(text("a.mid")), "new")}, targetFolder()));
+    QVERIFY(!copier.copyFiles({TestFiles::write(source(text("a.mid")), newBytes)}, targetFolder()));
     QCOMPARE(copier.failures(), 1);
     QCOMPARE(TestFiles::read(target(text("a.mid"))), oldBytes);
 }

@@ -19,7 +19,7 @@ private Q_SLOTS:
     void isSongName_data();
     void isSongName();
     void songsAreFoundInNameOrder();
-    void aSongThatAPowerCutLeftAsideIsFound();
+    void whatAPowerCutLeftAsideIsFoundAndLeftAlone();
     void onlyRegularFilesAreFound();
     void aWalkCanBeStopped();
     void loopsOfLinksEnd();
@@ -94,13 +94,17 @@ void tst_FolderScan::songsAreFoundInNameOrder()
     QCOMPARE(m_skipped, QStringList());
 }
 
-void tst_FolderScan::aSongThatAPowerCutLeftAsideIsFound()
+void tst_FolderScan::whatAPowerCutLeftAsideIsFoundAndLeftAlone()
 {
     TestFiles::write(path("a/gone.mp3.tarvel4.bak"), "old");
     TestFiles::write(path("a/own.mp3.bak"), "x");
+    QVERIFY(QFile::link(m_dir->path(), path("a/loop")));
     QVERIFY(walk());
-    QCOMPARE(m_found, QStringList({QStringLiteral("a/gone.mp3")}));
-    QCOMPARE(TestFiles::read(path("a/gone.mp3")), QByteArray("old"));
+    QCOMPARE(m_found, QStringList());
+    QCOMPARE(TestFiles::namesIn(path("a")),
+             QStringList({QStringLiteral("gone.mp3.tarvel4.bak"), QStringLiteral("loop"),
+                          QStringLiteral("own.mp3.bak")}));
+    QCOMPARE(FolderScan::setAsideBelow(m_dir->path()), QStringList(path("a/gone.mp3")));
 }
 
 void tst_FolderScan::onlyRegularFilesAreFound()

@@ -35,7 +35,10 @@ private Q_SLOTS:
     void theLogTellsEachFile();
     void anImportClearsTheOldRows();
     void aTableThatCantBeClearedAbortsTheImport();
-    void theCancelButtonIsNotLookedAt();
+    void aCancelIsLookedAtWhereItIsAskedFor_data();
+    void aCancelIsLookedAtWhereItIsAskedFor();
+    void aWholeFolderBecomesRows();
+    void aFolderIsLeftWhereTheUserCancels();
     void sameNamesInTwoFoldersAreTwoRows();
     void noFilesGiveAnEmptyTable();
     void theSummaryAsksAndKeepsItsBox_data();
@@ -93,7 +96,11 @@ void tst_LibraryImport::anImportGivesItsNeighboursTheirNamesBack()
     const QString gone = QFileInfo(path).dir().filePath(text("gone.mp3"));
     write(gone + text(".tarvel4.bak"), "old");
     LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(import.importUserLibrary({path}, {false, false}));
+    QVERIFY(!QFile::exists(gone)); // one that only reads leaves it
+    QCOMPARE(m_library->host().eventsOf(text("recovered")), QStringList());
     QVERIFY(import.importUserLibrary({path}));
+    QCOMPARE(m_library->host().eventsOf(text("recovered")).size(), 1);
     QCOMPARE(m_library->model().totalRows(), 1);
     QCOMPARE(read(gone), QByteArray("old"));
 }
@@ -198,14 +205,62 @@ void tst_LibraryImport::aTableThatCantBeClearedAbortsTheImport()
     QCOMPARE(import.counts().found, 0);
 }
 
-void tst_LibraryImport::theCancelButtonIsNotLookedAt()
+void tst_LibraryImport::aCancelIsLookedAtWhereItIsAskedFor_data()
 {
+    QTest::addColumn<bool>("isCancellable");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("not in the window") << false << 2;
+    QTest::newRow("on the command line") << true << 1;
+}
+
+void tst_LibraryImport::aCancelIsLookedAtWhereItIsAskedFor()
+{
+    QFETCH(bool, isCancellable);
     m_library->add(text("a.mid"), midi0());
     m_library->add(text("b.mid"), midi0());
-    m_library->host().cancelAtProgress = 0;
+    m_library->host().cancelAtProgress = 1;
     LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary(m_library->files()));
-    QCOMPARE(m_library->model().totalRows(), 2);
+    QVERIFY(import.importUserLibrary(m_library->files(), {true, isCancellable}));
+    QTEST(m_library->model().totalRows(), "rows");
+}
+
+void tst_LibraryImport::aWholeFolderBecomesRows()
+{
+    const QString song = m_library->add(text("b/song.mid"), midi0(meta(2, "(c) K-Varo")));
+    const QString note = m_library->add(text("text.txt"), "x");
+    m_library->add(text("old.mid.tarvel4.bak"), midi0());
+    const QString folder = m_library->filePath("songs");
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    const LogCapture log;
+    QVERIFY(import.scanDir(folder));
+    QCOMPARE(m_library->model().totalRows(), 1);
+    QCOMPARE(m_library->cell(0, "filename"), song);
+    QCOMPARE(import.counts().unknown, 1);
+    QCOMPARE(import.counts().published, 1);
+    const QString ruler(74, QLatin1Char('='));
+    const QStringList &lines = LogCapture::lines();
+    QCOMPARE(lines.mid(0, 5),
+             QStringList({text("[scanDir] Analyzing directory: \"%1\"").arg(folder),
+                          text("[scanDir] Found directory: \"%1/b\"").arg(folder),
+                          text("[scanDir] Analyzing directory: \"%1/b\"").arg(folder),
+                          text("[scanDir] Found file: \"%1\"").arg(song), text("Song Index:  1")}));
+    QCOMPARE(lines.mid(lines.size() - 4),
+             QStringList({ruler, text("[scanDir] Found file: \"%1\"").arg(note),
+                          text("[scanDir] Unknown/corrupted file \"%1\"").arg(note), ruler}));
+    // after the song, after its folder, after the other file
+    QCOMPARE(m_library->host().events,
+             QStringList({text("progress 1"), text("breathe"), text("progress 1"), text("breathe"),
+                          text("progress 2"), text("breathe")}));
+}
+
+void tst_LibraryImport::aFolderIsLeftWhereTheUserCancels()
+{
+    m_library->add(text("a/1.mid"), midi0());
+    m_library->add(text("a/2.mid"), midi0());
+    m_library->host().cancelAtProgress = 1;
+    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
+    QVERIFY(!import.scanDir(m_library->filePath("songs")));
+    QCOMPARE(m_library->model().totalRows(), 1);
 }
 
 void tst_LibraryImport::sameNamesInTwoFoldersAreTwoRows()

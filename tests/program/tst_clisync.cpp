@@ -28,6 +28,8 @@ private Q_SLOTS:
     void needsACatalogue();
     void goesOnAfterASongThatCannotBeSaved();
     void updatesASongNamedTwiceOnce();
+    void putsInOrderWhatAPowerCutLeftAside();
+    void stopsAtASignalWhileItReadsTheSongs();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -322,6 +324,49 @@ void tst_CliSync::updatesASongNamedTwiceOnce()
                                               "AZZURRO.mid ./AZZURRO.mid b/../AZZURRO.mid"));
     QCOMPARE(run.records().size(), 1);
     QCOMPARE(run.status, 0);
+}
+
+void tst_CliSync::putsInOrderWhatAPowerCutLeftAside()
+{
+    const QString old = path(QStringLiteral("b/other.mid.tarvel4.bak"));
+    QVERIFY(Fixtures::write(old, m_published));
+    const Program program(m_folder->path());
+    const QString line = QStringLiteral("\"$cli\" sync --json --catalogue c.db --recursive b ");
+    Run run = program.shell(line + QLatin1String("--dry-run"));
+    QCOMPARE(run.records().size(), 1);
+    QVERIFY(QFile::exists(old));
+
+    run = program.shell(line + QLatin1String("--no-backup"));
+    QCOMPARE(run.records().size(), 2);
+    QCOMPARE(run.err,
+             QByteArray("tarvel4soft-cli: b/other.mid: put back in its place after an "
+                        "interruption\n"));
+    QVERIFY(!QFile::exists(old));
+
+    QVERIFY(Fixtures::write(old, m_published));
+    QVERIFY(Fixtures::write(path(QStringLiteral("b/x.mid")), "no song"));
+    QVERIFY(Fixtures::write(path(QStringLiteral("b/x.mid.tarvel4.bak")), "no song"));
+    run = program.shell(QStringLiteral("\"$cli\" edit --title=T b/other.mid b/x.mid"));
+    QCOMPARE(run.err,
+             QByteArray("tarvel4soft-cli: b/other.mid: the old copy that an interruption left was "
+                        "removed\n"
+                        "tarvel4soft-cli: b/x.mid: the old copy that an interruption left stays as "
+                        "b/x.mid.tarvel4.bak\n"));
+    QVERIFY(!QFile::exists(old));
+    QCOMPARE(Fixtures::read(path(QStringLiteral("b/x.mid.tarvel4.bak"))), QByteArray("no song"));
+}
+
+void tst_CliSync::stopsAtASignalWhileItReadsTheSongs()
+{
+    const Program program(m_folder->path());
+    if (program.shell(QStringLiteral("strace -qq -o /dev/null true")).status != 0)
+        QSKIP("strace is not installed, or not allowed");
+    const Run run = program.shell(QStringLiteral(R"(
+        strace -qq -o /dev/null -P AZZURRO.mid -e inject=openat:signal=TERM:when=1 \
+            "$cli" sync --log --no-backup x.mid AZZURRO.mid other.mid; s=$?
+        grep -o 'Found file.*' log.txt; exit $s)"));
+    QCOMPARE(run.out, QByteArray("Found file: \"x.mid\"\nFound file: \"AZZURRO.mid\"\n"));
+    QCOMPARE(run.status, 130);
 }
 
 QTEST_GUILESS_MAIN(tst_CliSync)

@@ -27,7 +27,7 @@ private Q_SLOTS:
     void replaceOnFat();
     void replaceOfAMissingFileOnFatIsOneStep();
     void replaceOnFatKeepsAForeignBak();
-    void replaceOnFatRemovesWhatStayedBehind();
+    void replaceOnFatFailsWhileOneThatStayedBehindIsInTheWay();
     void everyFailureOnFatLeavesOneWholeFile();
     void replaceElsewhereIsOneStep();
     void replaceIntoAMissingFolderFails();
@@ -121,16 +121,18 @@ void tst_Disk::replaceOnFatKeepsAForeignBak()
     QCOMPARE(names(m_folder->path()), words("b b.bak"));
 }
 
-void tst_Disk::replaceOnFatRemovesWhatStayedBehind()
+void tst_Disk::replaceOnFatFailsWhileOneThatStayedBehindIsInTheWay()
 {
     write(path("new"), "new");
     write(path("b"), "old");
     write(path("b.tarvel4.bak"), "older");
     FailingDisk disk;
     disk.isFat = true;
-    QVERIFY(disk.replace(path("new"), path("b")));
-    QCOMPARE(read(path("b")), QByteArray("new"));
-    QCOMPARE(names(m_folder->path()), words("b"));
+    const LogCapture capture;
+    QVERIFY(!disk.replace(path("new"), path("b")));
+    QCOMPARE(read(path("b")), QByteArray("old"));
+    QCOMPARE(read(path("b.tarvel4.bak")), QByteArray("older"));
+    QVERIFY(capture.lines().value(0).contains(path("b.tarvel4.bak")));
 }
 
 void tst_Disk::everyFailureOnFatLeavesOneWholeFile()

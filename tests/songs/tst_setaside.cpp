@@ -2,6 +2,7 @@
 
 #include "failingdisk.h"
 #include "songbytes.h"
+#include "songs/metasong.h"
 #include "tests/library/logcapture.h"
 
 #include <QDir>
@@ -9,6 +10,8 @@
 #include <QtTest>
 
 using namespace SongBytes;
+
+Q_DECLARE_METATYPE(SetAside::Outcome)
 
 /** What becomes of the files that a power cut left under the name for the time of a replacement. */
 class tst_SetAside : public QObject
@@ -21,14 +24,29 @@ private Q_SLOTS:
     void names();
     void recover_data();
     void recover();
-    void aFolderInTheWayKeepsBoth();
+    void bothStay_data();
+    void bothStay();
     void aLinkIsFollowedByNobody();
+    void whatIsSetAsideIsReadByTheNameOfItsSong_data();
+    void whatIsSetAsideIsReadByTheNameOfItsSong();
     void everyFailureKeepsTheOldBytes();
     void everyStepOfAReplacementIsPutInOrder_data();
     void everyStepOfAReplacementIsPutInOrder();
 
 private:
     QString path(const char *name) const { return m_folder->filePath(QLatin1String(name)); }
+    /** The outcomes of a recovery in which every file that holds "old" or "new" is a song. */
+    QVector<SetAside::Outcome> recoverAll(const QString &folder, Disk &disk = Disk::real()) const
+    {
+        QVector<SetAside::Outcome> outcomes;
+        SetAside::recoverAll(
+            disk, folder,
+            [](const QString &file) {
+                return !read(file).trimmed().isEmpty() && !read(file).startsWith('?');
+            },
+            [&](const QString &, SetAside::Outcome outcome) { outcomes += outcome; });
+        return outcomes;
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -61,21 +79,32 @@ void tst_SetAside::recover_data()
     QTest::addColumn<QByteArrayList>("before"); // name, bytes, ...
     QTest::addColumn<QStringList>("names");
     QTest::addColumn<QByteArray>("song");
+    QTest::addColumn<QVector<SetAside::Outcome>>("outcomes");
 
     const auto row = [](const char *name, const QByteArrayList &before, const char *names,
-                        const char *song) {
-        QTest::newRow(name) << before << QString::fromLatin1(names).split(QLatin1Char(' '))
-                            << QByteArray(song);
+                        const QByteArray &song, const QVector<SetAside::Outcome> &outcomes) {
+        QTest::newRow(name) << before << QString::fromLatin1(names).split(QLatin1Char(' ')) << song
+                            << outcomes;
     };
-    row("a song that is gone comes back", {"a.mp3.tarvel4.bak", "old"}, "a.mp3", "old");
+    const QVector<SetAside::Outcome> givenBack{SetAside::Outcome::GivenBack};
+    const QVector<SetAside::Outcome> removed{SetAside::Outcome::Removed};
+    const QByteArray zeros(100000, '\0');
+    row("a song that is gone comes back", {"a.mp3.tarvel4.bak", "old"}, "a.mp3", "old", givenBack);
+    row("whatever it is", {"a.mp3.tarvel4.bak", "?"}, "a.mp3", "?", givenBack);
     row("one that never got its bytes comes back", {"a.mp3.tarvel4.bak", "old", "a.mp3", ""},
-        "a.mp3", "old");
+        "a.mp3", "old", givenBack);
+    row("one whose bytes are no song comes back", {"a.mp3.tarvel4.bak", "old", "a.mp3", "?"},
+        "a.mp3", "old", givenBack);
+    row("one whose bytes are zeros comes back, though an MP3 may begin with them",
+        {"a.mp3.tarvel4.bak", "old", "a.mp3", zeros}, "a.mp3", "old", givenBack);
+    row("one with a byte behind zeros is a song",
+        {"a.mp3.tarvel4.bak", "old", "a.mp3", zeros + 'x'}, "a.mp3", zeros + 'x', removed);
     row("one that is whole loses what stayed behind", {"a.mp3.tarvel4.bak", "old", "a.mp3", "new"},
-        "a.mp3", "new");
+        "a.mp3", "new", removed);
     row("somebody's own copy stays", {"a.mp3.bak", "theirs", "a.mp3", "new"}, "a.mp3 a.mp3.bak",
-        "new");
+        "new", {});
     row("somebody's own copy is not taken for a song that is gone",
-        {"a.mp3.bak", "theirs", "a.mp3.tarvel4.bak", "old"}, "a.mp3 a.mp3.bak", "old");
+        {"a.mp3.bak", "theirs", "a.mp3.tarvel4.bak", "old"}, "a.mp3 a.mp3.bak", "old", givenBack);
 }
 
 void tst_SetAside::recover()
@@ -85,26 +114,69 @@ void tst_SetAside::recover()
 
     for (int i = 0; i + 1 < before.size(); i += 2)
         write(path(before.at(i).constData()), before.at(i + 1));
-    QVERIFY(SetAside::recoverAll(Disk::real(), m_folder->path()));
+    QTEST(recoverAll(m_folder->path()), "outcomes");
     QCOMPARE(SongBytes::names(m_folder->path()), names);
     QTEST(read(path("a.mp3")), "song");
 }
 
-void tst_SetAside::aFolderInTheWayKeepsBoth()
+void tst_SetAside::bothStay_data()
 {
-    write(path("a.mp3.tarvel4.bak"), "old");
-    QVERIFY(QDir().mkdir(path("a.mp3")));
+    QTest::addColumn<QByteArray>("song"); // empty: a folder
+    QTest::addColumn<QByteArray>("old");
+    QTest::newRow("a folder in the way") << QByteArray() << QByteArray("old");
+    QTest::newRow("neither is a song") << QByteArray("?") << QByteArray("?");
+    QTest::newRow("both hold only zeros") << QByteArray(9, '\0') << QByteArray(9, '\0');
+}
+
+void tst_SetAside::bothStay()
+{
+    QFETCH(QByteArray, song);
+    QFETCH(QByteArray, old);
+    write(path("a.mp3.tarvel4.bak"), old);
+    if (song.isEmpty())
+        QVERIFY(QDir().mkdir(path("a.mp3")));
+    else
+        write(path("a.mp3"), song);
     const LogCapture capture;
-    QVERIFY(!SetAside::recoverAll(Disk::real(), m_folder->path()));
-    QCOMPARE(read(path("a.mp3.tarvel4.bak")), QByteArray("old"));
+    QCOMPARE(recoverAll(m_folder->path()), QVector<SetAside::Outcome>{SetAside::Outcome::Kept});
+    QCOMPARE(read(path("a.mp3.tarvel4.bak")), old);
+    QVERIFY(song.isEmpty() || read(path("a.mp3")) == song);
     QVERIFY(capture.lines().value(0).contains(path("a.mp3.tarvel4.bak")));
+}
+
+void tst_SetAside::whatIsSetAsideIsReadByTheNameOfItsSong_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("isSong");
+    const QByteArray mp3 = tag(frame("TIT2", "x"));
+    const QByteArray midi0 = midi(0, {track(note() + endOfTrack())});
+    QTest::newRow("an MP3") << "a.mp3" << mp3 << true;
+    QTest::newRow("an MP3 set aside") << "a.MP3.tarvel4.bak" << mp3 << true;
+    QTest::newRow("an MP3 under no song's name") << "a.bak" << mp3 << false;
+    QTest::newRow("a MIDI song set aside") << "a.mid.tarvel4.bak" << midi0 << true;
+    QTest::newRow("no song") << "a.mid.tarvel4.bak" << QByteArray(100, '\0') << false;
+}
+
+void tst_SetAside::whatIsSetAsideIsReadByTheNameOfItsSong()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    write(m_folder->filePath(name), bytes);
+    QTEST(MetaSong::isSong(m_folder->filePath(name)), "isSong");
 }
 
 void tst_SetAside::aLinkIsFollowedByNobody()
 {
     QVERIFY(QDir().mkdir(path("folder.tarvel4.bak")));
     QVERIFY(QFile::link(path("nowhere"), path("a.mp3.tarvel4.bak")));
-    QVERIFY(SetAside::recoverAll(Disk::real(), m_folder->path()));
+    QVERIFY(QFile::link(path("nowhere"), path("b.mp3")));
+    write(path("b.mp3.tarvel4.bak"), "old");
+    write(path("c.mp3"), "old");
+    QVERIFY(QFile::link(path("c.mp3"), path("c.mp3.tarvel4.bak")));
+    QCOMPARE(recoverAll(m_folder->path()), QVector<SetAside::Outcome>{SetAside::Outcome::Kept});
+    QVERIFY(QFileInfo(path("b.mp3")).isSymLink());
+    QVERIFY(QFileInfo(path("c.mp3.tarvel4.bak")).isSymLink());
     QVERIFY(QFileInfo(path("folder.tarvel4.bak")).isDir());
     QVERIFY(QFileInfo(path("a.mp3.tarvel4.bak")).isSymLink());
 }
@@ -117,9 +189,10 @@ void tst_SetAside::everyFailureKeepsTheOldBytes()
         write(path("a.mp3.tarvel4.bak"), "old");
         FailingDisk disk;
         disk.failAt = step;
-        QVERIFY(!SetAside::recoverAll(disk, m_folder->path()));
+        QCOMPARE(recoverAll(m_folder->path(), disk),
+                 QVector<SetAside::Outcome>{SetAside::Outcome::Kept});
         QCOMPARE(read(path(step == steps ? "a.mp3" : "a.mp3.tarvel4.bak")), QByteArray("old"));
-        QVERIFY(SetAside::recoverAll(Disk::real(), m_folder->path()));
+        recoverAll(m_folder->path());
         QCOMPARE(SongBytes::names(m_folder->path()), QStringList{QStringLiteral("a.mp3")});
         QCOMPARE(read(path("a.mp3")), QByteArray("old"));
     }
@@ -155,7 +228,7 @@ void tst_SetAside::everyStepOfAReplacementIsPutInOrder()
             QFile::copy(m_folder->filePath(name), atCut + QLatin1Char('/') + name);
     };
     QVERIFY(disk.replace(path("new"), path("a.mp3")));
-    QVERIFY(SetAside::recoverAll(Disk::real(), atCut));
+    recoverAll(atCut);
     QTEST(read(atCut + QLatin1String("/a.mp3")), "song");
     QVERIFY(!SongBytes::names(atCut).contains(QLatin1String("a.mp3.tarvel4.bak")));
 }
