@@ -1,11 +1,12 @@
 #include "cli/command.h"
+#include "cli/outputfile.h"
 #include "cli/songpaths.h"
 #include "cli/songrecord.h"
 #include "cli/texts.h"
 #include "songs/disk.h"
 #include "songs/metasong.h"
+#include "songs/newfile.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace {
@@ -17,32 +18,6 @@ QString midiFileBeside(const QString &song)
         + QLatin1String(".mid");
 }
 
-/** The name of a file until it is whole; a point at the front keeps it out of every list of songs.
- */
-QString unfinished(const QString &path)
-{
-    const QFileInfo info(path);
-    // Shortened, since a file system that takes the name itself might not take more.
-    return info.dir().filePath(QLatin1Char('.') + info.fileName().left(60)
-                               + QLatin1String(".tarvel4.part"));
-}
-
-/** Writes a file that is not there yet: whole, or not at all. */
-bool writeNewFile(const QString &path, const QByteArray &bytes)
-{
-    Disk &disk = Disk::real();
-    QFile file(unfinished(path));
-    disk.remove(file.fileName()); // of a run that was killed
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-        return false;
-    const bool isWhole = disk.write(file, bytes) && disk.sync(file);
-    file.close();
-    if (isWhole && disk.replace(file.fileName(), path) && disk.syncFolder(path))
-        return true;
-    disk.remove(file.fileName());
-    return false;
-}
-
 ExitStatus runExtract(const Arguments &arguments, Session &session)
 {
     SongPaths paths(session.host);
@@ -50,10 +25,6 @@ ExitStatus runExtract(const Arguments &arguments, Session &session)
         return ExitStatus::Failed;
     const SongPath &path = paths.songs().first();
     const QString target = arguments.value("output", midiFileBeside(path.file));
-    const QFileInfo targetInfo(target);
-    if (targetInfo.exists() || targetInfo.isSymLink())
-        return jobFailed(session, Cli::tr("%1: esiste già").arg(target));
-
     MetaSong song;
     if (!song.importFile(path.file)) {
         session.host.say(path.given + QLatin1String(": ") + QLatin1String(unknownFile));
@@ -63,7 +34,15 @@ ExitStatus runExtract(const Arguments &arguments, Session &session)
         session.host.say(Cli::tr("%1: non è una song .mf3, .mf4 o .mf5").arg(path.given));
         return ExitStatus::SomeFailed;
     }
-    return writeNewFile(target, song.midiData())
+    const QFileInfo targetInfo(target);
+    if (targetInfo.exists() || targetInfo.isSymLink())
+        return jobFailed(session, Cli::tr("%1: esiste già").arg(target));
+    const OutputTarget::Obstacle obstacle = OutputTarget::obstacleAt(target);
+    if (obstacle == OutputTarget::Obstacle::IndexFile) {
+        sayObstacle(session, target, obstacle);
+        return ExitStatus::Failed;
+    }
+    return NewFile::write(Disk::real(), target, song.midiData())
         ? ExitStatus::Done
         : jobFailed(session, Cli::tr("%1: non può essere scritto").arg(target));
 }

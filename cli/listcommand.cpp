@@ -1,9 +1,11 @@
 #include "cli/command.h"
 #include "cli/console.h"
+#include "cli/outputfile.h"
 #include "cli/printable.h"
 #include "cli/texts.h"
 #include "indexer/index.h"
 #include "indexer/songlistwriter.h"
+#include "songs/newfile.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -65,15 +67,13 @@ void writeRecords(const QVector<IndexEntry> &entries, RecordWriter &records, Ses
 
 bool writeRecordFile(const QVector<IndexEntry> &entries, const QString &target, Session &session)
 {
-    if (QFileInfo::exists(target) && !QFileInfo(target).isFile())
-        return false; // opening a FIFO would wait for its reader
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    RecordWriter records(
-        Record::Json, [&file](const QByteArray &bytes) { return Disk::real().write(file, bytes); });
+    QByteArray list;
+    RecordWriter records(Record::Json, [&list](const QByteArray &bytes) {
+        list += bytes;
+        return true;
+    });
     writeRecords(entries, records, session);
-    return !records.failed() && Disk::real().sync(file);
+    return session.host.wasCancelled() || NewFile::write(Disk::real(), target, list);
 }
 
 ExitStatus runList(const Arguments &arguments, Session &session)
@@ -89,6 +89,11 @@ ExitStatus runList(const Arguments &arguments, Session &session)
         return jobFailed(session, Cli::tr("%1: la memoria non è preparata").arg(given));
 
     const bool isFile = arguments.has("output");
+    const OutputTarget::Obstacle obstacle = OutputTarget::obstacleAt(target);
+    if (isFile && obstacle != OutputTarget::Obstacle::None) {
+        sayObstacle(session, target, obstacle);
+        return ExitStatus::Failed;
+    }
     if (isFile && !isJson && Index().writeSongList(root, target, order) == 1)
         return ExitStatus::Done;
     const auto songs = sortedSongs(root, order);

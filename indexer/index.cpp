@@ -4,16 +4,17 @@
 #include "indexer/indexformat.h"
 #include "indexer/indexloader.h"
 #include "indexer/indexwriter.h"
+#include "indexer/outputtarget.h"
 #include "indexer/songlistwriter.h"
 #include "indexer/songreader.h"
 #include "indexer/sortkeys.h"
 #include "songs/metasong.h"
+#include "songs/newfile.h"
 #include "songs/setaside.h"
 
 #include <QBuffer>
 #include <QDebug>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -258,9 +259,7 @@ int Index::writeSongList(const QString &root, const QString &target, int order)
     if (!loaded)
         return 0;
     SongListWriter::sort(entries, order);
-    QFile file(target);
-    if ((QFileInfo::exists(target) && !QFileInfo(target).isFile())
-        || !file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+    if (OutputTarget::obstacleAt(target) != OutputTarget::Obstacle::None)
         return 0;
     Q_EMIT progressMaxSetup(entries.size());
     QBuffer list;
@@ -270,5 +269,5 @@ int Index::writeSongList(const QString &root, const QString &target, int order)
                               Q_EMIT currentPathChanged(entry.relativePath);
                               Q_EMIT progressValueChanged(count);
                           });
-    return m_disk.write(file, list.data()) && m_disk.sync(file) ? 1 : 0;
+    return NewFile::write(m_disk, target, list.data()) ? 1 : 0;
 }

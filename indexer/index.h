@@ -40,8 +40,8 @@ public:
 
     /**
      * Writes the list of the songs that the index holds, in the system's 8-bit encoding. 1 written,
-     * -1 memory not prepared, 0 the index can't be read or the file not be written.
-     */
+     * -1 memory not prepared, 0 the index can't be read or the file not be written: then it is as
+     * it was. */
     int writeSongList(const QString &root, const QString &target, int order);
 
     /** Reads the index of a prepared memory, in the order of its records; empty with \a ok false

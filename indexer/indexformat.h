@@ -21,11 +21,13 @@ constexpr char numFile[] = "fsinfos.id3";
 constexpr std::array<const char *, 7> preparedFiles{
     pathFile, ordFile, titleFile, artistFile, titleAlphaFile, artistAlphaFile, numFile};
 
-/** What "delete index" removes, in this order; "sfx.id3" belongs to the player and stays. */
+/** What "delete index" removes, in this order; the player's own file stays. */
 constexpr std::array<const char *, 17> deletedFiles{
     "index.id3",    "ordfile.id3", "title.id3",   "artist.id3",  "genre.id3",  "atitle.id3",
     "aartist.id3",  "agenre.id3",  "title3.id3",  "artist3.id3", "genre3.id3", "atitle3.id3",
     "aartist3.id3", "agenre3.id3", "fsinfos.id3", "temp1.id3",   "temp2.id3"};
+
+constexpr char playersFile[] = "sfx.id3";
 
 /** Folders whose songs are never indexed, in any case of letters. */
 constexpr std::array<const char *, 2> skippedFolders{"sfx", "bridge"};

@@ -479,6 +479,22 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
         <source>%1: la vecchia copia lasciata da un&apos;interruzione resta come %2</source>
         <translation>%1: the old copy that an interruption left stays as %2</translation>
     </message>
+    <message>
+        <source>%1: non è un file</source>
+        <translation>%1: it is no file</translation>
+    </message>
+    <message>
+        <source>%1: è una song, non può essere sovrascritta</source>
+        <translation>%1: it is a song, which can&apos;t be overwritten</translation>
+    </message>
+    <message>
+        <source>%1: è un catalogo, non può essere sovrascritto</source>
+        <translation>%1: it is a catalogue, which can&apos;t be overwritten</translation>
+    </message>
+    <message>
+        <source>%1: appartiene all&apos;indice di una memoria, non può essere sovrascritto</source>
+        <translation>%1: it belongs to the index of a memory, which can&apos;t be overwritten</translation>
+    </message>
 </context>
 <context>
     <name>DataEditDialog</name>

@@ -479,6 +479,22 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
         <source>%1: la vecchia copia lasciata da un'interruzione resta come %2</source>
         <translation>%1: la vecchia copia lasciata da un'interruzione resta come %2</translation>
     </message>
+    <message>
+        <source>%1: non è un file</source>
+        <translation>%1: non è un file</translation>
+    </message>
+    <message>
+        <source>%1: è una song, non può essere sovrascritta</source>
+        <translation>%1: è una song, non può essere sovrascritta</translation>
+    </message>
+    <message>
+        <source>%1: è un catalogo, non può essere sovrascritto</source>
+        <translation>%1: è un catalogo, non può essere sovrascritto</translation>
+    </message>
+    <message>
+        <source>%1: appartiene all'indice di una memoria, non può essere sovrascritto</source>
+        <translation>%1: appartiene all'indice di una memoria, non può essere sovrascritto</translation>
+    </message>
 </context>
 <context>
     <name>DataEditDialog</name>

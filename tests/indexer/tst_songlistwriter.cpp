@@ -91,6 +91,7 @@ private Q_SLOTS:
     void anIndexThatCannotBeRead();
     void targetsThatCannotBeWritten_data();
     void targetsThatCannotBeWritten();
+    void anIndexsNameElsewhereIsAnyOther();
     void aFullDeviceIsAFailure();
 };
 
@@ -210,6 +211,15 @@ void tst_SongListWriter::targetsThatCannotBeWritten_data()
     QTest::newRow("a folder that is not there") << QStringLiteral("/none/l.csv");
     QTest::newRow("a folder in its place") << QStringLiteral("/Pop");
     QTest::newRow("no name") << QString();
+    QTest::newRow("a song") << QStringLiteral("/a.mid");
+    QTest::newRow("a song's name, in any case") << QStringLiteral("/new.Mp3");
+    QTest::newRow("a MIDI song under another name") << QStringLiteral("/midi.csv");
+    QTest::newRow("an MP3 under another name") << QStringLiteral("/mp3.csv");
+    QTest::newRow("a link to a song") << QStringLiteral("/link.csv");
+    QTest::newRow("a catalogue") << QStringLiteral("/catalogue.csv");
+    QTest::newRow("a file of the index") << QStringLiteral("/index.id3");
+    QTest::newRow("a name that the index may use, in any case") << QStringLiteral("/TEMP1.id3");
+    QTest::newRow("a file of the player's") << QStringLiteral("/SFX.ID3");
 }
 
 void tst_SongListWriter::targetsThatCannotBeWritten()
@@ -217,8 +227,26 @@ void tst_SongListWriter::targetsThatCannotBeWritten()
     QFETCH(QString, below);
     MemoryFixture memory;
     prepare(memory);
+    QVERIFY(QFile::copy(memory.path(QStringLiteral("/a.mid")),
+                        memory.path(QStringLiteral("/midi.csv"))));
+    QVERIFY(QFile::link(memory.path(QStringLiteral("/a.mid")),
+                        memory.path(QStringLiteral("/link.csv"))));
+    memory.put(QStringLiteral("/mp3.csv"), SongBytes::tag());
+    memory.put(QStringLiteral("/catalogue.csv"), QByteArray("SQLite format 3", 16));
     const QString target = below.isEmpty() ? QString() : memory.path(below);
+    const bool isThere = QFile::exists(target);
+    const QByteArray old = SongBytes::read(target);
     QCOMPARE(Index().writeSongList(memory.root(), target, 0), 0);
+    QCOMPARE(QFile::exists(target), isThere);
+    QCOMPARE(SongBytes::read(target), old);
+}
+
+void tst_SongListWriter::anIndexsNameElsewhereIsAnyOther()
+{
+    MemoryFixture memory;
+    prepare(memory);
+    const QString target = memory.path(QStringLiteral("/Pop/index.id3"));
+    QCOMPARE(Index().writeSongList(memory.root(), target, 0), 1);
 }
 
 void tst_SongListWriter::aFullDeviceIsAFailure()
@@ -226,10 +254,14 @@ void tst_SongListWriter::aFullDeviceIsAFailure()
     MemoryFixture memory;
     prepare(memory);
     const QString target = memory.path(QStringLiteral("/l.csv"));
+    memory.put(QStringLiteral("/l.csv"), "old list");
+    const QStringList names = SongBytes::names(memory.root());
     FullDisk full;
     QCOMPARE(Index(nullptr, full).writeSongList(memory.root(), target, 0), 0);
     DeadDisk dead;
     QCOMPARE(Index(nullptr, dead).writeSongList(memory.root(), target, 0), 0);
+    QCOMPARE(memory.read("l.csv"), QByteArray("old list"));
+    QCOMPARE(SongBytes::names(memory.root()), names);
 
     const QVector<IndexEntry> entries{song("A", "B", "", "/c")};
     for (const int room : {0, 10, 21, 28}) {

@@ -97,23 +97,35 @@ void tst_CliExtract::refuses_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("status");
-    QTest::newRow("a song that is MIDI already") << R"("$cli" extract --output o.mid a.mid)" << 1;
+    QTest::addColumn<QByteArray>("message");
+    const QByteArray noMfx = "a.mid: not a .mf3, .mf4 or .mf5 song";
+    QTest::newRow("a song that is MIDI already")
+        << R"("$cli" extract --output o.mid a.mid)" << 1 << noMfx;
+    QTest::newRow("a song that is MIDI already, beside itself")
+        << R"("$cli" extract a.mid)" << 1 << noMfx;
+    QTest::newRow("a name of the index")
+        << R"("$cli" index rebuild . >/dev/null; "$cli" extract --output TEMP1.id3 s.1.mf3)" << 3
+        << QByteArray("TEMP1.id3: it belongs to the index");
     QTest::newRow("a file that is no song")
-        << R"(echo x >x.mf3; "$cli" extract --output o.mid x.mf3)" << 1;
-    QTest::newRow("a missing song") << R"("$cli" extract --output o.mid gone.mf3)" << 3;
+        << R"(echo x >x.mf3; "$cli" extract --output o.mid x.mf3)" << 1
+        << QByteArray("x.mf3: Unknown/corrupted file");
+    QTest::newRow("a missing song")
+        << R"("$cli" extract --output o.mid gone.mf3)" << 3 << QByteArray("gone.mf3: ");
     QTest::newRow("a target in a folder that is missing")
-        << R"("$cli" extract --output gone/o.mid s.1.mf3)" << 3;
+        << R"("$cli" extract --output gone/o.mid s.1.mf3)" << 3 << QByteArray("gone/o.mid: ");
     QTest::newRow("a disk that fills up leaves no half file")
-        << R"(ulimit -f 0; "$cli" extract --output o.mid s.1.mf3)" << 3;
+        << R"(ulimit -f 0; "$cli" extract --output o.mid s.1.mf3)" << 3 << QByteArray("o.mid: ");
 }
 
 void tst_CliExtract::refuses()
 {
     QFETCH(QString, line);
     QFETCH(int, status);
+    QFETCH(QByteArray, message);
     const Run run = Program(m_folder->path()).shell(line);
     QCOMPARE(run.out, QByteArray());
-    QVERIFY(run.err.startsWith("tarvel4soft-cli: "));
+    QVERIFY2(run.err.startsWith("tarvel4soft-cli: ") && run.err.contains(message),
+             run.err.constData());
     QCOMPARE(run.status, status);
     QVERIFY(!QFile::exists(path(QStringLiteral("o.mid"))));
 }

@@ -33,6 +33,7 @@ void tst_CliList::init()
     QVERIFY(Fixtures::write(path(QStringLiteral("mem/1.mid")), song("Zeta", "Abba")));
     QVERIFY(Fixtures::write(path(QStringLiteral("mem/2.mid")), song("Perch\xE9", "ABBA")));
     QVERIFY(Fixtures::write(path(QStringLiteral("mem/Pop/3.mid")), song("Alfa; Uno", "Zucchero")));
+    QVERIFY(Fixtures::writeCatalogue(path(QStringLiteral("c.db"))));
     const Run run = Program(m_folder->path()).shell(QStringLiteral("\"$cli\" index rebuild mem"));
     QCOMPARE(run.status, 0);
 }
@@ -94,9 +95,20 @@ void tst_CliList::refuses_data()
         << "list --output fifo mem" << 3 << QByteArray("fifo: ");
     QTest::newRow("records into a target that is a FIFO")
         << "list --json --output fifo mem" << 3 << QByteArray("fifo: ");
-    QTest::newRow("a full disk") << "list --output /dev/full mem" << 3 << QByteArray("/dev/full: ");
+    QTest::newRow("a target that is a device")
+        << "list --output /dev/full mem" << 3 << QByteArray("/dev/full: it is no file");
+    QTest::newRow("a target that is a song")
+        << "list --output mem/1.mid mem" << 3 << QByteArray("mem/1.mid: it is a song");
+    QTest::newRow("records into a target that is a song")
+        << "list --json --output mem/1.mid mem" << 3 << QByteArray("mem/1.mid: it is a song");
+    QTest::newRow("a target that is a catalogue")
+        << "list --output c.db mem" << 3 << QByteArray("c.db: it is a catalogue");
+    QTest::newRow("a target that is a file of the index")
+        << "list --output mem/index.id3 mem" << 3
+        << QByteArray("mem/index.id3: it belongs to the index");
+    QTest::newRow("a full disk") << "list --output old.csv mem" << 3 << QByteArray("old.csv: ");
     QTest::newRow("records on a full disk")
-        << "list --json --output /dev/full mem" << 3 << QByteArray("/dev/full: ");
+        << "list --json --output old.csv mem" << 3 << QByteArray("old.csv: ");
     QTest::newRow("a memory that lost one of its index files")
         << "list lost" << 3 << QByteArray("lost: the memory is not prepared");
     QTest::newRow("an index that can't be read") << "list cut" << 3 << QByteArray("cut: ");
@@ -114,8 +126,13 @@ void tst_CliList::refuses()
     const Run run =
         Program(m_folder->path())
             .shell(QLatin1String("cp -r mem cut; echo x >>cut/index.id3; cp -r mem lost; rm "
-                                 "lost/title.id3; mkfifo fifo; timeout 10 \"$cli\" ")
+                                 "lost/title.id3; mkfifo fifo; echo old >old.csv; ulimit -f 0; "
+                                 "timeout 10 \"$cli\" ")
                    + line);
+    QCOMPARE(Fixtures::read(path(QStringLiteral("old.csv"))), QByteArray("old\n"));
+    QCOMPARE(QDir(m_folder->path()).entryList({QStringLiteral(".*")}, QDir::Files | QDir::Hidden),
+             QStringList());
+    QVERIFY(Fixtures::read(path(QStringLiteral("mem/1.mid"))).startsWith("MThd"));
     QCOMPARE(run.out, QByteArray());
     QVERIFY(run.err.startsWith("tarvel4soft-cli: " + named));
     QCOMPARE(run.status, status);

@@ -2,6 +2,7 @@
 
 #include "failingdisk.h"
 #include "songbytes.h"
+#include "songs/newfile.h"
 #include "tests/library/logcapture.h"
 #include "tests/library/tmpfsmount.h"
 
@@ -29,6 +30,8 @@ private Q_SLOTS:
     void replaceOnFatKeepsAForeignBak();
     void replaceOnFatFailsWhileOneThatStayedBehindIsInTheWay();
     void everyFailureOnFatLeavesOneWholeFile();
+    void aNewFileIsThereWholeOrNotAtAll_data();
+    void aNewFileIsThereWholeOrNotAtAll();
     void replaceElsewhereIsOneStep();
     void replaceIntoAMissingFolderFails();
     void reserveKeepsTheFile_data();
@@ -166,6 +169,57 @@ void tst_Disk::everyFailureOnFatLeavesOneWholeFile()
     QCOMPARE(read(path("b.tarvel4.bak")), QByteArray("old"));
     QCOMPARE(read(path("new")), QByteArray("new"));
     QVERIFY(capture.lines().value(0).contains(path("b.tarvel4.bak")));
+}
+
+void tst_Disk::aNewFileIsThereWholeOrNotAtAll_data()
+{
+    QTest::addColumn<bool>("isFat");
+    QTest::addColumn<QByteArray>("old");
+    QTest::addColumn<QByteArray>("waiting"); // what an earlier replacement left
+    QTest::newRow("where there is none") << false << QByteArray() << QByteArray();
+    QTest::newRow("over an old one") << false << QByteArray("old") << QByteArray();
+    QTest::newRow("over an old one on FAT") << true << QByteArray("old") << QByteArray();
+    QTest::newRow("over one that a power cut spoilt")
+        << true << QByteArray(9, '\0') << QByteArray("old");
+}
+
+void tst_Disk::aNewFileIsThereWholeOrNotAtAll()
+{
+    QFETCH(bool, isFat);
+    QFETCH(QByteArray, old);
+    QFETCH(QByteArray, waiting);
+    const QString link = path("link");
+    QVERIFY(QFile::link(path("b"), link));
+    bool hasFailed = true;
+    int step = 0;
+    while (hasFailed) {
+        if (!old.isEmpty())
+            write(path("b"), old);
+        if (!waiting.isEmpty())
+            write(path("b.tarvel4.bak"), waiting);
+        for (const char *name : {"b", "b.tarvel4.bak"})
+            QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner);
+        write(path(".b.tarvel4.part"), "of a run that was killed");
+        FailingDisk disk;
+        disk.isFat = isFat;
+        disk.failAt = ++step;
+        const LogCapture capture;
+        const bool isWritten = NewFile::write(disk, old.isEmpty() ? path("b") : link, "new");
+        hasFailed = disk.operations.size() >= step;
+        QVERIFY(hasFailed || isWritten);
+        const bool isNew =
+            isWritten || disk.operations.value(step - 1) == QLatin1String("syncFolder");
+        const QByteArray now = read(path("b"));
+        const bool isOld = now == old || now == waiting
+            || (!waiting.isEmpty() && read(path("b.tarvel4.bak")) == waiting);
+        QVERIFY(isNew ? now == "new" : old.isEmpty() ? !QFile::exists(path("b")) : isOld);
+        const bool staysBehind = disk.operations.value(step - 1) == QLatin1String("remove");
+        QVERIFY(staysBehind || !QFile::exists(path(".b.tarvel4.part")));
+        QFile::remove(path("b.tarvel4.bak"));
+    }
+    QVERIFY(step > 4);
+    QVERIFY(QFileInfo(link).isSymLink());
+    QVERIFY(old.isEmpty() || !(QFile::permissions(path("b")) & QFile::ReadOther));
 }
 
 void tst_Disk::replaceElsewhereIsOneStep()
