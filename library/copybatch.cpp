@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QStorageInfo>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
@@ -106,6 +107,23 @@ CopyBatch::Added CopyBatch::add(const Song &song)
     m_claimed.insert(song.destination.toCaseFolded());
     m_staged.push_back(staged);
     return Added::Yes;
+}
+
+bool CopyBatch::makeRoom(const Song &song)
+{
+    const QFileInfo old(song.destination);
+    const QStorageInfo volume(m_folder);
+    const auto blocks = [size = qMax(1, volume.blockSize())](qint64 bytes) {
+        return (bytes + size - 1) / size;
+    };
+    qint64 wanted = blocks(QFileInfo(song.source).size());
+    if (!song.companionSource.isEmpty())
+        wanted += blocks(QFileInfo(song.companionSource).size());
+    const qint64 missing = wanted - volume.bytesAvailable() / qMax(1, volume.blockSize());
+    if (!old.isFile() || old.isSymLink() || missing <= 0 || missing > blocks(old.size()))
+        return false;
+    qDebug() << "[copyFiles] removed to make room:" << song.destination;
+    return m_disk.remove(song.destination) && m_disk.syncVolume(m_folder);
 }
 
 bool CopyBatch::isFull() const

@@ -38,7 +38,12 @@ public:
     /** Copies a song under a temporary name. When it fails nothing of it remains. */
     Added add(const Song &song);
 
-    bool isEmpty() const { return m_staged.empty(); }
+    /** Makes room for a song that does not fit beside the file that it replaces: removes that file,
+     * where the song then fits. */
+    bool makeRoom(const Song &song);
+
+    /** True when finish() could make no more room. */
+    bool isEmpty() const { return m_staged.empty() && m_setAside.empty(); }
     bool isFull() const;
     /** True when a staged file will get this path, without regard to case. */
     bool claims(const QString &destination) const;

@@ -153,6 +153,8 @@ void FileCopier::addToBatch(const QString &source, const QString &destination, C
         batch.finish();
         added = batch.add(song);
     }
+    if (added == CopyBatch::Added::TargetFailed && batch.makeRoom(song))
+        added = batch.add(song);
     if (added != CopyBatch::Added::Yes && song.isCounted)
         m_failed.append(source);
 }

@@ -24,6 +24,8 @@ private Q_SLOTS:
     void aSourceThatChangesWhileCopiedFails();
     void aFullVolume();
     void replacedSongsMakeRoomOnAFullVolume();
+    void aSongThatDoesNotFitBesideItsOldOne_data();
+    void aSongThatDoesNotFitBesideItsOldOne();
     void aWriteProtectedVolume();
 };
 
@@ -208,6 +210,49 @@ void tst_CopyFaults::replacedSongsMakeRoomOnAFullVolume()
     QCOMPARE(copier.copied(), 2);
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)), QByteArray(40000, 'n'));
+}
+
+void tst_CopyFaults::aSongThatDoesNotFitBesideItsOldOne_data()
+{
+    QTest::addColumn<int>("others"); // of 16 blocks
+    QTest::addColumn<int>("oldSize");
+    QTest::addColumn<int>("newSize");
+    QTest::addColumn<int>("companionSize");
+    QTest::addColumn<bool>("isReplaced");
+    constexpr int block = 4096;
+    QTest::newRow("takes its place") << 0 << 40000 << 45000 << 0 << true;
+    QTest::newRow("takes its place when it fills the last block")
+        << 2 << 7 * block << 14 * block << 0 << true;
+    QTest::newRow("leaves it where it does not fit either")
+        << 2 << 7 * block << 14 * block + 1 << 0 << false;
+    QTest::newRow("gets the whole block of a small one") << 14 << 1 << 2 * block << 0 << true;
+    QTest::newRow("takes its place with its companion")
+        << 2 << 7 * block << 13 * block << 1 << true;
+    QTest::newRow("leaves it where its companion does not fit")
+        << 2 << 7 * block << 14 * block << 1 << false;
+}
+
+void tst_CopyFaults::aSongThatDoesNotFitBesideItsOldOne()
+{
+    QFETCH(int, others);
+    QFETCH(int, oldSize);
+    QFETCH(int, newSize);
+    QFETCH(int, companionSize);
+    QFETCH(bool, isReplaced);
+    TmpfsMount volume(targetFolder(), "size=64k");
+    if (!volume.isMounted())
+        QSKIP("mounting is not possible here");
+    TestFiles::write(target(text("other.mid")), QByteArray(others * 4096, 'x'));
+    TestFiles::write(target(text("a.mp3")), QByteArray(oldSize, 'o'));
+    TestFiles::write(source(text("a.mp3")), QByteArray(newSize, 'n'));
+    if (companionSize > 0)
+        TestFiles::write(source(text("a.cdg")), QByteArray(companionSize, 'c'));
+    ScriptedHost host;
+    FileCopier copier(host, Disk::real());
+    QCOMPARE(copier.copyFiles({source(text("a.mp3"))}, targetFolder()), isReplaced);
+    QCOMPARE(TestFiles::read(target(text("a.mp3"))),
+             isReplaced ? QByteArray(newSize, 'n') : QByteArray(oldSize, 'o'));
+    QCOMPARE(targetNames().size(), isReplaced && companionSize > 0 ? 3 : 2);
 }
 
 void tst_CopyFaults::aWriteProtectedVolume()
