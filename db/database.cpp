@@ -23,6 +23,11 @@ const QString debugCatalogue = QStringLiteral("songsdb_debug");
 // would read all of them again for each statement that looks at every row.
 const QString keepCatalogueInMemory = QStringLiteral("PRAGMA cache_size = -8192");
 
+const QString countCalculated =
+    QStringLiteral("SELECT sum(type = 'view' or sql like 'create virtual%') from sqlite_master "
+                   "WHERE name like 'songs'");
+const QString countUpTo = QStringLiteral("SELECT count(*) from (SELECT 1 from songs limit %1)");
+
 const QString createUserSongs =
     QStringLiteral("create table usersongs (id integer primary key, type varchar, title varchar, "
                    "artist varchar, genre varchar, author varchar, length varchar, userbpm int, "
@@ -150,6 +155,10 @@ bool Database::init(const QString &catalogueFile)
     if (!m_catalogue.open())
         return false;
     QSqlQuery(m_catalogue).exec(keepCatalogueInMemory);
+    if (!isBounded()) {
+        m_catalogue.close();
+        return false;
+    }
 
     m_genres = firstColumn(QStringLiteral("select distinct genre from songs"));
     m_altArtists = firstColumn(QStringLiteral("select distinct altartist from songs"));
@@ -182,6 +191,18 @@ QString Database::prepareCatalogueFile()
         return {};
     }
     return m_temporaryFile->fileName();
+}
+
+/** A file of a few bytes can hold any number of songs: in a view that calculates them, or in pages
+ * that refer to each other in a ring. */
+bool Database::isBounded() const
+{
+    constexpr int mostSongs = 1'000'000;
+    const auto number = [this](const QString &statement) {
+        QSqlQuery query(m_catalogue);
+        return query.exec(statement) && query.next() ? query.value(0).toInt() : 0;
+    };
+    return number(countCalculated) == 0 && number(countUpTo.arg(mostSongs + 1)) <= mostSongs;
 }
 
 QStringList Database::firstColumn(const QString &statement) const

@@ -27,7 +27,7 @@ public:
     /**
      * Opens both connections and loads the two lists; once, before anything else. An empty \a
      * catalogueFile means "songsdb_debug" of the working directory where there is one, else the
-     * built-in catalogue.
+     * built-in catalogue. False also for a file whose songs might never end.
      */
     bool init(const QString &catalogueFile = QString());
 
@@ -57,6 +57,7 @@ private:
     using FoldedValues = QSet<QString>;
 
     QString prepareCatalogueFile();
+    bool isBounded() const;
     QStringList firstColumn(const QString &statement) const;
     FoldedValues foldedColumn(const QString &column) const;
 

@@ -42,6 +42,8 @@ private Q_SLOTS:
     void builtInCatalogueComesThroughATemporaryFile();
     void failures_data();
     void failures();
+    void aCatalogueThatNeverEnds_data();
+    void aCatalogueThatNeverEnds();
     void clearsTheUserSongs();
     void dumpsARecord();
 
@@ -222,6 +224,38 @@ void tst_DatabaseStart::failures()
     QVERIFY(m_database->userSongsDatabase().isOpen());
     SongInfo record;
     QVERIFY(!m_database->getRecordByFilename(QStringLiteral("12ANNI"), record));
+    QVERIFY(!m_database->getRecordByTitle(QStringLiteral("%"), record));
+}
+
+void tst_DatabaseStart::aCatalogueThatNeverEnds_data()
+{
+    QTest::addColumn<QString>("statement");
+    QTest::newRow("a view that calculates its songs")
+        << "create view Songs as with recursive n(i) as (select 1 union all select i + 1 from n) "
+           "select i as title, i as artist, i as genre, i as author, i as length, i as bpm, "
+           "i as key, i as filename, '' as markers, i as altartist from n";
+    QTest::newRow("a virtual table") << "create virtual table songs using fts5(genre)";
+    QTest::newRow("a table that has too many songs")
+        << "create table songs as with recursive n(i) as (select 1 union all select i + 1 from n "
+           "limit 1000001) select i as genre from n";
+}
+
+void tst_DatabaseStart::aCatalogueThatNeverEnds()
+{
+    QFETCH(QString, statement);
+    const QString file = m_folder.filePath(QStringLiteral("endless"));
+    QFile::remove(file);
+    {
+        QSqlDatabase database =
+            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("make"));
+        database.setDatabaseName(file);
+        QVERIFY(database.open());
+        QVERIFY(QSqlQuery(database).exec(statement));
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("make"));
+    QVERIFY(!m_database->init(file));
+    QCOMPARE(m_database->genres(), QStringList());
+    SongInfo record;
     QVERIFY(!m_database->getRecordByTitle(QStringLiteral("%"), record));
 }
 
