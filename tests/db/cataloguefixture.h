@@ -73,6 +73,9 @@ inline void make(const QString &path)
                              "'1;Intro;5', 'a')"),
               QStringLiteral("insert into Songs values ('Bars', 'x', 'x', 'x', 1, 1, '', 'BARS', "
                              "'0;Zero;-1;Minus;;;9;Nine;', 'a')"),
+              QStringLiteral(
+                  "insert into Songs values ('Blanks', 'x', 'x', 'x', 1, 1, '', 'BLANKS', "
+                  "'3; Bridge ;5;Fine ', 'a')"),
               QStringLiteral("insert into Songs values ('Perch\u00e9', 'x', 'x', 'x', 1, 1, '', "
                              "'ACCENT', NULL, 'a')")})
             QVERIFY2(query.exec(statement), qPrintable(statement));

@@ -194,6 +194,8 @@ void tst_Database::markers_data()
         << QStringLiteral("LARGE") << QVector<Marker>{marker(70000 - 65536, "Far")};
     QTest::newRow("bar 0 counts, a negative bar does not, empty parts are dropped")
         << QStringLiteral("BARS") << QVector<Marker>{marker(0, "Zero"), marker(9, "Nine")};
+    QTest::newRow("the column is trimmed, the labels in it are not")
+        << QStringLiteral("BLANKS") << QVector<Marker>{marker(3, " Bridge "), marker(5, "Fine")};
 }
 
 void tst_Database::markers()

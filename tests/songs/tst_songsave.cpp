@@ -123,11 +123,20 @@ void tst_SongSave::theLargestStreamIsSaved()
 
 void tst_SongSave::aMp3TagThatCouldNotBeReadAgainIsNotSaved()
 {
-    const QByteArray old = tag(QByteArray(999'990, '\0')) + audio();
-    const QString file = write(path("a.mp3"), old);
+    const QString file = write(path("a.mp3"), tag());
+    MetaSong edited = imported(file);
+    setTitle(edited, latin1("x"));
+    QVERIFY(edited.saveToFile(file));
+    const QByteArray frames = read(file).mid(10);
+    write(file, tag(frames + QByteArray(999'999 - frames.size(), '\0')) + audio());
+
     MetaSong song = imported(file);
-    QVERIFY(song.isSavable());
-    setTitle(song, latin1("One more frame"));
+    setTitle(song, latin1("xx"));
+    QVERIFY(song.isSavable()); // 1,000,000 bytes
+    QVERIFY(song.saveToFile(file));
+    QCOMPARE(imported(file).format(), int(MetaSong::Mp3));
+    const QByteArray old = read(file);
+    setTitle(song, latin1("xxx"));
     QVERIFY(!song.isSavable());
     const LogCapture capture;
     QVERIFY(!song.saveToFile(file));
