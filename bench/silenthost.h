@@ -18,5 +18,5 @@ public:
     ProceedChoice askProceed(const ImportCounts &) override { return {}; }
     void information(const QString &, const QString &) override {}
     void warning(const QString &, const QString &) override {}
-    void critical(const QString &, const QString &) override {}
+    void critical(const QString &, const QString &, const QStringList &) override {}
 };

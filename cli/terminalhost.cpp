@@ -131,9 +131,11 @@ void TerminalHost::warning(const QString &, const QString &text)
     say(text);
 }
 
-void TerminalHost::critical(const QString &, const QString &text)
+void TerminalHost::critical(const QString &, const QString &text, const QStringList &details)
 {
     say(text);
+    for (const QString &detail : details)
+        say(detail);
 }
 
 Answer TerminalHost::ask(const QString &question)

@@ -54,7 +54,7 @@ public:
 
     void information(const QString &title, const QString &text) override;
     void warning(const QString &title, const QString &text) override;
-    void critical(const QString &title, const QString &text) override;
+    void critical(const QString &title, const QString &text, const QStringList &details) override;
 
 private:
     Answer ask(const QString &question);

@@ -4,6 +4,7 @@
 #include "library/devicetransfer.h"
 
 #include <QFileInfo>
+#include <QJsonArray>
 
 #include <memory>
 
@@ -39,10 +40,12 @@ ExitStatus transfer(const QStringList &files, const QString &dir, const Volume &
     record.addNumber("kept", transfer.kept());
     record.addNumber("found", transfer.found());
     record.addFlag("prepared", transfer.prepared());
+    record.addValue("errors", QJsonArray::fromStringList(transfer.errors()),
+                    transfer.errors().join(QLatin1String(", ")));
     session.records.write(record);
     if (result == DeviceTransfer::Result::Done)
         return ExitStatus::Done;
-    if (transfer.failures() > 0)
+    if (transfer.failures() > 0 || (!transfer.errors().isEmpty() && !transfer.indexFailed()))
         return ExitStatus::SomeFailed;
     if (!session.host.wasCancelled())
         session.host.say(Cli::tr("%1: l'indice non è stato scritto").arg(volume.rootOf(dir)));

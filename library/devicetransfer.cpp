@@ -34,7 +34,8 @@ DeviceTransfer::Result DeviceTransfer::transferFiles(const QStringList &selected
 {
     m_copied = m_kept = m_found = 0;
     m_failed.clear();
-    m_prepared = false;
+    m_errors.clear();
+    m_prepared = m_indexFailed = false;
     const QString destination =
         dir.isEmpty() ? dir : destinationFor(QDir::cleanPath(QFileInfo(dir).absoluteFilePath()));
     if (destination.isEmpty())
@@ -44,8 +45,9 @@ DeviceTransfer::Result DeviceTransfer::transferFiles(const QStringList &selected
     const bool complete = copySongs(selectedFiles, destination) && updateDeviceIndex(destination);
     m_host.endProgress();
     m_prepared = Index::isPrepared(m_volume.rootOf(destination));
-    if (!complete) {
-        m_host.critical(tr("Trasferimento"), tr("Non è stato possibile copiare uno o più file"));
+    if (!complete || !m_errors.isEmpty()) {
+        m_host.critical(tr("Trasferimento"), tr("Non è stato possibile copiare uno o più file"),
+                        m_errors);
         return Result::Failed;
     }
     m_host.information(tr("Trasferimento"), tr("Tutti i file sono stati copiati correttamente"));
@@ -94,9 +96,12 @@ bool DeviceTransfer::updateDeviceIndex(const QString &destDir)
         defaultMaximum);
     Index index(nullptr, m_disk);
     showProgressOf(index, m_host);
+    QObject::connect(&index, &Index::errorFromIndex,
+                     [this](const QString &text) { m_errors += text; });
     const bool updated = index.update(root);
     m_host.endProgress();
     m_found = index.found();
+    m_indexFailed = index.failed();
     return updated;
 }
 

@@ -25,6 +25,10 @@ public:
     int failures() const { return m_failed.size(); }
     const QStringList &failed() const { return m_failed; } ///< the songs that could not be copied
     int kept() const { return m_kept; }
+    /** What the index could not take in. */
+    const QStringList &errors() const { return m_errors; }
+    /** True when the old index could not be read or the new one not be written. */
+    bool indexFailed() const { return m_indexFailed; }
     int found() const { return m_found; } ///< songs that the index counted on the memory
     bool prepared() const { return m_prepared; } ///< the memory's state after the run
 
@@ -41,5 +45,7 @@ private:
     QStringList m_failed;
     int m_kept = 0;
     int m_found = 0;
+    QStringList m_errors;
+    bool m_indexFailed = false;
     bool m_prepared = false;
 };

@@ -3,6 +3,7 @@
 #include "songs/setaside.h"
 
 #include <QString>
+#include <QStringList>
 
 /** The texts of a progress display. */
 struct ProgressTexts
@@ -76,5 +77,7 @@ public:
 
     virtual void information(const QString &title, const QString &text) = 0;
     virtual void warning(const QString &title, const QString &text) = 0;
-    virtual void critical(const QString &title, const QString &text) = 0;
+    /** \a details: what went wrong, one thing each. */
+    virtual void critical(const QString &title, const QString &text,
+                          const QStringList &details = {}) = 0;
 };

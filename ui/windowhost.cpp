@@ -102,9 +102,9 @@ void WindowHost::warning(const QString &title, const QString &text)
     message(QMessageBox::Warning, title, text);
 }
 
-void WindowHost::critical(const QString &title, const QString &text)
+void WindowHost::critical(const QString &title, const QString &text, const QStringList &details)
 {
-    message(QMessageBox::Critical, title, text);
+    message(QMessageBox::Critical, title, text, details);
 }
 
 /** A question asked during a run lies over its progress. */
@@ -113,9 +113,11 @@ QWidget *WindowHost::dialogParent() const
     return m_progressDialog ? m_progressDialog.get() : m_window;
 }
 
-void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QString &text)
+void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QString &text,
+                         const QStringList &details)
 {
     QMessageBox box(icon, title, text, QMessageBox::Ok, dialogParent());
     box.setTextFormat(Qt::PlainText);
+    box.setDetailedText(details.join(u'\n')); // no button for it where there is none
     box.exec();
 }

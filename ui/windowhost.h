@@ -39,12 +39,13 @@ public:
 
     void information(const QString &title, const QString &text) override;
     void warning(const QString &title, const QString &text) override;
-    void critical(const QString &title, const QString &text) override;
+    void critical(const QString &title, const QString &text, const QStringList &details) override;
 
 private:
     QWidget *dialogParent() const;
     Answer ask(NoCopyrightDialog &dialog);
-    void message(QMessageBox::Icon icon, const QString &title, const QString &text);
+    void message(QMessageBox::Icon icon, const QString &title, const QString &text,
+                 const QStringList &details = {});
 
     QWidget *m_window;
     std::unique_ptr<ProgressDialog> m_progressDialog;

@@ -91,9 +91,9 @@ public:
     {
         add("warning", title + QLatin1Char('|') + text);
     }
-    void critical(const QString &title, const QString &text) override
+    void critical(const QString &title, const QString &text, const QStringList &details) override
     {
-        add("critical", title + QLatin1Char('|') + text);
+        add("critical", (QStringList{title, text} + details).join(QLatin1Char('|')));
     }
 
 private:

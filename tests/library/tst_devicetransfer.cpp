@@ -11,6 +11,8 @@
 
 #include <QtTest>
 
+#include <cstdio>
+
 using Answers = QVector<Answer>;
 Q_DECLARE_METATYPE(Answers)
 
@@ -73,6 +75,8 @@ private Q_SLOTS:
     void aCancelledCopyIsAFailure();
     void anIndexThatCantBeWrittenIsAFailure();
     void aMemoryThatIsGoneIsAFailure();
+    void whatTheIndexCantTakeInIsAFailure_data();
+    void whatTheIndexCantTakeInIsAFailure();
 
 private:
     QString path(const char *below) const { return m_dir->filePath(text(below)); }
@@ -354,6 +358,38 @@ void tst_DeviceTransfer::aMemoryThatIsGoneIsAFailure()
     QCOMPARE(transfer.transferFiles({}, path("gone/songs")), DeviceTransfer::Result::Failed);
     QCOMPARE(m_host.events.last(), text(failed));
     QVERIFY(!QFileInfo::exists(path("gone")));
+}
+
+void tst_DeviceTransfer::whatTheIndexCantTakeInIsAFailure_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("a path of 252 characters below the root") << '/' + QByteArray(150, 'd') + '/'
+            + QByteArray(96, 'x') + ".mid" << text("File non importato, path troppo lungo: ");
+    QTest::newRow("a name that can't be read")
+        << QByteArray("/d/\xFF.mid") << text("Impossibile leggere: ");
+}
+
+/** The copy is whole and the index written, but a song of the memory is not in it. */
+void tst_DeviceTransfer::whatTheIndexCantTakeInIsAFailure()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QString, error);
+    const QByteArray lost = QFile::encodeName(card()) + name;
+    QVERIFY(QDir().mkpath(QString::fromLatin1(lost.left(lost.lastIndexOf('/')))));
+    std::FILE *const file = std::fopen(lost.constData(), "w"); // Qt can't say each of these names
+    QVERIFY(file && std::fclose(file) == 0);
+    const FakeVolume volume(card(), false);
+    DeviceTransfer transfer(m_host, volume);
+    const auto result = transfer.transferFiles({song("a.mid")}, card());
+    QCOMPARE(std::remove(lost.constData()), 0);
+    QCOMPARE(result, DeviceTransfer::Result::Failed);
+    QVERIFY(!transfer.indexFailed() && transfer.prepared());
+    QCOMPARE(transfer.errors().size(), 1);
+    QVERIFY2(transfer.errors().at(0).startsWith(error + card()),
+             qPrintable(transfer.errors().at(0)));
+    QCOMPARE(m_host.events.last(), text(failed) + QLatin1Char('|') + transfer.errors().at(0));
+    QCOMPARE(m_host.eventsOf(text("information")), QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_DeviceTransfer)

@@ -2,6 +2,7 @@
 #include "programrun.h"
 
 #include <QDir>
+#include <QJsonArray>
 #include <QtTest>
 
 /** `transfer`: the songs into a memory, and its index up to date. */
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void refuses();
     void refusesTheSystemDisk();
     void saysWhichSongFailed();
+    void saysWhatTheIndexCouldNotTakeIn();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -44,7 +46,7 @@ void tst_CliTransfer::preparesAFolderMemory()
                                               "verify mem && cmp lib/a.mid mem/Pop/a.mid"));
     QCOMPARE(run.err, QByteArray());
     QCOMPARE(run.out,
-             QByteArray(R"({"copied":2,"failed":0,"kept":0,"found":2,"prepared":true})"
+             QByteArray(R"({"copied":2,"failed":0,"kept":0,"found":2,"prepared":true,"errors":[]})"
                         "\n"));
     QCOMPARE(run.status, 0);
 }
@@ -147,6 +149,28 @@ void tst_CliTransfer::saysWhichSongFailed()
     QVERIFY(run.out.endsWith("}\na.mid\nb.kar\n"));
     QVERIFY2(run.err.contains("lib/big.mid"), run.err.constData());
     QCOMPARE(run.status, 1);
+}
+
+void tst_CliTransfer::saysWhatTheIndexCouldNotTakeIn()
+{
+    const QByteArray error = "File not imported, path too long: ";
+    const Run run = Program(m_folder->path())
+                        .shell(QStringLiteral("d=mem/$(printf %0130d 0)/$(printf %0130d 0); "
+                                              "mkdir -p $d; \"$cli\" transfer --json --to $d "
+                                              "--memory mem lib/a.mid lib/b.kar"));
+    QVERIFY2(run.out.startsWith(R"({"copied":2,"failed":0,"kept":0,"found":0,"prepared":false,)"),
+             run.out.constData());
+    QCOMPARE(run.records().value(0).value(QStringLiteral("errors")).toArray().size(), 2);
+    QCOMPARE(run.err.count("tarvel4soft-cli: " + error), 2);
+    QVERIFY2(!run.err.contains("All files"), run.err.constData());
+    QCOMPARE(run.status, 1);
+
+    const Run again = Program(m_folder->path())
+                          .shell(QStringLiteral("\"$cli\" transfer --to mem/Pop --memory mem "
+                                                "lib/a.mid"));
+    QVERIFY2(again.out.contains("errors: " + error), again.out.constData());
+    QVERIFY2(!again.err.contains("All files"), again.err.constData());
+    QCOMPARE(again.status, 1);
 }
 
 QTEST_GUILESS_MAIN(tst_CliTransfer)

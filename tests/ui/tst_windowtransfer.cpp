@@ -25,6 +25,7 @@ private Q_SLOTS:
     void questionShowsTheNameAsPlainText();
     void removedRowsAreCopiedAllTheSame();
     void failedCopyIsTold();
+    void whatTheIndexCouldNotTakeInIsListed();
     void cancelledCopyIsTold();
     void progressIsShown();
     void buttonsAfterwards();
@@ -224,6 +225,24 @@ void tst_WindowTransfer::failedCopyIsTold()
     QCOMPARE(m_window->driver.lastBox.icon, QMessageBox::Critical);
     QVERIFY(QFile::exists(card("music/b.mid")));
     QVERIFY(!QFile::exists(card("fsinfos.id3")));
+}
+
+void tst_WindowTransfer::whatTheIndexCouldNotTakeInIsListed()
+{
+    m_window->open();
+    importSongs(twoSongs());
+    const QString folder = card("") + QString(125, u'd') + u'/' + QString(125, u'd');
+    QVERIFY(QDir().mkpath(folder));
+    QStringList told;
+    m_window->driver.expect<QMessageBox>([&](QMessageBox &box) {
+        told << box.text() << box.detailedText().split(u'\n');
+        box.button(QMessageBox::Ok)->click();
+    });
+    m_window->transferTo(folder);
+    const QString error = QStringLiteral("File non importato, path troppo lungo: ") + folder;
+    QCOMPARE(told,
+             QStringList({QStringLiteral("Non è stato possibile copiare uno o più file"),
+                          error + QStringLiteral("/a.mid"), error + QStringLiteral("/b.mid")}));
 }
 
 void tst_WindowTransfer::cancelledCopyIsTold()
