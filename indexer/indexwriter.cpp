@@ -69,7 +69,7 @@ IndexWriter::IndexWriter(const QString &root, const QVector<IndexEntry> &entries
 int IndexWriter::write(const char *name, const QByteArray &bytes)
 {
     QFile file(m_root + u'/' + QLatin1String(name));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+    if (!m_disk.openForWriting(file))
         return -1;
     const bool written = m_disk.write(file, bytes);
     file.close();
@@ -80,7 +80,7 @@ int IndexWriter::writeOrdIndex()
 {
     qDebug() << "write ord index";
     QFile file(m_root + u'/' + QLatin1String(ordFile));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+    if (!m_disk.openForWriting(file))
         return -1;
     QByteArray bytes(m_entries.size() * OrdRecord::size, '\0');
     char *value = bytes.data();

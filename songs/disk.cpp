@@ -55,6 +55,38 @@ bool growsWithZeros(Disk &disk, QFileDevice &file, qint64 size)
 
 } // namespace
 
+bool Disk::openForWriting(QFile &file)
+{
+    const QString path = file.fileName();
+#ifdef Q_OS_UNIX
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status;
+    if (lstat(name.constData(), &status) == 0 && !S_ISREG(status.st_mode) && !remove(path)) {
+        qDebug() << "[Disk::openForWriting] WARNING: no regular file, and can't be removed:"
+                 << path;
+        return false;
+    }
+    constexpr mode_t anyMode = 0666;
+    const int fd = open(
+        name.constData(),
+        O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, anyMode);
+    if (fd < 0) {
+        qDebug() << "[Disk::openForWriting] WARNING: can't be opened:" << path
+                 << qt_error_string(errno);
+        return false;
+    }
+    // What came into its place meanwhile is no file either.
+    if (fstat(fd, &status) == 0 && S_ISREG(status.st_mode)
+        && file.open(fd, QIODevice::WriteOnly | QIODevice::Unbuffered,
+                     QFileDevice::AutoCloseHandle))
+        return true;
+    close(fd);
+    return false;
+#else
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+#endif
+}
+
 bool Disk::write(QFileDevice &file, const QByteArray &bytes)
 {
     // A full disk shows as a short count or only in flush(), not as an error of write().

@@ -4,6 +4,7 @@
 #include <QString>
 
 QT_BEGIN_NAMESPACE
+class QFile;
 class QFileDevice;
 QT_END_NAMESPACE
 
@@ -16,6 +17,13 @@ class Disk
 {
 public:
     virtual ~Disk() = default;
+
+    /**
+     * Opens a file of which nothing is kept: created, or emptied where it is a regular one. A link
+     * or a special file in its place is removed first, so that no byte leaves the folder and nobody
+     * waits for a reader. The file has no name once it is open.
+     */
+    virtual bool openForWriting(QFile &file);
 
     /** Writes all of \a bytes at the file's position and flushes them to the system; false when any
      * is missing. */

@@ -1,6 +1,8 @@
 #include "tests/indexer/memoryfixture.h"
 #include "tests/songs/failingdisk.h"
 
+#include <QProcess>
+
 using namespace SongBytes;
 
 /** What a broken old index, a run that is cut short or a failing card do to an update. */
@@ -18,6 +20,10 @@ private Q_SLOTS:
     void aFailingStepLeavesNoIndex_data();
     void aFailingStepLeavesNoIndex();
     void anOldIndexThatStaysIsAFailure();
+    void nothingIsWrittenThroughALink_data();
+    void nothingIsWrittenThroughALink();
+    void noFifoIsOpened_data();
+    void noFifoIsOpened();
     void songsThatAPowerCutLeftAsideComeBack_data();
     void songsThatAPowerCutLeftAsideComeBack();
 };
@@ -188,6 +194,67 @@ void tst_IndexFaults::anOldIndexThatStaysIsAFailure()
     QVERIFY(!index.rebuild(memory.root()));
     QVERIFY(index.failed());
     QVERIFY(!index.deleteIndex(memory.root()));
+}
+
+void tst_IndexFaults::nothingIsWrittenThroughALink_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const QString &name :
+         MemoryFixture::preparedFiles() + QStringList{QStringLiteral(".fsinfos.new")})
+        QTest::addRow("%s", qPrintable(name)) << name;
+}
+
+/** The file that a link leads to stays, and the index is one of files of its own. */
+void tst_IndexFaults::nothingIsWrittenThroughALink()
+{
+    QFETCH(QString, name);
+    MemoryFixture memory;
+    memory.prepare();
+    memory.putMidi(QStringLiteral("/new.mid"), "new");
+    const QTemporaryDir elsewhere;
+    const QString outside = elsewhere.filePath(QStringLiteral("file"));
+    const QByteArray bytes = memory.read(name.toLatin1());
+    write(outside, bytes);
+    QFile::remove(memory.path(u'/' + name));
+    QVERIFY(QFile::link(outside, memory.path(u'/' + name)));
+    QVERIFY(Index().update(memory.root()));
+    QVERIFY(QFile::exists(outside));
+    QCOMPARE(SongBytes::read(outside), bytes);
+    QVERIFY(!QFileInfo(memory.path(u'/' + name)).isSymLink());
+    QCOMPARE(memory.problems(), QStringList());
+}
+
+void tst_IndexFaults::noFifoIsOpened_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("isReadFirst");
+    for (const QString &name :
+         MemoryFixture::preparedFiles() + QStringList{QStringLiteral(".fsinfos.new")}) {
+        const QStringList read{QStringLiteral("index.id3"), QStringLiteral("title.id3"),
+                               QStringLiteral("artist.id3")};
+        QTest::addRow("%s", qPrintable(name)) << name << read.contains(name);
+    }
+}
+
+/** An index of which a file can't be read is left as it is; the other files are written anew. */
+void tst_IndexFaults::noFifoIsOpened()
+{
+#ifndef Q_OS_UNIX
+    QSKIP("there are no FIFOs here");
+#endif
+    QFETCH(QString, name);
+    QFETCH(bool, isReadFirst);
+    MemoryFixture memory;
+    memory.prepare();
+    memory.putMidi(QStringLiteral("/new.mid"), "new");
+    QFile::remove(memory.path(u'/' + name));
+    QCOMPARE(QProcess::execute(QStringLiteral("mkfifo"), {memory.path(u'/' + name)}), 0);
+    QVERIFY(!memory.problems().isEmpty());
+    QCOMPARE(Index().writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0),
+             isReadFirst ? 0 : 1);
+    QCOMPARE(Index().update(memory.root()), !isReadFirst);
+    QVERIFY(!isReadFirst || Index().rebuild(memory.root()));
+    QCOMPARE(memory.problems(), QStringList());
 }
 
 void tst_IndexFaults::songsThatAPowerCutLeftAsideComeBack_data()

@@ -39,6 +39,8 @@ private Q_SLOTS:
     void reserveOnAFullDiskFails();
     void writeOnAFullDiskFails();
     void writeBeyondTheSizeLimitFails();
+    void openForWriting_data();
+    void openForWriting();
     void remove_data();
     void remove();
     void syncs();
@@ -314,6 +316,61 @@ void tst_Disk::writeBeyondTheSizeLimitFails()
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, previous);
     QVERIFY(!isWritten);
+#endif
+}
+
+void tst_Disk::openForWriting_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("isOpened");
+    QTest::newRow("a file that is not there") << QStringLiteral("new") << true;
+    QTest::newRow("a file is emptied") << QStringLiteral("file") << true;
+    QTest::newRow("a link is removed, not followed") << QStringLiteral("link") << true;
+    QTest::newRow("a link that leads nowhere, too") << QStringLiteral("dangling") << true;
+    QTest::newRow("a link to a folder, too") << QStringLiteral("folderlink") << true;
+    QTest::newRow("a FIFO is removed, not waited for") << QStringLiteral("fifo") << true;
+    QTest::newRow("a folder stays") << QStringLiteral("folder") << false;
+    QTest::newRow("a folder that is missing") << QStringLiteral("nowhere/x") << false;
+}
+
+void tst_Disk::openForWriting()
+{
+#ifndef Q_OS_UNIX
+    QSKIP("There are no such links here");
+#else
+    QFETCH(QString, name);
+    QFETCH(bool, isOpened);
+    write(path("file"), "a long text");
+    write(path("outside"), "a long text");
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("folder")));
+    for (const auto &[target, link] :
+         {std::pair{"outside", "link"}, {"gone", "dangling"}, {"folder", "folderlink"}})
+        QVERIFY(QFile::link(path(target), path(link)));
+    QCOMPARE(mkfifo(QFile::encodeName(path("fifo")).constData(), 0600), 0);
+
+    // Where one comes back behind the removal, nothing is opened.
+    struct : Disk
+    {
+        bool remove(const QString &) override { return true; }
+    } disk;
+    for (const char *other : {"link", "dangling", "folderlink", "fifo"}) {
+        QFile file(path(other));
+        QVERIFY2(!disk.openForWriting(file), other);
+    }
+
+    QFile file(m_folder->filePath(name));
+    QCOMPARE(Disk::real().openForWriting(file), isOpened);
+    QCOMPARE(file.isOpen(), isOpened);
+    QCOMPARE(read(path("outside")), QByteArray("a long text"));
+    QVERIFY(!QFile::exists(path("gone")));
+    QVERIFY(QFileInfo(path("folder")).isDir());
+    if (!isOpened)
+        return;
+    QVERIFY(Disk::real().write(file, "bytes"));
+    file.close();
+    const QFileInfo info(m_folder->filePath(name));
+    QVERIFY(info.isFile() && !info.isSymLink());
+    QCOMPARE(read(info.filePath()), QByteArray("bytes"));
 #endif
 }
 
