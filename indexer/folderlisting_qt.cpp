@@ -37,7 +37,8 @@ FolderListing::FolderListing(const QString &path, NameFilter isWanted)
         entry.isLink = info.isSymLink();
         if ((!entry.isFolder && !info.isFile()) || !isWanted(entry.name, entry.isFolder))
             continue;
-        setStamp(entry, info.lastModified());
+        const QDateTime modified = info.lastModified(); // none for the first moment of 1970
+        setStamp(entry, modified.isValid() ? modified : QDateTime::fromMSecsSinceEpoch(0));
         m_entries.push_back(entry);
     }
 }

@@ -105,8 +105,6 @@ bool Index::update(const QString &root)
         m_failed = true;
         return false;
     }
-    if (m_entries.isEmpty())
-        return rebuild(root);
     Q_EMIT progressValueChanged(0);
     if (!scan()) {
         m_failed = true;

@@ -55,19 +55,19 @@ bool IndexLoader::load()
     return loadPaths() && loadTitles() && loadArtists();
 }
 
-bool IndexLoader::readRecords(const char *name, int recordSize, QByteArray &records) const
+bool IndexLoader::readFile(const char *name, QByteArray &records) const
 {
     QFile file(m_root + u'/' + QLatin1String(name));
     if (!QFileInfo(file).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
         return false;
     records = file.readAll();
-    return records.size() == file.size() && records.size() % recordSize == 0;
+    return records.size() == file.size();
 }
 
 bool IndexLoader::loadPaths()
 {
     QByteArray records;
-    if (!readRecords(pathFile, PathRecord::size, records))
+    if (!readFile(pathFile, records) || records.size() % PathRecord::size != 0)
         return false;
     const QString unknown = QLatin1String(unknownText);
     m_entries.resize(records.size() / PathRecord::size);
@@ -106,8 +106,9 @@ IndexEntry *IndexLoader::entryWithNumber(qint32 number)
 bool IndexLoader::loadTitles()
 {
     QByteArray records;
-    if (!readRecords(titleFile, SongRecord::size, records))
+    if (!readFile(titleFile, records))
         return false;
+    records.chop(records.size() % SongRecord::size);
     for (const char *record = records.constData(); record < records.constData() + records.size();
          record += SongRecord::size) {
         IndexEntry *entry = entryWithNumber(numberOf(record));
@@ -125,8 +126,9 @@ bool IndexLoader::loadTitles()
 bool IndexLoader::loadArtists()
 {
     QByteArray records;
-    if (!readRecords(artistFile, SongRecord::size, records))
+    if (!readFile(artistFile, records))
         return false;
+    records.chop(records.size() % SongRecord::size);
     QString artist;
     for (const char *record = records.constData(); record < records.constData() + records.size();
          record += SongRecord::size) {

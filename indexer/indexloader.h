@@ -17,8 +17,8 @@ public:
 
     /**
      * Reads path, title and artist of every record, in the order of the path index; genre is not
-     * stored. Records of titles and artists that fit no entry are passed over. False: a file can't
-     * be read, or ends inside a record.
+     * stored. Records of titles and artists that fit no entry, and what is no whole record behind
+     * them, are passed over. False: a file can't be read, or the path index ends inside a record.
      */
     bool load();
 
@@ -28,7 +28,7 @@ private:
     bool loadPaths();
     bool loadTitles();
     bool loadArtists();
-    bool readRecords(const char *name, int recordSize, QByteArray &records) const;
+    bool readFile(const char *name, QByteArray &records) const;
     IndexEntry *entryWithNumber(qint32 number);
 
     QString m_root;

@@ -63,8 +63,9 @@ QStringList MemorySongs::left() const
 /** Date and time of a song as a record has them. */
 QByteArray MemorySongs::stampOf(const QString &path) const
 {
-    return QFileInfo(m_root + path)
-        .lastModified()
+    const QDateTime modified = QFileInfo(m_root + path).lastModified();
+    // The first moment of 1970 is told as none.
+    return (modified.isValid() ? modified : QDateTime::fromMSecsSinceEpoch(0))
         .toString(QStringLiteral("yyyyMMddhhmmss"))
         .toLatin1();
 }

@@ -198,10 +198,16 @@ void tst_Index::dateAndTimeAreDigits()
     memory.put(QStringLiteral("/a.mid"), midi0(), QDateTime(QDate(2009, 3, 5), QTime(7, 8, 9)));
     memory.put(QStringLiteral("/b.mid"), midi0(),
                QDateTime(QDate(2107, 12, 31), QTime(23, 59, 58)));
+    const QDateTime firstMoment = QDateTime::fromMSecsSinceEpoch(0);
+    memory.put(QStringLiteral("/c.mid"), midi0(), firstMoment);
+    memory.put(QStringLiteral("/d.mid"), midi0(), firstMoment.addSecs(-1));
     Index index;
     QVERIFY(index.rebuild(memory.root()));
     QCOMPARE(memory.read("index.id3").mid(256, 14), QByteArray("20090305070809"));
-    QCOMPARE(memory.read("index.id3").mid(270 + 256), QByteArray("21071231235958"));
+    QCOMPARE(memory.read("index.id3").mid(270 + 256, 14), QByteArray("21071231235958"));
+    QCOMPARE(memory.read("index.id3").mid(2 * 270 + 256, 14),
+             firstMoment.toString(QStringLiteral("yyyyMMddhhmmss")).toLatin1());
+    QCOMPARE(memory.problems(), QStringList());
 }
 
 void tst_Index::textsOutsideLatin1AreReplaced()

@@ -14,7 +14,7 @@ private Q_SLOTS:
     void nothingChangedWritesNothing();
     void aMemoryThatIsNotPreparedIsRebuilt_data();
     void aMemoryThatIsNotPreparedIsRebuilt();
-    void anIndexWithoutEntriesIsRebuilt();
+    void anIndexWithoutEntriesIsFilled();
     void aDeletedSongLosesItsRecord();
     void newSongsGetTheNextNumbers();
     void changedSongsAreReadAgain_data();
@@ -23,7 +23,10 @@ private Q_SLOTS:
     void namesAreMatched();
     void anEntryIsMatchedByOneFileOnly();
     void aSongTakesTheEntryOfItsOwnSpelling();
+    void updateWithoutSongsWritesNothing_data();
     void updateWithoutSongsWritesNothing();
+    void titlesAndArtistsCutShortAreReadAgain_data();
+    void titlesAndArtistsCutShortAreReadAgain();
 
 private:
     static QMap<QString, QByteArray> snapshot(const MemoryFixture &memory)
@@ -73,13 +76,16 @@ void tst_IndexUpdate::aMemoryThatIsNotPreparedIsRebuilt()
     QCOMPARE(memory.problems(), QStringList());
 }
 
-void tst_IndexUpdate::anIndexWithoutEntriesIsRebuilt()
+void tst_IndexUpdate::anIndexWithoutEntriesIsFilled()
 {
     MemoryFixture memory;
     memory.prepare();
     for (const QString &name : memory.indexFiles())
         write(memory.path(u'/' + name), QByteArray());
-    QVERIFY(Index().update(memory.root()));
+    Index index;
+    QVERIFY(index.update(memory.root()));
+    QVERIFY(index.changed());
+    QCOMPARE(memory.titles().join(u','), QStringLiteral("ALFA,BETA,GAMMA"));
     QCOMPARE(memory.problems(), QStringList());
 }
 
@@ -213,17 +219,52 @@ void tst_IndexUpdate::aSongTakesTheEntryOfItsOwnSpelling()
     QCOMPARE(entries.at(1).relativePath + entries.at(1).title, QStringLiteral("/B.midNEW"));
 }
 
+void tst_IndexUpdate::updateWithoutSongsWritesNothing_data()
+{
+    QTest::addColumn<bool>("hasEntries");
+    QTest::newRow("the songs are gone") << true;
+    QTest::newRow("there were none") << false;
+}
+
 void tst_IndexUpdate::updateWithoutSongsWritesNothing()
 {
+    QFETCH(bool, hasEntries);
     MemoryFixture memory;
     memory.prepare();
+    for (const QString &name : memory.indexFiles()) {
+        if (!hasEntries)
+            write(memory.path(u'/' + name), QByteArray());
+    }
     const auto before = snapshot(memory);
     for (const char *name : {"/a.mid", "/b.mid", "/c.mid"})
         QVERIFY(QFile::remove(memory.path(QLatin1String(name))));
-    Index index;
-    index.update(memory.root());
+    FailingDisk disk;
+    Index index(nullptr, disk);
+    QVERIFY(index.update(memory.root()));
     QCOMPARE(index.found(), 0);
     QVERIFY(!index.changed());
+    QCOMPARE(disk.operations, QStringList());
+    QVERIFY(snapshot(memory) == before);
+}
+
+void tst_IndexUpdate::titlesAndArtistsCutShortAreReadAgain_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("size");
+    QTest::newRow("a title record shorter than 64 bytes") << QStringLiteral("title.id3") << 63;
+    QTest::newRow("an artist record shorter than 64 bytes") << QStringLiteral("artist.id3") << 65;
+}
+
+/** Only what is lost is read again. */
+void tst_IndexUpdate::titlesAndArtistsCutShortAreReadAgain()
+{
+    QFETCH(QString, name);
+    QFETCH(int, size);
+    MemoryFixture memory;
+    memory.prepare();
+    const auto before = snapshot(memory);
+    QVERIFY(QFile::resize(memory.path(u'/' + name), size));
+    QVERIFY(Index().update(memory.root()));
     QVERIFY(snapshot(memory) == before);
 }
 

@@ -5,6 +5,7 @@
 #include <QProcess>
 
 #include <algorithm>
+#include <ctime>
 
 namespace {
 
@@ -68,6 +69,8 @@ private Q_SLOTS:
     void theOrderIsThatOfTheSortKeys();
     void datesAndTimes_data();
     void datesAndTimes();
+    void timesAreLocal_data();
+    void timesAreLocal();
     void links_data();
     void links();
     void onlyRegularFilesAreSongs();
@@ -171,6 +174,40 @@ void tst_MemoryScan::datesAndTimes()
     QCOMPARE(told.songs.size(), std::size_t(1));
     QTEST(told.songs[0].date, "date");
     QTEST(told.songs[0].time, "time");
+}
+
+void tst_MemoryScan::timesAreLocal_data()
+{
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<qint64>("seconds");
+    QTest::addColumn<quint32>("date");
+    QTest::addColumn<quint32>("time");
+    QTest::newRow("five hours east")
+        << QByteArray("EAST-5") << qint64(951858000) << 20000301u << 20000u;
+    QTest::newRow("five hours west")
+        << QByteArray("WEST5") << qint64(951858000) << 20000229u << 160000u;
+    QTest::newRow("the first moment of 1970")
+        << QByteArray("EAST-5") << qint64(0) << 19700101u << 50000u;
+}
+
+void tst_MemoryScan::timesAreLocal()
+{
+#ifndef Q_OS_UNIX
+    QSKIP("the zone can't be set here");
+#else
+    QFETCH(QByteArray, zone);
+    QFETCH(qint64, seconds);
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", zone);
+    tzset();
+    MemoryFixture memory;
+    memory.put(QStringLiteral("/a.mid"), "x", QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC));
+    const Told told(memory);
+    before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
+    tzset();
+    QTEST(told.songs.at(0).date, "date");
+    QTEST(told.songs.at(0).time, "time");
+#endif
 }
 
 void tst_MemoryScan::links_data()
