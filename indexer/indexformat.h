@@ -35,8 +35,14 @@ constexpr std::array<const char *, 2> skippedFolders{"sfx", "bridge"};
 /** Suffixes of songs, in upper case. */
 constexpr std::array<const char *, 6> songSuffixes{"MID", "KAR", "MF3", "MF4", "MF5", "MP3"};
 
-/** A file that claims to be larger than the index of any memory is not read. */
-constexpr qint64 largestFile = 512 * 1024 * 1024;
+/** A file that claims to hold more songs is not read: the ord index tells half as many apart. */
+constexpr qint64 mostSongs = 2 * 65536;
+
+/** The size of a file that holds so many. */
+constexpr qint64 largestFile(int bytesASong)
+{
+    return mostSongs * bytesASong;
+}
 
 /** Under this name the counts are written, before they take their own; a killed run may leave it.
  */
@@ -86,6 +92,7 @@ constexpr int zeroAt = 62;
 constexpr int markAt = 63;
 constexpr quint8 mark = 0xFF;
 constexpr int size = 64;
+constexpr int bytesASong = 2 * size; ///< where each song has an artist of its own
 } // namespace GroupRecord
 
 /** An alpha index: big-endian offsets of the first record of each character. */

@@ -55,10 +55,10 @@ bool IndexLoader::load()
     return loadPaths() && loadTitles() && loadArtists();
 }
 
-bool IndexLoader::readFile(const char *name, QByteArray &records) const
+bool IndexLoader::readFile(const char *name, qint64 largestSize, QByteArray &records) const
 {
     QFile file(m_root + u'/' + QLatin1String(name));
-    if (!QFileInfo(file).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(file).isFile() || file.size() > largestSize || !file.open(QIODevice::ReadOnly))
         return false;
     records = file.readAll();
     return records.size() == file.size();
@@ -67,7 +67,8 @@ bool IndexLoader::readFile(const char *name, QByteArray &records) const
 bool IndexLoader::loadPaths()
 {
     QByteArray records;
-    if (!readFile(pathFile, records) || records.size() % PathRecord::size != 0)
+    if (!readFile(pathFile, largestFile(PathRecord::size), records)
+        || records.size() % PathRecord::size != 0)
         return false;
     const QString unknown = QLatin1String(unknownText);
     m_entries.resize(records.size() / PathRecord::size);
@@ -106,7 +107,7 @@ IndexEntry *IndexLoader::entryWithNumber(qint32 number)
 bool IndexLoader::loadTitles()
 {
     QByteArray records;
-    if (!readFile(titleFile, records))
+    if (!readFile(titleFile, largestFile(SongRecord::size), records))
         return false;
     records.chop(records.size() % SongRecord::size);
     for (const char *record = records.constData(); record < records.constData() + records.size();
@@ -126,7 +127,7 @@ bool IndexLoader::loadTitles()
 bool IndexLoader::loadArtists()
 {
     QByteArray records;
-    if (!readFile(artistFile, records))
+    if (!readFile(artistFile, largestFile(GroupRecord::bytesASong), records))
         return false;
     records.chop(records.size() % SongRecord::size);
     QString artist;

@@ -28,7 +28,7 @@ private:
     bool loadPaths();
     bool loadTitles();
     bool loadArtists();
-    bool readFile(const char *name, QByteArray &records) const;
+    bool readFile(const char *name, qint64 largestSize, QByteArray &records) const;
     IndexEntry *entryWithNumber(qint32 number);
 
     QString m_root;

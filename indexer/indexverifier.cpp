@@ -77,11 +77,11 @@ void IndexVerifier::report(const QString &file, int record, const QString &probl
 }
 
 /** The whole records of a file; what is wrong with the file as such is reported. */
-QByteArray IndexVerifier::read(const QString &name, int recordSize)
+QByteArray IndexVerifier::read(const QString &name, int recordSize, qint64 largestSize)
 {
     QFile file(m_root + u'/' + name);
     QByteArray bytes;
-    if (QFileInfo(file).isFile() && file.size() <= largestFile && file.open(QIODevice::ReadOnly))
+    if (QFileInfo(file).isFile() && file.size() <= largestSize && file.open(QIODevice::ReadOnly))
         bytes = file.readAll();
     if (!file.isOpen() || bytes.size() != file.size()) {
         report(name, -1, tr("Il file non si può leggere"));
@@ -137,7 +137,7 @@ void IndexVerifier::reportUnused(const QString &file, const QVector<bool> &used)
 
 void IndexVerifier::checkPathIndex()
 {
-    const QByteArray records = read(pathName, PathRecord::size);
+    const QByteArray records = read(pathName, PathRecord::size, largestFile(PathRecord::size));
     m_songs = QVector<Song>(records.size() / PathRecord::size);
     QVector<bool> used(m_songs.size());
     for (int i = 0; i < m_songs.size(); ++i) {
@@ -190,7 +190,7 @@ void IndexVerifier::checkSongs()
  */
 void IndexVerifier::checkOrdIndex()
 {
-    const QByteArray bytes = read(ordName, OrdRecord::size);
+    const QByteArray bytes = read(ordName, OrdRecord::size, largestFile(OrdRecord::size));
     const int count = bytes.size() / OrdRecord::size;
     if (count != m_songs.size()) {
         report(ordName, -1, tr("I record sono %1 e non %2").arg(count).arg(m_songs.size()));
@@ -220,7 +220,7 @@ void IndexVerifier::checkOrdIndex()
 
 void IndexVerifier::checkTitleIndex()
 {
-    m_titles = read(titleName, SongRecord::size);
+    m_titles = read(titleName, SongRecord::size, largestFile(SongRecord::size));
     QVector<bool> used(m_songs.size());
     OrderCheck order;
     for (int i = 0; i < m_titles.size() / SongRecord::size; ++i) {
@@ -239,7 +239,7 @@ void IndexVerifier::checkTitleIndex()
 
 void IndexVerifier::checkArtistIndex()
 {
-    m_artists = read(artistName, SongRecord::size);
+    m_artists = read(artistName, SongRecord::size, largestFile(GroupRecord::bytesASong));
     const int count = m_artists.size() / SongRecord::size;
     QHash<QByteArray, int> titles; // each title record, and how often it may still occur
     for (int i = 0; i < m_titles.size() / SongRecord::size; ++i)
@@ -315,7 +315,7 @@ void IndexVerifier::checkGroupSongs(int first, int count, QHash<QByteArray, int>
 /** Every slot points at the first record whose text begins with its character. */
 void IndexVerifier::checkAlphaIndex(const QString &file, const QByteArray &records, bool groupsOnly)
 {
-    const QByteArray bytes = read(file, AlphaIndex::size);
+    const QByteArray bytes = read(file, AlphaIndex::size, 2 * AlphaIndex::size);
     if (bytes.size() != AlphaIndex::size) {
         report(file, -1, tr("Il file non è lungo %1 byte").arg(AlphaIndex::size));
         return;
@@ -350,7 +350,7 @@ void IndexVerifier::checkAlphaIndex(const QString &file, const QByteArray &recor
 void IndexVerifier::checkNumfileIndex()
 {
     const QString file = QLatin1String(numFile);
-    const QByteArray bytes = read(file, NumRecord::size);
+    const QByteArray bytes = read(file, NumRecord::size, 2 * NumRecord::size);
     if (bytes.size() != NumRecord::size) {
         report(file, -1, tr("Il file non è lungo %1 byte").arg(NumRecord::size));
         return;

@@ -49,7 +49,7 @@ private:
     void checkAlphaIndex(const QString &file, const QByteArray &records, bool groupsOnly);
     void checkNumfileIndex();
 
-    QByteArray read(const QString &file, int recordSize);
+    QByteArray read(const QString &file, int recordSize, qint64 largestSize);
     void checkText(const QString &file, int record, const QByteArray &field);
     void checkStoredText(const QString &file, int record, const QByteArray &bytes);
     void takeNumber(const QString &file, int record, quint32 number, QVector<bool> &used);
