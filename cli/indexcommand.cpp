@@ -1,4 +1,5 @@
 #include "cli/command.h"
+#include "cli/console.h"
 #include "cli/texts.h"
 #include "indexer/index.h"
 #include "indexer/indexverifier.h"
@@ -15,6 +16,7 @@ ExitStatus build(bool (Index::*job)(const QString &), const QString &root, const
 {
     Index index;
     showProgressOf(index, session.host);
+    index.setStopWhen(&Console::interrupted);
     QStringList errors;
     QObject::connect(&index, &Index::errorFromIndex,
                      [&errors](const QString &text) { errors += text; });
@@ -29,6 +31,12 @@ ExitStatus build(bool (Index::*job)(const QString &), const QString &root, const
     record.addFlag("prepared", Index::isPrepared(root));
     record.addValue("errors", QJsonArray::fromStringList(errors), errors.join(QLatin1String(", ")));
     session.records.write(record);
+    if (Console::interrupted()) {
+        session.host.say(Index::isPrepared(root)
+                             ? Cli::tr("%1: interrotto, la memoria è preparata").arg(given)
+                             : Cli::tr("%1: interrotto, la memoria non è preparata").arg(given));
+        return ExitStatus::Interrupted;
+    }
     if (index.failed() || (index.found() > 0 && !prepared))
         return jobFailed(session, Cli::tr("%1: l'indice non è stato scritto").arg(given));
     return errors.isEmpty() ? ExitStatus::Done : ExitStatus::SomeFailed;

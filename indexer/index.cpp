@@ -83,7 +83,7 @@ bool Index::rebuild(const QString &root)
 {
     start(root);
     Q_EMIT progressValueChanged(0);
-    if (root.isEmpty() || !scan()) {
+    if (root.isEmpty() || !scan() || isStopped()) {
         m_failed = true;
         return false;
     }
@@ -159,7 +159,10 @@ void Index::build()
         return; // required: nothing is written, not even by an update of a memory whose songs are
                 // gone
     std::vector<IndexCandidate> candidates = matchEntries(m_entries, m_songs, m_root);
-    readSongs(candidates);
+    if (!readSongs(candidates)) {
+        m_failed = true;
+        return;
+    }
     if (!m_changed)
         return;
     m_entries.clear();
@@ -173,8 +176,9 @@ void Index::build()
         writeFiles();
 }
 
-/** Reads what is new or changed, in path order, and marks what is gone with the number -1. */
-void Index::readSongs(std::vector<IndexCandidate> &candidates)
+/** Reads what is new or changed, in path order, and marks what is gone with the number -1. False:
+ * stopped before the last one. */
+bool Index::readSongs(std::vector<IndexCandidate> &candidates)
 {
     Q_EMIT progressMaxSetup(m_found);
     qDebug() << "create title index";
@@ -185,6 +189,8 @@ void Index::readSongs(std::vector<IndexCandidate> &candidates)
 
     int progress = 0;
     for (const int position : SortKeys::byPath(keys)) {
+        if (isStopped())
+            return false;
         IndexCandidate &candidate = candidates[static_cast<std::size_t>(position)];
         Q_EMIT currentPathChanged(candidate.entry.absolutePath);
         const bool isThere =
@@ -196,6 +202,7 @@ void Index::readSongs(std::vector<IndexCandidate> &candidates)
         Q_EMIT progressValueChanged(++progress);
     }
     Q_EMIT currentPathChanged(QString());
+    return true;
 }
 
 void Index::writeFiles()

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QVector>
 
+#include <functional>
 #include <vector>
 
 struct IndexCandidate;
@@ -25,6 +26,10 @@ public:
     enum SongOrder { ByTitle = 0, ByArtist = 1, ByGenre = 2 };
 
     explicit Index(QObject *parent = nullptr, Disk &disk = Disk::real());
+
+    /** Asked before a rebuild removes the index and before each song is read: once true, the run
+     * fails and writes nothing. */
+    void setStopWhen(std::function<bool()> stopWhen) { m_stopWhen = std::move(stopWhen); }
 
     /**
      * Removes the index and builds it anew from the songs below \a root. True: the memory is
@@ -77,12 +82,14 @@ private:
     bool loadEntries();
     bool scan();
     void build();
-    void readSongs(std::vector<IndexCandidate> &candidates);
+    bool readSongs(std::vector<IndexCandidate> &candidates);
+    bool isStopped() const { return m_stopWhen && m_stopWhen(); }
     void writeFiles();
     bool writeAll();
 
     Disk &m_disk;
     SetAside::Report m_onRecovered;
+    std::function<bool()> m_stopWhen;
     QString m_root;
     std::vector<ScannedSong> m_songs; ///< what the scan found, in its order
     QVector<IndexEntry> m_entries; ///< read back from the old index; then those of the new one

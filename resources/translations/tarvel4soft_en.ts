@@ -495,6 +495,14 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
         <source>%1: appartiene all&apos;indice di una memoria, non può essere sovrascritto</source>
         <translation>%1: it belongs to the index of a memory, which can&apos;t be overwritten</translation>
     </message>
+    <message>
+        <source>%1: interrotto, la memoria è preparata</source>
+        <translation>%1: interrupted, the memory is prepared</translation>
+    </message>
+    <message>
+        <source>%1: interrotto, la memoria non è preparata</source>
+        <translation>%1: interrupted, the memory is not prepared</translation>
+    </message>
 </context>
 <context>
     <name>DataEditDialog</name>

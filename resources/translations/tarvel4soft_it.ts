@@ -495,6 +495,14 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
         <source>%1: appartiene all'indice di una memoria, non può essere sovrascritto</source>
         <translation>%1: appartiene all'indice di una memoria, non può essere sovrascritto</translation>
     </message>
+    <message>
+        <source>%1: interrotto, la memoria è preparata</source>
+        <translation>%1: interrotto, la memoria è preparata</translation>
+    </message>
+    <message>
+        <source>%1: interrotto, la memoria non è preparata</source>
+        <translation>%1: interrotto, la memoria non è preparata</translation>
+    </message>
 </context>
 <context>
     <name>DataEditDialog</name>

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void aFailingStepLeavesNoIndex_data();
     void aFailingStepLeavesNoIndex();
     void anOldIndexThatStaysIsAFailure();
+    void aStoppedRunWritesNothing_data();
+    void aStoppedRunWritesNothing();
     void nothingIsWrittenThroughALink_data();
     void nothingIsWrittenThroughALink();
     void noFifoIsOpened_data();
@@ -194,6 +196,40 @@ void tst_IndexFaults::anOldIndexThatStaysIsAFailure()
     QVERIFY(!index.rebuild(memory.root()));
     QVERIFY(index.failed());
     QVERIFY(!index.deleteIndex(memory.root()));
+}
+
+void tst_IndexFaults::aStoppedRunWritesNothing_data()
+{
+    QTest::addColumn<bool>("update");
+    QTest::addColumn<int>("stopAt"); // the n-th time that it is asked
+    QTest::addColumn<bool>("staysPrepared");
+    QTest::newRow("an update, before the first song") << true << 1 << true;
+    QTest::newRow("an update, before the last song") << true << 4 << true;
+    QTest::newRow("a rebuild, before the old index is removed") << false << 1 << true;
+    QTest::newRow("a rebuild, before the first song") << false << 2 << false;
+    QTest::newRow("a rebuild, before the last song") << false << 5 << false;
+}
+
+void tst_IndexFaults::aStoppedRunWritesNothing()
+{
+    QFETCH(bool, update);
+    QFETCH(int, stopAt);
+    QFETCH(bool, staysPrepared);
+    MemoryFixture memory;
+    memory.prepare();
+    const QByteArray paths = memory.read("index.id3");
+    memory.putMidi(QStringLiteral("/new.mid"), "new");
+    FailingDisk disk;
+    Index index(nullptr, disk);
+    int asked = 0;
+    index.setStopWhen([&] { return ++asked >= stopAt; });
+    QVERIFY(!(update ? index.update(memory.root()) : index.rebuild(memory.root())));
+    QCOMPARE(asked, stopAt);
+    QVERIFY(index.failed() && !index.changed());
+    QVERIFY(!disk.operations.contains(QStringLiteral("write")));
+    QCOMPARE(memory.indexFiles().size(), staysPrepared ? 7 : 0);
+    if (staysPrepared)
+        QCOMPARE(memory.read("index.id3"), paths);
 }
 
 void tst_IndexFaults::nothingIsWrittenThroughALink_data()

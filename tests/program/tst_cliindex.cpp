@@ -16,6 +16,8 @@ private Q_SLOTS:
     void printsARunForPeople();
     void verifiesAMemory_data();
     void verifiesAMemory();
+    void saysWhatAnInterruptedRunLeft_data();
+    void saysWhatAnInterruptedRunLeft();
     void deletesTheIndex();
     void refuses_data();
     void refuses();
@@ -141,6 +143,50 @@ void tst_CliIndex::verifiesAMemory()
     const Run text = program.shell(QStringLiteral("\"$cli\" index verify mem"));
     QCOMPARE(text.out.count('\n'), json.out.count('\n'));
     QCOMPARE(text.status, json.status);
+}
+
+void tst_CliIndex::saysWhatAnInterruptedRunLeft_data()
+{
+    QTest::addColumn<QString>("job");
+    QTest::addColumn<QString>("call"); // the signal comes with the first one
+    QTest::addColumn<QByteArray>("out");
+    QTest::addColumn<QByteArray>("err");
+    const auto row = [](const char *name, const char *job, const char *call, const char *keys,
+                        const char *err) {
+        QTest::newRow(name) << QString::fromLatin1(job) << QString::fromLatin1(call)
+                            << R"({"root":"mem","found":3,)" + QByteArray(keys)
+                + R"(,"errors":[]})"
+                  "\n"
+                            << QByteArray("tarvel4soft-cli: mem: interrupted, the memory is ") + err
+                + '\n';
+    };
+    row("a rebuild that removed the old index", "rebuild", "unlink",
+        R"("changed":false,"prepared":false)", "not prepared");
+    row("a rebuild that did not yet", "rebuild", "getdents64", R"("changed":false,"prepared":true)",
+        "prepared");
+    row("an update that wrote nothing", "update", "getdents64",
+        R"("changed":false,"prepared":true)", "prepared");
+    row("a rebuild that comes to its end", "rebuild", "rename", R"("changed":true,"prepared":true)",
+        "prepared");
+}
+
+void tst_CliIndex::saysWhatAnInterruptedRunLeft()
+{
+    QFETCH(QString, job);
+    QFETCH(QString, call);
+    prepare();
+    const Program program(m_folder->path());
+    if (!hasTool(QStringLiteral("strace"))
+        || program.shell(QStringLiteral("strace -o /dev/null true")).status != 0)
+        QSKIP("strace is missing or may not trace here");
+    const Run run =
+        program.shell(QStringLiteral("cp mem/b.kar mem/c.kar; ASAN_OPTIONS=detect_leaks=0 strace "
+                                     "-f -o /dev/null -e trace=%2 "
+                                     "-e inject=%2:signal=INT:when=1 \"$cli\" index %1 --json mem")
+                          .arg(job, call));
+    QTEST(run.out, "out");
+    QTEST(run.err, "err");
+    QCOMPARE(run.status, 130);
 }
 
 void tst_CliIndex::deletesTheIndex()
