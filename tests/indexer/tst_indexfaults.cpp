@@ -81,6 +81,8 @@ void tst_IndexFaults::lyingIndexesAreMadeGood_data()
     row("an empty title", "title.id3", 4, QByteArray(58, '\0'));
     row("bytes behind the last title", "title.id3", 3 * 64, "x");
     row("bytes behind the last artist", "artist.id3", 5 * 64, QByteArray(63, '\0'));
+    row("a title in lower case", "title.id3", 4, "alfa");
+    row("an artist in lower case", "artist.id3", 4, "ada");
     row("a kind that no song has", "title.id3", 63, hex("0f"));
     row("a group that is none", "artist.id3", 62, hex("0000"));
     row("a count that lies", "artist.id3", 2, hex("7777"));
@@ -196,6 +198,7 @@ void tst_IndexFaults::anOldIndexThatStaysIsAFailure()
     QVERIFY(!index.rebuild(memory.root()));
     QVERIFY(index.failed());
     QVERIFY(!index.deleteIndex(memory.root()));
+    QCOMPARE(memory.indexFiles(), QStringList()); // but that one all are gone
 }
 
 void tst_IndexFaults::aStoppedRunWritesNothing_data()

@@ -27,6 +27,9 @@ private Q_SLOTS:
     void updateWithoutSongsWritesNothing();
     void titlesAndArtistsCutShortAreReadAgain_data();
     void titlesAndArtistsCutShortAreReadAgain();
+    void foreignNumbersAreReplaced();
+    void unknownAttributeBitsAreDropped();
+    void songsThatAllVanishDuringARunAreAFailure();
 
 private:
     static QMap<QString, QByteArray> snapshot(const MemoryFixture &memory)
@@ -265,6 +268,53 @@ void tst_IndexUpdate::titlesAndArtistsCutShortAreReadAgain()
     const auto before = snapshot(memory);
     QVERIFY(QFile::resize(memory.path(u'/' + name), size));
     QVERIFY(Index().update(memory.root()));
+    QVERIFY(snapshot(memory) == before);
+}
+
+void tst_IndexUpdate::foreignNumbersAreReplaced()
+{
+    MemoryFixture memory;
+    memory.prepare();
+    const auto before = snapshot(memory);
+    for (int i = 0; i < 3; ++i) {
+        const QByteArray number = QByteArray(3, '\0') + char(10 + i);
+        memory.patch("index.id3", 270 * i, number);
+        memory.patch("title.id3", 64 * i, number);
+    }
+    for (const auto &[record, number] : {std::pair{1, 10}, {2, 12}, {4, 11}})
+        memory.patch("artist.id3", 64 * record + 3, QByteArray(1, char(number)));
+    Index index;
+    QVERIFY(index.update(memory.root()));
+    QVERIFY(index.changed());
+    QVERIFY(snapshot(memory) == before);
+}
+
+/** Kind and markers are kept, without the song being read. */
+void tst_IndexUpdate::unknownAttributeBitsAreDropped()
+{
+    MemoryFixture memory;
+    memory.prepare();
+    memory.patch("title.id3", 63, hex("fb"));
+    memory.putMidi(QStringLiteral("/new.mid"), "new");
+    QVERIFY(Index().update(memory.root()));
+    QCOMPARE(memory.read("title.id3").mid(63, 1).toHex(), QByteArray("0b"));
+}
+
+void tst_IndexUpdate::songsThatAllVanishDuringARunAreAFailure()
+{
+    MemoryFixture memory;
+    memory.prepare();
+    const QStringList songs = QDir(memory.root()).entryList({QStringLiteral("*.mid")});
+    for (const QString &name : songs)
+        memory.put(u'/' + name, midi0(), QDateTime(QDate(2010, 1, 1), QTime(0, 0)));
+    const auto before = snapshot(memory);
+    Index index;
+    QObject::connect(&index, &Index::progressMaxSetup, [&] {
+        for (const QString &name : songs)
+            QFile::remove(memory.path(u'/' + name));
+    });
+    QVERIFY(!index.update(memory.root()));
+    QVERIFY(index.failed() && !index.changed());
     QVERIFY(snapshot(memory) == before);
 }
 

@@ -77,6 +77,11 @@ void tst_SongReader::texts_data()
     row("MIDI: an event before the first track's first event does not count", "a.mid",
         "MThd" + hex("00000006 0000 0001 0060") + hex("FF0304") + "Alfa" + QByteArray(20, '\0'),
         "A|<UNKNOWN>|<UNKNOWN>");
+    const QByteArray header = "MThd" + hex("00000006 0000 0001 0060");
+    row("MIDI: an event at byte 21 does not count", "a.mid",
+        header + QByteArray(7, '\0') + hex("FF0304") + "Alfa", "A|<UNKNOWN>|<UNKNOWN>");
+    row("MIDI: an event at byte 22 counts", "a.mid",
+        header + QByteArray(8, '\0') + hex("FF0304") + "Alfa", "ALFA|<UNKNOWN>|<UNKNOWN>");
     row("MIDI: an event that ends at byte 3072 counts", "a.mid",
         midi0().leftJustified(3072 - 7, '\0') + hex("FF0304") + "Alfa", "ALFA|<UNKNOWN>|<UNKNOWN>");
     row("MIDI: an event that ends behind byte 3072 does not", "a.mid",
