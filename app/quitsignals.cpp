@@ -3,11 +3,15 @@
 #include <QSocketNotifier>
 
 #ifdef Q_OS_UNIX
-
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
+#endif
+
+namespace tarvel4 {
+
+#ifdef Q_OS_UNIX
 
 namespace {
 
@@ -61,3 +65,5 @@ void QuitSignals::callOnSignal(QObject *context, const std::function<void()> &qu
 }
 
 #endif
+
+} // namespace tarvel4

@@ -2,7 +2,11 @@
 
 #include <functional>
 
+QT_BEGIN_NAMESPACE
 class QObject;
+QT_END_NAMESPACE
+
+namespace tarvel4 {
 
 /** What the system sends to a program that it wants to end. */
 namespace QuitSignals {
@@ -13,3 +17,5 @@ namespace QuitSignals {
 void callOnSignal(QObject *context, const std::function<void()> &quit);
 
 } // namespace QuitSignals
+
+} // namespace tarvel4

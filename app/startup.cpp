@@ -14,6 +14,8 @@
 #include <csignal>
 #endif
 
+namespace tarvel4 {
+
 namespace {
 
 const QLatin1String notChosen("--");
@@ -28,7 +30,8 @@ int Startup::runProgram(int argc, char *argv[])
 
     QApplication app(argc, argv);
     QTranslator translator;
-    Appearance::speak(translator, chooseLanguage(options.language, QLocale::system().language()));
+    Appearance::installLanguage(translator,
+                                chooseLanguage(options.language, QLocale::system().language()));
     Appearance::colourLinks();
     Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
 
@@ -78,3 +81,5 @@ QString Startup::chooseLanguage(const QString &stored, QLocale::Language system)
     UserSettings::setLanguage(chosen);
     return chosen;
 }
+
+} // namespace tarvel4

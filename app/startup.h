@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QString>
 
+namespace tarvel4 {
+
 /** The program, and the steps that lead to its window, in the order in which they are taken. */
 namespace Startup {
 
@@ -31,3 +33,5 @@ void setAttributes();
 QString chooseLanguage(const QString &stored, QLocale::Language system);
 
 } // namespace Startup
+
+} // namespace tarvel4

@@ -1,3 +1,6 @@
+
+using namespace tarvel4;
+
 // Appends and updates rows of the table of the user's songs, against plain prepared statements on
 // the same table.
 #include "db/database.h"

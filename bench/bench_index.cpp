@@ -1,3 +1,6 @@
+
+using namespace tarvel4;
+
 // Builds and updates the index of a memory, against plain walks that make the same system calls on
 // the same files: one that stats, opens and reads 3,072 bytes of each, and one that only stats.
 //   bench_index [SONGS]...     10000 and 60000 when none is given

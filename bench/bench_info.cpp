@@ -1,3 +1,6 @@
+
+using namespace tarvel4;
+
 // The records of a library's songs against bare reads of the same bytes, and of its MP3s against
 // TagLib. Usage: bench_info [SONGS], 10000 by default: 60 % MIDI, 25 % MP3, 15 % MFx.
 

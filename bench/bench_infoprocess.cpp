@@ -1,3 +1,6 @@
+
+using namespace tarvel4;
+
 // `tarvel4soft-cli info --json --recursive`, the whole process from its start to its end, against a
 // C program that reads what is needed of the same songs.
 // Usage: bench_infoprocess [SONGS], by default 10000 MIDI songs, as many MP3s, a tenth of MFx.

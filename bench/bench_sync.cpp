@@ -1,3 +1,6 @@
+
+using namespace tarvel4;
+
 // Synchronises a library of which a third is in the catalogue, beside a program that only rewrites
 // the same bytes into the same files with the same flushing.
 #include "db/database.h"
@@ -8,7 +11,7 @@
 #include "library/messagelog.h"
 #include "library/songpath.h"
 
-#include "silenthost.h"
+#include "bench/silenthost.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,9 +1,12 @@
+
+using namespace tarvel4;
+
 // Copies songs into a folder as the transfer does, and as cp does, with everything flushed on both
 // sides.
 #include "library/filecopier.h"
 #include "library/messagelog.h"
 
-#include "silenthost.h"
+#include "bench/silenthost.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -2,6 +2,8 @@
 
 #include "library/workflowhost.h"
 
+namespace tarvel4 {
+
 /** Says yes to everything and shows nothing. */
 class SilentHost : public WorkflowHost
 {
@@ -9,7 +11,7 @@ public:
     void beginProgress(const ProgressTexts &, int) override {}
     void setProgressMaximum(int) override {}
     void setProgress(int) override {}
-    void breathe() override {}
+    void processPendingEvents() override {}
     void endProgress() override {}
     bool wasCancelled() const override { return false; }
     Answer askNotPublished(const QString &) override { return Answer::YesToAll; }
@@ -20,3 +22,5 @@ public:
     void warning(const QString &, const QString &) override {}
     void critical(const QString &, const QString &, const QStringList &) override {}
 };
+
+} // namespace tarvel4

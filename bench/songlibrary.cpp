@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <random>
 
+namespace tarvel4 {
+
 using namespace SongBytes;
 
 namespace {
@@ -65,3 +67,5 @@ void SongLibrary::make(const QString &folder, const Counts &counts)
     for (int i = 0; i < counts.mfx; ++i)
         write(mfxs.filePath(QStringLiteral("%1.mf3").arg(i)), packed[i % 20]);
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace tarvel4 {
+
 /** The library that the programs about reading songs measure with. */
 namespace SongLibrary {
 
@@ -20,3 +22,5 @@ struct Counts
 void make(const QString &folder, const Counts &counts);
 
 } // namespace SongLibrary
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+namespace tarvel4 {
+
 namespace {
 
 /** An argument's text; none where bytes would be lost, so that no other file is ever named. */
@@ -130,3 +132,5 @@ bool Arguments::fail(ExitStatus status, const QString &text)
     m_error = {status, text};
     return false;
 }
+
+} // namespace tarvel4

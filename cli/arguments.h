@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QVector>
 
+namespace tarvel4 {
+
 /** A long option; the tables of these give both the parsing and the help. */
 struct Option
 {
@@ -62,3 +64,5 @@ private:
     QStringList m_operands;
     Error m_error;
 };
+
+} // namespace tarvel4

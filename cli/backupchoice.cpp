@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+namespace tarvel4 {
+
 bool chooseBackup(Session &session, const QString &dir, const QStringList &files)
 {
     TerminalHost &host = session.host;
@@ -32,3 +34,5 @@ void sayWhyNoBackup(Session &session, const LibraryBackup &backup, const QString
     if (backup.failed().isEmpty() && backup.folder().isEmpty() && !session.host.wasCancelled())
         session.host.say(Cli::tr("%1: non può essere scritto").arg(dir));
 }
+
+} // namespace tarvel4

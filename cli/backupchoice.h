@@ -2,6 +2,8 @@
 
 #include "cli/command.h"
 
+namespace tarvel4 {
+
 class LibraryBackup;
 
 /**
@@ -12,3 +14,5 @@ bool chooseBackup(Session &session, const QString &dir, const QStringList &files
 
 /** Names what a backup into \a dir failed at: songs, or the folder itself. */
 void sayWhyNoBackup(Session &session, const LibraryBackup &backup, const QString &dir);
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include "cli/texts.h"
 #include "library/librarybackup.h"
 
+namespace tarvel4 {
+
 namespace {
 
 ExitStatus runBackup(const Arguments &arguments, Session &session)
@@ -43,3 +45,5 @@ Command backupCommand()
             INT_MAX,
             runBackup};
 }
+
+} // namespace tarvel4

@@ -5,6 +5,8 @@
 #include "db/database.h"
 #include "library/songpath.h"
 
+namespace tarvel4 {
+
 namespace {
 
 ExitStatus printList(const QStringList &values, const char *key, Session &session)
@@ -81,3 +83,5 @@ Command catalogueCommand()
             0,
             runCatalogue};
 }
+
+} // namespace tarvel4

@@ -6,6 +6,8 @@
 
 #include <climits>
 
+namespace tarvel4 {
+
 /** What a command works with besides its arguments. */
 struct Session
 {
@@ -50,3 +52,5 @@ void sayNotCopied(Session &session, const QStringList &files);
 
 /** Says why the job could not be done. */
 ExitStatus jobFailed(Session &session, const QString &text);
+
+} // namespace tarvel4

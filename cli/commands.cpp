@@ -1,6 +1,8 @@
 #include "cli/command.h"
 #include "cli/texts.h"
 
+namespace tarvel4 {
+
 QVector<Command> allCommands()
 {
     return {infoCommand(),  editCommand(), syncCommand(),    backupCommand(),   transferCommand(),
@@ -32,3 +34,5 @@ ExitStatus jobFailed(Session &session, const QString &text)
     session.host.say(text);
     return ExitStatus::Failed;
 }
+
+} // namespace tarvel4

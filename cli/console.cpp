@@ -14,6 +14,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+namespace tarvel4 {
+
 namespace {
 
 volatile std::sig_atomic_t s_interrupted = 0;
@@ -137,3 +139,5 @@ bool Console::interrupted()
 {
     return s_interrupted != 0;
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QByteArray>
 
+namespace tarvel4 {
+
 /** The process's streams, locale and signals: the one place that speaks to the system, not to Qt.
  */
 namespace Console {
@@ -30,3 +32,5 @@ bool readLine(QByteArray &line);
 bool interrupted();
 
 } // namespace Console
+
+} // namespace tarvel4

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+namespace tarvel4 {
+
 namespace {
 
 /** The changes that a command line asks for. */
@@ -166,3 +168,5 @@ Command editCommand()
             INT_MAX,
             runEdit};
 }
+
+} // namespace tarvel4

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace tarvel4 {
+
 /** How a command ended, as the shell sees it. */
 enum class ExitStatus {
     Done = 0,
@@ -8,3 +10,5 @@ enum class ExitStatus {
     Failed = 3, ///< the job could not be done
     Interrupted = 130, ///< the file in hand was finished, the rest not begun
 };
+
+} // namespace tarvel4

@@ -3,11 +3,13 @@
 #include "cli/songpaths.h"
 #include "cli/songrecord.h"
 #include "cli/texts.h"
-#include "songs/disk.h"
 #include "songs/metasong.h"
-#include "songs/newfile.h"
+#include "storage/disk.h"
+#include "storage/newfile.h"
 
 #include <QFileInfo>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -60,3 +62,5 @@ Command extractCommand()
             1,
             runExtract};
 }
+
+} // namespace tarvel4

@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QJsonArray>
 
+namespace tarvel4 {
+
 namespace {
 
 ExitStatus build(bool (Index::*job)(const QString &), const QString &root, const QString &given,
@@ -94,3 +96,5 @@ Command indexCommand()
             2,
             runIndex};
 }
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 #include "cli/texts.h"
 #include "songs/metasong.h"
 
+namespace tarvel4 {
+
 namespace {
 
 ExitStatus runInfo(const Arguments &arguments, Session &session)
@@ -45,3 +47,5 @@ Command infoCommand()
             INT_MAX,
             runInfo};
 }
+
+} // namespace tarvel4

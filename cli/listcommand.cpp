@@ -5,12 +5,14 @@
 #include "cli/texts.h"
 #include "indexer/index.h"
 #include "indexer/songlistwriter.h"
-#include "songs/newfile.h"
+#include "storage/newfile.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 
 #include <optional>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -125,3 +127,5 @@ Command listCommand()
             1,
             runList};
 }
+
+} // namespace tarvel4

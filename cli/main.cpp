@@ -6,6 +6,8 @@
 #include <QLocale>
 #include <QTranslator>
 
+using namespace tarvel4;
+
 namespace {
 
 bool isItalian()

@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+namespace tarvel4 {
+
 bool openCatalogue(Database &db, Session &session)
 {
     const bool isThere = session.catalogue.isEmpty() || QFileInfo(session.catalogue).isFile();
@@ -14,3 +16,5 @@ bool openCatalogue(Database &db, Session &session)
     session.host.say(Cli::tr("il catalogo non può essere letto"));
     return false;
 }
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include "cli/command.h"
 #include "cli/texts.h"
 
+namespace tarvel4 {
+
 void sayObstacle(Session &session, const QString &target, OutputTarget::Obstacle obstacle)
 {
     using OutputTarget::Obstacle;
@@ -22,3 +24,5 @@ void sayObstacle(Session &session, const QString &target, OutputTarget::Obstacle
         break;
     }
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace tarvel4 {
+
 bool isUnprintable(QChar character)
 {
     const ushort code = character.unicode();
@@ -24,3 +26,5 @@ QString printable(const QString &text)
     }
     return shown;
 }
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int helpColumn = 28;
@@ -125,7 +127,7 @@ ExitStatus Program::execute(const Command &command, const Arguments &arguments) 
     RecordWriter records(arguments.has("json") ? Record::Json : Record::Text,
                          [&host, isTerminal](const QByteArray &bytes) {
                              if (isTerminal)
-                                 host.makeRoom();
+                                 host.hideProgress();
                              return Console::write(Console::Output, bytes);
                          });
     host.setStopWhen([&records] { return records.failed(); });
@@ -177,3 +179,5 @@ QString Program::help(const Command &command) const
     text += QLatin1Char('\n') + Cli::tr("Opzioni di ogni comando:") + QLatin1Char('\n');
     return text + lines(globalOptions());
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include "cli/command.h"
 
+namespace tarvel4 {
+
 /** The program from its words to its exit status: finds the command, and answers help itself. */
 class Program
 {
@@ -22,3 +24,5 @@ private:
 
     QVector<Command> m_commands;
 };
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 #include "cli/printable.h"
 #include "cli/texts.h"
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr qint64 redrawMilliseconds = 100;
@@ -77,3 +79,5 @@ QString ProgressLine::text() const
     return count
         + Cli::tr(", %1/s, ancora %2").arg(perSecond, 0, 'f', 1).arg(minutesAndSeconds(left));
 }
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include <QElapsedTimer>
 #include <QString>
 
+namespace tarvel4 {
+
 /** The progress of a job as one line of standard error that is redrawn in place. */
 class ProgressLine
 {
@@ -35,3 +37,5 @@ private:
     QElapsedTimer m_sinceBegin;
     QElapsedTimer m_sinceDrawn;
 };
+
+} // namespace tarvel4

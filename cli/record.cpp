@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace tarvel4 {
+
 namespace {
 
 bool isJsonSyntax(QChar character)
@@ -140,3 +142,5 @@ void Record::end()
     if (m_format == Text)
         m_bytes += '\n';
 }
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 #include <QJsonValue>
 #include <QString>
 
+namespace tarvel4 {
+
 /**
  * One record of a command's output, written field by field in the order of the calls: as a JSON
  * object on one line, or for people as one line "key: value" a field.
@@ -37,3 +39,5 @@ private:
     Format m_format;
     QByteArray m_bytes;
 };
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include "cli/printable.h"
 
+namespace tarvel4 {
+
 RecordWriter::RecordWriter(Record::Format format, Sink sink)
     : m_format(format)
     , m_sink(std::move(sink))
@@ -24,3 +26,5 @@ void RecordWriter::writeRaw(const QByteArray &bytes)
     if (!m_failed)
         m_failed = !m_sink(bytes);
 }
+
+} // namespace tarvel4

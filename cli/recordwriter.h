@@ -4,6 +4,8 @@
 
 #include <functional>
 
+namespace tarvel4 {
+
 /** Where a command's records go: each is written whole as soon as it is ready. */
 class RecordWriter
 {
@@ -34,3 +36,5 @@ private:
     bool m_isFirst = true;
     bool m_failed = false;
 };
+
+} // namespace tarvel4

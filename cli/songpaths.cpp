@@ -4,15 +4,17 @@
 #include "cli/terminalhost.h"
 #include "cli/texts.h"
 #include "library/folderscan.h"
-#include "songs/disk.h"
 #include "songs/metasong.h"
-#include "songs/setaside.h"
+#include "storage/disk.h"
+#include "storage/recovery.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
+
+namespace tarvel4 {
 
 QString withoutSlash(const QString &folder)
 {
@@ -81,12 +83,12 @@ bool SongPaths::isUsable(const QString &path, bool recursive, SetAsideFile setAs
 {
     const QString file = Arguments::onDisk(path);
     const QFileInfo info(file);
-    const bool isSetAside = QFileInfo(SetAside::pathOf(file)).isFile();
+    const bool isSetAside = QFileInfo(Recovery::recoveryPathOf(file)).isFile();
     if (!path.isEmpty() && !info.exists() && isSetAside && setAside == SetAsideFile::Counts)
         return true;
     if (path.isEmpty() || !info.exists()) {
         m_host.say(isSetAside ? Cli::tr("%1: un'interruzione lo ha lasciato come %2")
-                                    .arg(path, SetAside::pathOf(path))
+                                    .arg(path, Recovery::recoveryPathOf(path))
                               : Cli::tr("%1: non esiste").arg(path));
         return false;
     }
@@ -103,8 +105,8 @@ bool SongPaths::isUsable(const QString &path, bool recursive, SetAsideFile setAs
 
 void SongPaths::recover(const QString &file)
 {
-    const SetAside::Outcome outcome = SetAside::recover(Disk::real(), file, MetaSong::isSong);
-    if (outcome != SetAside::Outcome::NoneThere)
+    const Recovery::Result outcome = Recovery::recover(Disk::real(), file, MetaSong::isSong);
+    if (outcome != Recovery::Result::NoneThere)
         m_host.recovered(file, outcome);
 }
 
@@ -123,3 +125,5 @@ void SongPaths::walk(const QString &folder)
             m_hasSkipped = true;
         });
 }
+
+} // namespace tarvel4

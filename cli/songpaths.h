@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <QVector>
 
+namespace tarvel4 {
+
 class TerminalHost;
 
 /** A song as the user named it, and as Qt must be told it. */
@@ -50,3 +52,5 @@ private:
     QVector<SongPath> m_songs;
     bool m_hasSkipped = false;
 };
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+namespace tarvel4 {
+
 void addSong(Record &record, const QString &path, const SongInfo &info)
 {
     record.addText("name", path.mid(path.lastIndexOf(QLatin1Char('/')) + 1));
@@ -47,3 +49,5 @@ Record errorRecord(Record record, const QString &path, const char *error)
     record.addText("error", QLatin1String(error));
     return record;
 }
+
+} // namespace tarvel4

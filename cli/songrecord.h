@@ -3,6 +3,8 @@
 #include "cli/record.h"
 #include "songs/songinfo.h"
 
+namespace tarvel4 {
+
 /** The error of a file that is no song. */
 constexpr char unknownFile[] = "Unknown/corrupted file";
 
@@ -17,3 +19,5 @@ Record songRecord(Record record, const QString &path, const SongInfo &info);
 
 /** Fills the record of one that something went wrong with. */
 Record errorRecord(Record record, const QString &path, const char *error);
+
+} // namespace tarvel4

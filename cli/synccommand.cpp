@@ -12,6 +12,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+namespace tarvel4 {
+
 namespace {
 
 const char *statusText(UpdateOutcome outcome, bool dryRun)
@@ -123,7 +125,7 @@ private:
     bool m_hasFailures = false;
 };
 
-LibraryUpdate::Unpublished unpublished(const QString &answer)
+LibraryUpdate::UnpublishedPolicy unpublished(const QString &answer)
 {
     return {answer == QLatin1String("ask"), answer != QLatin1String("no")};
 }
@@ -204,3 +206,5 @@ Command syncCommand()
             INT_MAX,
             runSync};
 }
+
+} // namespace tarvel4

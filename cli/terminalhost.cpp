@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace tarvel4 {
+
 namespace {
 
 /** The answer that a typed line gives, in English or Italian. */
@@ -51,7 +53,7 @@ bool TerminalHost::canAsk()
 
 void TerminalHost::say(const QString &text)
 {
-    makeRoom();
+    hideProgress();
     Console::write(Console::Error, "tarvel4soft-cli: " + printable(text).toUtf8() + '\n');
 }
 
@@ -80,15 +82,15 @@ bool TerminalHost::wasCancelled() const
     return m_hasNameClash || Console::interrupted() || (m_stopWhen && m_stopWhen());
 }
 
-void TerminalHost::recovered(const QString &path, SetAside::Outcome outcome)
+void TerminalHost::recovered(const QString &path, Recovery::Result outcome)
 {
-    if (outcome == SetAside::Outcome::GivenBack)
+    if (outcome == Recovery::Result::GivenBack)
         say(Cli::tr("%1: rimesso al suo posto dopo un'interruzione").arg(path));
-    else if (outcome == SetAside::Outcome::Removed)
+    else if (outcome == Recovery::Result::Removed)
         say(Cli::tr("%1: tolta la vecchia copia lasciata da un'interruzione").arg(path));
     else
         say(Cli::tr("%1: la vecchia copia lasciata da un'interruzione resta come %2")
-                .arg(path, SetAside::pathOf(path)));
+                .arg(path, Recovery::recoveryPathOf(path)));
 }
 
 Answer TerminalHost::askNotPublished(const QString &fileName)
@@ -141,7 +143,7 @@ void TerminalHost::critical(const QString &, const QString &text, const QStringL
 Answer TerminalHost::ask(const QString &question)
 {
     const QString choices = Cli::tr("[s] sì, [t] sì a tutti, [n] no, [o] no a tutti");
-    makeRoom();
+    hideProgress();
     QByteArray line;
     do {
         Console::write(Console::Error,
@@ -153,3 +155,5 @@ Answer TerminalHost::ask(const QString &question)
     } while (!answerOf(QString::fromUtf8(line)));
     return *answerOf(QString::fromUtf8(line));
 }
+
+} // namespace tarvel4

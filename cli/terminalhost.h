@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace tarvel4 {
+
 /**
  * Answers the workflows from the terminal: questions and messages on standard error, progress as a
  * line of it, answers given beforehand by options.
@@ -36,16 +38,16 @@ public:
     /** A line on standard error, ahead of which the program's name stands. */
     void say(const QString &text);
     /** Clears the progress line, for output that shares its terminal. */
-    void makeRoom() { m_progress.hide(); }
+    void hideProgress() { m_progress.hide(); }
 
     void beginProgress(const ProgressTexts &texts, int maximum) override;
     void setProgressMaximum(int maximum) override;
     void setProgress(int value) override;
-    void breathe() override {}
+    void processPendingEvents() override {}
     void endProgress() override;
     bool wasCancelled() const override;
 
-    void recovered(const QString &path, SetAside::Outcome outcome) override;
+    void recovered(const QString &path, Recovery::Result outcome) override;
 
     Answer askNotPublished(const QString &fileName) override;
     Answer askOverwrite(const QString &fileName) override;
@@ -66,3 +68,5 @@ private:
     std::function<bool()> m_stopWhen;
     bool m_hasNameClash = false;
 };
+
+} // namespace tarvel4

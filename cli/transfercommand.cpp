@@ -8,6 +8,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace {
 
 /** A folder as the file system knows it; empty, having said why, where there is none. */
@@ -109,3 +111,5 @@ Command transferCommand()
             INT_MAX,
             runTransfer};
 }
+
+} // namespace tarvel4

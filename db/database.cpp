@@ -1,6 +1,6 @@
 #include "db/database.h"
 
-#include "songs/debuglog.h"
+#include "storage/debuglog.h"
 
 #include <QDebug>
 #include <QFile>
@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -288,3 +290,5 @@ void Database::dumpRecord(const SongInfo &record)
     for (const Marker &marker : record.markers)
         qDebug() << "    bar:" << marker.bar << "  text:" << marker.text;
 }
+
+} // namespace tarvel4

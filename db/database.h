@@ -13,6 +13,8 @@ class QSqlQuery;
 class QTemporaryFile;
 QT_END_NAMESPACE
 
+namespace tarvel4 {
+
 /**
  * The maker's catalogue, read-only, and the in-memory table of the user's songs: the two
  * connections of a run; docs/formats.md, Catalogue.
@@ -70,3 +72,5 @@ private:
     FoldedValues m_filenames;
     FoldedValues m_titles;
 };
+
+} // namespace tarvel4

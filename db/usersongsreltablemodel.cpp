@@ -2,6 +2,8 @@
 
 #include <QSqlIndex>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int idColumn = 0;
@@ -180,3 +182,5 @@ int UserSongsRelTableModel::totalRows()
     fetchAll();
     return rowCount();
 }
+
+} // namespace tarvel4

@@ -5,6 +5,8 @@
 #include <QSqlQuery>
 #include <QSqlRelationalTableModel>
 
+namespace tarvel4 {
+
 /**
  * The user's songs as the window's table shows them. Rows are addressed by their number in the
  * table's present order, fetched or not. Rows are written by statements of our own: the base class
@@ -75,3 +77,5 @@ private:
     int m_appended = 0; ///< rows appended since views last saw them
     int m_shown = 0; ///< rows that views saw then
 };
+
+} // namespace tarvel4

@@ -1,6 +1,9 @@
+
+using namespace tarvel4;
+
 // Expands any bytes, and compresses them: a stream of our own must give them back.
 #include "fuzz/fuzzing.h"
-#include "songs/lzhuff.h"
+#include "songs/mfx/lzhuff.h"
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {

@@ -1,6 +1,9 @@
+
+using namespace tarvel4;
+
 // Parses any bytes as an MFx header, reads every field and writes it.
 #include "fuzz/fuzzing.h"
-#include "songs/mfxheader.h"
+#include "songs/mfx/mfxheader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

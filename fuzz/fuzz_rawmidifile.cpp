@@ -1,6 +1,9 @@
+
+using namespace tarvel4;
+
 // Loads any bytes as a MIDI file, reads every field and writes it.
 #include "fuzz/fuzzing.h"
-#include "songs/rawmidifile.h"
+#include "songs/midi/rawmidifile.h"
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {

@@ -1,3 +1,6 @@
+
+using namespace tarvel4;
+
 // Imports any bytes as a song file, reads it, changes it in both ways, saves it and imports it
 // again.
 #include "fuzz/fuzzing.h"

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <cstdlib>
 
+namespace tarvel4 {
+
 /** What the fuzz targets share. */
 namespace Fuzzing {
 
@@ -29,3 +31,5 @@ inline void require(bool kept)
 }
 
 } // namespace Fuzzing
+
+} // namespace tarvel4

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace tarvel4 {
+
 namespace {
 
 /** What a record holds of a path. */
@@ -168,3 +170,5 @@ std::vector<IndexCandidate> matchEntries(const QVector<IndexEntry> &known,
     matching.appendNew();
     return matching.takeCandidates();
 }
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@
 
 #include <vector>
 
+namespace tarvel4 {
+
 /** An entry of the index to be built, before its song has been read. */
 struct IndexCandidate
 {
@@ -27,3 +29,5 @@ struct IndexCandidate
 std::vector<IndexCandidate> matchEntries(const QVector<IndexEntry> &known,
                                          const std::vector<ScannedSong> &songs,
                                          const QString &root);
+
+} // namespace tarvel4

@@ -9,8 +9,8 @@
 #include "indexer/songreader.h"
 #include "indexer/sortkeys.h"
 #include "songs/metasong.h"
-#include "songs/newfile.h"
-#include "songs/setaside.h"
+#include "storage/newfile.h"
+#include "storage/recovery.h"
 
 #include <QBuffer>
 #include <QDebug>
@@ -18,6 +18,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+
+namespace tarvel4 {
 
 using namespace IndexFormat;
 
@@ -138,7 +140,7 @@ bool Index::scan()
         Q_EMIT errorFromIndex(tr("Impossibile leggere: ") + path);
     };
     memory.onSetAside = [this](const QString &path) {
-        SetAside::recoverAll(m_disk, path, MetaSong::isSong, m_onRecovered);
+        Recovery::recoverAll(m_disk, path, MetaSong::isSong, m_onRecovered);
     };
     memory.onSong = [this](const ScannedSong &song) {
         if (song.relativePath.size() > longestPath) {
@@ -276,3 +278,5 @@ int Index::writeSongList(const QString &root, const QString &target, int order)
                           });
     return NewFile::write(m_disk, target, list.data()) ? 1 : 0;
 }
+
+} // namespace tarvel4

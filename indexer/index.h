@@ -2,14 +2,16 @@
 
 #include "indexer/indexentry.h"
 #include "indexer/memoryscan.h"
-#include "songs/disk.h"
-#include "songs/setaside.h"
+#include "storage/disk.h"
+#include "storage/recovery.h"
 
 #include <QObject>
 #include <QVector>
 
 #include <functional>
 #include <vector>
+
+namespace tarvel4 {
 
 struct IndexCandidate;
 
@@ -61,7 +63,7 @@ public:
 
     /** Told of each file that a power cut had left aside, which update() and rebuild() put in order
      * first. */
-    void setOnRecovered(SetAside::Report report) { m_onRecovered = std::move(report); }
+    void setOnRecovered(Recovery::Report report) { m_onRecovered = std::move(report); }
 
     /** Of the last run: songs counted, whether files were written, and whether one or the old index
      * failed. */
@@ -88,7 +90,7 @@ private:
     bool writeAll();
 
     Disk &m_disk;
-    SetAside::Report m_onRecovered;
+    Recovery::Report m_onRecovered;
     std::function<bool()> m_stopWhen;
     QString m_root;
     std::vector<ScannedSong> m_songs; ///< what the scan found, in its order
@@ -98,3 +100,5 @@ private:
     bool m_failed = false;
     int m_found = 0;
 };
+
+} // namespace tarvel4

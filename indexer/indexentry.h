@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace tarvel4 {
+
 /** One indexed song file. */
 struct IndexEntry
 {
@@ -19,3 +21,5 @@ struct IndexEntry
     quint32 date = 0; ///< last modification, yyyy x 10000 + mm x 100 + dd
     quint32 time = 0; ///< hh x 10000 + mi x 100 + ss
 };
+
+} // namespace tarvel4

@@ -6,6 +6,8 @@
 
 #include <array>
 
+namespace tarvel4 {
+
 /** The names of the player's memory: files, records, fields; docs/formats.md, Player memory. */
 namespace IndexFormat {
 
@@ -120,3 +122,5 @@ enum class Kind : quint8 { Midi = 0, Mp3 = 1, Mf3 = 2, Mf4 = 3, Mf5 = 4 };
 constexpr quint8 highestKind = 4;
 
 } // namespace IndexFormat
+
+} // namespace tarvel4

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <numeric>
 
+namespace tarvel4 {
+
 using namespace IndexFormat;
 
 namespace {
@@ -140,3 +142,5 @@ bool IndexLoader::loadArtists()
     }
     return true;
 }
+
+} // namespace tarvel4

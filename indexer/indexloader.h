@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+namespace tarvel4 {
+
 /** Reads the index of a prepared memory back; docs/formats.md, Player memory. */
 class IndexLoader
 {
@@ -18,7 +20,7 @@ public:
     /**
      * Reads path, title and artist of every record, in the order of the path index; genre is not
      * stored. Records of titles and artists that fit no entry, and what is no whole record behind
-     * them, are passed over. False: a file can't be read, or the path index ends inside a record.
+     * them, are skipped. False: a file can't be read, or the path index ends inside a record.
      */
     bool load();
 
@@ -35,3 +37,5 @@ private:
     QVector<IndexEntry> m_entries;
     std::vector<int> m_byNumber; ///< positions of the entries, ordered by their numbers
 };
+
+} // namespace tarvel4

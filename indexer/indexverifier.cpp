@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <numeric>
 
+namespace tarvel4 {
+
 using namespace IndexFormat;
 using namespace RecordedText;
 
@@ -368,3 +370,5 @@ void IndexVerifier::checkNumfileIndex()
     if (bytes.mid(NumRecord::reservedAt).count('\0') != NumRecord::size - NumRecord::reservedAt)
         report(file, 0, tr("Un numero riservato non è zero"));
 }
+
+} // namespace tarvel4

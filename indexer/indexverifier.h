@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVector>
 
+namespace tarvel4 {
+
 /** One disagreement between an index file and the layout, the other files or the memory. */
 struct IndexProblem
 {
@@ -63,3 +65,5 @@ private:
     QByteArray m_artists; ///< "artist.id3"
     int m_groups = 0;
 };
+
+} // namespace tarvel4

@@ -1,13 +1,15 @@
 #include "indexer/indexwriter.h"
 
 #include "indexer/sortkeys.h"
-#include "songs/disk.h"
+#include "storage/disk.h"
 
 #include <QDebug>
 #include <QFile>
 #include <QtEndian>
 
 #include <algorithm>
+
+namespace tarvel4 {
 
 using namespace IndexFormat;
 
@@ -191,3 +193,5 @@ int IndexWriter::writeNumfileIndex(int titleCount, int artistCount)
         && m_disk.syncVolume(m_root);
     return written ? 0 : -1;
 }
+
+} // namespace tarvel4

@@ -9,6 +9,8 @@
 #include <array>
 #include <vector>
 
+namespace tarvel4 {
+
 class Disk;
 
 /**
@@ -44,3 +46,5 @@ private:
     std::vector<int> m_byTitle; ///< once it is asked for
     std::array<quint32, IndexFormat::AlphaIndex::slots> m_alpha;
 };
+
+} // namespace tarvel4

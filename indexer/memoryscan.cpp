@@ -2,11 +2,13 @@
 
 #include "indexer/indexformat.h"
 #include "indexer/sortkeys.h"
-#include "songs/setaside.h"
+#include "storage/recovery.h"
 
 #include <QStringBuilder>
 
 #include <algorithm>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -23,7 +25,7 @@ bool isWanted(const QString &name, bool isFolder)
         return false;
     if (isFolder)
         return !isOneOf(name, IndexFormat::skippedFolders);
-    if (SetAside::isOne(name))
+    if (Recovery::isRecoveryName(name))
         return true;
     const int point = name.lastIndexOf(u'.');
     return point >= 0 && isOneOf(QStringView(name).mid(point + 1), IndexFormat::songSuffixes);
@@ -48,7 +50,7 @@ FolderListing MemoryScan::list(const QString &path) const
 {
     FolderListing listing(path, isWanted);
     const auto isSetAside = [](const FolderListing::Entry &entry) {
-        return !entry.isFolder && SetAside::isOne(entry.name);
+        return !entry.isFolder && Recovery::isRecoveryName(entry.name);
     };
     if (!onSetAside || std::none_of(listing.entries().begin(), listing.entries().end(), isSetAside))
         return listing;
@@ -63,7 +65,7 @@ std::vector<MemoryScan::KeyedEntry> MemoryScan::inPathOrder(const FolderListing 
     std::vector<KeyedEntry> entries;
     entries.reserve(listing.entries().size());
     for (const FolderListing::Entry &entry : listing.entries()) {
-        if (!entry.isFolder && SetAside::isOne(entry.name))
+        if (!entry.isFolder && Recovery::isRecoveryName(entry.name))
             continue;
         const QByteArray key = keyOfFolder % '/' % SortKeys::ofPath(entry.name);
         entries.push_back({entry.isFolder ? QByteArray(key % '/') : key, entry});
@@ -114,3 +116,5 @@ bool MemoryScan::isFirstVisit(const FolderListing &listing, bool isLink)
     m_entered.insert(listing.identity());
     return true;
 }
+
+} // namespace tarvel4

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "indexer/folderlisting.h"
+#include "storage/folderlisting.h"
 
 #include <QSet>
 #include <QString>
 
 #include <functional>
+
+namespace tarvel4 {
 
 /** One song file that a scan found. */
 struct ScannedSong
@@ -18,7 +20,7 @@ struct ScannedSong
 
 /**
  * Walks a memory for its songs: regular files with a song's suffix, each folder once. Folders "sfx"
- * and "bridge", in any case, and names that begin with a point are passed over. The walk goes in
+ * and "bridge", in any case, and names that begin with a dot are skipped. The walk goes in
  * path order, so that a rebuild numbers the songs as the ord index lists them.
  */
 class MemoryScan
@@ -28,7 +30,7 @@ public:
     std::function<void(const ScannedSong &song)> onSong;
     std::function<void(const QString &path)>
         onUnreadable; ///< a folder, or a name that can't be represented
-    /** Full path of a folder that holds files set aside (songs/setaside.h), before its songs are
+    /** Full path of a folder that holds files set aside (songs/recovery.h), before its songs are
      * told: it may put them in order. */
     std::function<void(const QString &path)> onSetAside;
 
@@ -54,3 +56,5 @@ private:
     QSet<QByteArray> m_entered; ///< identities of the folders met
     bool m_hasFollowedLink = false;
 };
+
+} // namespace tarvel4

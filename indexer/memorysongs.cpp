@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace tarvel4 {
+
 using namespace IndexFormat;
 
 namespace {
@@ -90,3 +92,5 @@ void MemorySongs::collect(const QString &below, QSet<QString> &entered)
         }
     }
 }
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 #include <QSet>
 #include <QStringList>
 
+namespace tarvel4 {
+
 /**
  * The songs of a memory that belong into its index, for the verifier: a walk of its own, so that a
  * fault of the builder's can't hide itself.
@@ -34,3 +36,5 @@ private:
     QStringList m_songs; ///< paths below the root
     QHash<QString, QStringList> m_left; ///< by what a record can tell of their paths
 };
+
+} // namespace tarvel4

@@ -2,7 +2,7 @@
 
 #include "indexer/index.h"
 #include "indexer/indexformat.h"
-#include "songs/id3format.h"
+#include "songs/id3/id3format.h"
 #include "songs/metasong.h"
 
 #include <QDir>
@@ -10,6 +10,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -61,3 +63,5 @@ OutputTarget::Obstacle OutputTarget::obstacleAt(const QString &path)
         ? Obstacle::Song
         : Obstacle::None;
 }
+
+} // namespace tarvel4

@@ -1,6 +1,10 @@
 #pragma once
 
+QT_BEGIN_NAMESPACE
 class QString;
+QT_END_NAMESPACE
+
+namespace tarvel4 {
 
 /** Files that no list and no song that is taken out of another may be written over. */
 namespace OutputTarget {
@@ -16,3 +20,5 @@ enum class Obstacle {
 Obstacle obstacleAt(const QString &path);
 
 } // namespace OutputTarget
+
+} // namespace tarvel4

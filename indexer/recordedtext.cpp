@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace tarvel4 {
+
 namespace {
 
 /**
@@ -54,3 +56,5 @@ bool RecordedText::OrderCheck::follows(const QByteArray &text)
     m_first = false;
     return inOrder;
 }
+
+} // namespace tarvel4

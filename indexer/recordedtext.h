@@ -2,6 +2,8 @@
 
 #include <QByteArray>
 
+namespace tarvel4 {
+
 /** What the verifier can tell of the texts in an index, which hold ISO 8859-1 and nothing else. */
 namespace RecordedText {
 
@@ -33,3 +35,5 @@ private:
 };
 
 } // namespace RecordedText
+
+} // namespace tarvel4

@@ -5,6 +5,8 @@
 
 #include <QIODevice>
 
+namespace tarvel4 {
+
 namespace {
 
 QString line(const QString &title, const QString &artist, const QString &file)
@@ -49,3 +51,5 @@ bool SongListWriter::write(QIODevice &device, const QVector<IndexEntry> &entries
     }
     return true;
 }
+
+} // namespace tarvel4

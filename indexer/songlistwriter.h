@@ -11,6 +11,8 @@ QT_BEGIN_NAMESPACE
 class QIODevice;
 QT_END_NAMESPACE
 
+namespace tarvel4 {
+
 /** Writes the songs of a memory as a semicolon-separated list; docs/formats.md, Song list. */
 class SongListWriter
 {
@@ -30,3 +32,5 @@ public:
     static bool write(QIODevice &device, const QVector<IndexEntry> &entries, Encoding encoding,
                       const Observer &observer = {});
 };
+
+} // namespace tarvel4

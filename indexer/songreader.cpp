@@ -3,10 +3,10 @@
 #include "indexer/indexentry.h"
 #include "indexer/indexformat.h"
 #include "songs/bytes.h"
-#include "songs/debuglog.h"
-#include "songs/id3format.h"
-#include "songs/mfxheader.h"
-#include "songs/midiformat.h"
+#include "songs/id3/id3format.h"
+#include "songs/mfx/mfxheader.h"
+#include "songs/midi/midiformat.h"
+#include "storage/debuglog.h"
 
 #include <QFile>
 
@@ -19,6 +19,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 #endif
+
+namespace tarvel4 {
 
 namespace {
 
@@ -124,7 +126,7 @@ class MidiWalk
 {
 public:
     /** Looks at each pair of 0xFF and a type; a known event inside the bytes is taken, any other
-     * byte passed over. */
+     * byte skipped. */
     explicit MidiWalk(const QByteArray &bytes)
         : m_bytes(bytes)
     {
@@ -132,7 +134,7 @@ public:
         while (at >= 0 && !isComplete()) {
             const int begin = at + MidiFormat::payloadOffset;
             const int size = Bytes::byteAt(bytes, at + MidiFormat::lengthOffset);
-            const bool isTaken = Bytes::holds(bytes, begin, size)
+            const bool isTaken = Bytes::containsRange(bytes, begin, size)
                 && take(Bytes::byteAt(bytes, at + MidiFormat::typeOffset), begin, size);
             at = Bytes::indexOfByte(bytes, MidiFormat::metaStatus, isTaken ? begin + size : at + 1);
         }
@@ -265,3 +267,5 @@ bool SongReader::read(IndexEntry &entry)
     }
     return true;
 }
+
+} // namespace tarvel4

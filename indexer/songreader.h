@@ -1,5 +1,7 @@
 #pragma once
 
+namespace tarvel4 {
+
 struct IndexEntry;
 
 /** Reads what the index holds of a song from the first bytes of its file; docs/formats.md, Song
@@ -14,3 +16,5 @@ namespace SongReader {
 bool read(IndexEntry &entry);
 
 } // namespace SongReader
+
+} // namespace tarvel4

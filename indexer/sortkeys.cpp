@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+namespace tarvel4 {
+
 namespace {
 
 std::vector<int> allPositions(std::size_t count)
@@ -82,3 +84,5 @@ std::vector<int> SortKeys::byText(const QVector<IndexEntry> &entries, QString In
                    [](const Keyed &entry) { return entry.position; });
     return positions;
 }
+
+} // namespace tarvel4

@@ -8,6 +8,8 @@
 #include <cstring>
 #include <vector>
 
+namespace tarvel4 {
+
 /** What the files of an index are sorted by, computed once a song; docs/formats.md, Player memory.
  */
 namespace SortKeys {
@@ -36,3 +38,5 @@ std::vector<int> byText(const QVector<IndexEntry> &entries, QString IndexEntry::
                         std::vector<int> positions);
 
 } // namespace SortKeys
+
+} // namespace tarvel4

@@ -1,8 +1,8 @@
 #include "library/copybatch.h"
 
-#include "library/filestamp.h"
-#include "library/nativepath.h"
-#include "songs/setaside.h"
+#include "storage/filestamp.h"
+#include "storage/nativepath.h"
+#include "storage/recovery.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -19,6 +19,8 @@
 #endif
 
 #include <filesystem>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -89,27 +91,27 @@ void CopyBatch::removeLeftovers()
     }
 }
 
-CopyBatch::Added CopyBatch::add(const Song &song)
+CopyBatch::StageResult CopyBatch::add(const Song &song)
 {
     Staged staged{song.source,   QString(), song.destination, QString(), song.companionDestination,
                   song.isCounted};
-    const Added songAdded = stage(song.source, staged.temporary);
-    if (songAdded != Added::Yes)
+    const StageResult songAdded = stage(song.source, staged.temporary);
+    if (songAdded != StageResult::Yes)
         return songAdded;
     if (!song.companionSource.isEmpty()) {
-        const Added companionAdded = stage(song.companionSource, staged.companionTemporary);
-        if (companionAdded != Added::Yes) {
+        const StageResult companionAdded = stage(song.companionSource, staged.companionTemporary);
+        if (companionAdded != StageResult::Yes) {
             discard(staged);
             return companionAdded;
         }
-        m_claimed.insert(song.companionDestination.toCaseFolded());
+        m_pending.insert(song.companionDestination.toCaseFolded());
     }
-    m_claimed.insert(song.destination.toCaseFolded());
+    m_pending.insert(song.destination.toCaseFolded());
     m_staged.push_back(staged);
-    return Added::Yes;
+    return StageResult::Yes;
 }
 
-bool CopyBatch::makeRoom(const Song &song)
+bool CopyBatch::hideProgress(const Song &song)
 {
     const QFileInfo old(song.destination);
     const QStorageInfo volume(m_folder);
@@ -131,9 +133,9 @@ bool CopyBatch::isFull() const
     return m_stagedBytes >= batchBytes || m_staged.size() >= batchSongs;
 }
 
-bool CopyBatch::claims(const QString &destination) const
+bool CopyBatch::hasPending(const QString &destination) const
 {
-    return m_claimed.contains(destination.toCaseFolded());
+    return m_pending.contains(destination.toCaseFolded());
 }
 
 void CopyBatch::commit()
@@ -150,7 +152,7 @@ void CopyBatch::commit()
     }
     m_isDirty = m_isDirty || flushed;
     m_staged.clear();
-    m_claimed.clear();
+    m_pending.clear();
     m_stagedBytes = 0;
 }
 
@@ -161,7 +163,7 @@ void CopyBatch::finish()
         flush();
 }
 
-CopyBatch::Added CopyBatch::stage(const QString &source, QString &temporary)
+CopyBatch::StageResult CopyBatch::stage(const QString &source, QString &temporary)
 {
     QFile target;
     do {
@@ -171,22 +173,22 @@ CopyBatch::Added CopyBatch::stage(const QString &source, QString &temporary)
              && QFileInfo::exists(temporary));
     if (!target.isOpen()) {
         qDebug() << "[copyFiles] WARNING: can't be written:" << temporary << target.errorString();
-        return Added::TargetFailed;
+        return StageResult::TargetFailed;
     }
-    const Added added = copyBytes(source, target);
+    const StageResult added = copyBytes(source, target);
     target.close();
-    if (added != Added::Yes)
+    if (added != StageResult::Yes)
         m_disk.remove(temporary);
     return added;
 }
 
-CopyBatch::Added CopyBatch::copyBytes(const QString &source, QFileDevice &target)
+CopyBatch::StageResult CopyBatch::copyBytes(const QString &source, QFileDevice &target)
 {
     const FileStamp stamp(source);
     QFile file(source);
     if (!stamp.isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         qDebug() << "[copyFiles] WARNING: can't be read:" << source << file.errorString();
-        return Added::SourceFailed;
+        return StageResult::SourceFailed;
     }
     qint64 left = stamp.size();
     while (left > 0) {
@@ -197,34 +199,34 @@ CopyBatch::Added CopyBatch::copyBytes(const QString &source, QFileDevice &target
         if (!m_disk.write(target, block)) {
             qDebug() << "[copyFiles] WARNING: can't be written:" << target.fileName()
                      << target.errorString();
-            return Added::TargetFailed;
+            return StageResult::TargetFailed;
         }
         left -= count;
     }
-    if (left > 0 || !stamp.holds(source)) {
+    if (left > 0 || !stamp.matches(source)) {
         qDebug() << "[copyFiles] WARNING: changed while it was copied:" << source;
-        return Added::SourceFailed;
+        return StageResult::SourceFailed;
     }
     copyPermissions(source, target.fileName());
     if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
         qDebug() << "[copyFiles] WARNING: time not kept:" << source;
     m_stagedBytes += stamp.size();
-    return Added::Yes;
+    return StageResult::Yes;
 }
 
 bool CopyBatch::place(const Staged &song)
 {
     // The companion comes last, since without its song it would stand in the way of the next try.
-    return giveName(song.temporary, song.destination)
+    return publish(song.temporary, song.destination)
         && (song.companionTemporary.isEmpty()
-            || giveName(song.companionTemporary, song.companionDestination));
+            || publish(song.companionTemporary, song.companionDestination));
 }
 
-bool CopyBatch::giveName(const QString &temporary, const QString &destination)
+bool CopyBatch::publish(const QString &temporary, const QString &destination)
 {
     // Disk::replace() keeps the old file too, but flushes three times for each.
     const bool keepsOld = QFileInfo::exists(destination) && m_disk.losesReplacedFiles(destination);
-    const QString old = keepsOld ? SetAside::pathOf(destination) : QString();
+    const QString old = keepsOld ? Recovery::recoveryPathOf(destination) : QString();
     const bool isFree = !keepsOld || (!QFileInfo::exists(old) && m_disk.replace(destination, old));
     if (isFree && m_disk.replace(temporary, destination)) {
         if (keepsOld)
@@ -279,3 +281,5 @@ void CopyBatch::restoreSetAside()
     }
     m_setAside.clear();
 }
+
+} // namespace tarvel4

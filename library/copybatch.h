@@ -1,12 +1,14 @@
 #pragma once
 
-#include "songs/disk.h"
+#include "storage/disk.h"
 
 #include <QByteArray>
 #include <QSet>
 #include <QString>
 
 #include <vector>
+
+namespace tarvel4 {
 
 /**
  * Songs that are copied into a folder together: first under temporary names, and under their own
@@ -16,7 +18,7 @@
 class CopyBatch
 {
 public:
-    enum class Added { Yes, SourceFailed, TargetFailed };
+    enum class StageResult { Yes, SourceFailed, TargetFailed };
 
     /** A song and, where it has one, its companion, which goes wherever the song goes. */
     struct Song
@@ -36,17 +38,17 @@ public:
     void removeLeftovers();
 
     /** Copies a song under a temporary name. When it fails nothing of it remains. */
-    Added add(const Song &song);
+    StageResult add(const Song &song);
 
     /** Makes room for a song that does not fit beside the file that it replaces: removes that file,
      * where the song then fits. */
-    bool makeRoom(const Song &song);
+    bool hideProgress(const Song &song);
 
     /** True when finish() could make no more room. */
     bool isEmpty() const { return m_staged.empty() && m_setAside.empty(); }
     bool isFull() const;
     /** True when a staged file will get this path, without regard to case. */
-    bool claims(const QString &destination) const;
+    bool hasPending(const QString &destination) const;
 
     /** Flushes the staged songs and gives them their names; what stood there before is replaced. */
     void commit();
@@ -75,10 +77,10 @@ private:
         QString destination;
     };
 
-    Added stage(const QString &source, QString &temporary);
-    Added copyBytes(const QString &source, QFileDevice &target);
+    StageResult stage(const QString &source, QString &temporary);
+    StageResult copyBytes(const QString &source, QFileDevice &target);
     bool place(const Staged &song);
-    bool giveName(const QString &temporary, const QString &destination);
+    bool publish(const QString &temporary, const QString &destination);
     void discard(const Staged &song);
     bool flush();
     void removeSetAside();
@@ -88,7 +90,7 @@ private:
     QString m_folder;
     QByteArray m_buffer;
     std::vector<Staged> m_staged;
-    QSet<QString> m_claimed; ///< case-folded destinations of the staged files
+    QSet<QString> m_pending; ///< case-folded destinations of the staged files
     qint64 m_stagedBytes = 0;
     QString m_namePrefix;
     int m_nextName = 0;
@@ -98,3 +100,5 @@ private:
     int m_copied = 0;
     QStringList m_failed;
 };
+
+} // namespace tarvel4

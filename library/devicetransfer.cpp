@@ -9,6 +9,8 @@
 #include <QDebug>
 #include <QDir>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr char songsFolder[] = "songs";
@@ -110,3 +112,5 @@ QString DeviceTransfer::refuse(const QString &text)
     m_host.warning(tr("Trasferimento"), text);
     return QString();
 }
+
+} // namespace tarvel4

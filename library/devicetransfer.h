@@ -2,10 +2,12 @@
 
 #include "library/volume.h"
 #include "library/workflowhost.h"
-#include "songs/disk.h"
+#include "storage/disk.h"
 
 #include <QCoreApplication>
 #include <QStringList>
+
+namespace tarvel4 {
 
 /** Step 3: copies the chosen songs to the player's memory and brings its index up to date. */
 class DeviceTransfer
@@ -49,3 +51,5 @@ private:
     bool m_indexFailed = false;
     bool m_prepared = false;
 };
+
+} // namespace tarvel4

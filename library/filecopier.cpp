@@ -1,15 +1,17 @@
 #include "library/filecopier.h"
 
 #include "library/copybatch.h"
-#include "library/nativepath.h"
 #include "library/songpath.h"
 #include "songs/metasong.h"
+#include "storage/nativepath.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 
 #include <filesystem>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -71,10 +73,9 @@ bool FileCopier::copyFiles(const QStringList &selectedFiles, const QString &dest
     if (selectedFiles.isEmpty())
         return true;
 
-    SetAside::recoverAll(m_disk, destDir, MetaSong::isSong,
-                         [this](const QString &path, SetAside::Outcome outcome) {
-                             m_host.recovered(path, outcome);
-                         });
+    Recovery::recoverAll(
+        m_disk, destDir, MetaSong::isSong,
+        [this](const QString &path, Recovery::Result outcome) { m_host.recovered(path, outcome); });
     CopyBatch batch(m_disk, destDir);
     batch.removeLeftovers();
     const bool complete = copyEach(selectedFiles, destDir, batch);
@@ -116,7 +117,7 @@ bool FileCopier::copySong(const QString &source, const QString &destination, Cop
         return false;
     }
     qDebug() << "Copying file:" << source << "to:" << destination;
-    if (batch.claims(destination))
+    if (batch.hasPending(destination))
         batch.commit();
     if (exists(destination) && !mayReplace(source, destination)) {
         qDebug() << "[copyFiles] kept as it was:" << destination;
@@ -137,7 +138,7 @@ void FileCopier::addToBatch(const QString &source, const QString &destination, C
     if (!song.companionSource.isEmpty()) {
         song.companionDestination =
             destination.chopped(suffixLength) + QLatin1String(companionSuffix);
-        if (batch.claims(song.companionDestination))
+        if (batch.hasPending(song.companionDestination))
             batch.commit();
         // required: nobody is asked about a companion that is there already; its copy fails
         if (!companionOf(destination).isEmpty()) {
@@ -147,15 +148,15 @@ void FileCopier::addToBatch(const QString &source, const QString &destination, C
             m_failed.append(source);
         }
     }
-    CopyBatch::Added added = batch.add(song);
-    if (added == CopyBatch::Added::TargetFailed && !batch.isEmpty()) {
+    CopyBatch::StageResult added = batch.add(song);
+    if (added == CopyBatch::StageResult::TargetFailed && !batch.isEmpty()) {
         // The staged songs take the place of old ones, which makes room.
         batch.finish();
         added = batch.add(song);
     }
-    if (added == CopyBatch::Added::TargetFailed && batch.makeRoom(song))
+    if (added == CopyBatch::StageResult::TargetFailed && batch.hideProgress(song))
         added = batch.add(song);
-    if (added != CopyBatch::Added::Yes && song.isCounted)
+    if (added != CopyBatch::StageResult::Yes && song.isCounted)
         m_failed.append(source);
 }
 
@@ -173,3 +174,5 @@ bool FileCopier::mayReplace(const QString &source, const QString &destination)
         m_displaced.append(*previous);
     return accepted;
 }
+
+} // namespace tarvel4

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "library/workflowhost.h"
-#include "songs/disk.h"
+#include "storage/disk.h"
 
 #include <QHash>
 #include <QStringList>
+
+namespace tarvel4 {
 
 class CopyBatch;
 
@@ -46,3 +48,5 @@ private:
     QHash<QString, QString> m_sources; ///< by case-folded destination
     QStringList m_displaced;
 };
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QSet>
 
+namespace tarvel4 {
+
 namespace {
 
 /** Copies a folder tree, each folder once. */
@@ -56,7 +58,7 @@ private:
         if (QFileInfo::exists(target))
             return false;
         const bool isAdded =
-            batch.add({source, target, QString(), QString(), true}) == CopyBatch::Added::Yes;
+            batch.add({source, target, QString(), QString(), true}) == CopyBatch::StageResult::Yes;
         if (batch.isFull())
             batch.commit();
         return isAdded;
@@ -72,3 +74,5 @@ bool FolderBackup::backupDir(const QString &source, const QString &dest, Disk &d
 {
     return TreeCopy(disk).folder(source, dest);
 }
+
+} // namespace tarvel4

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "songs/disk.h"
+#include "storage/disk.h"
 
 #include <QString>
+
+namespace tarvel4 {
 
 /** The folder copy: a whole tree beside the flat backup of the chosen songs. */
 namespace FolderBackup {
@@ -15,3 +17,5 @@ namespace FolderBackup {
 bool backupDir(const QString &source, const QString &dest, Disk &disk = Disk::real());
 
 } // namespace FolderBackup
+
+} // namespace tarvel4

@@ -1,9 +1,9 @@
 #include "library/folderscan.h"
 
-#include "library/nativepath.h"
 #include "library/workflowlog.h"
-#include "songs/debuglog.h"
-#include "songs/setaside.h"
+#include "storage/debuglog.h"
+#include "storage/nativepath.h"
+#include "storage/recovery.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,6 +14,8 @@
 #include <array>
 #include <filesystem>
 #include <vector>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -54,7 +56,7 @@ bool isSong(const QString &name)
 
 bool isNotSetAside(const QString &name)
 {
-    return !SetAside::isOne(name);
+    return !Recovery::isRecoveryName(name);
 }
 
 /** Walks a folder tree in name order, each folder once. */
@@ -95,7 +97,7 @@ private:
         return true;
     }
 
-    /** The names of a folder, but for those that begin with a point. */
+    /** The names of a folder, but for those that begin with a dot. */
     std::vector<Entry> list(const QString &path)
     {
         std::vector<Entry> entries;
@@ -167,8 +169,8 @@ void addSetAside(const QString &path, QStringList &files, QSet<QString> &entered
         const QString full = path + QLatin1Char('/') + entry.name;
         if (entry.isFolder)
             addSetAside(full, files, entered);
-        else if (entry.isFile && SetAside::isOne(entry.name))
-            files += SetAside::goesBackTo(full);
+        else if (entry.isFile && Recovery::isRecoveryName(entry.name))
+            files += Recovery::goesBackTo(full);
     }
 }
 
@@ -219,3 +221,5 @@ QStringList FolderScan::setAsideBelow(const QString &path)
     addSetAside(path, files, entered);
     return files;
 }
+
+} // namespace tarvel4

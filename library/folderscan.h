@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace tarvel4 {
+
 /** The folder walk: finds the songs of a folder tree. */
 namespace FolderScan {
 
@@ -18,7 +20,7 @@ enum class Files { Songs, All };
 
 /**
  * Calls \a found with each song, or each file, below \a path: regular files in name order,
- * names that begin with a point passed over. Stops when \a found returns false. \a skipped gets
+ * names that begin with a dot are skipped. Stops when \a found returns false. \a skipped gets
  * each entry that can't be reached (a name that is not valid in the locale, an unreadable folder);
  * \a leftFolder is called after each folder below \a path. Changes nothing on any disk.
  */
@@ -26,8 +28,10 @@ bool scanDir(const QString &path, const std::function<bool(const QString &)> &fo
              const std::function<void(const QString &)> &skipped, Files files = Files::Songs,
              const std::function<void()> &leftFolder = {});
 
-/** The files below \a path of which one is set aside (songs/setaside.h), by the names to which they
+/** The files below \a path of which one is set aside (songs/recovery.h), by the names to which they
  * go back. */
 QStringList setAsideBelow(const QString &path);
 
 } // namespace FolderScan
+
+} // namespace tarvel4

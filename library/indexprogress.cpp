@@ -3,10 +3,12 @@
 #include "indexer/index.h"
 #include "library/workflowhost.h"
 
+namespace tarvel4 {
+
 void showProgressOf(Index &index, WorkflowHost &host)
 {
     index.setOnRecovered(
-        [&host](const QString &path, SetAside::Outcome outcome) { host.recovered(path, outcome); });
+        [&host](const QString &path, Recovery::Result outcome) { host.recovered(path, outcome); });
     QObject::connect(&index, &Index::fileFoundChanged,
                      [&host](int count) { host.setProgressValue(count); });
     QObject::connect(&index, &Index::progressMaxSetup,
@@ -14,3 +16,5 @@ void showProgressOf(Index &index, WorkflowHost &host)
     QObject::connect(&index, &Index::progressValueChanged,
                      [&host](int value) { host.setProgressValue(value); });
 }
+
+} // namespace tarvel4

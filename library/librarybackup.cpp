@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QHash>
 
+namespace tarvel4 {
+
 LibraryBackup::LibraryBackup(WorkflowHost &host, Disk &disk, Clock clock)
     : m_host(host)
     , m_disk(disk)
@@ -77,3 +79,5 @@ bool LibraryBackup::fail()
     m_host.critical(tr("Backup"), tr("Backup FALLITO !!!"));
     return false;
 }
+
+} // namespace tarvel4

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "library/workflowhost.h"
-#include "songs/disk.h"
+#include "storage/disk.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -10,6 +10,8 @@
 #include <QVector>
 
 #include <functional>
+
+namespace tarvel4 {
 
 /** Saves the chosen songs into a new, dated folder before they are rewritten. */
 class LibraryBackup
@@ -45,3 +47,5 @@ private:
     int m_copied = 0;
     QStringList m_failed;
 };
+
+} // namespace tarvel4

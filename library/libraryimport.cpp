@@ -6,13 +6,15 @@
 #include "library/songpath.h"
 #include "library/usersettings.h"
 #include "library/workflowlog.h"
-#include "songs/debuglog.h"
-#include "songs/disk.h"
 #include "songs/metasong.h"
+#include "storage/debuglog.h"
+#include "storage/disk.h"
 
 #include <QDebug>
 #include <QFileInfo>
 #include <QSet>
+
+namespace tarvel4 {
 
 LibraryImport::LibraryImport(Database &db, UserSongsRelTableModel &model, WorkflowHost &host)
     : m_db(db)
@@ -85,8 +87,8 @@ void LibraryImport::putInOrder(const QStringList &files)
     for (const QString &file : files)
         folders.insert(QFileInfo(file).path());
     for (const QString &folder : qAsConst(folders)) {
-        SetAside::recoverAll(Disk::real(), folder, MetaSong::isSong,
-                             [this](const QString &path, SetAside::Outcome outcome) {
+        Recovery::recoverAll(Disk::real(), folder, MetaSong::isSong,
+                             [this](const QString &path, Recovery::Result outcome) {
                                  m_host.recovered(path, outcome);
                              });
     }
@@ -95,7 +97,7 @@ void LibraryImport::putInOrder(const QStringList &files)
 void LibraryImport::showCount()
 {
     m_host.setProgress(m_counts.found + m_counts.unknown);
-    m_host.breathe();
+    m_host.processPendingEvents();
 }
 
 void LibraryImport::importSong(const QString &path)
@@ -126,3 +128,5 @@ bool LibraryImport::addSong(const QString &path)
         qDebug() << "[importUserLibrary] WARNING: no row for" << path;
     return true;
 }
+
+} // namespace tarvel4

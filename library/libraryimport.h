@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+namespace tarvel4 {
+
 class Database;
 class UserSongsRelTableModel;
 
@@ -56,3 +58,5 @@ private:
     WorkflowHost &m_host;
     ImportCounts m_counts;
 };
+
+} // namespace tarvel4

@@ -4,12 +4,14 @@
 #include "db/usersongsreltablemodel.h"
 #include "library/librarybackup.h"
 #include "library/workflowlog.h"
-#include "songs/debuglog.h"
+#include "storage/debuglog.h"
 
 #include <QDebug>
 
+namespace tarvel4 {
+
 LibraryUpdate::LibraryUpdate(Database &db, UserSongsRelTableModel &model, WorkflowHost &host,
-                             Unpublished unpublished, Disk &disk)
+                             UnpublishedPolicy unpublished, Disk &disk)
     : m_db(db)
     , m_model(model)
     , m_host(host)
@@ -47,7 +49,7 @@ bool LibraryUpdate::updateRows(int rows)
         m_host.setProgress(row + 1);
         WorkflowLog::songEnd();
         qDebug() << "";
-        m_host.breathe();
+        m_host.processPendingEvents();
     }
     return true;
 }
@@ -100,3 +102,5 @@ bool LibraryUpdate::mayChange(const SongUpdate &song)
     }
     return accepted;
 }
+
+} // namespace tarvel4

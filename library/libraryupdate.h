@@ -8,6 +8,8 @@
 
 #include <functional>
 
+namespace tarvel4 {
+
 class Database;
 class LibraryBackup;
 class UserSongsRelTableModel;
@@ -21,7 +23,7 @@ class LibraryUpdate
 public:
     /** Whether songs that the maker did not publish are asked about, and the answer where they are
      * not. */
-    struct Unpublished
+    struct UnpublishedPolicy
     {
         bool ask = true;
         bool answerForAll = true;
@@ -31,7 +33,7 @@ public:
     using Observer = std::function<void(int row, UpdateOutcome outcome, const SongUpdate &song)>;
 
     LibraryUpdate(Database &db, UserSongsRelTableModel &model, WorkflowHost &host,
-                  Unpublished unpublished, Disk &disk = Disk::real());
+                  UnpublishedPolicy unpublished, Disk &disk = Disk::real());
 
     void setObserver(Observer observer) { m_observer = std::move(observer); }
 
@@ -60,3 +62,5 @@ private:
     Observer m_observer;
     QStringList m_failures;
 };
+
+} // namespace tarvel4

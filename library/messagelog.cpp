@@ -8,6 +8,8 @@
 
 #include <cstdlib>
 
+namespace tarvel4 {
+
 namespace {
 
 const char *tagOf(QtMsgType type)
@@ -90,3 +92,5 @@ QString MessageLog::buildStamp()
 {
     return QStringLiteral(__DATE__ " - " __TIME__);
 }
+
+} // namespace tarvel4

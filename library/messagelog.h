@@ -3,6 +3,8 @@
 #include <QString>
 #include <QtGlobal>
 
+namespace tarvel4 {
+
 /** The log of a run: every debug line of the program, in "log.txt" of the working directory. */
 namespace MessageLog {
 
@@ -33,3 +35,5 @@ void writeBanner();
 QString buildStamp();
 
 } // namespace MessageLog
+
+} // namespace tarvel4

@@ -5,6 +5,8 @@
 
 #include <QDebug>
 
+namespace tarvel4 {
+
 RowEditor::RowEditor(UserSongsRelTableModel &model, WorkflowHost &host, Disk &disk)
     : m_model(model)
     , m_host(host)
@@ -32,7 +34,7 @@ void RowEditor::applyToOthers(const SongInfo &edited, const ApplyToAll &fields, 
         if (!applyToRow(edited, fields, row))
             m_failures.append(m_model.fileNameOf(row));
         m_host.setProgress(row + 1);
-        m_host.breathe();
+        m_host.processPendingEvents();
     }
     m_host.endProgress();
     WorkflowLog::failures("[MainWindow]", m_failures);
@@ -55,3 +57,5 @@ bool RowEditor::applyToRow(const SongInfo &edited, const ApplyToAll &fields, int
         info.title = SongEdit::titleFromPath(path); // required: not the edited title
     return saveRow(song, info, row);
 }
+
+} // namespace tarvel4

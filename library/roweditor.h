@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+namespace tarvel4 {
+
 class UserSongsRelTableModel;
 
 /** The fields of an edited song that are to be written into every song of the table. */
@@ -45,3 +47,5 @@ private:
     Disk &m_disk;
     QStringList m_failures;
 };
+
+} // namespace tarvel4

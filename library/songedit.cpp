@@ -4,6 +4,8 @@
 
 #include <QDebug>
 
+namespace tarvel4 {
+
 SongEdit::SongEdit(Disk &disk)
     : m_disk(disk)
     , m_song(disk)
@@ -50,7 +52,7 @@ QString SongEdit::titleFromPath(const QString &path)
 
 bool SongEdit::write()
 {
-    if (!m_stamp.holds(m_path)) {
+    if (!m_stamp.matches(m_path)) {
         qDebug() << "[SongEdit] WARNING: changed or gone since it was read:" << m_path;
         return false;
     }
@@ -63,3 +65,5 @@ void SongEdit::readInfo(const MetaSong &song)
     m_info.filename = m_path;
     m_info.shortname = SongPath::fileName(m_path);
 }
+
+} // namespace tarvel4

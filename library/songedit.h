@@ -1,7 +1,9 @@
 #pragma once
 
-#include "library/filestamp.h"
 #include "songs/metasong.h"
+#include "storage/filestamp.h"
+
+namespace tarvel4 {
 
 /** The user's own correction of one song: the window's manual edit and the command line's edit.
  * Good for one song and one save. */
@@ -38,3 +40,5 @@ private:
     FileStamp m_stamp;
     SongInfo m_info;
 };
+
+} // namespace tarvel4

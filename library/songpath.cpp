@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+namespace tarvel4 {
+
 QString SongPath::fileName(const QString &path)
 {
     return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
@@ -18,3 +20,5 @@ QString SongPath::catalogueKey(const QString &name)
     static const QRegularExpression extension(QStringLiteral("\\.{1,1}\\w{3,3}$"));
     return QString(name).remove(extension).toUpper();
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace tarvel4 {
+
 /** The names inside a song's path; "/" is the only separator, as everywhere in the program. */
 namespace SongPath {
 
@@ -16,3 +18,5 @@ QString baseName(const QString &path);
 QString catalogueKey(const QString &name);
 
 } // namespace SongPath
+
+} // namespace tarvel4

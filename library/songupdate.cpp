@@ -5,6 +5,8 @@
 
 #include <QDebug>
 
+namespace tarvel4 {
+
 namespace {
 
 QVariantList toVariants(const QVector<Marker> &markers)
@@ -100,7 +102,7 @@ bool SongUpdate::prepare()
 
 bool SongUpdate::perform()
 {
-    if (!m_stamp.holds(m_path)) {
+    if (!m_stamp.matches(m_path)) {
         qDebug() << "[UPDATE] WARNING: changed or gone since it was read:" << m_path;
         return false;
     }
@@ -130,3 +132,5 @@ QVector<FieldChange> SongUpdate::changes() const
     }
     return changes;
 }
+
+} // namespace tarvel4

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "library/filestamp.h"
 #include "songs/metasong.h"
+#include "storage/filestamp.h"
 
 #include <QVariant>
 #include <QVector>
+
+namespace tarvel4 {
 
 class Database;
 
@@ -68,3 +70,5 @@ private:
     SongInfo m_catalogueRecord;
     SongInfo m_after;
 };
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QSettings>
 
+namespace tarvel4 {
+
 namespace {
 
 QSettings store()
@@ -77,3 +79,5 @@ void UserSettings::setMediaRoot(const QString &root)
 {
     write(mediaRootKey, root);
 }
+
+} // namespace tarvel4

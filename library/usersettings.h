@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace tarvel4 {
+
 /** The five settings of the program, each with its default; every call goes to the platform's
  * settings store. */
 namespace UserSettings {
@@ -26,3 +28,5 @@ QString mediaRoot();
 void setMediaRoot(const QString &root);
 
 } // namespace UserSettings
+
+} // namespace tarvel4

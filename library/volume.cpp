@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace tarvel4 {
+
 namespace {
 
 #ifdef Q_OS_WIN
@@ -112,3 +114,5 @@ bool FolderVolume::isSystemDisk(const QString &path) const
     Q_UNUSED(path)
     return false;
 }
+
+} // namespace tarvel4

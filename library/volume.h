@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace tarvel4 {
+
 /** What the transfer must know about the volume that holds a path. */
 class Volume
 {
@@ -39,3 +41,5 @@ public:
 private:
     QString m_root;
 };
+
+} // namespace tarvel4

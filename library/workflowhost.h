@@ -1,9 +1,11 @@
 #pragma once
 
-#include "songs/setaside.h"
+#include "storage/recovery.h"
 
 #include <QString>
 #include <QStringList>
+
+namespace tarvel4 {
 
 /** The texts of a progress display. */
 struct ProgressTexts
@@ -58,13 +60,13 @@ public:
     /** Shows the value and keeps the label; lets pending events pass. */
     virtual void setProgressValue(int value) { setProgress(value); }
     /** Lets pending events pass without moving the progress. */
-    virtual void breathe() = 0;
+    virtual void processPendingEvents() = 0;
     /** Takes the display away; harmless where there is none. */
     virtual void endProgress() = 0;
     virtual bool wasCancelled() const = 0;
 
     /** A file that a power cut had left aside was met before the job began. */
-    virtual void recovered(const QString &path, SetAside::Outcome outcome)
+    virtual void recovered(const QString &path, Recovery::Result outcome)
     {
         Q_UNUSED(path)
         Q_UNUSED(outcome)
@@ -81,3 +83,5 @@ public:
     virtual void critical(const QString &title, const QString &text,
                           const QStringList &details = {}) = 0;
 };
+
+} // namespace tarvel4

@@ -1,9 +1,11 @@
 #include "library/workflowlog.h"
 
-#include "songs/debuglog.h"
+#include "storage/debuglog.h"
 
 #include <QByteArray>
 #include <QDebug>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -34,3 +36,5 @@ void WorkflowLog::failures(const char *operation, const QStringList &paths)
     for (const QString &path : paths)
         qDebug() << operation << "failed:" << path;
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+namespace tarvel4 {
+
 /** The lines of the log that several workflows share. */
 namespace WorkflowLog {
 
@@ -15,3 +17,5 @@ void songEnd();
 void failures(const char *operation, const QStringList &paths);
 
 } // namespace WorkflowLog
+
+} // namespace tarvel4

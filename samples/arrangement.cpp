@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace tarvel4 {
+
 namespace {
 
 using Note = Arrangement::Note;
@@ -274,3 +276,5 @@ Arrangement arrange(const Tune &tune)
 {
     return Arranger(tune).play();
 }
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QVector>
 
+namespace tarvel4 {
+
 /** What is played: the tune's melody, and the accompaniment that its chords and style ask for. */
 struct Arrangement
 {
@@ -49,3 +51,5 @@ struct Arrangement
 /** Plays a tune out. A mistake in its notation (a bar that is too long, an unknown chord) is fatal.
  */
 Arrangement arrange(const Tune &tune);
+
+} // namespace tarvel4

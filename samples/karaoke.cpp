@@ -2,6 +2,8 @@
 
 #include "samples/karaokegraphics.h"
 
+namespace tarvel4 {
+
 namespace {
 
 using Syllable = Arrangement::Syllable;
@@ -83,3 +85,5 @@ QByteArray drawKaraoke(const Tune &tune, const Arrangement &song)
     screen.waitUntil(seconds(song.endTick()) + 1);
     return screen.bytes();
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace tarvel4 {
+
 namespace KaraokeFont {
 
 namespace {
@@ -59,3 +61,5 @@ std::array<quint8, height> glyph(char character)
 }
 
 } // namespace KaraokeFont
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 
 #include <array>
 
+namespace tarvel4 {
+
 /** Letters for a karaoke screen: 5 dots wide and 7 high, capitals only. */
 namespace KaraokeFont {
 
@@ -15,3 +17,5 @@ constexpr int height = 7;
 std::array<quint8, height> glyph(char character);
 
 } // namespace KaraokeFont
+
+} // namespace tarvel4

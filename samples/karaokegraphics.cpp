@@ -4,6 +4,8 @@
 
 #include <QtGlobal>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int packetSize = 24;
@@ -114,3 +116,5 @@ void KaraokeGraphics::addTile(int row, int column, Color color, const QByteArray
     addPacket(tileBlock,
               QByteArray(1, char(Night)) + char(color) + char(row) + char(column) + dots);
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QByteArray>
 
+namespace tarvel4 {
+
 /**
  * Writes the graphics that a karaoke disc carries beside its sound (.cdg): packets of 24 bytes, 300
  * of them a second, each of which may change a little of a screen of 50 by 18 tiles.
@@ -37,3 +39,5 @@ private:
 
     QByteArray m_bytes;
 };
+
+} // namespace tarvel4

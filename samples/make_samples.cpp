@@ -1,3 +1,6 @@
+
+namespace tarvel4 {
+
 // Makes the songs of samples/: make_samples FOLDER. Needs the program lame for the MP3.
 
 #include "samples/arrangement.h"
@@ -5,11 +8,11 @@
 #include "samples/midiwriter.h"
 #include "samples/synth.h"
 
-#include "songs/id3v2tag.h"
-#include "songs/lzhuff.h"
-#include "songs/mfxheader.h"
-#include "songs/midiformat.h"
-#include "songs/rawmidifile.h"
+#include "songs/id3/id3v2tag.h"
+#include "songs/mfx/lzhuff.h"
+#include "songs/mfx/mfxheader.h"
+#include "songs/midi/midiformat.h"
+#include "songs/midi/rawmidifile.h"
 
 #include <QDir>
 #include <QFile>
@@ -161,3 +164,5 @@ int main(int argc, char *argv[])
         std::printf("  %d s, %d bars\n", secondsOf(tune, song), song.bars);
     }
 }
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace tarvel4 {
+
 namespace MidiWriter {
 
 namespace {
@@ -143,3 +145,5 @@ QByteArray write(const Tune &tune, const Arrangement &song, int format)
 }
 
 } // namespace MidiWriter
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+namespace tarvel4 {
+
 /** Writes an arrangement as a Standard MIDI File. */
 namespace MidiWriter {
 
@@ -12,3 +14,5 @@ namespace MidiWriter {
 QByteArray write(const Tune &tune, const Arrangement &song, int format);
 
 } // namespace MidiWriter
+
+} // namespace tarvel4

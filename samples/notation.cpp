@@ -6,6 +6,8 @@
 #include <cmath>
 #include <numeric>
 
+namespace tarvel4 {
+
 namespace Notation {
 
 namespace {
@@ -101,3 +103,5 @@ QVector<QVector<Chord>> readChords(const QByteArray &text)
 }
 
 } // namespace Notation
+
+} // namespace tarvel4

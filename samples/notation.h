@@ -4,6 +4,8 @@
 #include <QList>
 #include <QVector>
 
+namespace tarvel4 {
+
 /** Reads the short notation of tunes; what can't be read ends the program with a message. */
 namespace Notation {
 
@@ -30,3 +32,5 @@ QVector<QVector<Chord>> readChords(const QByteArray &text);
 QList<QByteArray> wordsOf(const QByteArray &text);
 
 } // namespace Notation
+
+} // namespace tarvel4

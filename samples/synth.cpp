@@ -7,6 +7,8 @@
 #include <random>
 #include <vector>
 
+namespace tarvel4 {
+
 namespace Synth {
 
 namespace {
@@ -150,3 +152,5 @@ QByteArray renderWav(const Arrangement &song, int bpm)
 }
 
 } // namespace Synth
+
+} // namespace tarvel4

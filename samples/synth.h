@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+namespace tarvel4 {
+
 /** A small synthesiser, so that the MP3 among the samples is made from nothing but this tree. */
 namespace Synth {
 
@@ -13,3 +15,5 @@ constexpr int sampleRate = 44100;
 QByteArray renderWav(const Arrangement &song, int bpm);
 
 } // namespace Synth
+
+} // namespace tarvel4

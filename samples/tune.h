@@ -4,6 +4,8 @@
 #include <QString>
 #include <QVector>
 
+namespace tarvel4 {
+
 /** A tune as it is written down in tunes.cpp, before anything is played. */
 struct Tune
 {
@@ -44,3 +46,5 @@ struct Tune
 
 /** The seven tunes of samples/; all of them older than anybody who hears them. */
 QVector<Tune> allTunes();
+
+} // namespace tarvel4

@@ -1,5 +1,7 @@
 #include "samples/tune.h"
 
+namespace tarvel4 {
+
 namespace {
 
 // General MIDI, from 0.
@@ -251,3 +253,5 @@ QVector<Tune> allTunes()
     return {santaLucia(),  funiculi(),     bellaCiao(),   fraMartino(),
             donnaMobile(), greensleeves(), auldLangSyne()};
 }
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cstring>
 
+namespace tarvel4 {
+
 /** What the readers of all song formats share: numbers, texts and searches that can't leave the
  * bytes. */
 namespace Bytes {
@@ -17,7 +19,7 @@ inline quint8 byteAt(const QByteArray &bytes, qint64 offset)
     return offset >= 0 && offset < bytes.size() ? quint8(bytes.at(int(offset))) : quint8(0);
 }
 
-inline bool holds(const QByteArray &bytes, qint64 offset, qint64 count)
+inline bool containsRange(const QByteArray &bytes, qint64 offset, qint64 count)
 {
     return offset >= 0 && count >= 0 && offset <= bytes.size() - count;
 }
@@ -34,12 +36,12 @@ template <typename Number> Number bigEndianAt(const QByteArray &bytes, qint64 of
 /** Overwrites the bytes at \a offset with a big-endian number; they must be there. */
 template <typename Number> void putBigEndian(QByteArray &bytes, int offset, Number number)
 {
-    Q_ASSERT(holds(bytes, offset, sizeof(Number)));
+    Q_ASSERT(containsRange(bytes, offset, sizeof(Number)));
     qToBigEndian(number, bytes.data() + offset);
 }
 
 /** Those of the \a count bytes at \a offset that exist. */
-inline QByteArray part(const QByteArray &bytes, qint64 offset, qint64 count)
+inline QByteArray slice(const QByteArray &bytes, qint64 offset, qint64 count)
 {
     if (offset < 0 || offset >= bytes.size() || count <= 0)
         return QByteArray();
@@ -67,3 +69,5 @@ inline int indexOfByte(const QByteArray &bytes, char byte, int from)
 }
 
 } // namespace Bytes
+
+} // namespace tarvel4

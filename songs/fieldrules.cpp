@@ -2,6 +2,8 @@
 
 #include "songs/songfields.h"
 
+namespace tarvel4 {
+
 namespace {
 
 void updateMarkers(SongFields &song, const SongInfo &info)
@@ -86,3 +88,5 @@ void FieldRules::applyUpdate(SongFields &song, const SongInfo &info)
     updateGenre(song, info);
     song.noteChange(info);
 }
+
+} // namespace tarvel4

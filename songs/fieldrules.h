@@ -1,5 +1,7 @@
 #pragma once
 
+namespace tarvel4 {
+
 class SongFields;
 struct SongInfo;
 
@@ -13,3 +15,5 @@ void applyEdit(SongFields &song, const SongInfo &info);
 void applyUpdate(SongFields &song, const SongInfo &info);
 
 } // namespace FieldRules
+
+} // namespace tarvel4

@@ -1,20 +1,22 @@
 #include "songs/metasong.h"
 
-#include "songs/cutpadding.h"
 #include "songs/fieldrules.h"
-#include "songs/filebytes.h"
-#include "songs/inplacerewrite.h"
-#include "songs/lzhuff.h"
-#include "songs/lzhuffformat.h"
-#include "songs/mp3rewrite.h"
-#include "songs/setaside.h"
+#include "songs/id3/mp3rewrite.h"
+#include "songs/mfx/lzhuff.h"
+#include "songs/mfx/lzhuffformat.h"
+#include "songs/midi/cutpadding.h"
 #include "songs/songfields.h"
-#include "songs/songfile.h"
+#include "storage/filebytes.h"
+#include "storage/inplacerewrite.h"
+#include "storage/recovery.h"
+#include "storage/regularfile.h"
 
 #include <QDebug>
 
 #include <algorithm>
 #include <iterator>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -113,7 +115,7 @@ bool MetaSong::importFile(const QString &path)
 
 bool MetaSong::isSong(const QString &path)
 {
-    return MetaSong().importFile(path, SetAside::goesBackTo(path));
+    return MetaSong().importFile(path, Recovery::goesBackTo(path));
 }
 
 /** \a name: what the file is called, for the formats that are recognised by it. */
@@ -233,7 +235,7 @@ bool MetaSong::saveToFile(const QString &path)
         return false;
     }
     if (m_format == Mp3) {
-        SetAside::recover(m_disk, path, isSong); // its name is needed
+        Recovery::recover(m_disk, path, isSong); // its name is needed
         return Mp3Rewrite(m_disk, path).write(m_tag.tag(), m_oldStart, m_tag.audioStart());
     }
 
@@ -299,3 +301,5 @@ QStringList MetaSong::keyList()
 {
     return RawMidiFile::keyList();
 }
+
+} // namespace tarvel4

@@ -1,12 +1,14 @@
 #pragma once
 
-#include "songs/disk.h"
-#include "songs/id3v2tag.h"
-#include "songs/mfxheader.h"
-#include "songs/rawmidifile.h"
+#include "songs/id3/id3v2tag.h"
+#include "songs/mfx/mfxheader.h"
+#include "songs/midi/rawmidifile.h"
 #include "songs/songinfo.h"
+#include "storage/disk.h"
 
 #include <QStringList>
+
+namespace tarvel4 {
 
 class SongFile;
 
@@ -73,3 +75,5 @@ private:
     int m_format = Unknown;
     QByteArray m_oldStart; ///< of the MP3 that was imported: its tag as it was
 };
+
+} // namespace tarvel4

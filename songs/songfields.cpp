@@ -1,5 +1,7 @@
 #include "songs/songfields.h"
 
+namespace tarvel4 {
+
 namespace {
 
 /** A header text that only stands in for one. */
@@ -47,3 +49,5 @@ void Mp3Fields::noteChange(const SongInfo &)
     if (!m_tag.hasEditMark())
         m_tag.addEditMark();
 }
+
+} // namespace tarvel4

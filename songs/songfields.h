@@ -1,9 +1,11 @@
 #pragma once
 
-#include "songs/id3v2tag.h"
-#include "songs/mfxheader.h"
-#include "songs/rawmidifile.h"
+#include "songs/id3/id3v2tag.h"
+#include "songs/mfx/mfxheader.h"
+#include "songs/midi/rawmidifile.h"
 #include "songs/songinfo.h"
+
+namespace tarvel4 {
 
 /** The fields of one song in memory, wherever its format keeps them, so that the rules of an edit
  * and of an update are written once. */
@@ -143,3 +145,5 @@ public:
 private:
     Id3v2Tag &m_tag;
 };
+
+} // namespace tarvel4

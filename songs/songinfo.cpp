@@ -1,8 +1,10 @@
 #include "songs/songinfo.h"
 
-#include "songs/debuglog.h"
+#include "storage/debuglog.h"
 
 #include <QDebug>
+
+namespace tarvel4 {
 
 void SongInfo::clear()
 {
@@ -38,3 +40,5 @@ void dumpSongInfo(const SongInfo &info)
     qDebug() << "MfxFlags   :" << QStringLiteral("0x%1").arg(info.mfxFlags, 0, 16);
     qDebug() << "Dump END ----------------------------------------------------";
 }
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QVector>
 
+namespace tarvel4 {
+
 /** A section marker of a song: the bar it stands at (1-based) and its label. */
 struct Marker
 {
@@ -20,8 +22,8 @@ inline bool operator!=(const Marker &a, const Marker &b)
     return !(a == b);
 }
 
-/** The metadata record that every room shares: read from a song, filled from the catalogue, edited
- * by the user. */
+/** The metadata record that every module shares: read from a song, filled from the catalogue,
+ * edited by the user. */
 struct SongInfo
 {
     QString title;
@@ -46,3 +48,5 @@ struct SongInfo
 
 /** Writes a record to the debug log, labelled, one line a field. */
 void dumpSongInfo(const SongInfo &info);
+
+} // namespace tarvel4

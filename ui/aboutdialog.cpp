@@ -5,6 +5,8 @@
 #include <QDate>
 #include <QLocale>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr char version[] = "1.0";
@@ -47,3 +49,5 @@ QString AboutDialog::buildDate(const QString &compilerDate, const QLocale &local
                            .toDate(compilerDate.simplified(), QStringLiteral("MMM d yyyy"));
     return locale.toString(date, QLocale::ShortFormat);
 }
+
+} // namespace tarvel4

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace Ui {
 class AboutDialog;
 }
@@ -24,3 +26,5 @@ public:
 private:
     std::unique_ptr<Ui::AboutDialog> ui;
 };
+
+} // namespace tarvel4

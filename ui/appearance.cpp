@@ -5,7 +5,9 @@
 #include <QPalette>
 #include <QTranslator>
 
-void Appearance::speak(QTranslator &translator, const QString &language)
+namespace tarvel4 {
+
+void Appearance::installLanguage(QTranslator &translator, const QString &language)
 {
     // required: German speaks English
     const QString file = language == QLatin1String("it") ? QStringLiteral(":/trans/tarvel4soft_it")
@@ -34,3 +36,5 @@ void Appearance::applyStyleSheet(const QString &path)
             QString::fromLatin1(bytes.left(int(qstrnlen(bytes, uint(bytes.size()))))));
     }
 }
+
+} // namespace tarvel4

@@ -6,11 +6,13 @@ QT_BEGIN_NAMESPACE
 class QTranslator;
 QT_END_NAMESPACE
 
+namespace tarvel4 {
+
 /** What the program looks like and speaks: shared by the start-up and the window's actions. */
 namespace Appearance {
 
 /** Loads the texts of a language ("it", "en", "de") and installs them over those in use. */
-void speak(QTranslator &translator, const QString &language);
+void installLanguage(QTranslator &translator, const QString &language);
 
 /** Gives links a colour of the style sheet's palette, which a style sheet itself can't. */
 void colourLinks();
@@ -19,3 +21,5 @@ void colourLinks();
 void applyStyleSheet(const QString &path);
 
 } // namespace Appearance
+
+} // namespace tarvel4

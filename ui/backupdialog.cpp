@@ -3,6 +3,8 @@
 #include "ui/folderchooser.h"
 #include "ui_backupdialog.h"
 
+namespace tarvel4 {
+
 namespace {
 
 enum Result { Cancelled = 0, BackUp = 1, GoOnWithout = 2 };
@@ -51,3 +53,5 @@ void BackupDialog::on_exitPushButton_clicked()
 {
     done(GoOnWithout);
 }
+
+} // namespace tarvel4

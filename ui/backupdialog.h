@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace Ui {
 class BackupDialog;
 }
@@ -33,3 +35,5 @@ private:
     std::unique_ptr<Ui::BackupDialog> ui;
     QString m_backupDir;
 };
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@
 #include <QMessageBox>
 #include <QRegularExpressionValidator>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int secondsPerMinute = 60;
@@ -170,3 +172,5 @@ void DataEditDialog::on_radioButtonTitle2_clicked()
     ui->checkBoxToAllTitle->setEnabled(true);
     ui->titleLineEdit->setText(SongPath::baseName(m_song.filename));
 }
+
+} // namespace tarvel4

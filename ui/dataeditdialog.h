@@ -6,12 +6,15 @@
 
 #include <memory>
 
-namespace Ui {
-class DataEditDialog;
-}
 QT_BEGIN_NAMESPACE
 class QCheckBox;
 QT_END_NAMESPACE
+
+namespace tarvel4 {
+
+namespace Ui {
+class DataEditDialog;
+}
 
 /**
  * Lets the user correct one song's data and say which fields every song of the list shall get;
@@ -60,3 +63,5 @@ private:
     bool m_applyToAllGenre = false;
     bool m_applyToAllTitle = false;
 };
+
+} // namespace tarvel4

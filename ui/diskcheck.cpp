@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QTimer>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int driveLength = 2; // a letter and a colon
@@ -86,3 +88,5 @@ void DiskCheck::readOutput(QProcess &process)
         m_answer = (m_answer + 1) % int(sizeof yesLetters);
     }
 }
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@ QT_BEGIN_NAMESPACE
 class QProcess;
 QT_END_NAMESPACE
 
+namespace tarvel4 {
+
 /** How long the disk check program may take, in milliseconds. */
 struct DiskCheckTimings
 {
@@ -35,3 +37,5 @@ private:
     QByteArray m_tail; ///< the end of the output since the last answer
     int m_answer = 0;
 };
+
+} // namespace tarvel4

@@ -5,6 +5,8 @@
 #include <QStyle>
 #include <QToolTip>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int mostCharacters = 60; // of the preferred width
@@ -59,3 +61,5 @@ QString ElidedLabel::elided() const
     line.replace(QLatin1Char('\n'), QLatin1Char(' '));
     return fontMetrics().elidedText(line, Qt::ElideMiddle, contentsRect().width());
 }
+
+} // namespace tarvel4

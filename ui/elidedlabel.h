@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+namespace tarvel4 {
+
 /**
  * Shows one line of plain text, shortened in its middle where it does not fit, so that no file name
  * stretches a dialog off the screen; the tool tip then holds it whole.
@@ -23,3 +25,5 @@ protected:
 private:
     QString elided() const;
 };
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QScreen>
 
+namespace tarvel4 {
+
 HelpDialog::HelpDialog(QWidget *parent)
     : QDialog(parent)
     , ui(std::make_unique<Ui::HelpDialog>())
@@ -37,3 +39,5 @@ void HelpDialog::loadPage()
     if (page.open(QIODevice::ReadOnly))
         ui->textBrowser->setHtml(QString::fromUtf8(page.readAll()));
 }
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace Ui {
 class HelpDialog;
 }
@@ -25,3 +27,5 @@ private:
 
     std::unique_ptr<Ui::HelpDialog> ui;
 };
+
+} // namespace tarvel4

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QMessageBox>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int paintInterval = 40; // milliseconds
@@ -193,3 +195,5 @@ void IndexDialog::paintNow()
     repaint();
     m_lastPaint.restart();
 }
+
+} // namespace tarvel4

@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace Ui {
 class IndexDialog;
 }
@@ -51,3 +53,5 @@ private:
     bool m_running = false;
     QElapsedTimer m_lastPaint;
 };
+
+} // namespace tarvel4

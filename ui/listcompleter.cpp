@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QListView>
 
+namespace tarvel4 {
+
 ListCompleter::ListCompleter(QComboBox *box)
     : QCompleter(box->model(), box)
 {
@@ -43,3 +45,5 @@ bool ListCompleter::eventFilter(QObject *watched, QEvent *event)
     }
     return QCompleter::eventFilter(watched, event);
 }
+
+} // namespace tarvel4

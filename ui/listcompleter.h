@@ -6,6 +6,8 @@ QT_BEGIN_NAMESPACE
 class QComboBox;
 QT_END_NAMESPACE
 
+namespace tarvel4 {
+
 /**
  * Offers the entries of an editable box that go on from what is typed, in any case of letters. It
  * takes the place of the box's own completer, which on leaving the box would turn a text into an
@@ -24,3 +26,5 @@ public:
 private:
     void offer(const QString &typed);
 };
+
+} // namespace tarvel4

@@ -26,6 +26,8 @@
 #include <QScreen>
 #include <QShortcut>
 
+namespace tarvel4 {
+
 MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::MainWindow>())
@@ -149,7 +151,7 @@ bool MainWindow::updateUserLibrary()
 {
     if (!m_model)
         return false;
-    LibraryUpdate::Unpublished unpublished;
+    LibraryUpdate::UnpublishedPolicy unpublished;
     unpublished.ask = UserSettings::copyrightAsk(m_askCopyright);
     LibraryBackup backup(m_host);
     LibraryUpdate update(m_db, *m_model, m_host, unpublished);
@@ -247,7 +249,7 @@ void MainWindow::chooseLanguage(const QString &language)
 {
     UserSettings::setLanguage(language);
     tickLanguage(language);
-    Appearance::speak(m_translator, language);
+    Appearance::installLanguage(m_translator, language);
 }
 
 void MainWindow::tickLanguage(const QString &language)
@@ -362,3 +364,5 @@ void MainWindow::on_dbgReloadStylePushButton_clicked()
     Appearance::applyStyleSheet(QCoreApplication::applicationDirPath()
                                 + QStringLiteral("/default.qss"));
 }
+
+} // namespace tarvel4

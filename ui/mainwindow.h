@@ -11,12 +11,15 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace Ui {
 class MainWindow;
 }
 class UserSongsRelTableModel;
 
-/** The program's window: wires its three steps, its menus and the song table to the rooms below. */
+/** The program's window: wires its three steps, its menus and the song table to the modules below.
+ */
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -82,3 +85,5 @@ private:
     QStringList m_selectedFiles; ///< of the last import: what backup and transfer copy
     QTranslator m_translator;
 };
+
+} // namespace tarvel4

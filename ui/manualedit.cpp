@@ -10,6 +10,8 @@
 
 #include <QDebug>
 
+namespace tarvel4 {
+
 ManualEdit::ManualEdit(QWidget *window, const Database &db, UserSongsRelTableModel &model,
                        WindowHost &host)
     : m_window(window)
@@ -65,3 +67,5 @@ void ManualEdit::tellUnsaved(QStringList paths)
                    tr("Non è stato possibile salvare i seguenti file:") + QStringLiteral("\n\n")
                        + paths.join(QLatin1Char('\n')));
 }
+
+} // namespace tarvel4

@@ -3,12 +3,15 @@
 #include <QCoreApplication>
 #include <QStringList>
 
-class Database;
-class UserSongsRelTableModel;
-class WindowHost;
 QT_BEGIN_NAMESPACE
 class QWidget;
 QT_END_NAMESPACE
+
+namespace tarvel4 {
+
+class Database;
+class UserSongsRelTableModel;
+class WindowHost;
 
 /** Lets the user correct the song of a row, and carries what was applied to all to the others. */
 class ManualEdit
@@ -30,3 +33,5 @@ private:
     UserSongsRelTableModel &m_model;
     WindowHost &m_host;
 };
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 
 #include <QKeyEvent>
 
+namespace tarvel4 {
+
 namespace {
 
 enum Result { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
@@ -62,3 +64,5 @@ void NoCopyrightDialog::on_noAllPushButton_clicked()
 {
     done(NoToAll);
 }
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace Ui {
 class NoCopyrightDialog;
 }
@@ -37,3 +39,5 @@ private Q_SLOTS:
 private:
     std::unique_ptr<Ui::NoCopyrightDialog> ui;
 };
+
+} // namespace tarvel4

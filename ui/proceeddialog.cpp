@@ -2,6 +2,8 @@
 
 #include "ui_proceeddialog.h"
 
+namespace tarvel4 {
+
 ProceedDialog::ProceedDialog(QWidget *parent)
     : QDialog(parent)
     , ui(std::make_unique<Ui::ProceedDialog>())
@@ -36,3 +38,5 @@ void ProceedDialog::on_noPushButton_clicked()
 {
     reject();
 }
+
+} // namespace tarvel4

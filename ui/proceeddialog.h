@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace Ui {
 class ProceedDialog;
 }
@@ -31,3 +33,5 @@ private Q_SLOTS:
 private:
     std::unique_ptr<Ui::ProceedDialog> ui;
 };
+
+} // namespace tarvel4

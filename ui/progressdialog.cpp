@@ -3,6 +3,8 @@
 #include <QCloseEvent>
 #include <QPushButton>
 
+namespace tarvel4 {
+
 ProgressDialog::ProgressDialog(const ProgressTexts &texts, int maximum, QWidget *parent)
     : QProgressDialog(texts.label, QString(), 0, maximum, parent)
     , m_cancelButton(new QPushButton(texts.cancel))
@@ -35,3 +37,5 @@ void ProgressDialog::closeEvent(QCloseEvent *event)
     Q_EMIT canceled();
     event->ignore();
 }
+
+} // namespace tarvel4

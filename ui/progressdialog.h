@@ -4,6 +4,8 @@
 
 #include <QProgressDialog>
 
+namespace tarvel4 {
+
 /**
  * The progress of one workflow. It is on show from its first moment until the workflow lets it go,
  * so that nothing else of the window can be used meanwhile: cancelling, by whatever road, is kept
@@ -27,3 +29,5 @@ private:
     QPushButton *m_cancelButton;
     bool m_cancelled = false;
 };
+
+} // namespace tarvel4

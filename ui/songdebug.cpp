@@ -4,6 +4,8 @@
 
 #include <QDebug>
 
+namespace tarvel4 {
+
 namespace {
 
 void saveTo(const QString &target, MetaSong &song)
@@ -34,3 +36,5 @@ void SongDebug::addMarker(const QString &path, int row, const QString &text, qui
     song.addMarker(text, bar);
     saveTo(QStringLiteral("test_addmarker.bin"), song);
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+namespace tarvel4 {
+
 /** The developer panel's trials of the song writer; they write into the working directory. */
 namespace SongDebug {
 
@@ -12,3 +14,5 @@ void save(const QString &path, int row);
 void addMarker(const QString &path, int row, const QString &text, quint16 bar);
 
 } // namespace SongDebug
+
+} // namespace tarvel4

@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QMessageBox>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int written = 1;
@@ -114,3 +116,5 @@ int SongsListDialog::writeList(const QString &source, const QString &target)
     connect(&index, &Index::progressValueChanged, this, &SongsListDialog::setProgressValue);
     return index.writeSongList(source, target, ui->orderComboBox->currentIndex());
 }
+
+} // namespace tarvel4

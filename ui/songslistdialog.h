@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 namespace Ui {
 class SongsListDialog;
 }
@@ -29,3 +31,5 @@ private:
 
     std::unique_ptr<Ui::SongsListDialog> ui;
 };
+
+} // namespace tarvel4

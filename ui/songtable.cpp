@@ -7,6 +7,8 @@
 #include <QScrollBar>
 #include <QTableView>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int idColumn = 0;
@@ -49,3 +51,5 @@ void SongTable::removeRow(QTableView &view, UserSongsRelTableModel &model, int r
             model.cellIndex(next, current.isValid() ? current.column() : typeColumn));
     view.verticalScrollBar()->setValue(scrolled);
 }
+
+} // namespace tarvel4

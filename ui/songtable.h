@@ -5,12 +5,15 @@
 QT_BEGIN_NAMESPACE
 class QTableView;
 QT_END_NAMESPACE
+
+namespace tarvel4 {
+
 class UserSongsRelTableModel;
 
 /** How the window's table view shows the user's songs. */
 namespace SongTable {
 
-/** Gives the view its model, its manners and its hidden columns. */
+/** Gives the view its model, its behaviour and its hidden columns. */
 void setUp(QTableView &view, UserSongsRelTableModel &model);
 
 /** Fits the columns to their contents. */
@@ -20,3 +23,5 @@ void resizeColumns(QTableView &view);
 void removeRow(QTableView &view, UserSongsRelTableModel &model, int row);
 
 } // namespace SongTable
+
+} // namespace tarvel4

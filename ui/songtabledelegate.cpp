@@ -9,6 +9,8 @@
 #include <QPainterPath>
 #include <QToolTip>
 
+namespace tarvel4 {
+
 namespace {
 
 /** The mark of a status in a square of side 1, drawn with a pen. */
@@ -132,3 +134,5 @@ int SongTableDelegate::statusOf(const QModelIndex &index) const
 {
     return index.sibling(index.row(), m_statusColumn).data().toInt();
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QStyledItemDelegate>
 
+namespace tarvel4 {
+
 /**
  * Shows beside the first text of a row how the last operation on its song ended, and as a tooltip
  * that or a text that its cell is too narrow for. Song texts are plain text.
@@ -30,3 +32,5 @@ private:
     int m_markColumn;
     int m_statusColumn;
 };
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include <QEvent>
 #include <QPainter>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int margin = 24;
@@ -31,3 +33,5 @@ void SongTableView::changeEvent(QEvent *event)
     if (event->type() == QEvent::LanguageChange)
         viewport()->update();
 }
+
+} // namespace tarvel4

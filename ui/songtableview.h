@@ -2,6 +2,8 @@
 
 #include <QTableView>
 
+namespace tarvel4 {
+
 /** A song table that, while it is empty, says how songs get into it. */
 class SongTableView : public QTableView
 {
@@ -14,3 +16,5 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
 };
+
+} // namespace tarvel4

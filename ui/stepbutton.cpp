@@ -3,6 +3,8 @@
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
 
+namespace tarvel4 {
+
 namespace {
 
 constexpr int gap = 14; // between the picture and the text
@@ -80,3 +82,5 @@ QSize StepButton::frameSize() const
     const QSize contents(100, 100);
     return style()->sizeFromContents(QStyle::CT_ToolButton, &option, contents, this) - contents;
 }
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QToolButton>
 
+namespace tarvel4 {
+
 /** A large tool button, picture and text side by side, whose text breaks into lines. */
 class StepButton : public QToolButton
 {
@@ -21,3 +23,5 @@ private:
     QSize sizeFor(int pictureWidth, int textWidth) const;
     QSize frameSize() const;
 };
+
+} // namespace tarvel4

@@ -5,6 +5,8 @@
 #include "ui/proceeddialog.h"
 #include "ui/progressdialog.h"
 
+namespace tarvel4 {
+
 WindowHost::WindowHost(QWidget *window)
     : m_window(window)
 {}
@@ -34,10 +36,10 @@ void WindowHost::setProgressValue(int value)
 {
     if (m_progressDialog)
         m_progressDialog->setValue(value);
-    breathe();
+    processPendingEvents();
 }
 
-void WindowHost::breathe()
+void WindowHost::processPendingEvents()
 {
     QCoreApplication::processEvents();
 }
@@ -121,3 +123,5 @@ void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QSt
     box.setDetailedText(details.join(u'\n')); // no button for it where there is none
     box.exec();
 }
+
+} // namespace tarvel4

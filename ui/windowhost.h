@@ -7,6 +7,8 @@
 
 #include <memory>
 
+namespace tarvel4 {
+
 class NoCopyrightDialog;
 class ProgressDialog;
 
@@ -28,7 +30,7 @@ public:
     void setProgressMaximum(int maximum) override;
     void setProgress(int value) override;
     void setProgressValue(int value) override;
-    void breathe() override;
+    void processPendingEvents() override;
     void endProgress() override;
     bool wasCancelled() const override;
 
@@ -51,3 +53,5 @@ private:
     std::unique_ptr<ProgressDialog> m_progressDialog;
     bool m_stopped = false;
 };
+
+} // namespace tarvel4

@@ -1,10 +1,12 @@
-#include "cataloguerows.h"
+#include "resources/db/cataloguerows.h"
 
 #include <QSet>
 #include <QStringList>
 
 #include <algorithm>
 #include <random>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -248,3 +250,5 @@ QVector<CatalogueRow> makeCatalogueRows()
     rows[last].filename = QStringLiteral("Q");
     return rows;
 }
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QVector>
 
+namespace tarvel4 {
+
 /** One row of the table Songs, in the order of its columns. */
 struct CatalogueRow
 {
@@ -23,3 +25,5 @@ struct CatalogueRow
  * catalogue has. The same rows at each call.
  */
 QVector<CatalogueRow> makeCatalogueRows();
+
+} // namespace tarvel4

@@ -1,4 +1,4 @@
-#include "cataloguerows.h"
+#include "resources/db/cataloguerows.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -6,6 +6,8 @@
 #include <QSqlQuery>
 #include <QTextStream>
 #include <QVariant>
+
+using namespace tarvel4;
 
 namespace {
 

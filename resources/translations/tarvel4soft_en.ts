@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="it_IT">
 <context>
-    <name>AboutDialog</name>
+    <name>tarvel4::AboutDialog</name>
     <message>
         <source>Informazioni</source>
         <translation>About</translation>
@@ -21,7 +21,7 @@
     </message>
 </context>
 <context>
-    <name>BackupDialog</name>
+    <name>tarvel4::BackupDialog</name>
     <message>
         <source>Backup</source>
         <translation>Backup</translation>
@@ -505,7 +505,7 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
 </context>
 <context>
-    <name>DataEditDialog</name>
+    <name>tarvel4::DataEditDialog</name>
     <message>
         <source>Modifica Dati</source>
         <translation>Edit data</translation>
@@ -647,14 +647,14 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
 </context>
 <context>
-    <name>HelpDialog</name>
+    <name>tarvel4::HelpDialog</name>
     <message>
         <source>Aiuto Tarvel4 Soft</source>
         <translation>Tarvel4 Soft help</translation>
     </message>
 </context>
 <context>
-    <name>Index</name>
+    <name>tarvel4::Index</name>
     <message>
         <source>Impossibile leggere: </source>
         <translation>Can&apos;t be read: </translation>
@@ -665,7 +665,7 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
 </context>
 <context>
-    <name>IndexDialog</name>
+    <name>tarvel4::IndexDialog</name>
     <message>
         <source>Dialog</source>
         <translation>Optimise memory</translation>
@@ -940,7 +940,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>tarvel4::MainWindow</name>
     <message>
         <source>Tarvel4 Soft</source>
         <translation>Tarvel4 Soft</translation>
@@ -1114,7 +1114,7 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
-    <name>NoCopyrightDialog</name>
+    <name>tarvel4::NoCopyrightDialog</name>
     <message>
         <source>Richiesta conferma</source>
         <translation>Confirmation</translation>
@@ -1149,7 +1149,7 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
-    <name>ProceedDialog</name>
+    <name>tarvel4::ProceedDialog</name>
     <message>
         <source>Riassunto importazione</source>
         <translation>Import summary</translation>
@@ -1206,7 +1206,7 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
-    <name>SongTableDelegate</name>
+    <name>tarvel4::SongTableDelegate</name>
     <message>
         <source>Aggiornata dal database K-Varo</source>
         <translation>Updated from the K-Varo database</translation>
@@ -1221,14 +1221,14 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
-    <name>SongTableView</name>
+    <name>tarvel4::SongTableView</name>
     <message>
         <source>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</source>
         <translation>Your songs appear here: choose them with the button at the top left.</translation>
     </message>
 </context>
 <context>
-    <name>SongsListDialog</name>
+    <name>tarvel4::SongsListDialog</name>
     <message>
         <source>Save song list</source>
         <translation>Save song list</translation>
@@ -1303,7 +1303,7 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
-    <name>UserSongsRelTableModel</name>
+    <name>tarvel4::UserSongsRelTableModel</name>
     <message>
         <source>Num</source>
         <translation>Num</translation>

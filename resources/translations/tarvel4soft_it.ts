@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it_IT" sourcelanguage="it_IT">
 <context>
-    <name>AboutDialog</name>
+    <name>tarvel4::AboutDialog</name>
     <message>
         <source>Informazioni</source>
         <translation>Informazioni</translation>
@@ -21,7 +21,7 @@
     </message>
 </context>
 <context>
-    <name>BackupDialog</name>
+    <name>tarvel4::BackupDialog</name>
     <message>
         <source>Backup</source>
         <translation>Backup</translation>
@@ -505,7 +505,7 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
 </context>
 <context>
-    <name>DataEditDialog</name>
+    <name>tarvel4::DataEditDialog</name>
     <message>
         <source>Modifica Dati</source>
         <translation>Modifica Dati</translation>
@@ -647,14 +647,14 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
 </context>
 <context>
-    <name>HelpDialog</name>
+    <name>tarvel4::HelpDialog</name>
     <message>
         <source>Aiuto Tarvel4 Soft</source>
         <translation>Aiuto Tarvel4 Soft</translation>
     </message>
 </context>
 <context>
-    <name>Index</name>
+    <name>tarvel4::Index</name>
     <message>
         <source>Impossibile leggere: </source>
         <translation>Impossibile leggere: </translation>
@@ -665,7 +665,7 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
 </context>
 <context>
-    <name>IndexDialog</name>
+    <name>tarvel4::IndexDialog</name>
     <message>
         <source>Dialog</source>
         <translation>Ottimizza memoria</translation>
@@ -940,7 +940,7 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
 </context>
 <context>
-    <name>MainWindow</name>
+    <name>tarvel4::MainWindow</name>
     <message>
         <source>Tarvel4 Soft</source>
         <translation>Tarvel4 Soft</translation>
@@ -1114,7 +1114,7 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
-    <name>NoCopyrightDialog</name>
+    <name>tarvel4::NoCopyrightDialog</name>
     <message>
         <source>Richiesta conferma</source>
         <translation>Richiesta conferma</translation>
@@ -1149,7 +1149,7 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
-    <name>ProceedDialog</name>
+    <name>tarvel4::ProceedDialog</name>
     <message>
         <source>Riassunto importazione</source>
         <translation>Riassunto importazione</translation>
@@ -1206,7 +1206,7 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
-    <name>SongTableDelegate</name>
+    <name>tarvel4::SongTableDelegate</name>
     <message>
         <source>Aggiornata dal database K-Varo</source>
         <translation>Aggiornata dal database K-Varo</translation>
@@ -1221,14 +1221,14 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
-    <name>SongTableView</name>
+    <name>tarvel4::SongTableView</name>
     <message>
         <source>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</source>
         <translation>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</translation>
     </message>
 </context>
 <context>
-    <name>SongsListDialog</name>
+    <name>tarvel4::SongsListDialog</name>
     <message>
         <source>Save song list</source>
         <translation>Salva lista song</translation>
@@ -1303,7 +1303,7 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
-    <name>UserSongsRelTableModel</name>
+    <name>tarvel4::UserSongsRelTableModel</name>
     <message>
         <source>Num</source>
         <translation>Num</translation>

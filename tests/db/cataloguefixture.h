@@ -4,6 +4,8 @@
 #include <QSqlQuery>
 #include <QtTest>
 
+namespace tarvel4 {
+
 /** Keeps the messages of its lifetime, of every kind. */
 class MessageCapture
 {
@@ -84,3 +86,5 @@ inline void make(const QString &path)
 }
 
 } // namespace CatalogueFixture
+
+} // namespace tarvel4

@@ -6,6 +6,8 @@
 #include <QSqlResult>
 #include <QVariant>
 
+namespace tarvel4 {
+
 /** Stands in for SQLite's driver while it lives, to fail where SQLite itself can't be made to. */
 class ScriptedDriver
 {
@@ -79,3 +81,5 @@ private:
         QSqlDriver *createObject() const override { return new Driver; }
     };
 };
+
+} // namespace tarvel4

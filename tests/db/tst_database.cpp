@@ -1,11 +1,13 @@
 #include "db/database.h"
 
-#include "cataloguefixture.h"
-#include "scripteddriver.h"
+#include "tests/db/cataloguefixture.h"
+#include "tests/db/scripteddriver.h"
 
 #include <QtTest>
 
 #include <QSqlQuery>
+
+using namespace tarvel4;
 
 namespace {
 

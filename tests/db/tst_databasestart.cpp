@@ -1,7 +1,7 @@
 #include "db/database.h"
 
-#include "cataloguefixture.h"
-#include "scripteddriver.h"
+#include "tests/db/cataloguefixture.h"
+#include "tests/db/scripteddriver.h"
 
 #include <QtTest>
 
@@ -11,6 +11,8 @@
 #include <csignal>
 #include <sys/resource.h>
 #endif
+
+using namespace tarvel4;
 
 // Resources are withdrawn and restored by functions outside any namespace.
 static void withdrawResource()

@@ -5,6 +5,8 @@
 
 #include <QSqlQuery>
 
+using namespace tarvel4;
+
 namespace {
 
 SongInfo song(const QString &name, int length = 185, int bpm = 120)

@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+namespace tarvel4 {
+
 /** A folder that stands for a player's memory, and what the tests put on it and read from it. */
 class MemoryFixture
 {
@@ -111,3 +113,5 @@ private:
 
     QTemporaryDir m_folder;
 };
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 
 #include <QtTest>
 
+using namespace tarvel4;
+
 namespace {
 
 constexpr quint32 date = 20090305;

@@ -1,5 +1,7 @@
 #include "tests/indexer/memoryfixture.h"
 
+using namespace tarvel4;
+
 using namespace SongBytes;
 
 namespace {

@@ -1,7 +1,9 @@
 #include "tests/indexer/memoryfixture.h"
-#include "tests/songs/failingdisk.h"
+#include "tests/storage/failingdisk.h"
 
 #include <QProcess>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 
@@ -320,7 +322,7 @@ void tst_IndexFaults::songsThatAPowerCutLeftAsideComeBack()
     Index index;
     QStringList recovered;
     index.setOnRecovered(
-        [&](const QString &path, SetAside::Outcome) { recovered += QFileInfo(path).fileName(); });
+        [&](const QString &path, Recovery::Result) { recovered += QFileInfo(path).fileName(); });
     QVERIFY(update ? index.update(memory.root()) : index.rebuild(memory.root()));
     QCOMPARE(recovered.size(), 2);
     QVERIFY(recovered.contains(QStringLiteral("gone.mid")));

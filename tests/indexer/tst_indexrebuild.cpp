@@ -7,6 +7,8 @@
 
 #include <filesystem>
 
+using namespace tarvel4;
+
 using namespace SongBytes;
 
 namespace {
@@ -96,7 +98,7 @@ void tst_IndexRebuild::whatIsIndexed_data()
     row("a file called sfx.mid is taken", "/sfx.mid", true);
     row("a nested folder is scanned", "/a/b/c/d/song.mid", true);
     row("a playlist folder is scanned", "/playlist/song.mid", true);
-    row("a name that begins with a point is no song", "/._song.mid", false);
+    row("a name that begins with a dot is no song", "/._song.mid", false);
     row("nor is what lies in such a folder", "/.Trash/song.mid", false);
 }
 
@@ -192,7 +194,7 @@ void tst_IndexRebuild::otherFilesOfThePlayerStay()
     QVERIFY(index.deleteIndex(memory.root()));
     QCOMPARE(memory.indexFiles(), QStringList{QStringLiteral("sfx.id3")});
     QCOMPARE(memory.read("playlist/playlist.dat"), QByteArray("mine"));
-    QVERIFY(index.deleteIndex(memory.root())); // nothing there is passed over
+    QVERIFY(index.deleteIndex(memory.root())); // nothing there is skipped
 }
 
 void tst_IndexRebuild::aTrailingSeparatorIsRemoved_data()

@@ -1,7 +1,9 @@
 #include "tests/indexer/memoryfixture.h"
-#include "tests/songs/failingdisk.h"
+#include "tests/storage/failingdisk.h"
 
 #include <QSignalSpy>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 

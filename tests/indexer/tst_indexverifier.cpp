@@ -4,6 +4,8 @@
 
 #include <functional>
 
+using namespace tarvel4;
+
 namespace {
 
 using Change = std::function<void(const QString &root)>;

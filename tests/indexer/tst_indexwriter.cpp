@@ -1,7 +1,9 @@
 #include "indexer/indexwriter.h"
 
 #include "tests/indexer/memoryfixture.h"
-#include "tests/songs/failingdisk.h"
+#include "tests/storage/failingdisk.h"
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <ctime>
 
+using namespace tarvel4;
+
 namespace {
 
 /** What a scan told, in its order: "folder /x", "song /x", "unreadable /x". */
@@ -98,7 +100,7 @@ void tst_MemoryScan::whatIsFound_data()
         "/p/b.mid");
     row("names that only begin like them are entered", "/sfx2/a.mid /bridges/a.mid /a/sfx.mid",
         "/a/sfx.mid /bridges/a.mid /sfx2/a.mid");
-    row("names that begin with a point", "/._a.mid /.mid /.hidden/a.mid /a/.b.mid", "");
+    row("names that begin with a dot", "/._a.mid /.mid /.hidden/a.mid /a/.b.mid", "");
     row("/Zeta.mid before /Zeta/x.mid", "/Zeta/x.mid /Zeta.mid", "/Zeta.mid /Zeta/x.mid");
     row("case does not part the order", "/b.mid /C.mid /A.mid /d.mid",
         "/A.mid /b.mid /C.mid /d.mid");

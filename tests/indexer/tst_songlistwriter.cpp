@@ -6,6 +6,8 @@
 #include <QTextCodec>
 #include <QTranslator>
 
+using namespace tarvel4;
+
 namespace {
 
 IndexEntry song(const char *title, const char *artist, const char *genre, const char *path)

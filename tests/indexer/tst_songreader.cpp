@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace tarvel4;
+
 using namespace SongBytes;
 
 namespace {

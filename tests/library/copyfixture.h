@@ -2,14 +2,16 @@
 
 #include "library/filecopier.h"
 
-#include "logcapture.h"
-#include "scripteddisk.h"
-#include "scriptedhost.h"
-#include "testfiles.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/scriptedhost.h"
+#include "tests/library/testfiles.h"
+#include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
-#include "texts.h"
+#include "tests/storage/scripteddisk.h"
 
 #include <QTemporaryDir>
+
+namespace tarvel4 {
 
 /** What the tests of the copies work with: a folder "from" and a folder "to". */
 class CopyFixture
@@ -43,3 +45,5 @@ protected:
     const QByteArray newBytes = SongBytes::midi0(SongBytes::meta(3, "new"));
     QScopedPointer<QTemporaryDir> m_dir;
 };
+
+} // namespace tarvel4

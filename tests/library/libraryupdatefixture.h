@@ -3,10 +3,12 @@
 #include "library/librarybackup.h"
 #include "library/libraryupdate.h"
 
-#include "logcapture.h"
-#include "testlibrary.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/testlibrary.h"
+#include "tests/library/texts.h"
 #include "tests/songs/mfxbytes.h"
-#include "texts.h"
+
+namespace tarvel4 {
 
 /** A library with a catalogue of four songs, and its update. */
 class LibraryUpdateFixture
@@ -26,7 +28,8 @@ protected:
                                          {text("ACCENT"), text("Citt\u00e0")}}));
     }
 
-    bool update(LibraryUpdate::Unpublished unpublished = {true, true}, Disk &disk = Disk::real())
+    bool update(LibraryUpdate::UnpublishedPolicy unpublished = {true, true},
+                Disk &disk = Disk::real())
     {
         LibraryBackup backup(m_library->host());
         LibraryUpdate update(m_library->db(), m_library->model(), m_library->host(), unpublished,
@@ -42,3 +45,5 @@ protected:
 
     QScopedPointer<TestLibrary> m_library;
 };
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+namespace tarvel4 {
+
 /** Keeps the debug lines written while it lives, and nothing of them reaches the terminal. */
 class LogCapture
 {
@@ -47,3 +49,5 @@ private:
 
     QtMessageHandler m_previous;
 };
+
+} // namespace tarvel4

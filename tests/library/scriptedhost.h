@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace tarvel4 {
+
 /** A host that answers from a script and keeps what it was asked, told and shown, in order. */
 class ScriptedHost : public WorkflowHost
 {
@@ -21,9 +23,9 @@ public:
     std::function<void(int)> onProgress; ///< called while a value is shown
 
     // what happened, one line each: "begin TITLE|LABEL|CANCEL|MAXIMUM", "maximum N", "progress N",
-    // "value N", "breathe", "end", "ask backup", "ask proceed FOUND UNKNOWN PUBLISHED",
-    // "ask unpublished NAME", "ask overwrite NAME", "information TITLE|TEXT", "warning ...",
-    // "critical ...", "recovered OUTCOME PATH"
+    // "value N", "processPendingEvents", "end", "ask backup", "ask proceed FOUND UNKNOWN
+    // PUBLISHED", "ask unpublished NAME", "ask overwrite NAME", "information TITLE|TEXT", "warning
+    // ...", "critical ...", "recovered OUTCOME PATH"
     QStringList events;
 
     /** The events that begin with \a word. */
@@ -52,11 +54,11 @@ public:
             onProgress(value);
     }
     void setProgressValue(int value) override { add("value", QString::number(value)); }
-    void breathe() override { events.append(QStringLiteral("breathe")); }
+    void processPendingEvents() override { events.append(QStringLiteral("processPendingEvents")); }
     void endProgress() override { events.append(QStringLiteral("end")); }
     bool wasCancelled() const override { return m_cancelled; }
 
-    void recovered(const QString &path, SetAside::Outcome outcome) override
+    void recovered(const QString &path, Recovery::Result outcome) override
     {
         add("recovered", QString::number(int(outcome)) + QLatin1Char(' ') + path);
     }
@@ -111,3 +113,5 @@ private:
 
     bool m_cancelled = false;
 };
+
+} // namespace tarvel4

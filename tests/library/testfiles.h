@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+namespace tarvel4 {
+
 /** Small files for the tests of the workflows. */
 namespace TestFiles {
 
@@ -25,7 +27,7 @@ inline QByteArray read(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
 }
 
-/** Everything in a folder, names that begin with a point included, in name order. */
+/** Everything in a folder, names that begin with a dot included, in name order. */
 inline QStringList namesIn(const QString &folder)
 {
     return QDir(folder).entryList(
@@ -41,3 +43,5 @@ inline void setModified(const QString &path, const QDateTime &time)
 }
 
 } // namespace TestFiles
+
+} // namespace tarvel4

@@ -4,8 +4,8 @@
 #include "db/usersongsreltablemodel.h"
 #include "library/libraryimport.h"
 
-#include "scriptedhost.h"
-#include "testfiles.h"
+#include "tests/library/scriptedhost.h"
+#include "tests/library/testfiles.h"
 
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -13,6 +13,8 @@
 #include <QVector>
 
 #include <memory>
+
+namespace tarvel4 {
 
 /** One row of a catalogue. */
 struct CatalogueRow
@@ -123,3 +125,5 @@ private:
     ScriptedHost m_host;
     QStringList m_files;
 };
+
+} // namespace tarvel4

@@ -5,6 +5,8 @@
 
 #include <initializer_list>
 
+namespace tarvel4 {
+
 /** Short names for the texts that the tests of the workflows are full of. */
 inline QString text(const char *utf8)
 {
@@ -18,3 +20,5 @@ inline QStringList strings(std::initializer_list<const char *> texts)
         list.append(text(utf8));
     return list;
 }
+
+} // namespace tarvel4

@@ -1,6 +1,8 @@
-#include "copyfixture.h"
+#include "tests/library/copyfixture.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** The karaoke graphics that go wherever their MP3 goes. */
 class tst_Companions : public QObject, private CopyFixture

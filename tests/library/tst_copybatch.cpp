@@ -1,4 +1,4 @@
-#include "copyfixture.h"
+#include "tests/library/copyfixture.h"
 
 #include <QtTest>
 
@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <csignal>
+
+using namespace tarvel4;
 
 /** Songs that are copied together: the order of bytes, names and flushes, and what a kill leaves.
  */

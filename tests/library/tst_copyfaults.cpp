@@ -1,10 +1,12 @@
-#include "copyfixture.h"
-#include "tmpfsmount.h"
+#include "tests/library/copyfixture.h"
+#include "tests/storage/tmpfsmount.h"
 
 #include <QtTest>
 
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+
+using namespace tarvel4;
 
 /** Copies that fail: what nobody can read or write, and media that are full, dead or protected. */
 class tst_CopyFaults : public QObject, private CopyFixture

@@ -2,16 +2,18 @@
 
 #include "indexer/index.h"
 
-#include "logcapture.h"
-#include "scripteddisk.h"
-#include "scriptedhost.h"
-#include "testfiles.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/scriptedhost.h"
+#include "tests/library/testfiles.h"
+#include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
-#include "texts.h"
+#include "tests/storage/scripteddisk.h"
 
 #include <QtTest>
 
 #include <cstdio>
+
+using namespace tarvel4;
 
 using Answers = QVector<Answer>;
 Q_DECLARE_METATYPE(Answers)

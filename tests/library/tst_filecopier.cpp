@@ -1,6 +1,8 @@
-#include "copyfixture.h"
+#include "tests/library/copyfixture.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 using Answers = QVector<Answer>;
 Q_DECLARE_METATYPE(Answers)

@@ -1,10 +1,12 @@
 #include "library/folderbackup.h"
 
-#include "logcapture.h"
-#include "scripteddisk.h"
-#include "testfiles.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/testfiles.h"
+#include "tests/storage/scripteddisk.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 class tst_FolderBackup : public QObject
 {

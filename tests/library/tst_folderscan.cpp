@@ -1,13 +1,15 @@
 #include "library/folderscan.h"
 
-#include "logcapture.h"
-#include "testfiles.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/testfiles.h"
 
 #include <QtTest>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+using namespace tarvel4;
 
 class tst_FolderScan : public QObject
 {

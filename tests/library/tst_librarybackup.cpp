@@ -1,13 +1,15 @@
 #include "library/librarybackup.h"
 
-#include "logcapture.h"
-#include "scripteddisk.h"
-#include "scriptedhost.h"
-#include "testfiles.h"
-#include "texts.h"
-#include "tmpfsmount.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/scriptedhost.h"
+#include "tests/library/testfiles.h"
+#include "tests/library/texts.h"
+#include "tests/storage/scripteddisk.h"
+#include "tests/storage/tmpfsmount.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 using Answers = QVector<Answer>;
 Q_DECLARE_METATYPE(Answers)

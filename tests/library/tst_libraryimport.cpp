@@ -2,15 +2,17 @@
 
 #include "library/usersettings.h"
 
-#include "logcapture.h"
-#include "testlibrary.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/testlibrary.h"
+#include "tests/library/texts.h"
 #include "tests/songs/mfxbytes.h"
-#include "texts.h"
 
 #include <QSettings>
 #include <QtTest>
 
 #include <sys/stat.h>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 
@@ -86,8 +88,8 @@ void tst_LibraryImport::readableSongsBecomeRows()
     QCOMPARE(m_library->cell(1, "title"), text("Ciao"));
 
     QCOMPARE(m_library->host().events,
-             QStringList({text(begin).arg(2), text("progress 1"), text("breathe"),
-                          text("progress 2"), text("breathe")}));
+             QStringList({text(begin).arg(2), text("progress 1"), text("processPendingEvents"),
+                          text("progress 2"), text("processPendingEvents")}));
 }
 
 void tst_LibraryImport::anImportGivesItsNeighboursTheirNamesBack()
@@ -249,8 +251,9 @@ void tst_LibraryImport::aWholeFolderBecomesRows()
                           text("[scanDir] Unknown/corrupted file \"%1\"").arg(note), ruler}));
     // after the song, after its folder, after the other file
     QCOMPARE(m_library->host().events,
-             QStringList({text("progress 1"), text("breathe"), text("progress 1"), text("breathe"),
-                          text("progress 2"), text("breathe")}));
+             QStringList({text("progress 1"), text("processPendingEvents"), text("progress 1"),
+                          text("processPendingEvents"), text("progress 2"),
+                          text("processPendingEvents")}));
 }
 
 void tst_LibraryImport::aFolderIsLeftWhereTheUserCancels()

@@ -1,6 +1,8 @@
-#include "libraryupdatefixture.h"
+#include "tests/library/libraryupdatefixture.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 
@@ -61,10 +63,11 @@ void tst_LibraryUpdate::theTableShowsWhatIsInTheFiles()
     QCOMPARE(m_library->cell(1, "title"), text("nothing"));
     QCOMPARE(m_library->cell(2, "title"), text("DUE"));
     QCOMPARE(m_library->cell(2, "key"), text("A -"));
-    QCOMPARE(m_library->host().events,
-             QStringList({text("ask backup"), text(begin).arg(3), text("progress 1"),
-                          text("breathe"), text("progress 2"), text("breathe"), text("progress 3"),
-                          text("breathe"), text("end")}));
+    QCOMPARE(
+        m_library->host().events,
+        QStringList({text("ask backup"), text(begin).arg(3), text("progress 1"),
+                     text("processPendingEvents"), text("progress 2"), text("processPendingEvents"),
+                     text("progress 3"), text("processPendingEvents"), text("end")}));
 }
 
 void tst_LibraryUpdate::nothingIsWrittenWithoutTheBackup_data()

@@ -1,9 +1,11 @@
 #include "library/messagelog.h"
-#include "songs/debuglog.h"
+#include "storage/debuglog.h"
 
 #include <QtTest>
 
 #include <sys/stat.h>
+
+using namespace tarvel4;
 
 class tst_MessageLog : public QObject
 {

@@ -1,12 +1,14 @@
 #include "library/roweditor.h"
 
-#include "logcapture.h"
-#include "scripteddisk.h"
-#include "testlibrary.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/testlibrary.h"
+#include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
-#include "texts.h"
+#include "tests/storage/scripteddisk.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 
@@ -161,8 +163,8 @@ void tst_RowEditor::progressLeavesOutTheEditedRow()
     RowEditor editor(m_library->model(), m_library->host());
     editor.applyToOthers(editedRecord(), fields, 1);
     QCOMPARE(m_library->host().events,
-             QStringList({text(begin).arg(3), text("progress 1"), text("breathe"),
-                          text("progress 3"), text("breathe"), text("end")}));
+             QStringList({text(begin).arg(3), text("progress 1"), text("processPendingEvents"),
+                          text("progress 3"), text("processPendingEvents"), text("end")}));
     QVERIFY(!ApplyToAll().any());
 }
 

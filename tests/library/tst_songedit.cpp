@@ -1,13 +1,15 @@
 #include "library/songedit.h"
 
-#include "logcapture.h"
-#include "scripteddisk.h"
-#include "testfiles.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/testfiles.h"
+#include "tests/library/texts.h"
 #include "tests/songs/mfxbytes.h"
-#include "texts.h"
+#include "tests/storage/scripteddisk.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 

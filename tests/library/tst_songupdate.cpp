@@ -1,8 +1,10 @@
-#include "logcapture.h"
-#include "scripteddisk.h"
-#include "updatefixture.h"
+#include "tests/library/logcapture.h"
+#include "tests/library/updatefixture.h"
+#include "tests/storage/scripteddisk.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 using namespace UpdateFixture;
 

@@ -1,9 +1,11 @@
-#include "libraryupdatefixture.h"
+#include "tests/library/libraryupdatefixture.h"
 
-#include "scripteddisk.h"
-#include "tmpfsmount.h"
+#include "tests/storage/scripteddisk.h"
+#include "tests/storage/tmpfsmount.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 

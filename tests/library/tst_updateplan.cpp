@@ -1,6 +1,8 @@
-#include "updatefixture.h"
+#include "tests/library/updatefixture.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 using namespace UpdateFixture;
 

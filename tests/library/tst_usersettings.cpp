@@ -1,9 +1,11 @@
 #include "library/usersettings.h"
 
-#include "testfiles.h"
+#include "tests/library/testfiles.h"
 
 #include <QSettings>
 #include <QtTest>
+
+using namespace tarvel4;
 
 class tst_UserSettings : public QObject
 {

@@ -1,10 +1,12 @@
 #include "library/volume.h"
 
-#include "testfiles.h"
-#include "tmpfsmount.h"
+#include "tests/library/testfiles.h"
+#include "tests/storage/tmpfsmount.h"
 
 #include <QStorageInfo>
 #include <QtTest>
+
+using namespace tarvel4;
 
 class tst_Volume : public QObject
 {

@@ -2,9 +2,11 @@
 
 #include "library/songupdate.h"
 
-#include "testlibrary.h"
+#include "tests/library/testlibrary.h"
+#include "tests/library/texts.h"
 #include "tests/songs/mfxbytes.h"
-#include "texts.h"
+
+namespace tarvel4 {
 
 /** The catalogue and the songs of the tests of one song's update. */
 namespace UpdateFixture {
@@ -55,3 +57,5 @@ inline MfxFields allMfxFields()
 }
 
 } // namespace UpdateFixture
+
+} // namespace tarvel4

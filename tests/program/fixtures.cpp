@@ -1,4 +1,4 @@
-#include "fixtures.h"
+#include "tests/program/fixtures.h"
 
 #include <QFile>
 #include <QSqlDatabase>
@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+
+namespace tarvel4 {
 
 QByteArray Fixtures::meta(int type, const QByteArray &payload)
 {
@@ -86,3 +88,5 @@ bool Fixtures::writeCatalogue(const QString &path)
     QSqlDatabase::removeDatabase(QStringLiteral("fixture"));
     return written;
 }
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+namespace tarvel4 {
+
 /** Songs and catalogues made by hand, byte by byte. */
 namespace Fixtures {
 
@@ -27,3 +29,5 @@ QByteArray read(const QString &path);
 bool writeCatalogue(const QString &path);
 
 } // namespace Fixtures
+
+} // namespace tarvel4

@@ -1,10 +1,12 @@
-#include "programrun.h"
+#include "tests/program/programrun.h"
 
 #include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QtTest>
+
+namespace tarvel4 {
 
 namespace {
 
@@ -97,3 +99,5 @@ bool hasTool(const QString &name)
 {
     return !QStandardPaths::findExecutable(name).isEmpty();
 }
+
+} // namespace tarvel4

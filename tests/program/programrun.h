@@ -5,6 +5,12 @@
 #include <QStringList>
 #include <QVector>
 
+QT_BEGIN_NAMESPACE
+class QProcess;
+QT_END_NAMESPACE
+
+namespace tarvel4 {
+
 /** How a run of the program ended, and what it said. */
 struct Run
 {
@@ -36,7 +42,7 @@ public:
     void setEnvironment(const QString &name, const QString &value);
 
 private:
-    Run finish(class QProcess &process, const QStringList &keys) const;
+    Run finish(QProcess &process, const QStringList &keys) const;
 
     QString m_folder;
     QVector<QPair<QString, QString>> m_environment;
@@ -44,3 +50,5 @@ private:
 
 /** True when \a name can be started. */
 bool hasTool(const QString &name);
+
+} // namespace tarvel4

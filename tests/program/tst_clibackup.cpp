@@ -1,8 +1,10 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QDir>
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** `backup`: the songs, flat, in a new folder. */
 class tst_CliBackup : public QObject

@@ -1,7 +1,9 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** `catalogue`: one record, looked up as the update does, or one of the two lists. */
 class tst_CliCatalogue : public QObject

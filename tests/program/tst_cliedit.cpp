@@ -1,9 +1,11 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** `edit`: the user's own correction of a song. */
 class tst_CliEdit : public QObject

@@ -1,8 +1,10 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QDir>
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** `extract`: the MIDI stream of an MFx song. */
 class tst_CliExtract : public QObject

@@ -1,8 +1,10 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QDir>
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** `info`: the record of each song. */
 class tst_CliInfo : public QObject

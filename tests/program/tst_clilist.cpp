@@ -1,8 +1,10 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QDir>
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** `list`: the songs that the player will show. */
 class tst_CliList : public QObject

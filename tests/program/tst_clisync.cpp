@@ -1,9 +1,11 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** `sync`: the window's update. */
 class tst_CliSync : public QObject

@@ -1,8 +1,10 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QDir>
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** The program on a terminal: questions, progress, Ctrl-C. */
 class tst_CliTerminal : public QObject

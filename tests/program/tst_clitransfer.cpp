@@ -1,9 +1,11 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** `transfer`: the songs into a memory, and its index up to date. */
 class tst_CliTransfer : public QObject

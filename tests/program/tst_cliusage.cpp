@@ -1,7 +1,9 @@
-#include "fixtures.h"
-#include "programrun.h"
+#include "tests/program/fixtures.h"
+#include "tests/program/programrun.h"
 
 #include <QtTest>
+
+using namespace tarvel4;
 
 /** The conventions that every command shares: options, help, languages, exit statuses, streams. */
 class tst_CliUsage : public QObject

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "songs/lzhuff.h"
+#include "songs/mfx/lzhuff.h"
 
-#include "songbytes.h"
+#include "tests/songs/songbytes.h"
+
+namespace tarvel4 {
 
 namespace SongBytes {
 
@@ -33,3 +35,5 @@ inline QByteArray expanded(const QByteArray &mfxSong)
 }
 
 } // namespace SongBytes
+
+} // namespace tarvel4

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "songbytes.h"
-#include "songs/rawmidifile.h"
+#include "songs/midi/rawmidifile.h"
+#include "tests/songs/songbytes.h"
 
 #include <QtTest>
+
+namespace tarvel4 {
 
 /** What the tests of RawMidiFile share. */
 namespace MidiFixture {
@@ -22,3 +24,5 @@ inline QString latin1(const char *text)
 }
 
 } // namespace MidiFixture
+
+} // namespace tarvel4

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "mfxbytes.h"
 #include "songs/metasong.h"
+#include "tests/songs/mfxbytes.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
+
+namespace tarvel4 {
 
 /** What the tests of a record that is written into a song share. */
 namespace RecordFixture {
@@ -73,3 +75,5 @@ private:
 };
 
 } // namespace RecordFixture
+
+} // namespace tarvel4

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "mfxbytes.h"
 #include "songs/metasong.h"
+#include "tests/songs/mfxbytes.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
+
+namespace tarvel4 {
 
 /** What the tests of saving share: a song of each format, and a folder to save it in. */
 namespace SaveFixture {
@@ -79,3 +81,5 @@ private:
 };
 
 } // namespace SaveFixture
+
+} // namespace tarvel4

@@ -7,7 +7,9 @@
 
 #include <initializer_list>
 
-/** Songs put together by hand, byte by byte, for the tests of every room. Nothing here calls the
+namespace tarvel4 {
+
+/** Songs put together by hand, byte by byte, for the tests of every module. Nothing here calls the
  * code under test. */
 namespace SongBytes {
 
@@ -180,7 +182,7 @@ inline QByteArray read(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
 
-/** The names in a folder, in order, those that begin with a point included. */
+/** The names in a folder, in order, those that begin with a dot included. */
 inline QStringList names(const QString &folder)
 {
     return QDir(folder).entryList(
@@ -188,3 +190,5 @@ inline QStringList names(const QString &folder)
 }
 
 } // namespace SongBytes
+
+} // namespace tarvel4

@@ -1,4 +1,6 @@
-#include "recordfixture.h"
+#include "tests/songs/recordfixture.h"
+
+using namespace tarvel4;
 
 using namespace RecordFixture;
 using namespace SongBytes;

@@ -1,10 +1,12 @@
 #include "songs/metasong.h"
 
-#include "mfxbytes.h"
 #include "tests/library/logcapture.h"
+#include "tests/songs/mfxbytes.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 

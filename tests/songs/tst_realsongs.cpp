@@ -1,6 +1,6 @@
 #include "songs/metasong.h"
 
-#include "songbytes.h"
+#include "tests/songs/songbytes.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -11,6 +11,8 @@
 #include <QtTest>
 
 #include <optional>
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 

@@ -1,8 +1,10 @@
-#include "songs/lzhuff.h"
 #include "songs/metasong.h"
+#include "songs/mfx/lzhuff.h"
 
 #include <QtEndian>
 #include <QtTest>
+
+using namespace tarvel4;
 
 namespace {
 

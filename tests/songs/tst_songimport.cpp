@@ -1,8 +1,8 @@
-#include "songs/filebytes.h"
 #include "songs/metasong.h"
+#include "storage/filebytes.h"
 
-#include "mfxbytes.h"
 #include "tests/library/logcapture.h"
+#include "tests/songs/mfxbytes.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
+
+using namespace tarvel4;
 
 using namespace SongBytes;
 

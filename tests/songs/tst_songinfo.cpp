@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+using namespace tarvel4;
+
 class tst_SongInfo : public QObject
 {
     Q_OBJECT

@@ -1,6 +1,8 @@
-#include "failingdisk.h"
-#include "savefixture.h"
 #include "tests/library/logcapture.h"
+#include "tests/songs/savefixture.h"
+#include "tests/storage/failingdisk.h"
+
+using namespace tarvel4;
 
 using namespace SaveFixture;
 using namespace SongBytes;

@@ -1,11 +1,13 @@
-#include "failingdisk.h"
-#include "savefixture.h"
 #include "tests/library/logcapture.h"
+#include "tests/songs/savefixture.h"
+#include "tests/storage/failingdisk.h"
 
 #ifdef Q_OS_UNIX
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
+
+using namespace tarvel4;
 
 using namespace SaveFixture;
 using namespace SongBytes;

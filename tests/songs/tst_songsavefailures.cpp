@@ -1,12 +1,14 @@
-#include "failingdisk.h"
-#include "savefixture.h"
 #include "tests/library/logcapture.h"
-#include "tests/library/tmpfsmount.h"
+#include "tests/songs/savefixture.h"
+#include "tests/storage/failingdisk.h"
+#include "tests/storage/tmpfsmount.h"
 
 #ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/resource.h>
 #endif
+
+using namespace tarvel4;
 
 using namespace SaveFixture;
 using namespace SongBytes;

@@ -8,6 +8,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+namespace tarvel4 {
+
 /** A song and short lists for the editor, and the hands of its user. */
 namespace DataEditFixture {
 
@@ -66,3 +68,5 @@ inline void fill(DataEditDialog &dialog, const SongInfo &song)
 }
 
 } // namespace DataEditFixture
+
+} // namespace tarvel4

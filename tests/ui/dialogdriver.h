@@ -15,6 +15,8 @@
 #include <functional>
 #include <utility>
 
+namespace tarvel4 {
+
 /**
  * Plays the user while the test's own call is blocked in a dialog: takes its steps one after
  * another, each as soon as its dialog is on show. A dialog that nobody expected, or that does not
@@ -204,3 +206,5 @@ private:
     QElapsedTimer m_patience;
     int m_lastValue = -1;
 };
+
+} // namespace tarvel4

@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+namespace tarvel4 {
+
 /**
  * A disk check program of a test's own: a shell script that stands first on the search path, in a
  * folder that is the working directory and holds a folder "E:" for the drive.
@@ -50,3 +52,5 @@ private:
     QByteArray m_path;
     QString m_workingDirectory;
 };
+
+} // namespace tarvel4

@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <QWidget>
 
+namespace tarvel4 {
+
 /** The names of the widgets that Tab reaches, one after another, from \a first until it is reached
  * again. */
 inline QStringList focusChain(QWidget *first)
@@ -17,3 +19,5 @@ inline QStringList focusChain(QWidget *first)
     } while (widget != first);
     return names;
 }
+
+} // namespace tarvel4

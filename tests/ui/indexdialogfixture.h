@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QSettings>
 
+namespace tarvel4 {
+
 /** The index dialog, a memory of two songs, and a folder "E:" beside it that has a drive's name. */
 class IndexDialogFixture
 {
@@ -114,3 +116,5 @@ protected:
     QScopedPointer<IndexDialog> m_dialog;
     QMessageBox::Icon m_lastIcon = QMessageBox::NoIcon;
 };
+
+} // namespace tarvel4

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QtTest>
 
+namespace tarvel4 {
+
 /** The index files of a small memory, byte by byte. */
 namespace PreparedMemory {
 
@@ -60,3 +62,5 @@ inline void write(const QString &root)
 }
 
 } // namespace PreparedMemory
+
+} // namespace tarvel4

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+namespace tarvel4 {
+
 /** Acts as a user does while a progress is on show: at its beginning, and at each of its values. */
 class ProgressWatcher : public QObject
 {
@@ -46,3 +48,5 @@ private:
             onShow(dialog);
     }
 };
+
+} // namespace tarvel4

@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QTextDocument>
 
+using namespace tarvel4;
+
 class tst_AboutDialog : public QObject
 {
     Q_OBJECT

@@ -8,6 +8,8 @@
 #include <QTextDocument>
 #include <QtTest>
 
+using namespace tarvel4;
+
 class tst_Appearance : public QObject
 {
     Q_OBJECT
@@ -36,11 +38,11 @@ void tst_Appearance::languages()
     QFETCH(QString, language);
     QFETCH(QString, word);
     QTranslator translator;
-    Appearance::speak(translator, language);
-    QCOMPARE(QCoreApplication::translate("MainWindow", "Aiuto"), word);
+    Appearance::installLanguage(translator, language);
+    QCOMPARE(QCoreApplication::translate("tarvel4::MainWindow", "Aiuto"), word);
 
-    Appearance::speak(translator, QStringLiteral("it"));
-    QCOMPARE(QCoreApplication::translate("MainWindow", "Aiuto"), QStringLiteral("Aiuto"));
+    Appearance::installLanguage(translator, QStringLiteral("it"));
+    QCOMPARE(QCoreApplication::translate("tarvel4::MainWindow", "Aiuto"), QStringLiteral("Aiuto"));
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Annulla"));
 }
 

@@ -3,6 +3,8 @@
 #include <QCheckBox>
 #include <QRadioButton>
 
+using namespace tarvel4;
+
 using namespace DataEditFixture;
 
 using Flag = bool (DataEditDialog::*)() const;

@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QRadioButton>
 
+using namespace tarvel4;
+
 using namespace DataEditFixture;
 
 using Flag = bool (DataEditDialog::*)() const;

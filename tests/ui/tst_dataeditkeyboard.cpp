@@ -3,6 +3,8 @@
 
 #include <QLabel>
 
+using namespace tarvel4;
+
 using namespace DataEditFixture;
 
 using Act = std::function<void(DataEditDialog &)>;

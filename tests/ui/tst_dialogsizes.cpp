@@ -14,6 +14,8 @@
 #include <QTranslator>
 #include <QtTest>
 
+using namespace tarvel4;
+
 namespace {
 
 const QSize room(640, 372); // 1280x800 at 200 %, below a window's title
@@ -73,7 +75,7 @@ void tst_DialogSizes::dialogs()
     QFETCH(Make, make);
     QFETCH(QString, language);
     QTranslator translator;
-    Appearance::speak(translator, language);
+    Appearance::installLanguage(translator, language);
     const std::unique_ptr<QDialog> dialog(make());
     dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));

@@ -6,6 +6,8 @@
 
 #include <csignal>
 
+using namespace tarvel4;
+
 namespace {
 
 constexpr int pastAnyTest = 20000; // milliseconds

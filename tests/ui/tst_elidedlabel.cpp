@@ -4,6 +4,8 @@
 #include <QToolTip>
 #include <QtTest>
 
+using namespace tarvel4;
+
 class tst_ElidedLabel : public QObject
 {
     Q_OBJECT

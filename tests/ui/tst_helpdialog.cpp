@@ -9,6 +9,8 @@
 #include <QSettings>
 #include <QTextBrowser>
 
+using namespace tarvel4;
+
 using Act = std::function<void(HelpDialog &)>;
 Q_DECLARE_METATYPE(Act)
 
@@ -83,12 +85,13 @@ void tst_HelpDialog::languageChangeReloadsThePage()
     QVERIFY(isItalian(dialog));
 
     setLanguage(QStringLiteral("en"));
-    Appearance::speak(translator, QStringLiteral("en"));
+    Appearance::installLanguage(translator, QStringLiteral("en"));
     QTRY_VERIFY(isEnglish(dialog));
-    QCOMPARE(dialog.windowTitle(), QCoreApplication::translate("HelpDialog", "Aiuto Tarvel4 Soft"));
+    QCOMPARE(dialog.windowTitle(),
+             QCoreApplication::translate("tarvel4::HelpDialog", "Aiuto Tarvel4 Soft"));
 
     setLanguage(QStringLiteral("it"));
-    Appearance::speak(translator, QStringLiteral("it"));
+    Appearance::installLanguage(translator, QStringLiteral("it"));
     QTRY_VERIFY(isItalian(dialog));
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Aiuto Tarvel4 Soft"));
 }

@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QRadioButton>
 
+using namespace tarvel4;
+
 namespace {
 
 /** Counts how often a widget is painted, and may make a slow one of it. */

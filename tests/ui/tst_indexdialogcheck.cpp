@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+using namespace tarvel4;
+
 /** The disk check before a rebuild, and the dialog meanwhile. */
 class tst_IndexDialogCheck : public QObject, private IndexDialogFixture
 {

@@ -9,6 +9,8 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
+using namespace tarvel4;
+
 class tst_ListCompleter : public QObject
 {
     Q_OBJECT

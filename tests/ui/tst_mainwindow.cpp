@@ -5,6 +5,8 @@
 #include <QHeaderView>
 #include <QLabel>
 
+using namespace tarvel4;
+
 namespace {
 
 /** Tells what the window's event filter is given, and what it does with it. */

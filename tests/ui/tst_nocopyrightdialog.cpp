@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+using namespace tarvel4;
+
 using Act = std::function<void(NoCopyrightDialog &)>;
 Q_DECLARE_METATYPE(Act)
 

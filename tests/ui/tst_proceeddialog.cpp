@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+using namespace tarvel4;
+
 using Act = std::function<void(ProceedDialog &)>;
 Q_DECLARE_METATYPE(Act)
 

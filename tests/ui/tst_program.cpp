@@ -6,6 +6,8 @@
 #include <QSettings>
 #include <QtTest>
 
+using namespace tarvel4;
+
 namespace {
 
 std::function<void()> atStart;

@@ -11,6 +11,8 @@
 
 #include <sys/stat.h>
 
+using namespace tarvel4;
+
 class tst_SongsListDialog : public QObject
 {
     Q_OBJECT

@@ -4,6 +4,8 @@
 #include <QTranslator>
 #include <QtTest>
 
+using namespace tarvel4;
+
 /** An empty table says how songs get into it, and a filled one does not. */
 class tst_SongTableView : public QObject
 {
@@ -64,8 +66,8 @@ class Shouter : public QTranslator
 public:
     QString translate(const char *context, const char *source, const char *, int) const override
     {
-        return qstrcmp(context, "SongTableView") == 0 ? QString::fromUtf8(source).toUpper()
-                                                      : QString();
+        return qstrcmp(context, "tarvel4::SongTableView") == 0 ? QString::fromUtf8(source).toUpper()
+                                                               : QString();
     }
     bool isEmpty() const override { return false; }
 };

@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+using namespace tarvel4;
+
 /** The samples, clicked from import to song list, with the built-in catalogue and real files. */
 class tst_WholeRoad : public QObject
 {
@@ -59,7 +61,7 @@ void tst_WholeRoad::fromImportToList()
     QFETCH(QString, language);
     QFETCH(bool, isItalian);
     QTranslator translator;
-    Appearance::speak(translator, language);
+    Appearance::installLanguage(translator, language);
     Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
 
     WindowFixture window;

@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QSpinBox>
 
+using namespace tarvel4;
+
 /** The hidden panels: the log's settings, and what developers try songs and styles with. */
 class tst_WindowDebug : public QObject
 {

@@ -7,6 +7,8 @@
 #include <QHeaderView>
 #include <QLabel>
 
+using namespace tarvel4;
+
 /** Step 1 in the window: the file dialog, the table, the summary, and what is enabled afterwards.
  */
 class tst_WindowImport : public QObject

@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QMenuBar>
 
+using namespace tarvel4;
+
 /** The menus: what they hold, the language, the copyright question, and the dialogs they open. */
 class tst_WindowMenus : public QObject
 {
@@ -232,11 +234,11 @@ void tst_WindowMenus::shortcuts_data()
                 << afterChange << key << QString::fromLatin1(dialog);
         };
         row("Ctrl+O imports", Qt::CTRL + Qt::Key_O, "QFileDialog");
-        row("Ctrl+U synchronises", Qt::CTRL + Qt::Key_U, "BackupDialog");
+        row("Ctrl+U synchronises", Qt::CTRL + Qt::Key_U, "tarvel4::BackupDialog");
         row("Ctrl+T transfers", Qt::CTRL + Qt::Key_T, "QFileDialog");
-        row("F1 helps", Qt::Key_F1, "HelpDialog");
-        row("Return edits the row", Qt::Key_Return, "DataEditDialog");
-        row("Enter edits the row", Qt::Key_Enter, "DataEditDialog");
+        row("F1 helps", Qt::Key_F1, "tarvel4::HelpDialog");
+        row("Return edits the row", Qt::Key_Return, "tarvel4::DataEditDialog");
+        row("Enter edits the row", Qt::Key_Enter, "tarvel4::DataEditDialog");
         row("Ctrl+Q closes the window", Qt::CTRL + Qt::Key_Q, "");
     }
 }

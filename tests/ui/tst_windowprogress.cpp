@@ -1,6 +1,8 @@
 #include "tests/ui/progresswatcher.h"
 #include "tests/ui/windowfixture.h"
 
+using namespace tarvel4;
+
 /** What a user sees and can do while an import runs. */
 class tst_WindowProgress : public QObject
 {

@@ -10,6 +10,8 @@
 #include <QScrollBar>
 #include <QToolTip>
 
+using namespace tarvel4;
+
 /** What can be done in the song table: editing, removing and deleting a song, sorting. */
 class tst_WindowTable : public QObject
 {

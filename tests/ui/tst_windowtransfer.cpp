@@ -6,6 +6,8 @@
 
 #include <QLabel>
 
+using namespace tarvel4;
+
 /** Step 3 in the window: where songs may go, the overwrite question, and the memory's index. */
 class tst_WindowTransfer : public QObject
 {

@@ -8,6 +8,8 @@
 #include <QHeaderView>
 #include <QLabel>
 
+using namespace tarvel4;
+
 /** Step 2 in the window: the backup's question, the copyright question, and what is enabled. */
 class tst_WindowUpdate : public QObject
 {

@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QtTest>
 
+namespace tarvel4 {
+
 /** Types a text of any letters; QTest::keyClicks() knows the ASCII ones only. */
 inline void typeText(QWidget *widget, const QString &text)
 {
@@ -22,3 +24,5 @@ inline bool activate(QWidget &window)
     QApplication::setActiveWindow(&window);
     return QTest::qWaitFor([&window] { return window.isActiveWindow(); });
 }
+
+} // namespace tarvel4

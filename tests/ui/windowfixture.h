@@ -10,6 +10,8 @@
 #include <QTableView>
 #include <QToolButton>
 
+namespace tarvel4 {
+
 /** A volume whose tests a test decides. */
 class FakeVolume : public Volume
 {
@@ -199,3 +201,5 @@ private:
     QString m_home;
     QTemporaryDir m_dir;
 };
+
+} // namespace tarvel4

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+QT_BEGIN_NAMESPACE
+class QFile;
+class QFileDevice;
+QT_END_NAMESPACE
+
+namespace tarvel4 {
+
+/**
+ * The one seam through which bytes reach a medium, so that a test can make it fail at any step.
+ * Whoever writes a song, a copy or an index file takes a Disk by reference; Disk::real() is the
+ * platform's.
+ */
+class Disk
+{
+public:
+    virtual ~Disk() = default;
+
+    /**
+     * Opens a file of which nothing is kept: created, or emptied where it is a regular one. A link
+     * or a special file in its place is removed first, so that no byte leaves the folder and nobody
+     * waits for a reader. The file has no name once it is open.
+     */
+    virtual bool openForWriting(QFile &file);
+
+    /** Writes all of \a bytes at the file's position and flushes them to the system; false when any
+     * is missing. */
+    virtual bool write(QFileDevice &file, const QByteArray &bytes);
+
+    /** Makes sure that the file can grow to \a size bytes, without changing what it holds. False:
+     * no room, and the file is as it was. */
+    virtual bool reserve(QFileDevice &file, qint64 size);
+
+    /** Cuts the file to \a size bytes. */
+    virtual bool truncate(QFileDevice &file, qint64 size);
+
+    /** Waits until the file's bytes are on the medium. A dead card is first noticed here. */
+    virtual bool sync(QFileDevice &file);
+
+    /** Waits until the names in the folder of \a path are on the medium. */
+    virtual bool syncFolder(const QString &path);
+
+    /** Waits until everything written to the volume that holds \a path, names included, is on the
+     * medium. */
+    virtual bool syncVolume(const QString &path);
+
+    /**
+     * Gives the file \a from, which is on the medium, the name \a to, taking the place of an
+     * existing file. One step where the file system can do it in one; on FAT, where that loses
+     * files, the old one is set aside (songs/recovery.h) until the new one is safe, which fails
+     * while one that stayed behind has that name. False: \a to is what it was.
+     */
+    virtual bool replace(const QString &from, const QString &to);
+
+    /** Removes a file; true when it is gone, also when it was not there. */
+    virtual bool remove(const QString &path);
+
+    /** Gives a new file the permissions, and where that is allowed the owner, of another. */
+    static void inherit(QFileDevice &file, const QFileDevice &model);
+
+    /** True where a rename over an existing file can lose both (FAT, exFAT). */
+    virtual bool losesReplacedFiles(const QString &path) const;
+
+    static Disk &real();
+
+protected:
+    /** Gives a file another name, in one step, taking the place of an existing one. */
+    virtual bool rename(const QString &from, const QString &to);
+
+private:
+    bool replaceKeepingOld(const QString &from, const QString &to);
+};
+
+} // namespace tarvel4

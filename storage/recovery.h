@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace tarvel4 {
+
+class Disk;
+
+/**
+ * The old files that wait under another name until what replaces them is safe, where a rename over
+ * a file can lose both; docs/formats.md, Song formats. When the power fails meanwhile one stays
+ * behind, and is then all that is left of its song, or only in the way.
+ */
+namespace Recovery {
+
+/** What became of a file that stayed behind. */
+enum class Result {
+    NoneThere,
+    GivenBack, ///< it has its name again
+    Removed, ///< its song is whole without it
+    Kept ///< nobody can tell which of the two is the song, or the disk failed
+};
+
+/** True for a file that can be read as a song; also asked about one that is set aside. */
+using IsSong = std::function<bool(const QString &path)>;
+
+/** Told of each file that was there, by the name that it goes back to. */
+using Report = std::function<void(const QString &path, Result outcome)>;
+
+/** The name under which the file \a path waits. */
+QString recoveryPathOf(const QString &path);
+
+/** True for such a name. */
+bool isRecoveryName(const QString &fileName);
+
+/** The name to which a file set aside goes back; any other path as it is. */
+QString goesBackTo(const QString &path);
+
+/**
+ * Gives \a path back what stayed behind of it, or removes that. Only what a recognised song stands
+ * beside is removed, and only a recognised song takes the place of bytes that are none.
+ */
+Result recover(Disk &disk, const QString &path, const IsSong &isSong);
+
+/** The same for each file in \a folder. */
+void recoverAll(Disk &disk, const QString &folder, const IsSong &isSong, const Report &report = {});
+
+} // namespace Recovery
+
+} // namespace tarvel4
