@@ -3,6 +3,7 @@
 #include "cli/songrecord.h"
 #include "cli/texts.h"
 #include "library/songedit.h"
+#include "songs/midi/rawmidifile.h"
 
 #include <optional>
 

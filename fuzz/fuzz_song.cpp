@@ -36,13 +36,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     SongInfo info;
     song.readInfo(info);
-    song.setSongInfo(info, false);
+    song.setSongInfo(info, WrittenBy::Catalogue);
     info.title += QStringLiteral(" x");
     info.artist.clear();
-    song.setSongInfo(info, true);
+    song.setSongInfo(info, WrittenBy::User);
     song.addMarker(info.title, 65535);
 
-    const bool savable = song.isSavable();
+    const bool savable = static_cast<bool>(song.whyNotSavable());
     Fuzzing::require(song.saveToFile(path) == savable);
     return 0;
 }

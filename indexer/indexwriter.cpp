@@ -73,7 +73,7 @@ int IndexWriter::write(const char *name, const QByteArray &bytes)
     QFile file(m_root + u'/' + QLatin1String(name));
     if (!m_disk.openForWriting(file))
         return -1;
-    const bool written = m_disk.write(file, bytes);
+    const auto written = static_cast<bool>(m_disk.write(file, bytes));
     file.close();
     return written ? 0 : -1;
 }

@@ -250,7 +250,7 @@ void CopyBatch::discard(const Staged &song)
 bool CopyBatch::flush()
 {
     m_isDirty = false;
-    const bool flushed = m_disk.syncVolume(m_folder);
+    const auto flushed = static_cast<bool>(m_disk.syncVolume(m_folder));
     if (flushed) {
         m_copied += m_unflushed.size();
         removeSetAside();

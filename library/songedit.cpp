@@ -31,7 +31,7 @@ bool SongEdit::addMarker(const QString &text, quint16 bar)
 
 bool SongEdit::save(const SongInfo &edited)
 {
-    m_song.setSongInfo(edited, true);
+    m_song.setSongInfo(edited, WrittenBy::User);
     qDebug() << "Saving to file: " << m_path;
     const bool saved = write();
     qDebug() << (saved ? "Ok" : "Error!");
@@ -56,7 +56,7 @@ bool SongEdit::write()
         qDebug() << "[SongEdit] WARNING: changed or gone since it was read:" << m_path;
         return false;
     }
-    return m_song.saveToFile(m_path);
+    return static_cast<bool>(m_song.saveToFile(m_path));
 }
 
 void SongEdit::readInfo(const MetaSong &song)

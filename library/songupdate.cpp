@@ -88,9 +88,9 @@ bool SongUpdate::prepare()
     merged.bpm = m_catalogueRecord.bpm;
     merged.key = m_catalogueRecord.key;
     merged.markers = m_catalogueRecord.markers;
-    m_song.setSongInfo(merged, false);
+    m_song.setSongInfo(merged, WrittenBy::Catalogue);
 
-    if (!m_song.isSavable()) {
+    if (!m_song.whyNotSavable()) {
         qDebug() << "[UPDATE] WARNING: such a song can't be saved:" << m_path;
         return false;
     }

@@ -1,91 +1,68 @@
 #include "songs/fieldrules.h"
 
-#include "songs/songfields.h"
+#include "songs/song.h"
 
 namespace tarvel4 {
 
 namespace {
 
-void updateMarkers(SongFields &song, const SongInfo &info)
-{
-    if (song.lacksMarkers())
-        song.setMarkers(info.markers);
-}
+// The order in which the fields are written is that of their events in a MIDI song, backwards.
+constexpr SongField editedFields[] = {SongField::Key,    SongField::Length, SongField::Title,
+                                      SongField::Author, SongField::Bpm,    SongField::Artist,
+                                      SongField::Genre};
+constexpr SongField updatedFields[] = {SongField::Markers, SongField::Key,    SongField::Length,
+                                       SongField::Title,   SongField::Author, SongField::Bpm,
+                                       SongField::Artist,  SongField::Genre};
 
-void updateKey(SongFields &song, const SongInfo &info)
+/** Whether an update writes the field of a song as it is by then. */
+bool isUpdated(const Song &song, SongField field, const SongInfo &info)
 {
-    if (song.lacksKey() && info.isPublisher)
-        song.setKey(info.key);
-}
-
-void updateLength(SongFields &song, const SongInfo &info)
-{
-    if (song.lacksLength() && info.length >= 0 && info.isPublisher)
-        song.setLength(info.length);
-}
-
-void updateTitle(SongFields &song, const SongInfo &info)
-{
-    if (song.lacksTitle() || song.yieldsTitleTo(info.title))
-        song.setTitle(info.title);
-}
-
-void updateAuthor(SongFields &song, const SongInfo &info)
-{
-    if (song.lacksAuthor())
-        song.setAuthor(info.author);
-}
-
-void updateBpm(SongFields &song, const SongInfo &info)
-{
-    if (song.lacksBpm() && info.bpm >= 0 && (info.isPublisher || !song.bpmNeedsPublisher()))
-        song.setBpm(info.bpm);
-}
-
-void updateArtist(SongFields &song, const SongInfo &info)
-{
-    if (song.lacksArtist()) {
-        song.setArtist(info.altArtist.isEmpty() ? info.artist : info.altArtist);
-        return;
+    switch (field) {
+    case SongField::Key:
+        return song.lacks(field) && info.isPublisher;
+    case SongField::Length:
+        return song.lacks(field) && info.length >= 0 && info.isPublisher;
+    case SongField::Title:
+        return song.lacks(field) || song.yieldsTitleTo(info.title);
+    case SongField::Bpm:
+        return song.lacks(field) && info.bpm >= 0
+            && (info.isPublisher || !song.bpmNeedsPublisher());
+    case SongField::Artist:
+        return song.lacks(field) || song.artist() != info.altArtist;
+    default:
+        return song.lacks(field);
     }
-    const QString current = song.artist();
-    if (current == info.altArtist)
-        return;
-    // required: one update flips a song from the artist to the other name, the next leaves it
-    const bool flips = !info.altArtist.isEmpty() && current == info.artist;
-    song.setArtist(flips ? info.altArtist : info.artist);
 }
 
-void updateGenre(SongFields &song, const SongInfo &info)
+/** The artist that an update writes where it writes one. */
+QString updatedArtist(const Song &song, const SongInfo &info)
 {
-    if (song.lacksGenre())
-        song.setGenre(info.genre);
+    const bool hasOtherName = !info.altArtist.isEmpty();
+    // required: one update flips a song from the artist to the other name, the next leaves it
+    const bool takesOtherName =
+        hasOtherName && (song.lacks(SongField::Artist) || song.artist() == info.artist);
+    return takesOtherName ? info.altArtist : info.artist;
 }
 
 } // namespace
 
-void FieldRules::applyEdit(SongFields &song, const SongInfo &info)
+void FieldRules::applyEdit(Song &song, const SongInfo &info)
 {
-    song.setKey(info.key);
-    song.setLength(info.length);
-    song.setTitle(info.title);
-    song.setAuthor(info.author);
-    song.setBpm(info.bpm);
-    song.setArtist(info.artist);
-    song.setGenre(info.genre);
+    for (const SongField field : editedFields)
+        song.write(field, info);
     song.noteChange(info);
 }
 
-void FieldRules::applyUpdate(SongFields &song, const SongInfo &info)
+void FieldRules::applyUpdate(Song &song, const SongInfo &info)
 {
-    updateMarkers(song, info);
-    updateKey(song, info);
-    updateLength(song, info);
-    updateTitle(song, info);
-    updateAuthor(song, info);
-    updateBpm(song, info);
-    updateArtist(song, info);
-    updateGenre(song, info);
+    SongInfo update = info;
+    for (const SongField field : updatedFields) {
+        if (!isUpdated(song, field, info))
+            continue;
+        if (field == SongField::Artist)
+            update.artist = updatedArtist(song, info);
+        song.write(field, update);
+    }
     song.noteChange(info);
 }
 

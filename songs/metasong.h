@@ -1,18 +1,24 @@
 #pragma once
 
-#include "songs/id3/id3v2tag.h"
-#include "songs/mfx/mfxheader.h"
-#include "songs/midi/rawmidifile.h"
 #include "songs/songinfo.h"
 #include "storage/disk.h"
 
 #include <QStringList>
 
+#include <memory>
+
 namespace tarvel4 {
 
-class SongFile;
+class RegularFile;
+class Song;
 
-/** One song file in memory: the only class that knows which format keeps which field where. */
+/** Who asks for a record to be written into a song. */
+enum class WrittenBy {
+    User, ///< an edit: every field but the markers
+    Catalogue, ///< an update: mostly what the song lacks
+};
+
+/** One song file in memory: recognises its format, and hands everything else to that. */
 class MetaSong
 {
 public:
@@ -20,9 +26,11 @@ public:
     enum Format { Unknown = 0, Midi0 = 1, Midi1 = 2, Mf3 = 3, Mf4 = 4, Mf5 = 5, Mp3 = 6 };
 
     explicit MetaSong(Disk &disk = Disk::real());
+    ~MetaSong();
+    MetaSong(MetaSong &&) noexcept;
 
-    /** Recognises and loads a regular file. False leaves a song that must be thrown away. */
-    bool importFile(const QString &path);
+    /** Recognises and loads a regular file. Not done: nothing is loaded. */
+    Outcome importFile(const QString &path);
 
     /** True for a file that importFile() takes; one that is set aside is asked about by the name to
      * which it goes back. */
@@ -32,48 +40,36 @@ public:
      */
     void readInfo(SongInfo &info) const;
 
-    /** Writes a record into the song in memory. \a manual: an edit of the user's, else a catalogue
-     * update. */
-    void setSongInfo(const SongInfo &info, bool manual);
+    /** Writes a record into the song in memory. */
+    void setSongInfo(const SongInfo &info, WrittenBy writtenBy);
 
     /** Puts a marker ahead of those present. Returns the bytes inserted; 0 when the song takes
      * none. */
     int addMarker(const QString &text, quint16 bar);
 
-    /** True when the image in memory is one that saveToFile() would write. */
-    bool isSavable() const;
+    /** Why saveToFile() would write nothing of the song in memory; done where it would. */
+    Outcome whyNotSavable() const;
 
-    /** Writes the song over \a path. False: the file holds its old bytes, and the log says why. */
-    bool saveToFile(const QString &path);
+    /** Writes the song over \a path. Not done: the file holds its old bytes, unless the outcome
+     * says otherwise, and the log says why. */
+    Outcome saveToFile(const QString &path);
 
     /** Writes the song's record to the debug log. */
     void dump() const;
 
-    int format() const { return m_format; }
+    int format() const;
     /** The SMF bytes of a MIDI song, or those expanded from an MFx song; empty for MP3. */
-    const QByteArray &midiData() const { return m_midi.data(); }
+    QByteArray midiData() const;
 
     static QString formatName(int format);
     static QStringList keyList();
 
 private:
-    bool importFile(const QString &path, const QString &name);
-    bool importMfx(const QByteArray &bytes);
-    bool importMidi(const QByteArray &bytes);
-    bool importMp3(SongFile &file, const QByteArray &start);
-
-    bool isMidi() const { return m_format == Midi0 || m_format == Midi1; }
-    bool isMfx() const { return m_format >= Mf3 && m_format <= Mf5; }
-    /** The MIDI bytes as an MFx file of this version holds them, before compression. */
-    QByteArray mfxStream() const;
-    QByteArray image() const;
+    Outcome importFile(const QString &path, const QString &name);
+    Outcome load(const QString &name, RegularFile &file);
 
     Disk &m_disk;
-    Id3v2Tag m_tag;
-    MfxHeader m_header;
-    RawMidiFile m_midi;
-    int m_format = Unknown;
-    QByteArray m_oldStart; ///< of the MP3 that was imported: its tag as it was
+    std::unique_ptr<Song> m_song; ///< null where nothing is loaded
 };
 
 } // namespace tarvel4

@@ -8,12 +8,12 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
 
 #ifdef Q_OS_WIN
 #include <io.h>
 #include <windows.h>
 #else
-#include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,134 +27,165 @@ namespace tarvel4 {
 
 namespace {
 
+/** The outcome of a call that has just set errno where it failed. */
+Outcome outcomeOf(bool isDone, const QString &path)
+{
+    return isDone ? Outcome{Outcome::Code::Done, path, {}, {}}
+                  : Outcome::ofSystemError(errno, path);
+}
+
 #ifdef Q_OS_UNIX
+
 /** Opens what is at \a path, a folder too, waits with \a flush until it is on the medium. */
-bool flushPath(const QString &path, int (*flush)(int))
+Outcome flushPath(const QString &path, int (*flush)(int))
 {
     const int fd = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (fd < 0)
-        return false;
+        return outcomeOf(false, path);
     // Some file systems have nothing to flush for a folder, and say so with EINVAL.
-    const bool flushed = flush(fd) == 0 || errno == EINVAL;
+    const bool isFlushed = flush(fd) == 0 || errno == EINVAL;
+    const Outcome outcome = outcomeOf(isFlushed, path);
     close(fd);
-    return flushed;
+    return outcome;
 }
+
+/** Opens \a file by a call of the system's, of which Qt keeps no error number. */
+Outcome openAs(QFile &file, int flags)
+{
+    const QString path = file.fileName();
+    constexpr mode_t anyMode = 0666;
+    const int fd = open(QFile::encodeName(path).constData(), flags | O_CLOEXEC | O_NOCTTY, anyMode);
+    if (fd < 0)
+        return outcomeOf(false, path);
+    // What came into its place meanwhile is no file either.
+    struct stat status = {};
+    const bool isRegular = fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
+    if (isRegular
+        && file.open(fd, QIODevice::WriteOnly | QIODevice::Unbuffered,
+                     QFileDevice::AutoCloseHandle))
+        return {};
+    close(fd);
+    return {Outcome::Code::NotAFile, path, {}, {}};
+}
+
 #endif
 
 /** Lets the file grow by writing zeros at its end, where blocks can't be had otherwise. */
-bool growsWithZeros(Disk &disk, QFileDevice &file, qint64 size)
+Outcome growWithZeros(Disk &disk, QFileDevice &file, qint64 size)
 {
     const qint64 oldSize = file.size();
     if (size <= oldSize)
-        return true;
-    if (file.seek(oldSize) && disk.write(file, QByteArray(int(size - oldSize), '\0'))
-        && disk.sync(file)) {
-        return true;
-    }
-    file.resize(oldSize);
-    return false;
+        return {};
+    Outcome grown = outcomeOf(file.seek(oldSize), file.fileName());
+    if (grown)
+        grown = disk.write(file, QByteArray(static_cast<int>(size - oldSize), '\0'));
+    if (grown)
+        grown = disk.sync(file);
+    if (!grown)
+        file.resize(oldSize);
+    return grown;
 }
 
 } // namespace
 
-bool Disk::openForWriting(QFile &file)
+Outcome Disk::openForWriting(QFile &file)
 {
-    const QString path = file.fileName();
 #ifdef Q_OS_UNIX
-    const QByteArray name = QFile::encodeName(path);
-    struct stat status;
-    if (lstat(name.constData(), &status) == 0 && !S_ISREG(status.st_mode) && !remove(path)) {
-        qDebug() << "[Disk::openForWriting] WARNING: no regular file, and can't be removed:"
-                 << path;
-        return false;
+    const QString path = file.fileName();
+    struct stat status = {};
+    if (lstat(QFile::encodeName(path).constData(), &status) == 0 && !S_ISREG(status.st_mode)) {
+        if (const Outcome removed = remove(path); !removed) {
+            const auto code =
+                S_ISLNK(status.st_mode) ? Outcome::Code::LinkOutOfMemory : Outcome::Code::NotAFile;
+            return {code, path, {}, {}};
+        }
     }
-    constexpr mode_t anyMode = 0666;
-    const int fd = open(
-        name.constData(),
-        O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, anyMode);
-    if (fd < 0) {
-        qDebug() << "[Disk::openForWriting] WARNING: can't be opened:" << path
-                 << qt_error_string(errno);
-        return false;
-    }
-    // What came into its place meanwhile is no file either.
-    if (fstat(fd, &status) == 0 && S_ISREG(status.st_mode)
-        && file.open(fd, QIODevice::WriteOnly | QIODevice::Unbuffered,
-                     QFileDevice::AutoCloseHandle))
-        return true;
-    close(fd);
-    return false;
+    return openAs(file, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_NONBLOCK);
 #else
-    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    return outcomeOf(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered), file.fileName());
 #endif
 }
 
-bool Disk::write(QFileDevice &file, const QByteArray &bytes)
+Outcome Disk::createNew(QFile &file)
 {
-    // A full disk shows as a short count or only in flush(), not as an error of write().
-    return file.write(bytes) == bytes.size() && file.flush();
+#ifdef Q_OS_UNIX
+    return openAs(file, O_WRONLY | O_CREAT | O_EXCL);
+#else
+    return outcomeOf(file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered),
+                     file.fileName());
+#endif
 }
 
-bool Disk::reserve(QFileDevice &file, qint64 size)
+Outcome Disk::write(QFileDevice &file, const QByteArray &bytes)
+{
+    // A full disk shows as a short count or only in flush(), not as an error of write().
+    errno = ENOSPC;
+    const bool isWritten = file.write(bytes) == bytes.size() && file.flush();
+    return outcomeOf(isWritten, file.fileName());
+}
+
+Outcome Disk::reserve(QFileDevice &file, qint64 size)
 {
 #ifdef Q_OS_LINUX
     if (size <= 0 || fallocate(file.handle(), FALLOC_FL_KEEP_SIZE, 0, size) == 0)
-        return true;
+        return {};
     if (errno == EOPNOTSUPP || errno == ENOSYS)
-        return growsWithZeros(*this, file, size);
+        return growWithZeros(*this, file, size);
+    const Outcome outcome = outcomeOf(false, file.fileName());
     file.resize(file.size()); // gives back what was reserved
-    return false;
+    return outcome;
 #else
-    return growsWithZeros(*this, file, size);
+    return growWithZeros(*this, file, size);
 #endif
 }
 
-bool Disk::truncate(QFileDevice &file, qint64 size)
+Outcome Disk::truncate(QFileDevice &file, qint64 size)
 {
-    return file.resize(size);
+    return outcomeOf(file.resize(size), file.fileName());
 }
 
-bool Disk::sync(QFileDevice &file)
+Outcome Disk::sync(QFileDevice &file)
 {
     if (!file.flush())
-        return false;
+        return outcomeOf(false, file.fileName());
 #ifdef Q_OS_WIN
-    return _commit(file.handle()) == 0;
+    return outcomeOf(_commit(file.handle()) == 0, file.fileName());
 #else
-    return fsync(file.handle()) == 0;
+    return outcomeOf(fsync(file.handle()) == 0, file.fileName());
 #endif
 }
 
-bool Disk::syncFolder(const QString &path)
+Outcome Disk::syncFolder(const QString &path)
 {
 #ifdef Q_OS_UNIX
     return flushPath(QFileInfo(path).absolutePath(), fsync);
 #else
     Q_UNUSED(path)
-    return true;
+    return {};
 #endif
 }
 
-bool Disk::syncVolume(const QString &path)
+Outcome Disk::syncVolume(const QString &path)
 {
 #ifdef Q_OS_LINUX
     return flushPath(path, syncfs);
 #else
     Q_UNUSED(path)
-    return true;
+    return {};
 #endif
 }
 
-bool Disk::replace(const QString &from, const QString &to)
+Outcome Disk::replace(const QString &from, const QString &to)
 {
     if (losesReplacedFiles(to) && QFileInfo::exists(to))
         return replaceKeepingOld(from, to);
     return rename(from, to);
 }
 
-bool Disk::remove(const QString &path)
+Outcome Disk::remove(const QString &path)
 {
-    return QFile::remove(path) || !QFileInfo::exists(path);
+    errno = EIO;
+    return outcomeOf(QFile::remove(path) || !QFileInfo::exists(path), path);
 }
 
 void Disk::inherit(QFileDevice &file, const QFileDevice &model)
@@ -179,16 +210,18 @@ Disk &Disk::real()
     return disk;
 }
 
-bool Disk::rename(const QString &from, const QString &to)
+Outcome Disk::rename(const QString &from, const QString &to)
 {
 #ifdef Q_OS_WIN
     const auto wide = [](const QString &path) {
         return reinterpret_cast<const wchar_t *>(path.utf16());
     };
-    return MoveFileExW(wide(from), wide(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
-        != 0;
+    return outcomeOf(
+        MoveFileExW(wide(from), wide(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0,
+        to);
 #else
-    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+    const QByteArray oldName = QFile::encodeName(from);
+    return outcomeOf(std::rename(oldName.constData(), QFile::encodeName(to).constData()) == 0, to);
 #endif
 }
 
@@ -206,28 +239,36 @@ bool Disk::losesReplacedFiles(const QString &path) const
 #endif
 }
 
-bool Disk::replaceKeepingOld(const QString &from, const QString &to)
+/** The new file is on the medium; the old one waits under another name until the new one's is. */
+Outcome Disk::replaceKeepingOld(const QString &from, const QString &to)
 {
     const QString old = Recovery::recoveryPathOf(to);
     if (QFileInfo::exists(old)) {
         // It may be all that is left of a song; whoever knows songs decides (Recovery::recover).
         qDebug() << "[Disk::replace] WARNING: in the way:" << old;
-        return false;
+        return {Outcome::Code::AlreadyExists, old, {}, {}};
     }
-    if (!syncVolume(from) || !rename(to, old))
-        return false;
-    const bool isNamed = rename(from, to);
-    if (!isNamed || !syncVolume(to)) {
+    if (const Outcome synced = syncVolume(from); !synced)
+        return synced;
+    if (const Outcome setAside = rename(to, old); !setAside)
+        return setAside;
+    Outcome named = rename(from, to);
+    const bool isNamed = static_cast<bool>(named);
+    if (isNamed)
+        named = syncVolume(to);
+    if (!named) {
         if (isNamed)
             rename(to, from);
-        if (!rename(old, to))
+        if (!rename(old, to)) {
             qDebug() << "[Disk::replace] WARNING: the old file is now called" << old;
-        return false;
+            return {Outcome::Code::NotRestored, to, old, {}};
+        }
+        return named;
     }
     // The new file is safe; one that stays behind is only in the way.
     if (!remove(old) || !syncVolume(to))
         qDebug() << "[Disk::replace] WARNING: can't be removed:" << old;
-    return true;
+    return {};
 }
 
 } // namespace tarvel4

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/outcome.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -11,9 +13,9 @@ QT_END_NAMESPACE
 namespace tarvel4 {
 
 /**
- * The one seam through which bytes reach a medium, so that a test can make it fail at any step.
- * Whoever writes a song, a copy or an index file takes a Disk by reference; Disk::real() is the
- * platform's.
+ * The one seam through which bytes, names and flushes reach a medium, so that a test can make it
+ * fail at any step. Whoever writes a song, a copy or an index file takes a Disk by reference;
+ * Disk::real() is the platform's. Each operation names the cause when it fails.
  */
 class Disk
 {
@@ -25,39 +27,41 @@ public:
      * or a special file in its place is removed first, so that no byte leaves the folder and nobody
      * waits for a reader. The file has no name once it is open.
      */
-    virtual bool openForWriting(QFile &file);
+    virtual Outcome openForWriting(QFile &file);
 
-    /** Writes all of \a bytes at the file's position and flushes them to the system; false when any
-     * is missing. */
-    virtual bool write(QFileDevice &file, const QByteArray &bytes);
+    /** Creates a file that is not there yet; AlreadyExists where anything has its name. */
+    Outcome createNew(QFile &file);
 
-    /** Makes sure that the file can grow to \a size bytes, without changing what it holds. False:
-     * no room, and the file is as it was. */
-    virtual bool reserve(QFileDevice &file, qint64 size);
+    /** Writes all of \a bytes at the file's position and flushes them to the system. */
+    virtual Outcome write(QFileDevice &file, const QByteArray &bytes);
+
+    /** Makes sure that the file can grow to \a size bytes, without changing what it holds. Not
+     * done: the file is as it was. */
+    virtual Outcome reserve(QFileDevice &file, qint64 size);
 
     /** Cuts the file to \a size bytes. */
-    virtual bool truncate(QFileDevice &file, qint64 size);
+    virtual Outcome truncate(QFileDevice &file, qint64 size);
 
     /** Waits until the file's bytes are on the medium. A dead card is first noticed here. */
-    virtual bool sync(QFileDevice &file);
+    virtual Outcome sync(QFileDevice &file);
 
     /** Waits until the names in the folder of \a path are on the medium. */
-    virtual bool syncFolder(const QString &path);
+    virtual Outcome syncFolder(const QString &path);
 
     /** Waits until everything written to the volume that holds \a path, names included, is on the
      * medium. */
-    virtual bool syncVolume(const QString &path);
+    virtual Outcome syncVolume(const QString &path);
 
     /**
      * Gives the file \a from, which is on the medium, the name \a to, taking the place of an
      * existing file. One step where the file system can do it in one; on FAT, where that loses
-     * files, the old one is set aside (songs/recovery.h) until the new one is safe, which fails
-     * while one that stayed behind has that name. False: \a to is what it was.
+     * files, the old one is set aside (storage/recovery.h) until the new one is safe. Not done:
+     * \a to is what it was.
      */
-    virtual bool replace(const QString &from, const QString &to);
+    virtual Outcome replace(const QString &from, const QString &to);
 
-    /** Removes a file; true when it is gone, also when it was not there. */
-    virtual bool remove(const QString &path);
+    /** Removes a file; done when it is gone, also when it was not there. */
+    virtual Outcome remove(const QString &path);
 
     /** Gives a new file the permissions, and where that is allowed the owner, of another. */
     static void inherit(QFileDevice &file, const QFileDevice &model);
@@ -69,10 +73,10 @@ public:
 
 protected:
     /** Gives a file another name, in one step, taking the place of an existing one. */
-    virtual bool rename(const QString &from, const QString &to);
+    virtual Outcome rename(const QString &from, const QString &to);
 
 private:
-    bool replaceKeepingOld(const QString &from, const QString &to);
+    Outcome replaceKeepingOld(const QString &from, const QString &to);
 };
 
 } // namespace tarvel4

@@ -13,23 +13,26 @@ namespace tarvel4 {
 class InPlaceRewrite
 {
 public:
-    InPlaceRewrite(Disk &disk, const QString &path);
+    /** What stands behind the new bytes of a file that becomes shorter, until it is cut. */
+    using Padding = QByteArray (*)(int size);
 
-    /** Makes the file writable, opens it and keeps its bytes. False: it can't be written, and is as
-     * it was. */
-    bool open();
+    InPlaceRewrite(Disk &disk, const QString &path, Padding padding);
 
-    /** True once the file has the new bytes, on the medium. False: it has its old ones; the log
-     * says why. */
-    bool write(const QByteArray &image);
+    /** Makes the file writable, opens it and keeps its bytes. Not done: it is as it was. */
+    Outcome open();
+
+    /** Done once the file has the new bytes, on the medium. Else it has its old ones, but for
+     * NotRestored; the log says why. */
+    Outcome write(const QByteArray &image);
 
 private:
-    bool overwrite(const QByteArray &bytes);
-    void putBack();
+    Outcome overwrite(const QByteArray &bytes);
+    Outcome putBack(const Outcome &failure);
 
     Disk &m_disk;
     WritePermission m_permission;
     QFile m_file;
+    Padding m_padding;
     QByteArray m_old;
     bool m_isNew;
 };

@@ -8,11 +8,13 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+
 namespace tarvel4 {
 
 namespace {
 
-/** The name of a file until it is whole; a point at the front keeps it out of every list of songs.
+/** The name of a file until it is whole; a dot at the front keeps it out of every list of songs.
  */
 QString unfinished(const QString &path)
 {
@@ -29,37 +31,49 @@ bool isText(const QString &path)
     return file.open(QIODevice::ReadOnly) && !file.readAll().contains('\0');
 }
 
-bool writeBeside(Disk &disk, QFile &file, const QString &path, const QByteArray &bytes)
+Outcome writeBeside(Disk &disk, const QString &unfinishedPath, const QString &path,
+                    const QByteArray &bytes)
 {
     QFile old(path);
     // Who may not write a file may not replace it either.
+    errno = EACCES;
     if (old.exists() && !old.open(QIODevice::ReadWrite))
-        return false;
-    disk.remove(file.fileName()); // of a run that was killed
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-        return false;
+        return Outcome::ofSystemError(errno, path);
+    disk.remove(unfinishedPath); // of a run that was killed
+    QFile file(unfinishedPath);
+    Outcome outcome = disk.createNew(file);
+    if (!outcome)
+        return outcome;
     if (old.isOpen())
         Disk::inherit(file, old);
-    const bool isWhole = disk.write(file, bytes) && disk.sync(file);
+    outcome = disk.write(file, bytes);
+    if (outcome)
+        outcome = disk.sync(file);
     file.close();
-    return isWhole;
+    return outcome;
 }
 
 } // namespace
 
-bool NewFile::write(Disk &disk, const QString &path, const QByteArray &bytes)
+Outcome NewFile::write(Disk &disk, const QString &path, const QByteArray &bytes)
 {
     const QFileInfo info(path);
     const QString target = info.isSymLink() ? info.canonicalFilePath() : path;
     if (target.isEmpty() || (info.exists() && !info.isFile()))
-        return false;
+        return {Outcome::Code::NotAFile, path, {}, {}};
     Recovery::recover(disk, target, isText); // its name is needed
-    QFile file(unfinished(target));
-    if (writeBeside(disk, file, target, bytes) && disk.replace(file.fileName(), target))
-        return disk.syncFolder(target);
-    if (!disk.remove(file.fileName()))
-        qDebug() << "[NewFile::write] WARNING: can't be removed:" << file.fileName();
-    return false;
+    const QString unfinishedPath = unfinished(target);
+    Outcome outcome = writeBeside(disk, unfinishedPath, target, bytes);
+    if (outcome)
+        outcome = disk.replace(unfinishedPath, target);
+    if (outcome) {
+        if (!disk.syncFolder(target))
+            outcome.code = Outcome::Code::NotConfirmed;
+    } else if (!disk.remove(unfinishedPath)) {
+        qDebug() << "[NewFile::write] WARNING: can't be removed:" << unfinishedPath;
+    }
+    outcome.path = path;
+    return outcome;
 }
 
 } // namespace tarvel4

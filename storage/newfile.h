@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/outcome.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -16,7 +18,7 @@ namespace NewFile {
  * until then, and hands its permissions on. False: nothing of the new bytes is left, unless it is
  * only not certain that the new name is on the medium.
  */
-bool write(Disk &disk, const QString &path, const QByteArray &bytes);
+Outcome write(Disk &disk, const QString &path, const QByteArray &bytes);
 
 } // namespace NewFile
 

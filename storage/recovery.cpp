@@ -50,12 +50,12 @@ Result decide(const QString &old, const QString &path, const IsSong &isSong)
     return isReadable && isWhole(old) ? Result::GivenBack : Result::Kept;
 }
 
-bool perform(Disk &disk, Result outcome, const QString &old, const QString &path)
+bool perform(Disk &disk, Result result, const QString &old, const QString &path)
 {
-    const bool isDone = outcome == Result::Removed
-        ? disk.remove(old)
-        : (!QFileInfo::exists(path) || disk.remove(path)) && disk.replace(old, path);
-    return isDone && disk.syncVolume(path);
+    if (result == Result::Removed)
+        return disk.remove(old) && disk.syncVolume(path);
+    return (!QFileInfo::exists(path) || disk.remove(path)) && disk.replace(old, path)
+        && disk.syncVolume(path);
 }
 
 } // namespace
@@ -81,13 +81,13 @@ Recovery::Result Recovery::recover(Disk &disk, const QString &path, const IsSong
     const QFileInfo info(old);
     if (!info.isFile() || info.isSymLink())
         return Result::NoneThere;
-    const Result outcome = decide(old, path, isSong);
-    if (outcome == Result::Kept || !perform(disk, outcome, old, path)) {
+    const Result result = decide(old, path, isSong);
+    if (result == Result::Kept || !perform(disk, result, old, path)) {
         qDebug() << "[Recovery::recover] WARNING: the old file is still called" << old;
         return Result::Kept;
     }
     qDebug() << "[Recovery::recover] put in order after a power cut:" << path;
-    return outcome;
+    return result;
 }
 
 void Recovery::recoverAll(Disk &disk, const QString &folder, const IsSong &isSong,
@@ -100,9 +100,9 @@ void Recovery::recoverAll(Disk &disk, const QString &folder, const IsSong &isSon
         if (!isRecoveryName(name))
             continue;
         const QString path = dir.filePath(goesBackTo(name));
-        const Result outcome = recover(disk, path, isSong);
-        if (report && outcome != Result::NoneThere)
-            report(path, outcome);
+        const Result result = recover(disk, path, isSong);
+        if (report && result != Result::NoneThere)
+            report(path, result);
     }
 }
 

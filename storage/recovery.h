@@ -27,7 +27,7 @@ enum class Result {
 using IsSong = std::function<bool(const QString &path)>;
 
 /** Told of each file that was there, by the name that it goes back to. */
-using Report = std::function<void(const QString &path, Result outcome)>;
+using Report = std::function<void(const QString &path, Result result)>;
 
 /** The name under which the file \a path waits. */
 QString recoveryPathOf(const QString &path);

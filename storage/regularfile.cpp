@@ -1,14 +1,15 @@
 #include "storage/regularfile.h"
 
-#include "storage/filebytes.h"
-
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
 
 #include <algorithm>
+#include <cerrno>
+#include <new>
 
 #ifdef Q_OS_UNIX
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -16,80 +17,131 @@
 
 namespace tarvel4 {
 
-QByteArray SongFile::read(int count)
+QByteArray RegularFile::read(int count)
 {
     QByteArray bytes(count, Qt::Uninitialized);
-    bytes.truncate(int(std::max<qint64>(read(bytes.data(), count), 0)));
+    bytes.truncate(static_cast<int>(std::max<qint64>(read(bytes.data(), count), 0)));
     return bytes;
 }
 
-bool SongFile::readUpTo(qint64 size, QByteArray &bytes)
+Outcome RegularFile::readUpTo(qint64 size, QByteArray &bytes)
 {
     const qint64 missing = size - bytes.size();
-    return missing <= 0
-        || (FileBytes::grow(bytes, size)
-            && read(bytes.data() + bytes.size() - missing, missing) == missing);
+    if (missing <= 0)
+        return {};
+    const QString path = m_outcome.path;
+    if (!FileBytes::grow(bytes, size))
+        return {Outcome::Code::TooLarge, path, FileBytes::sizeLimitText(FileBytes::maxSize), {}};
+    if (read(bytes.data() + bytes.size() - missing, missing) == missing)
+        return {};
+    if (!m_outcome)
+        return m_outcome;
+    return {Outcome::Code::ChangedMeanwhile, path, {}, {}}; // shorter than it was
 }
 
 #ifdef Q_OS_UNIX
 
-SongFile::SongFile(const QString &path)
+RegularFile::RegularFile(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
     struct stat status = {};
-    if (stat(name.constData(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (stat(name.constData(), &status) != 0) {
+        m_outcome = Outcome::ofSystemError(errno, path, false);
         return;
+    }
+    m_outcome.path = path;
+    if (!S_ISREG(status.st_mode)) {
+        m_outcome.code = Outcome::Code::NotAFile;
+        return;
+    }
     m_size = status.st_size;
-    // O_NONBLOCK: a FIFO that took the song's place meanwhile must not hang the run
+    // O_NONBLOCK: a FIFO that took the file's place meanwhile must not hang the run
     m_file = open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (m_file < 0)
+        m_outcome = Outcome::ofSystemError(errno, path, false);
 }
 
-SongFile::~SongFile()
+RegularFile::~RegularFile()
 {
     if (m_file >= 0)
         close(m_file);
 }
 
-bool SongFile::isOpen() const
-{
-    return m_file >= 0;
-}
-
-/** Reads until there is no more, or until an error; the bytes read. */
-qint64 SongFile::read(char *bytes, qint64 count)
+/** Reads until there is no more, or until an error. */
+qint64 RegularFile::read(char *bytes, qint64 count)
 {
     qint64 done = 0;
     while (done < count) {
-        const ssize_t got = ::read(m_file, bytes + done, std::size_t(count - done));
-        if (got > 0)
+        const ssize_t got = ::read(m_file, bytes + done, static_cast<std::size_t>(count - done));
+        if (got > 0) {
             done += got;
-        else if (got == 0 || errno != EINTR)
+        } else if (got == 0) {
             break;
+        } else if (errno != EINTR) {
+            m_outcome = Outcome::ofSystemError(errno, m_outcome.path, false);
+            break;
+        }
     }
     return done;
 }
 
 #else
 
-SongFile::SongFile(const QString &path)
+RegularFile::RegularFile(const QString &path)
     : m_file(path)
 {
-    if (QFileInfo(m_file).isFile() && m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    const QFileInfo info(m_file);
+    m_outcome.path = path;
+    if (!info.exists())
+        m_outcome.code = Outcome::Code::NotFound;
+    else if (!info.isFile())
+        m_outcome.code = Outcome::Code::NotAFile;
+    else if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        m_outcome.code = Outcome::Code::ReadDenied;
+    else
         m_size = m_file.size();
 }
 
-SongFile::~SongFile() = default;
+RegularFile::~RegularFile() = default;
 
-bool SongFile::isOpen() const
+qint64 RegularFile::read(char *bytes, qint64 count)
 {
-    return m_file.isOpen();
-}
-
-qint64 SongFile::read(char *bytes, qint64 count)
-{
-    return m_file.read(bytes, count);
+    const qint64 got = m_file.read(bytes, count);
+    if (got < 0)
+        m_outcome = {Outcome::Code::MediumFailed, m_outcome.path, m_file.errorString(), {}};
+    return std::max<qint64>(got, 0);
 }
 
 #endif
+
+QString FileBytes::sizeLimitText(qint64 bytes)
+{
+    return QCoreApplication::translate("Outcome", "sono ammessi al massimo %1 byte")
+        .arg(QLocale().toString(bytes));
+}
+
+bool FileBytes::grow(QByteArray &bytes, qint64 size)
+{
+    if (size > maxSize)
+        return false;
+    try {
+        bytes.resize(static_cast<int>(size));
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+    return true;
+}
+
+bool FileBytes::readUpTo(QFileDevice &file, qint64 size, QByteArray &bytes)
+{
+    const int begun = bytes.size();
+    return size <= begun
+        || (grow(bytes, size) && file.read(bytes.data() + begun, size - begun) == size - begun);
+}
+
+bool FileBytes::readAll(QFileDevice &file, QByteArray &bytes)
+{
+    return readUpTo(file, file.size(), bytes);
+}
 
 } // namespace tarvel4

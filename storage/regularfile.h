@@ -1,38 +1,46 @@
 #pragma once
 
+#include "storage/outcome.h"
+
 #include <QByteArray>
 
 #ifndef Q_OS_UNIX
 #include <QFile>
 #endif
 
+QT_BEGIN_NAMESPACE
+class QFileDevice;
+QT_END_NAMESPACE
+
 namespace tarvel4 {
 
 /** A regular file opened for reading, with as few questions to the system as it takes: a library
  * has thousands of them. */
-class SongFile
+class RegularFile
 {
 public:
     /** Never waits: not for the writer of a FIFO either, which is not opened. */
-    explicit SongFile(const QString &path);
-    ~SongFile();
-    Q_DISABLE_COPY(SongFile)
+    explicit RegularFile(const QString &path);
+    ~RegularFile();
+    Q_DISABLE_COPY(RegularFile)
 
-    /** False when there is no regular file or it can't be read. */
-    bool isOpen() const;
+    /** Why the file can't be read; done when it is open. */
+    const Outcome &outcome() const { return m_outcome; }
 
     /** Bytes, when it was opened. */
     qint64 size() const { return m_size; }
 
-    /** The next bytes, \a count where there are that many. */
+    /** The next bytes, \a count where there are that many; fewer, and an outcome, after an error.
+     */
     QByteArray read(int count);
+    qint64 read(char *bytes, qint64 count); ///< the same into a buffer; the bytes read
 
-    /** As FileBytes::readUpTo(). */
-    bool readUpTo(qint64 size, QByteArray &bytes);
+    /** Reads on until \a bytes, which may hold the file's first ones already, has \a size of them.
+     */
+    Outcome readUpTo(qint64 size, QByteArray &bytes);
 
 private:
-    qint64 read(char *bytes, qint64 count);
-
+    Outcome m_outcome;
     qint64 m_size = 0;
 #ifdef Q_OS_UNIX
     int m_file = -1;
@@ -40,5 +48,26 @@ private:
     QFile m_file;
 #endif
 };
+
+/** What all readers of whole files share. */
+namespace FileBytes {
+
+/** No song is larger, and what an array of bytes can hold is little more. */
+constexpr qint64 maxSize = 2'000'000'000;
+
+/** Tells people of a limit of so many bytes. */
+QString sizeLimitText(qint64 bytes);
+
+/** Makes \a bytes \a size bytes long; false where that is more than maxSize or than there is memory
+ * for. */
+bool grow(QByteArray &bytes, qint64 size);
+
+/** As RegularFile::readUpTo(), from a file that is open for writing too. */
+bool readUpTo(QFileDevice &file, qint64 size, QByteArray &bytes);
+
+/** Reads on to the end of the file. */
+bool readAll(QFileDevice &file, QByteArray &bytes);
+
+} // namespace FileBytes
 
 } // namespace tarvel4

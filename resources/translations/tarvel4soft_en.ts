@@ -2,58 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="it_IT">
 <context>
-    <name>tarvel4::AboutDialog</name>
-    <message>
-        <source>Informazioni</source>
-        <translation>About</translation>
-    </message>
-    <message>
-        <source>Tarvel4 Soft</source>
-        <translation>Tarvel4 Soft</translation>
-    </message>
-    <message>
-        <source>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</source>
-        <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
-    </message>
-    <message>
-        <source>Copyright &amp;copy; 2026 &lt;a href=&quot;https://www.k-varo.example/&quot;&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href=&quot;mailto:assistenza@k-varo.example&quot;&gt;assistenza@k-varo.example&lt;/a&gt;</source>
-        <translation>Copyright &amp;copy; 2026 &lt;a href=&quot;https://www.k-varo.example/&quot;&gt;K-Varo&lt;/a&gt;. All rights reserved.&lt;br/&gt;Support: &lt;a href=&quot;mailto:assistenza@k-varo.example&quot;&gt;assistenza@k-varo.example&lt;/a&gt;</translation>
-    </message>
-</context>
-<context>
-    <name>tarvel4::BackupDialog</name>
-    <message>
-        <source>Backup</source>
-        <translation>Backup</translation>
-    </message>
-    <message>
-        <source>Sfoglia...</source>
-        <translation>Browse...</translation>
-    </message>
-    <message>
-        <source>Esegui backup</source>
-        <translation>Make backup</translation>
-    </message>
-    <message>
-        <source>Prosegui senza backup</source>
-        <translation>Continue without backup</translation>
-    </message>
-    <message>
-        <source>Annulla</source>
-        <translation>Cancel</translation>
-    </message>
-    <message>
-        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l&apos;aggiornamento.
-Selezionare una cartella di destinazione per il backup oppure premere &apos;Prosegui senza backup&apos;.</source>
-        <translation>You are advised to back up the library before the update.
-Choose a folder for the backup, or press &apos;Continue without backup&apos;.</translation>
-    </message>
-    <message>
-        <source>Scegli cartella</source>
-        <translation>Choose a folder</translation>
-    </message>
-</context>
-<context>
     <name>Cli</name>
     <message>
         <source>opzione sconosciuta: %1</source>
@@ -505,105 +453,6 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
 </context>
 <context>
-    <name>tarvel4::DataEditDialog</name>
-    <message>
-        <source>Modifica Dati</source>
-        <translation>Edit data</translation>
-    </message>
-    <message>
-        <source>Percorso file:</source>
-        <translation>File path:</translation>
-    </message>
-    <message>
-        <source>Formato:</source>
-        <translation>Format:</translation>
-    </message>
-    <message>
-        <source>Modifica i dati della Song:</source>
-        <translation>Edit the data of the song:</translation>
-    </message>
-    <message>
-        <source>Titolo Song:</source>
-        <translation>Song title:</translation>
-    </message>
-    <message>
-        <source>Usa il titolo</source>
-        <translation>Use the title</translation>
-    </message>
-    <message>
-        <source>Usa il filename</source>
-        <translation>Use the file name</translation>
-    </message>
-    <message>
-        <source>Applica a tutti</source>
-        <translation>Apply to all</translation>
-    </message>
-    <message>
-        <source>Interprete:</source>
-        <translation>Artist:</translation>
-    </message>
-    <message>
-        <source>Genere Musicale:</source>
-        <translation>Genre:</translation>
-    </message>
-    <message>
-        <source>Autore:</source>
-        <translation>Author:</translation>
-    </message>
-    <message>
-        <source>Durata:</source>
-        <translation>Length:</translation>
-    </message>
-    <message>
-        <source>mm</source>
-        <translation>mm</translation>
-    </message>
-    <message>
-        <source>ss</source>
-        <translation>ss</translation>
-    </message>
-    <message>
-        <source>Tonalità:</source>
-        <translation>Key:</translation>
-    </message>
-    <message>
-        <source>BPM:</source>
-        <translation>BPM:</translation>
-    </message>
-    <message>
-        <source>Salva</source>
-        <translation>Save</translation>
-    </message>
-    <message>
-        <source>Annulla</source>
-        <translation>Cancel</translation>
-    </message>
-    <message>
-        <source>Modifica dati song</source>
-        <translation>Edit song data</translation>
-    </message>
-    <message>
-        <source>L&apos;autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
-        <translation>The author you entered will be applied to all songs of the list. Are you sure?</translation>
-    </message>
-    <message>
-        <source>L&apos;interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
-        <translation>The artist you entered will be applied to all songs of the list. Are you sure?</translation>
-    </message>
-    <message>
-        <source>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
-        <translation>The genre you entered will be applied to all songs of the list. Are you sure?</translation>
-    </message>
-    <message>
-        <source>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</source>
-        <translation>The title of all songs of the list will be overwritten with the file name. Are you sure?</translation>
-    </message>
-    <message>
-        <source>ATTENZIONE</source>
-        <translation>WARNING</translation>
-    </message>
-</context>
-<context>
     <name>DeviceTransfer</name>
     <message>
         <source>Trasferimento</source>
@@ -644,123 +493,6 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     <message>
         <source>Aggiornamento database...</source>
         <translation>Updating the database...</translation>
-    </message>
-</context>
-<context>
-    <name>tarvel4::HelpDialog</name>
-    <message>
-        <source>Aiuto Tarvel4 Soft</source>
-        <translation>Tarvel4 Soft help</translation>
-    </message>
-</context>
-<context>
-    <name>tarvel4::Index</name>
-    <message>
-        <source>Impossibile leggere: </source>
-        <translation>Can&apos;t be read: </translation>
-    </message>
-    <message>
-        <source>File non importato, path troppo lungo: </source>
-        <translation>File not imported, path too long: </translation>
-    </message>
-</context>
-<context>
-    <name>tarvel4::IndexDialog</name>
-    <message>
-        <source>Dialog</source>
-        <translation>Optimise memory</translation>
-    </message>
-    <message>
-        <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
-        <translation>Choose the root folder of the Compact Flash card or USB stick to optimise for Tarvel4</translation>
-    </message>
-    <message>
-        <source>Sfoglia</source>
-        <translation>Browse</translation>
-    </message>
-    <message>
-        <source>Seleziona l&apos;azione che vuoi eseguire:</source>
-        <translation>Choose what to do:</translation>
-    </message>
-    <message>
-        <source>Ho inserito o eliminato alcune song, aggiorna database</source>
-        <translation>I added or deleted some songs, update the database</translation>
-    </message>
-    <message>
-        <source>Ho problemi con gli archivi, ricostruisci database</source>
-        <translation>I have problems with the archives, rebuild the database</translation>
-    </message>
-    <message>
-        <source>Controlla struttura memoria</source>
-        <translation>Check the memory structure</translation>
-    </message>
-    <message>
-        <source>File found:</source>
-        <translation>File found:</translation>
-    </message>
-    <message>
-        <source>Report:</source>
-        <translation>Report:</translation>
-    </message>
-    <message>
-        <source>Inizia</source>
-        <translation>Start</translation>
-    </message>
-    <message>
-        <source>Chiudi</source>
-        <translation>Close</translation>
-    </message>
-    <message>
-        <source>Scegli cartella</source>
-        <translation>Choose a folder</translation>
-    </message>
-    <message>
-        <source>Ottimizza memoria</source>
-        <translation>Optimise memory</translation>
-    </message>
-    <message>
-        <source>Il percorso selezionato non esiste</source>
-        <translation>The chosen path does not exist</translation>
-    </message>
-    <message>
-        <source>Ottimizzazione memoria in corso...</source>
-        <translation>Optimising the memory...</translation>
-    </message>
-    <message>
-        <source>Operazione completata</source>
-        <translation>Operation completed</translation>
-    </message>
-    <message>
-        <source>ATTENZIONE</source>
-        <translation>WARNING</translation>
-    </message>
-    <message>
-        <source>Controllo memoria non eseguito!</source>
-        <translation>The memory was not checked!</translation>
-    </message>
-    <message>
-        <source>Controllo memoria</source>
-        <translation>Memory check</translation>
-    </message>
-    <message>
-        <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
-        <translation>The errors could not be corrected: the memory must be formatted</translation>
-    </message>
-    <message>
-        <source>Durante l&apos;operazione si sono verificati alcuni errori.
-Consultare il report per maggiori informazioni.</source>
-        <translation>Some errors occurred during the operation.
-See the report for details.</translation>
-    </message>
-    <message>
-        <source>Operazione completata con successo</source>
-        <translation>Operation completed successfully</translation>
-    </message>
-    <message>
-        <source>Operazione non riuscita.
-Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
-        <translation>The operation failed.
-Make sure that the disk has enough free space and is not write-protected.</translation>
     </message>
 </context>
 <context>
@@ -940,6 +672,457 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
 </context>
 <context>
+    <name>ManualEdit</name>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Edit song data</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile salvare i seguenti file:</source>
+        <translation>The following files could not be saved:</translation>
+    </message>
+</context>
+<context>
+    <name>Outcome</name>
+    <message>
+        <source>il tag ID3 è incompleto</source>
+        <translation>the ID3 tag is incomplete</translation>
+    </message>
+    <message>
+        <source>il tag avrebbe %1 byte, ne sono ammessi %2</source>
+        <translation>the tag would have %1 bytes, %2 are allowed</translation>
+    </message>
+    <message>
+        <source>l&apos;intestazione è incompleta</source>
+        <translation>the header is incomplete</translation>
+    </message>
+    <message>
+        <source>la parte compressa non si espande</source>
+        <translation>the compressed part can&apos;t be expanded</translation>
+    </message>
+    <message>
+        <source>la parte compressa non contiene MIDI</source>
+        <translation>the compressed part holds no MIDI data</translation>
+    </message>
+    <message>
+        <source>non è un file MIDI di formato 0 o 1</source>
+        <translation>it is no MIDI file of format 0 or 1</translation>
+    </message>
+    <message>
+        <source>la song va ripresa da un backup</source>
+        <translation>take the song from a backup</translation>
+    </message>
+    <message>
+        <source>il file non c&apos;è: controllare il percorso, o inserire la memoria su cui si trova</source>
+        <translation>there is no such file: check the path, or insert the card that holds it</translation>
+    </message>
+    <message>
+        <source>non è un file, ma una cartella, una pipe o un dispositivo</source>
+        <translation>it is no file, but a folder, a pipe or a device</translation>
+    </message>
+    <message>
+        <source>manca il permesso di leggerlo</source>
+        <translation>you have no permission to read it</translation>
+    </message>
+    <message>
+        <source>non è una song .mid, .kar, .mp3, .mf3, .mf4 o .mf5</source>
+        <translation>it is no .mid, .kar, .mp3, .mf3, .mf4 or .mf5 song</translation>
+    </message>
+    <message>
+        <source>la song è danneggiata: %1</source>
+        <translation>the song is damaged: %1</translation>
+    </message>
+    <message>
+        <source>l&apos;indice è danneggiato (%1): va ricostruito</source>
+        <translation>the index is damaged (%1): rebuild it</translation>
+    </message>
+    <message>
+        <source>non è una song .mf3, .mf4 o .mf5</source>
+        <translation>it is no .mf3, .mf4 or .mf5 song</translation>
+    </message>
+    <message>
+        <source>il testo è troppo lungo: %1</source>
+        <translation>the text is too long: %1</translation>
+    </message>
+    <message>
+        <source>questo formato non può contenere la lettera &quot;%1&quot;</source>
+        <translation>this format can&apos;t hold the letter &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>è troppo grande: %1</source>
+        <translation>it is too large: %1</translation>
+    </message>
+    <message>
+        <source>questo formato non può contenere marker</source>
+        <translation>this format can&apos;t hold markers</translation>
+    </message>
+    <message>
+        <source>un altro programma l&apos;ha cambiato nel frattempo: va riletto</source>
+        <translation>another program has changed it meanwhile: read it again</translation>
+    </message>
+    <message>
+        <source>manca il permesso di scriverlo</source>
+        <translation>you have no permission to write it</translation>
+    </message>
+    <message>
+        <source>il disco o la memoria è protetta da scrittura</source>
+        <translation>the disk or card is write-protected</translation>
+    </message>
+    <message>
+        <source>non c&apos;è abbastanza spazio libero sul disco o sulla memoria</source>
+        <translation>there is not enough free room on the disk or card</translation>
+    </message>
+    <message>
+        <source>il disco o la memoria ha dato un errore (%1)</source>
+        <translation>the disk or card reported an error (%1)</translation>
+    </message>
+    <message>
+        <source>il nome o il percorso è troppo lungo</source>
+        <translation>the name or path is too long</translation>
+    </message>
+    <message>
+        <source>esiste già</source>
+        <translation>it exists already</translation>
+    </message>
+    <message>
+        <source>è usato da un altro programma</source>
+        <translation>another program is using it</translation>
+    </message>
+    <message>
+        <source>al suo posto c&apos;è un collegamento, che non viene seguito</source>
+        <translation>a link stands in its place, which is not followed</translation>
+    </message>
+    <message>
+        <source>non viene sovrascritto, perché è %1</source>
+        <translation>it is not overwritten, since it is %1</translation>
+    </message>
+    <message>
+        <source>salvato, ma il disco o la memoria non l&apos;ha confermato: va controllato prima di toglierla</source>
+        <translation>saved, but the disk or card did not confirm it: check it before you remove the card</translation>
+    </message>
+    <message>
+        <source>non salvato, e il contenuto di prima non è tornato al suo posto: %1</source>
+        <translation>not saved, and the bytes of before are not back in their place: %1</translation>
+    </message>
+    <message>
+        <source>più di quanto il disco o la memoria accetta</source>
+        <translation>more than the disk or card takes</translation>
+    </message>
+    <message>
+        <source>sono ammessi al massimo %1 byte</source>
+        <translation>at most %1 bytes are allowed</translation>
+    </message>
+</context>
+<context>
+    <name>RowEditor</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating files</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>SongListWriter</name>
+    <message>
+        <source>TITOLO</source>
+        <translation>TITLE</translation>
+    </message>
+    <message>
+        <source>ARTISTA</source>
+        <translation>ARTIST</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>WindowHost</name>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>already exists. Replace it?</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::AboutDialog</name>
+    <message>
+        <source>Informazioni</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft</translation>
+    </message>
+    <message>
+        <source>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</source>
+        <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
+    </message>
+    <message>
+        <source>Copyright &amp;copy; 2026 &lt;a href=&quot;https://www.k-varo.example/&quot;&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href=&quot;mailto:assistenza@k-varo.example&quot;&gt;assistenza@k-varo.example&lt;/a&gt;</source>
+        <translation>Copyright &amp;copy; 2026 &lt;a href=&quot;https://www.k-varo.example/&quot;&gt;K-Varo&lt;/a&gt;. All rights reserved.&lt;br/&gt;Support: &lt;a href=&quot;mailto:assistenza@k-varo.example&quot;&gt;assistenza@k-varo.example&lt;/a&gt;</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::BackupDialog</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Sfoglia...</source>
+        <translation>Browse...</translation>
+    </message>
+    <message>
+        <source>Esegui backup</source>
+        <translation>Make backup</translation>
+    </message>
+    <message>
+        <source>Prosegui senza backup</source>
+        <translation>Continue without backup</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l&apos;aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere &apos;Prosegui senza backup&apos;.</source>
+        <translation>You are advised to back up the library before the update.
+Choose a folder for the backup, or press &apos;Continue without backup&apos;.</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Choose a folder</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::DataEditDialog</name>
+    <message>
+        <source>Modifica Dati</source>
+        <translation>Edit data</translation>
+    </message>
+    <message>
+        <source>Percorso file:</source>
+        <translation>File path:</translation>
+    </message>
+    <message>
+        <source>Formato:</source>
+        <translation>Format:</translation>
+    </message>
+    <message>
+        <source>Modifica i dati della Song:</source>
+        <translation>Edit the data of the song:</translation>
+    </message>
+    <message>
+        <source>Titolo Song:</source>
+        <translation>Song title:</translation>
+    </message>
+    <message>
+        <source>Usa il titolo</source>
+        <translation>Use the title</translation>
+    </message>
+    <message>
+        <source>Usa il filename</source>
+        <translation>Use the file name</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <translation>Apply to all</translation>
+    </message>
+    <message>
+        <source>Interprete:</source>
+        <translation>Artist:</translation>
+    </message>
+    <message>
+        <source>Genere Musicale:</source>
+        <translation>Genre:</translation>
+    </message>
+    <message>
+        <source>Autore:</source>
+        <translation>Author:</translation>
+    </message>
+    <message>
+        <source>Durata:</source>
+        <translation>Length:</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>ss</source>
+        <translation>ss</translation>
+    </message>
+    <message>
+        <source>Tonalità:</source>
+        <translation>Key:</translation>
+    </message>
+    <message>
+        <source>BPM:</source>
+        <translation>BPM:</translation>
+    </message>
+    <message>
+        <source>Salva</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Edit song data</translation>
+    </message>
+    <message>
+        <source>L&apos;autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The author you entered will be applied to all songs of the list. Are you sure?</translation>
+    </message>
+    <message>
+        <source>L&apos;interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The artist you entered will be applied to all songs of the list. Are you sure?</translation>
+    </message>
+    <message>
+        <source>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>The genre you entered will be applied to all songs of the list. Are you sure?</translation>
+    </message>
+    <message>
+        <source>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</source>
+        <translation>The title of all songs of the list will be overwritten with the file name. Are you sure?</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>WARNING</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::HelpDialog</name>
+    <message>
+        <source>Aiuto Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft help</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::Index</name>
+    <message>
+        <source>Impossibile leggere: </source>
+        <translation>Can&apos;t be read: </translation>
+    </message>
+    <message>
+        <source>File non importato, path troppo lungo: </source>
+        <translation>File not imported, path too long: </translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::IndexDialog</name>
+    <message>
+        <source>Dialog</source>
+        <translation>Optimise memory</translation>
+    </message>
+    <message>
+        <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
+        <translation>Choose the root folder of the Compact Flash card or USB stick to optimise for Tarvel4</translation>
+    </message>
+    <message>
+        <source>Sfoglia</source>
+        <translation>Browse</translation>
+    </message>
+    <message>
+        <source>Seleziona l&apos;azione che vuoi eseguire:</source>
+        <translation>Choose what to do:</translation>
+    </message>
+    <message>
+        <source>Ho inserito o eliminato alcune song, aggiorna database</source>
+        <translation>I added or deleted some songs, update the database</translation>
+    </message>
+    <message>
+        <source>Ho problemi con gli archivi, ricostruisci database</source>
+        <translation>I have problems with the archives, rebuild the database</translation>
+    </message>
+    <message>
+        <source>Controlla struttura memoria</source>
+        <translation>Check the memory structure</translation>
+    </message>
+    <message>
+        <source>File found:</source>
+        <translation>File found:</translation>
+    </message>
+    <message>
+        <source>Report:</source>
+        <translation>Report:</translation>
+    </message>
+    <message>
+        <source>Inizia</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Choose a folder</translation>
+    </message>
+    <message>
+        <source>Ottimizza memoria</source>
+        <translation>Optimise memory</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>The chosen path does not exist</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria in corso...</source>
+        <translation>Optimising the memory...</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operation completed</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>WARNING</translation>
+    </message>
+    <message>
+        <source>Controllo memoria non eseguito!</source>
+        <translation>The memory was not checked!</translation>
+    </message>
+    <message>
+        <source>Controllo memoria</source>
+        <translation>Memory check</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
+        <translation>The errors could not be corrected: the memory must be formatted</translation>
+    </message>
+    <message>
+        <source>Durante l&apos;operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</source>
+        <translation>Some errors occurred during the operation.
+See the report for details.</translation>
+    </message>
+    <message>
+        <source>Operazione completata con successo</source>
+        <translation>Operation completed successfully</translation>
+    </message>
+    <message>
+        <source>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
+        <translation>The operation failed.
+Make sure that the disk has enough free space and is not write-protected.</translation>
+    </message>
+</context>
+<context>
     <name>tarvel4::MainWindow</name>
     <message>
         <source>Tarvel4 Soft</source>
@@ -1103,17 +1286,6 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
-    <name>ManualEdit</name>
-    <message>
-        <source>Modifica dati song</source>
-        <translation>Edit song data</translation>
-    </message>
-    <message>
-        <source>Non è stato possibile salvare i seguenti file:</source>
-        <translation>The following files could not be saved:</translation>
-    </message>
-</context>
-<context>
     <name>tarvel4::NoCopyrightDialog</name>
     <message>
         <source>Richiesta conferma</source>
@@ -1173,36 +1345,6 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</source>
         <translation>%1 files were examined, %2 songs found, %3 of them (c)K-Varo</translation>
-    </message>
-</context>
-<context>
-    <name>RowEditor</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Updating files</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Updating the library...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Cancel</translation>
-    </message>
-</context>
-<context>
-    <name>SongListWriter</name>
-    <message>
-        <source>TITOLO</source>
-        <translation>TITLE</translation>
-    </message>
-    <message>
-        <source>ARTISTA</source>
-        <translation>ARTIST</translation>
-    </message>
-    <message>
-        <source>FILE</source>
-        <translation>FILE</translation>
     </message>
 </context>
 <context>
@@ -1343,17 +1485,6 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Nome file</source>
         <translation>File name</translation>
-    </message>
-</context>
-<context>
-    <name>WindowHost</name>
-    <message>
-        <source>%1 di %2</source>
-        <translation>%1 of %2</translation>
-    </message>
-    <message>
-        <source>esiste già, vuoi sostituirlo?</source>
-        <translation>already exists. Replace it?</translation>
     </message>
 </context>
 </TS>

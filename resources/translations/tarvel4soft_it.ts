@@ -2,58 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it_IT" sourcelanguage="it_IT">
 <context>
-    <name>tarvel4::AboutDialog</name>
-    <message>
-        <source>Informazioni</source>
-        <translation>Informazioni</translation>
-    </message>
-    <message>
-        <source>Tarvel4 Soft</source>
-        <translation>Tarvel4 Soft</translation>
-    </message>
-    <message>
-        <source>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</source>
-        <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
-    </message>
-    <message>
-        <source>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</source>
-        <translation>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</translation>
-    </message>
-</context>
-<context>
-    <name>tarvel4::BackupDialog</name>
-    <message>
-        <source>Backup</source>
-        <translation>Backup</translation>
-    </message>
-    <message>
-        <source>Sfoglia...</source>
-        <translation>Sfoglia...</translation>
-    </message>
-    <message>
-        <source>Esegui backup</source>
-        <translation>Esegui backup</translation>
-    </message>
-    <message>
-        <source>Prosegui senza backup</source>
-        <translation>Prosegui senza backup</translation>
-    </message>
-    <message>
-        <source>Annulla</source>
-        <translation>Annulla</translation>
-    </message>
-    <message>
-        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
-Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui senza backup'.</source>
-        <translation>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
-Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui senza backup'.</translation>
-    </message>
-    <message>
-        <source>Scegli cartella</source>
-        <translation>Scegli cartella</translation>
-    </message>
-</context>
-<context>
     <name>Cli</name>
     <message>
         <source>opzione sconosciuta: %1</source>
@@ -505,105 +453,6 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
 </context>
 <context>
-    <name>tarvel4::DataEditDialog</name>
-    <message>
-        <source>Modifica Dati</source>
-        <translation>Modifica Dati</translation>
-    </message>
-    <message>
-        <source>Percorso file:</source>
-        <translation>Percorso file:</translation>
-    </message>
-    <message>
-        <source>Formato:</source>
-        <translation>Formato:</translation>
-    </message>
-    <message>
-        <source>Modifica i dati della Song:</source>
-        <translation>Modifica i dati della Song:</translation>
-    </message>
-    <message>
-        <source>Titolo Song:</source>
-        <translation>Titolo Song:</translation>
-    </message>
-    <message>
-        <source>Usa il titolo</source>
-        <translation>Usa il titolo</translation>
-    </message>
-    <message>
-        <source>Usa il filename</source>
-        <translation>Usa il filename</translation>
-    </message>
-    <message>
-        <source>Applica a tutti</source>
-        <translation>Applica a tutti</translation>
-    </message>
-    <message>
-        <source>Interprete:</source>
-        <translation>Interprete:</translation>
-    </message>
-    <message>
-        <source>Genere Musicale:</source>
-        <translation>Genere Musicale:</translation>
-    </message>
-    <message>
-        <source>Autore:</source>
-        <translation>Autore:</translation>
-    </message>
-    <message>
-        <source>Durata:</source>
-        <translation>Durata:</translation>
-    </message>
-    <message>
-        <source>mm</source>
-        <translation>mm</translation>
-    </message>
-    <message>
-        <source>ss</source>
-        <translation>ss</translation>
-    </message>
-    <message>
-        <source>Tonalità:</source>
-        <translation>Tonalità:</translation>
-    </message>
-    <message>
-        <source>BPM:</source>
-        <translation>BPM:</translation>
-    </message>
-    <message>
-        <source>Salva</source>
-        <translation>Salva</translation>
-    </message>
-    <message>
-        <source>Annulla</source>
-        <translation>Annulla</translation>
-    </message>
-    <message>
-        <source>Modifica dati song</source>
-        <translation>Modifica dati song</translation>
-    </message>
-    <message>
-        <source>L'autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
-        <translation>L'autore inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
-    </message>
-    <message>
-        <source>L'interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
-        <translation>L'interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
-    </message>
-    <message>
-        <source>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
-        <translation>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
-    </message>
-    <message>
-        <source>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</source>
-        <translation>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</translation>
-    </message>
-    <message>
-        <source>ATTENZIONE</source>
-        <translation>ATTENZIONE</translation>
-    </message>
-</context>
-<context>
     <name>DeviceTransfer</name>
     <message>
         <source>Trasferimento</source>
@@ -644,123 +493,6 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     <message>
         <source>Aggiornamento database...</source>
         <translation>Aggiornamento database...</translation>
-    </message>
-</context>
-<context>
-    <name>tarvel4::HelpDialog</name>
-    <message>
-        <source>Aiuto Tarvel4 Soft</source>
-        <translation>Aiuto Tarvel4 Soft</translation>
-    </message>
-</context>
-<context>
-    <name>tarvel4::Index</name>
-    <message>
-        <source>Impossibile leggere: </source>
-        <translation>Impossibile leggere: </translation>
-    </message>
-    <message>
-        <source>File non importato, path troppo lungo: </source>
-        <translation>File non importato, path troppo lungo: </translation>
-    </message>
-</context>
-<context>
-    <name>tarvel4::IndexDialog</name>
-    <message>
-        <source>Dialog</source>
-        <translation>Ottimizza memoria</translation>
-    </message>
-    <message>
-        <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
-        <translation>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</translation>
-    </message>
-    <message>
-        <source>Sfoglia</source>
-        <translation>Sfoglia</translation>
-    </message>
-    <message>
-        <source>Seleziona l'azione che vuoi eseguire:</source>
-        <translation>Seleziona l'azione che vuoi eseguire:</translation>
-    </message>
-    <message>
-        <source>Ho inserito o eliminato alcune song, aggiorna database</source>
-        <translation>Ho inserito o eliminato alcune song, aggiorna database</translation>
-    </message>
-    <message>
-        <source>Ho problemi con gli archivi, ricostruisci database</source>
-        <translation>Ho problemi con gli archivi, ricostruisci database</translation>
-    </message>
-    <message>
-        <source>Controlla struttura memoria</source>
-        <translation>Controlla struttura memoria</translation>
-    </message>
-    <message>
-        <source>File found:</source>
-        <translation>File trovati:</translation>
-    </message>
-    <message>
-        <source>Report:</source>
-        <translation>Report:</translation>
-    </message>
-    <message>
-        <source>Inizia</source>
-        <translation>Inizia</translation>
-    </message>
-    <message>
-        <source>Chiudi</source>
-        <translation>Chiudi</translation>
-    </message>
-    <message>
-        <source>Scegli cartella</source>
-        <translation>Scegli cartella</translation>
-    </message>
-    <message>
-        <source>Ottimizza memoria</source>
-        <translation>Ottimizza memoria</translation>
-    </message>
-    <message>
-        <source>Il percorso selezionato non esiste</source>
-        <translation>Il percorso selezionato non esiste</translation>
-    </message>
-    <message>
-        <source>Ottimizzazione memoria in corso...</source>
-        <translation>Ottimizzazione memoria in corso...</translation>
-    </message>
-    <message>
-        <source>Operazione completata</source>
-        <translation>Operazione completata</translation>
-    </message>
-    <message>
-        <source>ATTENZIONE</source>
-        <translation>ATTENZIONE</translation>
-    </message>
-    <message>
-        <source>Controllo memoria non eseguito!</source>
-        <translation>Controllo memoria non eseguito!</translation>
-    </message>
-    <message>
-        <source>Controllo memoria</source>
-        <translation>Controllo memoria</translation>
-    </message>
-    <message>
-        <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
-        <translation>Non è stato possibile correggere gli errori, è necesario formattare la memoria</translation>
-    </message>
-    <message>
-        <source>Durante l'operazione si sono verificati alcuni errori.
-Consultare il report per maggiori informazioni.</source>
-        <translation>Durante l'operazione si sono verificati alcuni errori.
-Consultare il report per maggiori informazioni.</translation>
-    </message>
-    <message>
-        <source>Operazione completata con successo</source>
-        <translation>Operazione completata con successo</translation>
-    </message>
-    <message>
-        <source>Operazione non riuscita.
-Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
-        <translation>Operazione non riuscita.
-Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</translation>
     </message>
 </context>
 <context>
@@ -940,6 +672,457 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
 </context>
 <context>
+    <name>ManualEdit</name>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Modifica dati song</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile salvare i seguenti file:</source>
+        <translation>Non è stato possibile salvare i seguenti file:</translation>
+    </message>
+</context>
+<context>
+    <name>Outcome</name>
+    <message>
+        <source>il tag ID3 è incompleto</source>
+        <translation>il tag ID3 è incompleto</translation>
+    </message>
+    <message>
+        <source>il tag avrebbe %1 byte, ne sono ammessi %2</source>
+        <translation>il tag avrebbe %1 byte, ne sono ammessi %2</translation>
+    </message>
+    <message>
+        <source>l'intestazione è incompleta</source>
+        <translation>l'intestazione è incompleta</translation>
+    </message>
+    <message>
+        <source>la parte compressa non si espande</source>
+        <translation>la parte compressa non si espande</translation>
+    </message>
+    <message>
+        <source>la parte compressa non contiene MIDI</source>
+        <translation>la parte compressa non contiene MIDI</translation>
+    </message>
+    <message>
+        <source>non è un file MIDI di formato 0 o 1</source>
+        <translation>non è un file MIDI di formato 0 o 1</translation>
+    </message>
+    <message>
+        <source>la song va ripresa da un backup</source>
+        <translation>la song va ripresa da un backup</translation>
+    </message>
+    <message>
+        <source>il file non c'è: controllare il percorso, o inserire la memoria su cui si trova</source>
+        <translation>il file non c'è: controllare il percorso, o inserire la memoria su cui si trova</translation>
+    </message>
+    <message>
+        <source>non è un file, ma una cartella, una pipe o un dispositivo</source>
+        <translation>non è un file, ma una cartella, una pipe o un dispositivo</translation>
+    </message>
+    <message>
+        <source>manca il permesso di leggerlo</source>
+        <translation>manca il permesso di leggerlo</translation>
+    </message>
+    <message>
+        <source>non è una song .mid, .kar, .mp3, .mf3, .mf4 o .mf5</source>
+        <translation>non è una song .mid, .kar, .mp3, .mf3, .mf4 o .mf5</translation>
+    </message>
+    <message>
+        <source>la song è danneggiata: %1</source>
+        <translation>la song è danneggiata: %1</translation>
+    </message>
+    <message>
+        <source>l'indice è danneggiato (%1): va ricostruito</source>
+        <translation>l'indice è danneggiato (%1): va ricostruito</translation>
+    </message>
+    <message>
+        <source>non è una song .mf3, .mf4 o .mf5</source>
+        <translation>non è una song .mf3, .mf4 o .mf5</translation>
+    </message>
+    <message>
+        <source>il testo è troppo lungo: %1</source>
+        <translation>il testo è troppo lungo: %1</translation>
+    </message>
+    <message>
+        <source>questo formato non può contenere la lettera "%1"</source>
+        <translation>questo formato non può contenere la lettera "%1"</translation>
+    </message>
+    <message>
+        <source>è troppo grande: %1</source>
+        <translation>è troppo grande: %1</translation>
+    </message>
+    <message>
+        <source>questo formato non può contenere marker</source>
+        <translation>questo formato non può contenere marker</translation>
+    </message>
+    <message>
+        <source>un altro programma l'ha cambiato nel frattempo: va riletto</source>
+        <translation>un altro programma l'ha cambiato nel frattempo: va riletto</translation>
+    </message>
+    <message>
+        <source>manca il permesso di scriverlo</source>
+        <translation>manca il permesso di scriverlo</translation>
+    </message>
+    <message>
+        <source>il disco o la memoria è protetta da scrittura</source>
+        <translation>il disco o la memoria è protetta da scrittura</translation>
+    </message>
+    <message>
+        <source>non c'è abbastanza spazio libero sul disco o sulla memoria</source>
+        <translation>non c'è abbastanza spazio libero sul disco o sulla memoria</translation>
+    </message>
+    <message>
+        <source>il disco o la memoria ha dato un errore (%1)</source>
+        <translation>il disco o la memoria ha dato un errore (%1)</translation>
+    </message>
+    <message>
+        <source>il nome o il percorso è troppo lungo</source>
+        <translation>il nome o il percorso è troppo lungo</translation>
+    </message>
+    <message>
+        <source>esiste già</source>
+        <translation>esiste già</translation>
+    </message>
+    <message>
+        <source>è usato da un altro programma</source>
+        <translation>è usato da un altro programma</translation>
+    </message>
+    <message>
+        <source>al suo posto c'è un collegamento, che non viene seguito</source>
+        <translation>al suo posto c'è un collegamento, che non viene seguito</translation>
+    </message>
+    <message>
+        <source>non viene sovrascritto, perché è %1</source>
+        <translation>non viene sovrascritto, perché è %1</translation>
+    </message>
+    <message>
+        <source>salvato, ma il disco o la memoria non l'ha confermato: va controllato prima di toglierla</source>
+        <translation>salvato, ma il disco o la memoria non l'ha confermato: va controllato prima di toglierla</translation>
+    </message>
+    <message>
+        <source>non salvato, e il contenuto di prima non è tornato al suo posto: %1</source>
+        <translation>non salvato, e il contenuto di prima non è tornato al suo posto: %1</translation>
+    </message>
+    <message>
+        <source>più di quanto il disco o la memoria accetta</source>
+        <translation>più di quanto il disco o la memoria accetta</translation>
+    </message>
+    <message>
+        <source>sono ammessi al massimo %1 byte</source>
+        <translation>sono ammessi al massimo %1 byte</translation>
+    </message>
+</context>
+<context>
+    <name>RowEditor</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+</context>
+<context>
+    <name>SongListWriter</name>
+    <message>
+        <source>TITOLO</source>
+        <translation>TITOLO</translation>
+    </message>
+    <message>
+        <source>ARTISTA</source>
+        <translation>ARTISTA</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>WindowHost</name>
+    <message>
+        <source>%1 di %2</source>
+        <translation>%1 di %2</translation>
+    </message>
+    <message>
+        <source>esiste già, vuoi sostituirlo?</source>
+        <translation>esiste già, vuoi sostituirlo?</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::AboutDialog</name>
+    <message>
+        <source>Informazioni</source>
+        <translation>Informazioni</translation>
+    </message>
+    <message>
+        <source>Tarvel4 Soft</source>
+        <translation>Tarvel4 Soft</translation>
+    </message>
+    <message>
+        <source>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</source>
+        <translation>Version:&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp;&amp;nbsp; %1&lt;br/&gt;Build date: %2&lt;br/&gt;</translation>
+    </message>
+    <message>
+        <source>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</source>
+        <translation>Copyright &amp;copy; 2026 &lt;a href="https://www.k-varo.example/"&gt;K-Varo&lt;/a&gt;. Tutti i diritti riservati.&lt;br/&gt;Assistenza: &lt;a href="mailto:assistenza@k-varo.example"&gt;assistenza@k-varo.example&lt;/a&gt;</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::BackupDialog</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Sfoglia...</source>
+        <translation>Sfoglia...</translation>
+    </message>
+    <message>
+        <source>Esegui backup</source>
+        <translation>Esegui backup</translation>
+    </message>
+    <message>
+        <source>Prosegui senza backup</source>
+        <translation>Prosegui senza backup</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui senza backup'.</source>
+        <translation>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
+Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui senza backup'.</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::DataEditDialog</name>
+    <message>
+        <source>Modifica Dati</source>
+        <translation>Modifica Dati</translation>
+    </message>
+    <message>
+        <source>Percorso file:</source>
+        <translation>Percorso file:</translation>
+    </message>
+    <message>
+        <source>Formato:</source>
+        <translation>Formato:</translation>
+    </message>
+    <message>
+        <source>Modifica i dati della Song:</source>
+        <translation>Modifica i dati della Song:</translation>
+    </message>
+    <message>
+        <source>Titolo Song:</source>
+        <translation>Titolo Song:</translation>
+    </message>
+    <message>
+        <source>Usa il titolo</source>
+        <translation>Usa il titolo</translation>
+    </message>
+    <message>
+        <source>Usa il filename</source>
+        <translation>Usa il filename</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <translation>Applica a tutti</translation>
+    </message>
+    <message>
+        <source>Interprete:</source>
+        <translation>Interprete:</translation>
+    </message>
+    <message>
+        <source>Genere Musicale:</source>
+        <translation>Genere Musicale:</translation>
+    </message>
+    <message>
+        <source>Autore:</source>
+        <translation>Autore:</translation>
+    </message>
+    <message>
+        <source>Durata:</source>
+        <translation>Durata:</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>ss</source>
+        <translation>ss</translation>
+    </message>
+    <message>
+        <source>Tonalità:</source>
+        <translation>Tonalità:</translation>
+    </message>
+    <message>
+        <source>BPM:</source>
+        <translation>BPM:</translation>
+    </message>
+    <message>
+        <source>Salva</source>
+        <translation>Salva</translation>
+    </message>
+    <message>
+        <source>Annulla</source>
+        <translation>Annulla</translation>
+    </message>
+    <message>
+        <source>Modifica dati song</source>
+        <translation>Modifica dati song</translation>
+    </message>
+    <message>
+        <source>L'autore inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>L'autore inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>L'interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>L'interprete inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</source>
+        <translation>Il genere inserito verrà applicato a tutte le song della lista, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</source>
+        <translation>Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, sei sicuro?</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>ATTENZIONE</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::HelpDialog</name>
+    <message>
+        <source>Aiuto Tarvel4 Soft</source>
+        <translation>Aiuto Tarvel4 Soft</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::Index</name>
+    <message>
+        <source>Impossibile leggere: </source>
+        <translation>Impossibile leggere: </translation>
+    </message>
+    <message>
+        <source>File non importato, path troppo lungo: </source>
+        <translation>File non importato, path troppo lungo: </translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::IndexDialog</name>
+    <message>
+        <source>Dialog</source>
+        <translation>Ottimizza memoria</translation>
+    </message>
+    <message>
+        <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
+        <translation>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</translation>
+    </message>
+    <message>
+        <source>Sfoglia</source>
+        <translation>Sfoglia</translation>
+    </message>
+    <message>
+        <source>Seleziona l'azione che vuoi eseguire:</source>
+        <translation>Seleziona l'azione che vuoi eseguire:</translation>
+    </message>
+    <message>
+        <source>Ho inserito o eliminato alcune song, aggiorna database</source>
+        <translation>Ho inserito o eliminato alcune song, aggiorna database</translation>
+    </message>
+    <message>
+        <source>Ho problemi con gli archivi, ricostruisci database</source>
+        <translation>Ho problemi con gli archivi, ricostruisci database</translation>
+    </message>
+    <message>
+        <source>Controlla struttura memoria</source>
+        <translation>Controlla struttura memoria</translation>
+    </message>
+    <message>
+        <source>File found:</source>
+        <translation>File trovati:</translation>
+    </message>
+    <message>
+        <source>Report:</source>
+        <translation>Report:</translation>
+    </message>
+    <message>
+        <source>Inizia</source>
+        <translation>Inizia</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+    <message>
+        <source>Ottimizza memoria</source>
+        <translation>Ottimizza memoria</translation>
+    </message>
+    <message>
+        <source>Il percorso selezionato non esiste</source>
+        <translation>Il percorso selezionato non esiste</translation>
+    </message>
+    <message>
+        <source>Ottimizzazione memoria in corso...</source>
+        <translation>Ottimizzazione memoria in corso...</translation>
+    </message>
+    <message>
+        <source>Operazione completata</source>
+        <translation>Operazione completata</translation>
+    </message>
+    <message>
+        <source>ATTENZIONE</source>
+        <translation>ATTENZIONE</translation>
+    </message>
+    <message>
+        <source>Controllo memoria non eseguito!</source>
+        <translation>Controllo memoria non eseguito!</translation>
+    </message>
+    <message>
+        <source>Controllo memoria</source>
+        <translation>Controllo memoria</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile correggere gli errori, è necesario formattare la memoria</source>
+        <translation>Non è stato possibile correggere gli errori, è necesario formattare la memoria</translation>
+    </message>
+    <message>
+        <source>Durante l'operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</source>
+        <translation>Durante l'operazione si sono verificati alcuni errori.
+Consultare il report per maggiori informazioni.</translation>
+    </message>
+    <message>
+        <source>Operazione completata con successo</source>
+        <translation>Operazione completata con successo</translation>
+    </message>
+    <message>
+        <source>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
+        <translation>Operazione non riuscita.
+Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</translation>
+    </message>
+</context>
+<context>
     <name>tarvel4::MainWindow</name>
     <message>
         <source>Tarvel4 Soft</source>
@@ -1103,17 +1286,6 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
-    <name>ManualEdit</name>
-    <message>
-        <source>Modifica dati song</source>
-        <translation>Modifica dati song</translation>
-    </message>
-    <message>
-        <source>Non è stato possibile salvare i seguenti file:</source>
-        <translation>Non è stato possibile salvare i seguenti file:</translation>
-    </message>
-</context>
-<context>
     <name>tarvel4::NoCopyrightDialog</name>
     <message>
         <source>Richiesta conferma</source>
@@ -1173,36 +1345,6 @@ memoria di Tarvel</translation>
     <message>
         <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</source>
         <translation>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</translation>
-    </message>
-</context>
-<context>
-    <name>RowEditor</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Aggiornamento file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Aggiorno la libreria...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Interrompi</translation>
-    </message>
-</context>
-<context>
-    <name>SongListWriter</name>
-    <message>
-        <source>TITOLO</source>
-        <translation>TITOLO</translation>
-    </message>
-    <message>
-        <source>ARTISTA</source>
-        <translation>ARTISTA</translation>
-    </message>
-    <message>
-        <source>FILE</source>
-        <translation>FILE</translation>
     </message>
 </context>
 <context>
@@ -1343,17 +1485,6 @@ memoria di Tarvel</translation>
     <message>
         <source>Nome file</source>
         <translation>Nome file</translation>
-    </message>
-</context>
-<context>
-    <name>WindowHost</name>
-    <message>
-        <source>%1 di %2</source>
-        <translation>%1 di %2</translation>
-    </message>
-    <message>
-        <source>esiste già, vuoi sostituirlo?</source>
-        <translation>esiste già, vuoi sostituirlo?</translation>
     </message>
 </context>
 </TS>

@@ -1,11 +1,13 @@
 #include "songs/id3/mp3rewrite.h"
 
 #include "songs/id3/id3v2tag.h"
-#include "storage/filebytes.h"
+#include "storage/regularfile.h"
 #include "storage/uniquefilename.h"
 
 #include <QDebug>
 #include <QFileInfo>
+
+#include <cerrno>
 
 namespace tarvel4 {
 
@@ -42,53 +44,68 @@ Mp3Rewrite::~Mp3Rewrite()
     if (!m_hasTemporary)
         return;
     m_temporary.close();
-    if (!m_disk.remove(m_temporary.fileName()))
-        qDebug() << "[MetaSong::saveToFile] WARNING: can't be removed:" << m_temporary.fileName();
+    if (!m_disk.remove(m_temporaryPath))
+        qDebug() << "[MetaSong::saveToFile] WARNING: can't be removed:" << m_temporaryPath;
 }
 
-bool Mp3Rewrite::write(const QByteArray &tag, const QByteArray &oldStart, qint64 audioStart)
+Outcome Mp3Rewrite::write(const QByteArray &tag, const QByteArray &oldStart, qint64 audioStart)
 {
-    if (!QFileInfo(m_path).isFile()
-        || !m_source.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    m_stamp = FileStamp(m_path);
+    Outcome outcome = openSource();
+    if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] Impossible to read from file.";
-        return false;
+        return outcome;
     }
-    m_sourceSize = m_source.size();
-    m_sourceTime = m_source.fileTime(QFileDevice::FileModificationTime);
-    if (!openTemporary(audioStart)) {
+    outcome = openTemporary(audioStart);
+    if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
                     "protected? Aborting!";
-        return false;
+        return outcome;
     }
-    if (!m_disk.write(m_temporary, tag)) {
+    outcome = m_disk.write(m_temporary, tag);
+    if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] Impossible to write tag of file.";
-        return false;
+        return outcome;
     }
-    if (!seekAudio(oldStart, audioStart)) {
+    outcome = seekAudio(oldStart, audioStart);
+    if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] Impossible to seek file.";
-        return false;
+        return outcome;
     }
-    if (!copyAudio(audioStart)) {
+    outcome = copyAudio(audioStart);
+    if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
-        return false;
+        return outcome;
     }
     return finish();
 }
 
-bool Mp3Rewrite::openTemporary(qint64 audioStart)
+Outcome Mp3Rewrite::openSource()
+{
+    if (!m_stamp.isFile())
+        return RegularFile(m_path).outcome();
+    errno = EIO;
+    if (!m_source.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return Outcome::ofSystemError(errno, m_path, false);
+    return {};
+}
+
+Outcome Mp3Rewrite::openTemporary(qint64 audioStart)
 {
     const QString stem = stemOf(m_path);
     const QString suffix = QStringLiteral(".tmp");
     if (isLeftover(stem + suffix, audioStart))
         m_disk.remove(stem + suffix);
+    Outcome created;
     do {
         m_temporary.setFileName(uniqueFileName(stem, suffix));
-        m_hasTemporary =
-            m_temporary.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered);
-    } while (!m_hasTemporary && m_temporary.exists());
+        m_temporaryPath = m_temporary.fileName();
+        created = m_disk.createNew(m_temporary);
+    } while (created == Outcome::Code::AlreadyExists);
+    m_hasTemporary = static_cast<bool>(created);
     if (m_hasTemporary)
         Disk::inherit(m_temporary, m_source);
-    return m_hasTemporary;
+    return created;
 }
 
 /** True for what a save that was killed left behind: nothing yet, or a tag with our mark, and
@@ -118,55 +135,58 @@ bool Mp3Rewrite::isLeftover(const QString &path, qint64 audioStart)
 }
 
 /** Another tag than the one that was read means that the audio begins elsewhere. */
-bool Mp3Rewrite::seekAudio(const QByteArray &oldStart, qint64 audioStart)
+Outcome Mp3Rewrite::seekAudio(const QByteArray &oldStart, qint64 audioStart)
 {
-    return m_source.seek(0) && m_source.read(oldStart.size()) == oldStart
-        && m_source.seek(audioStart);
+    if (m_source.seek(0) && m_source.read(oldStart.size()) == oldStart && m_source.seek(audioStart))
+        return {};
+    return {Outcome::Code::ChangedMeanwhile, m_path, {}, {}};
 }
 
-bool Mp3Rewrite::copyAudio(qint64 audioStart)
+Outcome Mp3Rewrite::copyAudio(qint64 audioStart)
 {
     QByteArray block(blockSize, Qt::Uninitialized);
     qint64 copied = 0;
     qint64 count = 0;
     while ((count = m_source.read(block.data(), blockSize)) > 0) {
-        if (!m_disk.write(m_temporary, QByteArray::fromRawData(block.constData(), int(count))))
-            return false;
+        const Outcome written = m_disk.write(
+            m_temporary, QByteArray::fromRawData(block.constData(), static_cast<int>(count)));
+        if (!written)
+            return written;
         copied += count;
     }
+    if (count < 0)
+        return {Outcome::Code::MediumFailed, m_path, m_source.errorString(), {}};
     // A tag may claim a few bytes more than its file has; then there is no audio.
-    return count == 0 && copied == qMax(qint64(0), m_sourceSize - audioStart);
+    if (copied != qMax(qint64(0), m_stamp.size() - audioStart))
+        return {Outcome::Code::ChangedMeanwhile, m_path, {}, {}};
+    return {};
 }
 
-bool Mp3Rewrite::isUnchanged() const
+Outcome Mp3Rewrite::finish()
 {
-    const QFileInfo now(m_path);
-    return now.isFile() && now.size() == m_sourceSize && now.lastModified() == m_sourceTime;
-}
-
-bool Mp3Rewrite::finish()
-{
-    if (!m_disk.sync(m_temporary)) {
+    Outcome outcome = m_disk.sync(m_temporary);
+    if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
-        return false;
+        return outcome;
     }
     m_source.close();
     m_temporary.close();
-    if (!isUnchanged()) {
+    if (!m_stamp.matches(m_path)) {
         qDebug() << "[MetaSong::saveToFile] Changed by somebody else meanwhile:" << m_path;
-        return false;
+        return {Outcome::Code::ChangedMeanwhile, m_path, {}, {}};
     }
-    if (!m_disk.replace(m_temporary.fileName(), m_path)) {
+    outcome = m_disk.replace(m_temporaryPath, m_path);
+    if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
-        return false;
+        return outcome;
     }
     m_hasTemporary = false;
     m_permission.keep();
     if (!m_disk.syncFolder(m_path)) {
         qDebug() << "[MetaSong::saveToFile] WARNING: not known to be on the medium:" << m_path;
-        return false;
+        return {Outcome::Code::NotConfirmed, m_path, {}, {}};
     }
-    return true;
+    return {};
 }
 
 } // namespace tarvel4

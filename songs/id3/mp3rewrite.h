@@ -1,10 +1,10 @@
 #pragma once
 
 #include "storage/disk.h"
+#include "storage/filestamp.h"
 #include "storage/writepermission.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QFile>
 
 namespace tarvel4 {
@@ -19,25 +19,25 @@ public:
     Q_DISABLE_COPY(Mp3Rewrite)
 
     /** Writes \a tag and the audio. The file must still begin with \a oldStart, and its audio at
-     * \a audioStart. False: the log says why. */
-    bool write(const QByteArray &tag, const QByteArray &oldStart, qint64 audioStart);
+     * \a audioStart. */
+    Outcome write(const QByteArray &tag, const QByteArray &oldStart, qint64 audioStart);
 
 private:
-    bool openTemporary(qint64 audioStart);
+    Outcome openSource();
+    Outcome openTemporary(qint64 audioStart);
     bool isLeftover(const QString &path, qint64 audioStart);
-    bool seekAudio(const QByteArray &oldStart, qint64 audioStart);
-    bool copyAudio(qint64 audioStart);
-    bool isUnchanged() const;
-    bool finish();
+    Outcome seekAudio(const QByteArray &oldStart, qint64 audioStart);
+    Outcome copyAudio(qint64 audioStart);
+    Outcome finish();
 
     Disk &m_disk;
     QString m_path; ///< of the file itself, not of a link to it
     WritePermission m_permission;
     QFile m_source;
     QFile m_temporary;
+    QString m_temporaryPath; ///< a file opened by the system has no name of its own
     bool m_hasTemporary = false;
-    qint64 m_sourceSize = 0;
-    QDateTime m_sourceTime;
+    FileStamp m_stamp;
 };
 
 } // namespace tarvel4

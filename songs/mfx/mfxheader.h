@@ -41,6 +41,7 @@ public:
 
     /** Texts are cut to 32 characters. One that is not ASCII makes the header longer than a file
      * may have. */
+    void setText(MfxFormat::TextField field, const QString &text);
     void setTitle(const QString &text) { setText(MfxFormat::titleField, text); }
     void setArtist(const QString &text) { setText(MfxFormat::artistField, text); }
     void setAuthor(const QString &text) { setText(MfxFormat::authorField, text); }
@@ -52,7 +53,6 @@ public:
 
 private:
     QString text(MfxFormat::TextField field) const;
-    void setText(MfxFormat::TextField field, const QString &text);
 
     QByteArray m_header;
     int m_version = 0;

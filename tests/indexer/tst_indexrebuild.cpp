@@ -17,7 +17,7 @@ namespace {
 class UnflushedDisk : public Disk
 {
 public:
-    bool syncVolume(const QString &) override { return true; }
+    Outcome syncVolume(const QString &) override { return {}; }
 };
 
 /** A path of the \a i-th of many songs, a thousand a folder. */

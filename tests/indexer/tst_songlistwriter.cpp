@@ -42,16 +42,17 @@ private:
 class FullDisk : public Disk
 {
 public:
-    bool write(QFileDevice &file, const QByteArray &bytes) override
+    Outcome write(QFileDevice &file, const QByteArray &bytes) override
     {
-        return Disk::write(file, bytes.left(bytes.size() / 2)) && false;
+        Disk::write(file, bytes.left(bytes.size() / 2));
+        return {Outcome::Code::NoRoom, {}, {}, {}};
     }
 };
 
 class DeadDisk : public Disk
 {
 public:
-    bool sync(QFileDevice &) override { return false; }
+    Outcome sync(QFileDevice &) override { return {Outcome::Code::MediumFailed, {}, {}, {}}; }
 };
 
 /** Translates every text to itself in brackets. */

@@ -11,15 +11,15 @@ namespace tarvel4 {
 /** What the tests of a record that is written into a song share. */
 namespace RecordFixture {
 
-constexpr bool edit = true;
-constexpr bool update = false;
+constexpr WrittenBy edit = WrittenBy::User;
+constexpr WrittenBy update = WrittenBy::Catalogue;
 
 /** A disk that is not waited for: what is on it counts here, not when. */
 class UnsyncedDisk : public Disk
 {
 public:
-    bool sync(QFileDevice &) override { return true; }
-    bool syncFolder(const QString &) override { return true; }
+    Outcome sync(QFileDevice &) override { return {}; }
+    Outcome syncFolder(const QString &) override { return {}; }
 };
 
 inline QString latin1(const char *text)
@@ -77,3 +77,5 @@ private:
 } // namespace RecordFixture
 
 } // namespace tarvel4
+
+Q_DECLARE_METATYPE(tarvel4::WrittenBy)

@@ -42,7 +42,7 @@ inline void setTitle(MetaSong &song, const QString &title)
     SongInfo info;
     song.readInfo(info);
     info.title = title;
-    song.setSongInfo(info, true);
+    song.setSongInfo(info, WrittenBy::User);
 }
 
 inline QString titleIn(const QString &file)

@@ -87,7 +87,7 @@ struct Rule
     const char *formats;
     const char *field;
     const char *before; // nullptr: absent
-    bool manual;
+    WrittenBy writtenBy;
     bool isPublisher; // of the record
     const char *record;
     const char *after;
@@ -241,7 +241,7 @@ void tst_FieldRules::fields()
 
     const Rule &rule = rules[index];
     MetaSong song = imported(format, songWith(format, rule.field, rule.before));
-    song.setSongInfo(recordWith(rule.field, rule.record, rule.isPublisher), rule.manual);
+    song.setSongInfo(recordWith(rule.field, rule.record, rule.isPublisher), rule.writtenBy);
     SongInfo info;
     song.readInfo(info);
     QCOMPARE(fieldOf(info, rule.field), latin1(rule.after));

@@ -8,6 +8,8 @@
 
 using namespace tarvel4;
 
+Q_DECLARE_METATYPE(WrittenBy)
+
 using namespace SongBytes;
 
 /** The record of a song that was loaded, and what is logged of it. */
@@ -163,24 +165,25 @@ void tst_MetaSong::anMp3TakesNoMarker()
 
 void tst_MetaSong::setSongInfoIsLogged_data()
 {
-    QTest::addColumn<bool>("manual");
-    QTest::newRow("an edit") << true;
-    QTest::newRow("an update") << false;
+    QTest::addColumn<WrittenBy>("writtenBy");
+    QTest::newRow("an edit") << WrittenBy::User;
+    QTest::newRow("an update") << WrittenBy::Catalogue;
 }
 
 void tst_MetaSong::setSongInfoIsLogged()
 {
-    QFETCH(bool, manual);
+    QFETCH(WrittenBy, writtenBy);
 
     MetaSong song;
     QVERIFY(song.importFile(write(path("a.mid"), midi0())));
     SongInfo info;
     info.title = latin1("Logged");
     const LogCapture capture;
-    song.setSongInfo(info, manual);
+    song.setSongInfo(info, writtenBy);
     QCOMPARE(capture.lines().first(), latin1("[MetaSong] setSongInfo,"));
     QVERIFY(capture.lines().contains(latin1("Title      : \"Logged\"")));
-    QCOMPARE(capture.lines().last(), latin1(manual ? "manual:  true" : "manual:  false"));
+    QCOMPARE(capture.lines().last(),
+             latin1(writtenBy == WrittenBy::User ? "manual:  true" : "manual:  false"));
 }
 
 void tst_MetaSong::dump()
@@ -232,10 +235,10 @@ void tst_MetaSong::anUnloadedSongTakesNothing()
     MetaSong song;
     SongInfo info;
     info.title = latin1("Title");
-    song.setSongInfo(info, true);
+    song.setSongInfo(info, WrittenBy::User);
     song.readInfo(info);
     QCOMPARE(info.title, QString());
-    QVERIFY(!song.isSavable());
+    QVERIFY(!song.whyNotSavable());
 }
 
 void tst_MetaSong::formatName()

@@ -1,3 +1,4 @@
+#include "songs/id3/id3v2tag.h"
 #include "songs/metasong.h"
 
 #include "tests/songs/songbytes.h"
@@ -153,7 +154,7 @@ void tst_RealSongs::midiSongs()
         MetaSong song;
         QVERIFY(song.importFile(files.at(i)));
         song.addMarker(latin1("Intro"), 2);
-        song.setSongInfo(editedRecord(), true);
+        song.setSongInfo(editedRecord(), WrittenBy::User);
         QVERIFY(song.saveToFile(files.at(i)));
     }
     const QVector<QJsonObject> after = factsOf("midi_facts.py", files);
@@ -234,7 +235,7 @@ void tst_RealSongs::mp3Songs()
     SongInfo info;
     song.readInfo(info);
     QCOMPARE(info.title, title);
-    song.setSongInfo(editedRecord(), true);
+    song.setSongInfo(editedRecord(), WrittenBy::User);
     QVERIFY(song.saveToFile(file));
 
     const QJsonObject after = factsOf("mp3_facts.py", {file}).value(0);

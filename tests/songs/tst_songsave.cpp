@@ -65,9 +65,9 @@ void tst_SongSave::imagesThatAreNotSaved()
     const QString file = write(path(QLatin1String("a.") + suffix), old);
     FailingDisk disk;
     MetaSong song = imported(file, disk);
-    QVERIFY(song.isSavable());
-    song.setSongInfo(edit, true);
-    QVERIFY(!song.isSavable());
+    QVERIFY(song.whyNotSavable());
+    song.setSongInfo(edit, WrittenBy::User);
+    QVERIFY(!song.whyNotSavable());
     const LogCapture capture;
     QVERIFY(!song.saveToFile(file));
     QCOMPARE(capture.lines(), QStringList(latin1(unknownFormat)));
@@ -115,8 +115,8 @@ void tst_SongSave::theLargestStreamIsSaved()
     const QString file = write(path("a.mf"), old);
     MetaSong object = imported(file);
     QCOMPARE(object.addMarker(latin1("A"), 1), markerSize);
-    QCOMPARE(object.isSavable(), isSavable);
-    QCOMPARE(object.saveToFile(file), isSavable);
+    QCOMPARE(static_cast<bool>(object.whyNotSavable()), isSavable);
+    QCOMPARE(static_cast<bool>(object.saveToFile(file)), isSavable);
     if (isSavable)
         QCOMPARE(imported(file).midiData().size(), midiSize);
     else
@@ -134,12 +134,12 @@ void tst_SongSave::aMp3TagThatCouldNotBeReadAgainIsNotSaved()
 
     MetaSong song = imported(file);
     setTitle(song, latin1("xx"));
-    QVERIFY(song.isSavable()); // 1,000,000 bytes
+    QVERIFY(song.whyNotSavable()); // 1,000,000 bytes
     QVERIFY(song.saveToFile(file));
     QCOMPARE(imported(file).format(), int(MetaSong::Mp3));
     const QByteArray old = read(file);
     setTitle(song, latin1("xxx"));
-    QVERIFY(!song.isSavable());
+    QVERIFY(!song.whyNotSavable());
     const LogCapture capture;
     QVERIFY(!song.saveToFile(file));
     QCOMPARE(capture.lines(), QStringList(latin1(unknownFormat)));
@@ -230,7 +230,7 @@ void tst_SongSave::aShorterSongLeavesNoTail()
     const QString file = write(path("a.mid"), midi1(meta(3, QByteArray(100, 'x'))));
     MetaSong song = imported(file);
     SongInfo info;
-    song.setSongInfo(info, true);
+    song.setSongInfo(info, WrittenBy::User);
     QVERIFY(song.saveToFile(file));
     QCOMPARE(read(file), song.midiData());
     QVERIFY(read(file).size() < 100);

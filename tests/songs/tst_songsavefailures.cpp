@@ -78,7 +78,7 @@ void tst_SongSaveFailures::everyFailureLeavesTheOldSong()
         MetaSong song = imported(file, disk);
         setTitle(song, title);
         const LogCapture capture;
-        const bool isSaved = song.saveToFile(file);
+        const auto isSaved = static_cast<bool>(song.saveToFile(file));
         const bool hasFailed = disk.operations.size() >= step;
         if (isSaved && !hasFailed) {
             QVERIFY(read(file) != old);
@@ -244,7 +244,7 @@ void tst_SongSaveFailures::sizeLimit()
     bool isSaved = true;
     {
         const LogCapture capture;
-        isSaved = song.saveToFile(file);
+        isSaved = static_cast<bool>(song.saveToFile(file));
     }
     setrlimit(RLIMIT_FSIZE, &unlimited);
     std::signal(SIGXFSZ, previous);

@@ -49,7 +49,7 @@ void tst_WrittenRecord::markers_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<bool>("manual");
+    QTest::addColumn<WrittenBy>("writtenBy");
     QTest::addColumn<QVector<Marker>>("record");
     QTest::addColumn<QVector<Marker>>("after");
 
@@ -58,10 +58,10 @@ void tst_WrittenRecord::markers_data()
     const QVector<Marker> given = {{1, latin1("Intro")}, {5, latin1("Chorus")}};
     const QByteArray present = marker(7, "Old");
     for (const char *format : {"mid", "mf3", "mf4", "mf5"}) {
-        const auto row = [&](const char *sentence, const QByteArray &before, bool manual,
+        const auto row = [&](const char *sentence, const QByteArray &before, WrittenBy writtenBy,
                              const QVector<Marker> &record, const QVector<Marker> &after) {
             QTest::addRow("%s: %s", format, sentence)
-                << latin1(format) << before << manual << record << after;
+                << latin1(format) << before << writtenBy << record << after;
         };
         row("an update adds markers where there are none", {}, update, given, given);
         row("an update without markers adds none", {}, update, none, none);
@@ -76,7 +76,7 @@ void tst_WrittenRecord::markers()
 {
     QFETCH(QString, format);
     QFETCH(QByteArray, before);
-    QFETCH(bool, manual);
+    QFETCH(WrittenBy, writtenBy);
     QFETCH(QVector<Marker>, record);
     QFETCH(QVector<Marker>, after);
 
@@ -87,7 +87,7 @@ void tst_WrittenRecord::markers()
         MetaSong song = imported(format, bytes);
         SongInfo info = recordWith("title", "A", isPublisher);
         info.markers = record;
-        song.setSongInfo(info, manual);
+        song.setSongInfo(info, writtenBy);
         song.readInfo(info);
         QCOMPARE(info.markers, after);
         QCOMPARE(savedAndReadBack(song).markers, after);
@@ -140,7 +140,7 @@ void tst_WrittenRecord::zerosOfTheCatalogue()
 void tst_WrittenRecord::mfxFlags_data()
 {
     QTest::addColumn<int>("before");
-    QTest::addColumn<bool>("manual");
+    QTest::addColumn<WrittenBy>("writtenBy");
     QTest::addColumn<bool>("hasMarkers");
     QTest::addColumn<int>("after");
 
@@ -155,7 +155,7 @@ void tst_WrittenRecord::mfxFlags_data()
 void tst_WrittenRecord::mfxFlags()
 {
     QFETCH(int, before);
-    QFETCH(bool, manual);
+    QFETCH(WrittenBy, writtenBy);
     QFETCH(bool, hasMarkers);
     QFETCH(int, after);
 
@@ -166,7 +166,7 @@ void tst_WrittenRecord::mfxFlags()
     SongInfo info;
     if (hasMarkers)
         info.markers = {{1, latin1("A")}};
-    song.setSongInfo(info, manual);
+    song.setSongInfo(info, writtenBy);
     song.readInfo(info);
     QCOMPARE(int(info.mfxFlags), after);
     QCOMPARE(int(savedAndReadBack(song).mfxFlags), after);
@@ -175,7 +175,7 @@ void tst_WrittenRecord::mfxFlags()
 void tst_WrittenRecord::editMark_data()
 {
     QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<bool>("manual");
+    QTest::addColumn<WrittenBy>("writtenBy");
 
     QTest::newRow("an edit marks an MP3") << tag() + audio() << edit;
     QTest::newRow("an update marks an MP3") << tag() + audio() << update;
@@ -187,13 +187,13 @@ void tst_WrittenRecord::editMark_data()
 void tst_WrittenRecord::editMark()
 {
     QFETCH(QByteArray, before);
-    QFETCH(bool, manual);
+    QFETCH(WrittenBy, writtenBy);
 
     MetaSong song = imported(latin1("mp3"), before);
     SongInfo info;
     info.length = -1;
-    song.setSongInfo(info, manual);
-    song.setSongInfo(info, manual);
+    song.setSongInfo(info, writtenBy);
+    song.setSongInfo(info, writtenBy);
     QVERIFY(song.saveToFile(m_file.path()));
     QCOMPARE(read(m_file.path()).count(SongBytes::editMark()), 1);
     QVERIFY(read(m_file.path()).endsWith(audio()));
@@ -203,7 +203,7 @@ void tst_WrittenRecord::whatWasNotReadIsUntouched_data()
 {
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<bool>("manual");
+    QTest::addColumn<WrittenBy>("writtenBy");
     QTest::addColumn<QByteArray>("after");
 
     const QByteArray lyrics = meta(5, "La la") + hex("60 F0 03 41 10 F7");
@@ -240,7 +240,7 @@ void tst_WrittenRecord::whatWasNotReadIsUntouched()
 {
     QFETCH(QString, suffix);
     QFETCH(QByteArray, before);
-    QFETCH(bool, manual);
+    QFETCH(WrittenBy, writtenBy);
     QFETCH(QByteArray, after);
 
     MetaSong song = imported(suffix, before);
@@ -254,7 +254,7 @@ void tst_WrittenRecord::whatWasNotReadIsUntouched()
     info.bpm = 120;
     info.isPublisher = true;
     info.markers = {{9, latin1("Coda")}};
-    song.setSongInfo(info, manual);
+    song.setSongInfo(info, writtenBy);
     QVERIFY(song.saveToFile(m_file.path()));
     QCOMPARE(read(m_file.path()), after);
 }
@@ -264,7 +264,7 @@ void tst_WrittenRecord::theRecordReadBack_data()
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<SongInfo>("record");
-    QTest::addColumn<bool>("manual");
+    QTest::addColumn<WrittenBy>("writtenBy");
 
     SongInfo usual;
     usual.title = latin1("Volare");
@@ -311,13 +311,13 @@ void tst_WrittenRecord::theRecordReadBack_data()
         {"usual", usual}, {"odd", odd}, {"accented", accents}, {"empty", empty}};
     for (const auto &[suffix, bytes] : songs) {
         for (const auto &[name, record] : records) {
-            for (const bool manual : {true, false}) {
+            for (const WrittenBy writtenBy : {WrittenBy::User, WrittenBy::Catalogue}) {
                 // An MFx header takes no accents; a test of saving has that.
                 if (suffix.startsWith(latin1("mf")) && qstrcmp(name, "accented") == 0)
                     continue;
                 QTest::addRow("%s: %s record, %s", qPrintable(suffix), name,
-                              manual ? "edit" : "update")
-                    << suffix << bytes << record << manual;
+                              writtenBy == WrittenBy::User ? "edit" : "update")
+                    << suffix << bytes << record << writtenBy;
             }
         }
     }
@@ -328,11 +328,11 @@ void tst_WrittenRecord::theRecordReadBack()
     QFETCH(QString, suffix);
     QFETCH(QByteArray, bytes);
     QFETCH(SongInfo, record);
-    QFETCH(bool, manual);
+    QFETCH(WrittenBy, writtenBy);
 
     MetaSong song = imported(suffix, bytes);
-    song.setSongInfo(record, manual);
-    QVERIFY(song.isSavable());
+    song.setSongInfo(record, writtenBy);
+    QVERIFY(song.whyNotSavable());
     SongInfo inMemory;
     song.readInfo(inMemory);
     const SongInfo inFile = savedAndReadBack(song);

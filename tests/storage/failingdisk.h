@@ -14,42 +14,57 @@ class FailingDisk : public Disk
 {
 public:
     int failAt = 0; ///< counted over all operations, from 1; 0: none fails
+    Outcome::Code cause = Outcome::Code::MediumFailed; ///< of the failure
     bool staysBroken = false; ///< every operation after that fails, too
     bool isFat = false; ///< names are changed as on FAT
     std::function<void(const QString &operation)> before; ///< called before each operation
 
     QStringList operations; ///< what was asked for, in order
 
-    bool write(QFileDevice &file, const QByteArray &bytes) override
+    Outcome write(QFileDevice &file, const QByteArray &bytes) override
     {
-        if (enter("write"))
+        const Outcome entered = enter("write");
+        if (entered)
             return Disk::write(file, bytes);
         Disk::write(file, bytes.left(bytes.size() / 2));
-        return false;
+        return entered;
     }
-    bool reserve(QFileDevice &file, qint64 size) override
+    Outcome reserve(QFileDevice &file, qint64 size) override
     {
-        return enter("reserve") && Disk::reserve(file, size);
+        const Outcome entered = enter("reserve");
+        return entered ? Disk::reserve(file, size) : entered;
     }
-    bool truncate(QFileDevice &file, qint64 size) override
+    Outcome truncate(QFileDevice &file, qint64 size) override
     {
-        return enter("truncate") && Disk::truncate(file, size);
+        const Outcome entered = enter("truncate");
+        return entered ? Disk::truncate(file, size) : entered;
     }
-    bool sync(QFileDevice &file) override { return enter("sync") && Disk::sync(file); }
-    bool syncFolder(const QString &path) override
+    Outcome sync(QFileDevice &file) override
     {
-        return enter("syncFolder") && Disk::syncFolder(path);
+        const Outcome entered = enter("sync");
+        return entered ? Disk::sync(file) : entered;
     }
-    bool syncVolume(const QString &path) override
+    Outcome syncFolder(const QString &path) override
     {
-        return enter("syncVolume") && Disk::syncVolume(path);
+        const Outcome entered = enter("syncFolder");
+        return entered ? Disk::syncFolder(path) : entered;
     }
-    bool remove(const QString &path) override { return enter("remove") && Disk::remove(path); }
+    Outcome syncVolume(const QString &path) override
+    {
+        const Outcome entered = enter("syncVolume");
+        return entered ? Disk::syncVolume(path) : entered;
+    }
+    Outcome remove(const QString &path) override
+    {
+        const Outcome entered = enter("remove");
+        return entered ? Disk::remove(path) : entered;
+    }
 
 protected:
-    bool rename(const QString &from, const QString &to) override
+    Outcome rename(const QString &from, const QString &to) override
     {
-        return enter("rename") && Disk::rename(from, to);
+        const Outcome entered = enter("rename");
+        return entered ? Disk::rename(from, to) : entered;
     }
     bool losesReplacedFiles(const QString &path) const override
     {
@@ -57,13 +72,15 @@ protected:
     }
 
 private:
-    bool enter(const char *operation)
+    Outcome enter(const char *operation)
     {
         operations.append(QString::fromLatin1(operation));
         if (before)
             before(operations.last());
         const int count = operations.size();
-        return failAt == 0 || count < failAt || (count > failAt && !staysBroken);
+        if (failAt == 0 || count < failAt || (count > failAt && !staysBroken))
+            return {};
+        return {cause, {}, {}, {}};
     }
 };
 

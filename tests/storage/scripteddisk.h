@@ -19,6 +19,7 @@ public:
     int failingSync = 0; ///< of a file or a volume
     int failingReplace = 0;
     bool isFat = false; ///< a file system that loses replaced files
+    Outcome::Code cause = Outcome::Code::NoRoom; ///< of the failure
     bool staysBroken = false; ///< every later call of the operation fails too
     std::function<void(const QString &operation, int count)>
         before; ///< called before each operation
@@ -27,24 +28,28 @@ public:
 
     int countOf(const QString &operation) const { return int(operations.count(operation)); }
 
-    bool write(QFileDevice &file, const QByteArray &bytes) override
+    Outcome write(QFileDevice &file, const QByteArray &bytes) override
     {
-        if (!enter(QStringLiteral("write"), failingWrite))
-            return Disk::write(file, bytes.left(bytes.size() / 2)) && false;
-        return Disk::write(file, bytes);
+        const Outcome entered = enter(QStringLiteral("write"), failingWrite);
+        if (entered)
+            return Disk::write(file, bytes);
+        Disk::write(file, bytes.left(bytes.size() / 2));
+        return entered;
     }
-    bool sync(QFileDevice &file) override
+    Outcome sync(QFileDevice &file) override
     {
-        return enter(QStringLiteral("sync"), failingSync) && file.flush();
+        file.flush();
+        return enter(QStringLiteral("sync"), failingSync);
     }
-    bool syncVolume(const QString &path) override
+    Outcome syncVolume(const QString &path) override
     {
         Q_UNUSED(path)
         return enter(QStringLiteral("sync"), failingSync);
     }
-    bool replace(const QString &from, const QString &to) override
+    Outcome replace(const QString &from, const QString &to) override
     {
-        return enter(QStringLiteral("replace"), failingReplace) && Disk::replace(from, to);
+        const Outcome entered = enter(QStringLiteral("replace"), failingReplace);
+        return entered ? Disk::replace(from, to) : entered;
     }
 
     bool losesReplacedFiles(const QString &path) const override
@@ -53,13 +58,15 @@ public:
     }
 
 private:
-    bool enter(const QString &operation, int failing)
+    Outcome enter(const QString &operation, int failing)
     {
         operations.append(operation);
         const int count = countOf(operation);
         if (before)
             before(operation, count);
-        return failing == 0 || count < failing || (count > failing && !staysBroken);
+        if (failing == 0 || count < failing || (count > failing && !staysBroken))
+            return {};
+        return {cause, {}, {}, {}};
     }
 };
 

@@ -152,7 +152,7 @@ void tst_Disk::everyFailureOnFatLeavesOneWholeFile()
         disk.isFat = true;
         disk.failAt = step;
         const LogCapture capture;
-        const bool isReplaced = disk.replace(path("new"), path("b"));
+        const auto isReplaced = static_cast<bool>(disk.replace(path("new"), path("b")));
         // Once the names are synced the new file is there, whatever becomes of the old one.
         QCOMPARE(isReplaced, step > 4);
         QCOMPARE(read(path("b")), QByteArray(isReplaced ? "new" : "old"));
@@ -208,7 +208,8 @@ void tst_Disk::aNewFileIsThereWholeOrNotAtAll()
         disk.isFat = isFat;
         disk.failAt = ++step;
         const LogCapture capture;
-        const bool isWritten = NewFile::write(disk, old.isEmpty() ? path("b") : link, "new");
+        const auto isWritten =
+            static_cast<bool>(NewFile::write(disk, old.isEmpty() ? path("b") : link, "new"));
         hasFailed = disk.operations.size() >= step;
         QVERIFY(hasFailed || isWritten);
         const bool isNew =
@@ -314,7 +315,7 @@ void tst_Disk::writeBeyondTheSizeLimitFails()
     QFile file(path("a"));
     QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     setrlimit(RLIMIT_FSIZE, &small);
-    const bool isWritten = Disk::real().write(file, QByteArray(60'000, 'a'));
+    const auto isWritten = static_cast<bool>(Disk::real().write(file, QByteArray(60'000, 'a')));
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, previous);
     QVERIFY(!isWritten);
@@ -353,7 +354,7 @@ void tst_Disk::openForWriting()
     // Where one comes back behind the removal, nothing is opened.
     struct : Disk
     {
-        bool remove(const QString &) override { return true; }
+        Outcome remove(const QString &) override { return {}; }
     } disk;
     for (const char *other : {"link", "dangling", "folderlink", "fifo"}) {
         QFile file(path(other));
@@ -361,7 +362,7 @@ void tst_Disk::openForWriting()
     }
 
     QFile file(m_folder->filePath(name));
-    QCOMPARE(Disk::real().openForWriting(file), isOpened);
+    QCOMPARE(static_cast<bool>(Disk::real().openForWriting(file)), isOpened);
     QCOMPARE(file.isOpen(), isOpened);
     QCOMPARE(read(path("outside")), QByteArray("a long text"));
     QVERIFY(!QFile::exists(path("gone")));
@@ -393,7 +394,7 @@ void tst_Disk::remove()
     write(path("file"), "x");
     QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("folder")));
     write(path("folder/x"), "x");
-    QCOMPARE(Disk::real().remove(m_folder->filePath(name)), isGone);
+    QCOMPARE(static_cast<bool>(Disk::real().remove(m_folder->filePath(name))), isGone);
     QCOMPARE(QFileInfo::exists(m_folder->filePath(name)), !isGone);
 }
 

@@ -85,14 +85,14 @@ void tst_CutPadding::aSaveCutShortIsTheNewSong()
     SongInfo info;
     info.title = QString(60, QLatin1Char('T'));
     info.length = 1234567;
-    song.setSongInfo(info, true);
+    song.setSongInfo(info, WrittenBy::User);
     QVERIFY(song.saveToFile(path));
     const QByteArray old = read(path);
 
     info.title.chop(shorterBy);
     if (!file.startsWith("MThd"))
         info.length = 0; // an MFx song has its title in the header
-    song.setSongInfo(info, true);
+    song.setSongInfo(info, WrittenBy::User);
     QVERIFY(song.saveToFile(path));
     const QByteArray whole = read(path);
     QVERIFY(whole.size() < old.size());

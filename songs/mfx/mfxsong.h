@@ -1,0 +1,41 @@
+#pragma once
+
+#include "songs/mfx/mfxheader.h"
+#include "songs/midi/rawmidifile.h"
+#include "songs/song.h"
+
+namespace tarvel4 {
+
+/** An MFx song: key, length and markers are in its MIDI stream, the rest in its header. */
+class MfxSong : public Song
+{
+public:
+    /** True when a file that begins so is an MFx song. */
+    static bool isRecognised(const QByteArray &start);
+
+    /** Takes the bytes of a whole file. */
+    Outcome load(const QByteArray &bytes);
+
+    int format() const override { return m_header.version(); }
+    void readInto(SongInfo &info) const override;
+    QString artist() const override { return m_header.artist(); }
+    bool lacks(SongField field) const override;
+    void write(SongField field, const SongInfo &info) override;
+    int addMarker(const Marker &marker) override { return m_midi.addMarker(marker); }
+    bool bpmNeedsPublisher() const override { return false; }
+    void noteChange(const SongInfo &info) override;
+    Outcome whyNotSavable() const override;
+    Outcome save(Disk &disk, const QString &path) const override;
+    QByteArray midiData() const override { return m_midi.data(); }
+
+private:
+    void writeText(SongField field, MfxFormat::TextField place, const QString &text);
+    QByteArray stream() const;
+    QByteArray image() const;
+
+    MfxHeader m_header;
+    RawMidiFile m_midi;
+    Outcome m_misfit; ///< the first text that the header could not hold
+};
+
+} // namespace tarvel4

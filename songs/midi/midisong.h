@@ -1,0 +1,30 @@
+#pragma once
+
+#include "songs/midi/rawmidifile.h"
+#include "songs/song.h"
+
+namespace tarvel4 {
+
+/** A MIDI song: everything is in its first track. */
+class MidiSong : public Song
+{
+public:
+    /** Takes the bytes of a whole file. */
+    Outcome load(const QByteArray &bytes);
+
+    int format() const override { return m_midi.type(); }
+    void readInto(SongInfo &info) const override;
+    QString artist() const override { return m_midi.artist(); }
+    bool lacks(SongField field) const override;
+    void write(SongField field, const SongInfo &info) override;
+    int addMarker(const Marker &marker) override { return m_midi.addMarker(marker); }
+    bool yieldsTitleTo(const QString &title) const override;
+    Outcome whyNotSavable() const override;
+    Outcome save(Disk &disk, const QString &path) const override;
+    QByteArray midiData() const override { return m_midi.data(); }
+
+private:
+    RawMidiFile m_midi;
+};
+
+} // namespace tarvel4

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "songs/songinfo.h"
+#include "storage/outcome.h"
+
+#include <QByteArray>
+
+namespace tarvel4 {
+
+class Disk;
+
+/** The fields of a song that an edit or an update writes. */
+enum class SongField { Markers, Key, Length, Title, Author, Bpm, Artist, Genre };
+
+/** The key of a field in a song's record: "title" ... */
+QString keyOf(SongField field);
+
+/** One song in memory, wherever its format keeps its fields; MetaSong picks the implementation. */
+class Song
+{
+public:
+    virtual ~Song() = default;
+
+    /** A MetaSong::Format. */
+    virtual int format() const = 0;
+
+    /** Fills the fields that the format has; the others stay as they are. */
+    virtual void readInto(SongInfo &info) const = 0;
+    virtual QString artist() const = 0;
+
+    /** True when an update may write the field as one that is missing; false where the format has
+     * no such field. */
+    virtual bool lacks(SongField field) const = 0;
+    /** Writes one field of a record into the song in memory. */
+    virtual void write(SongField field, const SongInfo &info) = 0;
+
+    /** Puts a marker ahead of those present. Returns the bytes inserted; 0 when the format has
+     * none. */
+    virtual int addMarker(const Marker &) { return 0; }
+
+    /** Whether an update gives a song that has a title this one in its place. */
+    virtual bool yieldsTitleTo(const QString &) const { return false; }
+    /** Whether an update writes the bpm only of a song that the maker published. */
+    virtual bool bpmNeedsPublisher() const { return true; }
+    /** What a format notes besides the fields, in an edit and in an update. */
+    virtual void noteChange(const SongInfo &) {}
+
+    /** Why the song as it is in memory can't be written; what could not be read again is not
+     * written either. */
+    virtual Outcome whyNotSavable() const = 0;
+    /** Writes a savable song over \a path. Not done: the file holds its old bytes, unless the
+     * outcome says otherwise; the log says why. */
+    virtual Outcome save(Disk &disk, const QString &path) const = 0;
+
+    /** The SMF bytes of a MIDI song, or those expanded from an MFx song; empty for MP3. */
+    virtual QByteArray midiData() const { return {}; }
+};
+
+} // namespace tarvel4
