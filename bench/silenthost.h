@@ -18,8 +18,8 @@ public:
     Answer askOverwrite(const QString &) override { return Answer::YesToAll; }
     BackupChoice askBackup() override { return {BackupChoice::ProceedWithout, QString()}; }
     ProceedChoice askProceed(const ImportCounts &) override { return {}; }
-    void information(const QString &, const QString &) override {}
-    void warning(const QString &, const QString &) override {}
+    void information(const QString &, const QString &, const QStringList &) override {}
+    void warning(const QString &, const QString &, const QStringList &) override {}
     void critical(const QString &, const QString &, const QStringList &) override {}
 };
 

@@ -57,6 +57,13 @@ void TerminalHost::say(const QString &text)
     Console::write(Console::Error, "tarvel4soft-cli: " + printable(text).toUtf8() + '\n');
 }
 
+void TerminalHost::say(const QString &text, const QStringList &details)
+{
+    say(text);
+    for (const QString &detail : details)
+        say(detail);
+}
+
 void TerminalHost::beginProgress(const ProgressTexts &texts, int maximum)
 {
     m_progress.begin(texts.label, maximum);
@@ -122,22 +129,20 @@ ProceedChoice TerminalHost::askProceed(const ImportCounts &)
     return {true, true};
 }
 
-void TerminalHost::information(const QString &, const QString &text)
+void TerminalHost::information(const QString &, const QString &text, const QStringList &details)
 {
     if (!m_quiet)
-        say(text);
+        say(text, details);
 }
 
-void TerminalHost::warning(const QString &, const QString &text)
+void TerminalHost::warning(const QString &, const QString &text, const QStringList &details)
 {
-    say(text);
+    say(text, details);
 }
 
 void TerminalHost::critical(const QString &, const QString &text, const QStringList &details)
 {
-    say(text);
-    for (const QString &detail : details)
-        say(detail);
+    say(text, details);
 }
 
 Answer TerminalHost::ask(const QString &question)

@@ -54,11 +54,13 @@ public:
     BackupChoice askBackup() override { return m_backup; }
     ProceedChoice askProceed(const ImportCounts &counts) override;
 
-    void information(const QString &title, const QString &text) override;
-    void warning(const QString &title, const QString &text) override;
+    void information(const QString &title, const QString &text,
+                     const QStringList &details) override;
+    void warning(const QString &title, const QString &text, const QStringList &details) override;
     void critical(const QString &title, const QString &text, const QStringList &details) override;
 
 private:
+    void say(const QString &text, const QStringList &details);
     Answer ask(const QString &question);
 
     bool m_quiet;

@@ -1,10 +1,8 @@
 #pragma once
 
+#include "library/songoutcome.h"
 #include "songs/metasong.h"
 #include "storage/filestamp.h"
-
-#include <QVariant>
-#include <QVector>
 
 namespace tarvel4 {
 
@@ -12,14 +10,6 @@ class Database;
 
 /** How one song of an update ended, or would end. */
 enum class UpdateOutcome { Updated, NotFound, Refused, Unreadable, Failed };
-
-/** A field that an update changes. */
-struct FieldChange
-{
-    QString field; ///< its key in a song's record: "title", "markers", "mfxFlags" ...
-    QVariant before; ///< a text or a number; markers are a list of maps with "bar" and "text"
-    QVariant after; ///< as it would be read back from the file
-};
 
 /**
  * What an update would do to one song, worked out without touching its file: the match, the merged

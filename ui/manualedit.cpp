@@ -65,7 +65,8 @@ void ManualEdit::tellUnsaved(QStringList paths)
         paths = paths.mid(0, shown) << QStringLiteral("...");
     m_host.warning(tr("Modifica dati song"),
                    tr("Non è stato possibile salvare i seguenti file:") + QStringLiteral("\n\n")
-                       + paths.join(QLatin1Char('\n')));
+                       + paths.join(QLatin1Char('\n')),
+                   {});
 }
 
 } // namespace tarvel4

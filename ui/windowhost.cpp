@@ -94,14 +94,14 @@ ProceedChoice WindowHost::askProceed(const ImportCounts &counts)
     return choice;
 }
 
-void WindowHost::information(const QString &title, const QString &text)
+void WindowHost::information(const QString &title, const QString &text, const QStringList &details)
 {
-    message(QMessageBox::Information, title, text);
+    message(QMessageBox::Information, title, text, details);
 }
 
-void WindowHost::warning(const QString &title, const QString &text)
+void WindowHost::warning(const QString &title, const QString &text, const QStringList &details)
 {
-    message(QMessageBox::Warning, title, text);
+    message(QMessageBox::Warning, title, text, details);
 }
 
 void WindowHost::critical(const QString &title, const QString &text, const QStringList &details)

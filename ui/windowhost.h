@@ -39,8 +39,9 @@ public:
     BackupChoice askBackup() override;
     ProceedChoice askProceed(const ImportCounts &counts) override;
 
-    void information(const QString &title, const QString &text) override;
-    void warning(const QString &title, const QString &text) override;
+    void information(const QString &title, const QString &text,
+                     const QStringList &details) override;
+    void warning(const QString &title, const QString &text, const QStringList &details) override;
     void critical(const QString &title, const QString &text, const QStringList &details) override;
 
 private:

@@ -85,13 +85,13 @@ public:
         return proceedChoice;
     }
 
-    void information(const QString &title, const QString &text) override
+    void information(const QString &title, const QString &text, const QStringList &details) override
     {
-        add("information", title + QLatin1Char('|') + text);
+        add("information", (QStringList{title, text} + details).join(QLatin1Char('|')));
     }
-    void warning(const QString &title, const QString &text) override
+    void warning(const QString &title, const QString &text, const QStringList &details) override
     {
-        add("warning", title + QLatin1Char('|') + text);
+        add("warning", (QStringList{title, text} + details).join(QLatin1Char('|')));
     }
     void critical(const QString &title, const QString &text, const QStringList &details) override
     {
