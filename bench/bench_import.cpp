@@ -1,6 +1,3 @@
-
-using namespace tarvel4;
-
 // Appends and updates rows of the table of the user's songs, against plain prepared statements on
 // the same table.
 #include "db/database.h"
@@ -13,6 +10,8 @@ using namespace tarvel4;
 #include <QVariant>
 
 #include <cstdio>
+
+using namespace tarvel4;
 
 namespace {
 

@@ -1,6 +1,3 @@
-
-using namespace tarvel4;
-
 // Builds and updates the index of a memory, against plain walks that make the same system calls on
 // the same files: one that stats, opens and reads 3,072 bytes of each, and one that only stats.
 //   bench_index [SONGS]...     10000 and 60000 when none is given
@@ -25,6 +22,8 @@ using namespace tarvel4;
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+using namespace tarvel4;
 
 namespace {
 

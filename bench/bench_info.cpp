@@ -1,6 +1,3 @@
-
-using namespace tarvel4;
-
 // The records of a library's songs against bare reads of the same bytes, and of its MP3s against
 // TagLib. Usage: bench_info [SONGS], 10000 by default: 60 % MIDI, 25 % MP3, 15 % MFx.
 
@@ -21,6 +18,8 @@ using namespace tarvel4;
 #include <taglib/mpegfile.h>
 #include <taglib/tag.h>
 #endif
+
+using namespace tarvel4;
 
 namespace {
 

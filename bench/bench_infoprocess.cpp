@@ -1,6 +1,3 @@
-
-using namespace tarvel4;
-
 // `tarvel4soft-cli info --json --recursive`, the whole process from its start to its end, against a
 // C program that reads what is needed of the same songs.
 // Usage: bench_infoprocess [SONGS], by default 10000 MIDI songs, as many MP3s, a tenth of MFx.
@@ -20,6 +17,8 @@ using namespace tarvel4;
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+using namespace tarvel4;
 
 namespace {
 

@@ -1,6 +1,3 @@
-
-using namespace tarvel4;
-
 // Synchronises a library of which a third is in the catalogue, beside a program that only rewrites
 // the same bytes into the same files with the same flushing.
 #include "db/database.h"
@@ -21,6 +18,8 @@ using namespace tarvel4;
 
 #include <cstdio>
 #include <vector>
+
+using namespace tarvel4;
 
 namespace {
 

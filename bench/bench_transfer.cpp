@@ -1,6 +1,3 @@
-
-using namespace tarvel4;
-
 // Copies songs into a folder as the transfer does, and as cp does, with everything flushed on both
 // sides.
 #include "library/filecopier.h"
@@ -16,6 +13,8 @@ using namespace tarvel4;
 #include <algorithm>
 #include <cstdio>
 #include <vector>
+
+using namespace tarvel4;
 
 namespace {
 

@@ -1,9 +1,8 @@
-
-using namespace tarvel4;
-
 // Parses any bytes as the beginning of an MP3, reads every frame and writes it.
 #include "fuzz/fuzzing.h"
 #include "songs/id3/id3v2tag.h"
+
+using namespace tarvel4;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

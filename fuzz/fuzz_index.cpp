@@ -1,6 +1,3 @@
-
-using namespace tarvel4;
-
 // Takes any bytes as the seven files of a prepared memory that holds one song: reads them, checks
 // them, lists their songs and brings them up to date. The files follow one another as pack_index
 // puts them: each behind its length, in two bytes, big-endian.
@@ -13,6 +10,8 @@ using namespace tarvel4;
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtEndian>
+
+using namespace tarvel4;
 
 namespace {
 

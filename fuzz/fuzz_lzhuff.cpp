@@ -1,9 +1,8 @@
-
-using namespace tarvel4;
-
 // Expands any bytes, and compresses them: a stream of our own must give them back.
 #include "fuzz/fuzzing.h"
 #include "songs/mfx/lzhuff.h"
+
+using namespace tarvel4;
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {

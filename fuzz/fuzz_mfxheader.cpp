@@ -1,9 +1,8 @@
-
-using namespace tarvel4;
-
 // Parses any bytes as an MFx header, reads every field and writes it.
 #include "fuzz/fuzzing.h"
 #include "songs/mfx/mfxheader.h"
+
+using namespace tarvel4;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

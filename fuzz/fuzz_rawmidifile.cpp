@@ -1,9 +1,8 @@
-
-using namespace tarvel4;
-
 // Loads any bytes as a MIDI file, reads every field and writes it.
 #include "fuzz/fuzzing.h"
 #include "songs/midi/rawmidifile.h"
+
+using namespace tarvel4;
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {

@@ -1,6 +1,3 @@
-
-using namespace tarvel4;
-
 // Imports any bytes as a song file, reads it, changes it in both ways, saves it and imports it
 // again.
 #include "fuzz/fuzzing.h"
@@ -8,6 +5,8 @@ using namespace tarvel4;
 
 #include <QFile>
 #include <QTemporaryDir>
+
+using namespace tarvel4;
 
 namespace {
 

@@ -1,6 +1,3 @@
-
-namespace tarvel4 {
-
 // Makes the songs of samples/: make_samples FOLDER. Needs the program lame for the MP3.
 
 #include "samples/arrangement.h"
@@ -20,6 +17,8 @@ namespace tarvel4 {
 #include <QTemporaryDir>
 
 #include <cstdio>
+
+using namespace tarvel4;
 
 namespace {
 
@@ -164,5 +163,3 @@ int main(int argc, char *argv[])
         std::printf("  %d s, %d bars\n", secondsOf(tune, song), song.bars);
     }
 }
-
-} // namespace tarvel4
