@@ -4,6 +4,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QSet>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTemporaryFile>
@@ -37,12 +38,14 @@ const QString createUserSongs =
 
 // required: the searched text goes in between double quotes as it stands, so "%" and "_" in it are
 // wildcards
-const QString selectByFilename =
-    QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs "
-                   "WHERE filename like \"%1\"");
-const QString selectByTitle =
-    QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs "
-                   "WHERE title like \"%1\"");
+const QString selectSong =
+    QStringLiteral("SELECT title,artist,genre,author,length,bpm,key,markers,altartist FROM songs ");
+const QString selectByFilename = selectSong + QStringLiteral("WHERE filename like \"%1\"");
+const QString selectByTitle = selectSong + QStringLiteral("WHERE title like \"%1\"");
+// what the statements above give for a text without wildcards, without a look at every row
+const QString selectByRow = selectSong + QStringLiteral("WHERE rowid = %1");
+const QString selectKeys =
+    QStringLiteral("SELECT rowid, cast(%1 as text) from songs order by rowid");
 const QString countByTitle = QStringLiteral("SELECT count(*) from songs WHERE title like \"%1\"");
 
 /** Adds a connection to SQLite; one of that name that an earlier Database left goes. */
@@ -88,13 +91,17 @@ bool isPlain(const QString &text)
     });
 }
 
-/** False for a text whose statement could not have a row of its own: it is then not executed at
- * all. */
-bool canMatch(const QString &text, const QSet<QString> &values)
+/** False for a text whose statement could not have a row of its own: it is then not executed. */
+bool isAskable(const QString &text)
 {
-    if (text.contains(u'"') || isColumnName(text))
-        return false;
-    return !isPlain(text) || values.contains(folded(text));
+    return !text.contains(u'"') && !isColumnName(text);
+}
+
+/** True for a text that is the same to LIKE as to a comparison of folded texts. */
+bool isKey(const QString &text)
+{
+    constexpr int longestPattern = 50'000 / 4; // SQLite's limit is in bytes
+    return isPlain(text) && text.size() <= longestPattern;
 }
 
 qint32 toNumber(const QVariant &value)
@@ -164,8 +171,8 @@ bool Database::init(const QString &catalogueFile)
 
     m_genres = firstColumn(QStringLiteral("select distinct genre from songs"));
     m_altArtists = firstColumn(QStringLiteral("select distinct altartist from songs"));
-    m_filenames = foldedColumn(QStringLiteral("filename"));
-    m_titles = foldedColumn(QStringLiteral("title"));
+    m_filenames = keysOf(QStringLiteral("filename"));
+    m_titles = keysOf(QStringLiteral("title"));
     return true;
 }
 
@@ -219,37 +226,72 @@ QStringList Database::firstColumn(const QString &statement) const
     return values;
 }
 
-Database::FoldedValues Database::foldedColumn(const QString &column) const
+/** Empty where the rows have no numbers to be found by: then every look-up is the statement's. */
+std::optional<Database::Keys> Database::keysOf(const QString &column) const
 {
-    FoldedValues values;
-    const QStringList texts = firstColumn(QStringLiteral("select %1 from songs").arg(column));
-    values.reserve(texts.size());
-    for (const QString &text : texts)
-        values.insert(folded(text.section(QChar(0), 0, 0))); // LIKE looks no further than a NUL
-    return values;
+    Keys keys;
+    QSqlQuery query(m_catalogue);
+    query.setForwardOnly(true);
+    if (!query.exec(selectKeys.arg(column)))
+        return {};
+    bool isNumber = true;
+    qlonglong previous = std::numeric_limits<qlonglong>::min();
+    while (query.next()) {
+        const qlonglong row = query.value(0).toLongLong(&isNumber);
+        if (!isNumber || row <= previous)
+            return {};
+        previous = row;
+        if (query.isNull(1))
+            continue;
+        // LIKE looks no further than a NUL
+        Matches &matches = keys[folded(query.value(1).toString().section(QChar(0), 0, 0))];
+        if (matches.count++ == 0)
+            matches.firstRow = row;
+    }
+    return keys;
 }
 
 bool Database::getRecordByFilename(const QString &name, SongInfo &record)
 {
-    if (!canMatch(name, m_filenames))
+    if (!isAskable(name))
         return false;
+    if (m_filenames && isKey(name)) {
+        const Matches matches = m_filenames->value(folded(name));
+        return matches.count > 0 && select(selectByRow.arg(matches.firstRow), record);
+    }
+    return select(selectByFilename.arg(name), record);
+}
+
+bool Database::getRecordByTitle(const QString &title, SongInfo &record)
+{
+    if (!isAskable(title))
+        return false;
+    if (m_titles && isKey(title)) {
+        const Matches matches = m_titles->value(folded(title));
+        if (matches.count > 1)
+            qDebug() << "[getRecordByTitle] WARNING: multiple reusults in query, aborting !!!";
+        return matches.count == 1 && select(selectByRow.arg(matches.firstRow), record);
+    }
+    SongInfo first = record;
+    if (!select(selectByTitle.arg(title), first) || !isTheOnly(title))
+        return false;
+    record = first;
+    return true;
+}
+
+bool Database::select(const QString &statement, SongInfo &record) const
+{
     QSqlQuery query(m_catalogue);
     query.setForwardOnly(true);
-    if (!query.exec(selectByFilename.arg(name)) || !query.next())
+    if (!query.exec(statement) || !query.next())
         return false;
     fillRecord(query, record);
     return true;
 }
 
-bool Database::getRecordByTitle(const QString &title, SongInfo &record)
+/** True where one row has a title like that. */
+bool Database::isTheOnly(const QString &title) const
 {
-    if (!canMatch(title, m_titles))
-        return false;
-    QSqlQuery query(m_catalogue);
-    query.setForwardOnly(true);
-    if (!query.exec(selectByTitle.arg(title)) || !query.next())
-        return false;
-
     QSqlQuery counting(m_catalogue);
     counting.setForwardOnly(true);
     if (!counting.exec(countByTitle.arg(title)) || !counting.next()) {
@@ -257,12 +299,10 @@ bool Database::getRecordByTitle(const QString &title, SongInfo &record)
         return false;
     }
     bool isNumber = false;
-    if (counting.value(0).toInt(&isNumber) != 1 || !isNumber) {
+    const bool isOne = counting.value(0).toInt(&isNumber) == 1 && isNumber;
+    if (!isOne)
         qDebug() << "[getRecordByTitle] WARNING: multiple reusults in query, aborting !!!";
-        return false;
-    }
-    fillRecord(query, record);
-    return true;
+    return isOne;
 }
 
 bool Database::clearUserSongs()

@@ -2,11 +2,12 @@
 
 #include "songs/songinfo.h"
 
-#include <QSet>
+#include <QHash>
 #include <QSqlDatabase>
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 QT_BEGIN_NAMESPACE
 class QSqlQuery;
@@ -54,14 +55,21 @@ public:
     static void dumpRecord(const SongInfo &record);
 
 private:
-    /** The values of one column as LIKE compares them, so that a lookup which cannot hit need not
-     * scan the rows. */
-    using FoldedValues = QSet<QString>;
+    /** The rows of one value, without regard to case of ASCII letters. */
+    struct Matches
+    {
+        qlonglong firstRow = 0; ///< its rowid; rows are scanned in the order of these
+        int count = 0;
+    };
+    /** The values of one column as LIKE compares them, so that a look-up need not scan the rows. */
+    using Keys = QHash<QString, Matches>;
 
     QString prepareCatalogueFile();
     bool isBounded() const;
     QStringList firstColumn(const QString &statement) const;
-    FoldedValues foldedColumn(const QString &column) const;
+    std::optional<Keys> keysOf(const QString &column) const;
+    bool select(const QString &statement, SongInfo &record) const;
+    bool isTheOnly(const QString &title) const;
 
     std::unique_ptr<QTemporaryFile>
         m_temporaryFile; ///< null when a catalogue file is used in place
@@ -69,8 +77,8 @@ private:
     QSqlDatabase m_userSongs; ///< connection "con_mem"
     QStringList m_genres;
     QStringList m_altArtists;
-    FoldedValues m_filenames;
-    FoldedValues m_titles;
+    std::optional<Keys> m_filenames;
+    std::optional<Keys> m_titles;
 };
 
 } // namespace tarvel4
