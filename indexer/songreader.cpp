@@ -7,18 +7,11 @@
 #include "songs/mfx/mfxheader.h"
 #include "songs/midi/midiformat.h"
 #include "storage/debuglog.h"
-
-#include <QFile>
+#include "storage/regularfile.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
-
-#ifdef Q_OS_UNIX
-#include <cerrno>
-#include <fcntl.h>
-#include <unistd.h>
-#endif
 
 namespace tarvel4 {
 
@@ -32,60 +25,6 @@ constexpr int midiEventsOffset =
 constexpr quint8 tempoOfUnknown = 120;
 constexpr quint32 microsecondsPerMinute = 60000000;
 constexpr int tempoSize = 3;
-
-/** The first bytes of a file, as far as there are that many. */
-class Head
-{
-public:
-    enum State { Read, Missing, Unreadable };
-
-    explicit Head(const QString &path) { m_state = read(path); }
-
-    State state() const { return m_state; }
-    /** Lives as long as the head. */
-    QByteArray bytes() const { return QByteArray::fromRawData(m_buffer.data(), m_size); }
-
-private:
-    State read(const QString &path);
-
-    std::array<char, bytesRead> m_buffer;
-    int m_size = 0;
-    State m_state = Unreadable;
-};
-
-#ifdef Q_OS_UNIX
-
-Head::State Head::read(const QString &path)
-{
-    // O_NONBLOCK: a FIFO that took the place of a song must not hang the run
-    const int file =
-        open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (file < 0)
-        return errno == ENOENT || errno == ENOTDIR ? Missing : Unreadable;
-    ssize_t count = -1;
-    do {
-        count = ::read(file, m_buffer.data(), m_buffer.size());
-    } while (count < 0 && errno == EINTR);
-    close(file);
-    m_size = static_cast<int>(std::max<ssize_t>(count, 0));
-    return count < 0 ? Unreadable : Read;
-}
-
-#else
-
-Head::State Head::read(const QString &path)
-{
-    QFile file(path);
-    if (!file.exists())
-        return Missing;
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return Unreadable;
-    const qint64 count = file.read(m_buffer.data(), bytesRead);
-    m_size = static_cast<int>(std::max<qint64>(count, 0));
-    return count < 0 ? Unreadable : Read;
-}
-
-#endif
 
 QString id3Text(const QByteArray &bytes, Id3Format::TextFrame frame)
 {
@@ -246,16 +185,17 @@ QString tidied(QString text)
 bool SongReader::read(IndexEntry &entry)
 {
     qCDebug(debugLog) << entry.absolutePath;
-    const Head head(entry.absolutePath);
-    if (head.state() == Head::Missing)
+    RegularFile file(entry.absolutePath, RegularFile::Kind::Listed);
+    if (file.outcome() == Outcome::Code::NotFound)
         return false;
     entry.title = entry.artist = entry.genre = QString();
     entry.kind = entry.tempo = entry.reserved = entry.markers = 0;
-    const QByteArray bytes = head.bytes();
-    if (head.state() == Head::Unreadable)
+    std::array<char, bytesRead> head;
+    const qint64 size = file.outcome() ? file.readOnce(head.data(), head.size()) : 0;
+    if (!file.outcome())
         entry.tempo = tempoOfUnknown;
-    else if (bytes.size() >= fewestBytes)
-        readFormat(bytes, entry);
+    else if (size >= fewestBytes)
+        readFormat(QByteArray::fromRawData(head.data(), static_cast<int>(size)), entry);
 
     entry.title = tidied(std::move(entry.title));
     if (entry.title.isEmpty())

@@ -24,6 +24,16 @@ QByteArray RegularFile::read(int count)
     return bytes;
 }
 
+/** Reads until there is no more, or until an error. */
+qint64 RegularFile::read(char *bytes, qint64 count)
+{
+    qint64 done = 0;
+    qint64 got = 0;
+    while (done < count && (got = readOnce(bytes + done, count - done)) > 0)
+        done += got;
+    return done;
+}
+
 Outcome RegularFile::readUpTo(qint64 size, QByteArray &bytes)
 {
     const qint64 missing = size - bytes.size();
@@ -41,16 +51,16 @@ Outcome RegularFile::readUpTo(qint64 size, QByteArray &bytes)
 
 #ifdef Q_OS_UNIX
 
-RegularFile::RegularFile(const QString &path)
+RegularFile::RegularFile(const QString &path, Kind kind)
 {
     const QByteArray name = QFile::encodeName(path);
     struct stat status = {};
-    if (stat(name.constData(), &status) != 0) {
+    if (kind == Kind::Unknown && stat(name.constData(), &status) != 0) {
         m_outcome = Outcome::ofSystemError(errno, path, false);
         return;
     }
     m_outcome.path = path;
-    if (!S_ISREG(status.st_mode)) {
+    if (kind == Kind::Unknown && !S_ISREG(status.st_mode)) {
         m_outcome.code = Outcome::Code::NotAFile;
         return;
     }
@@ -67,27 +77,20 @@ RegularFile::~RegularFile()
         close(m_file);
 }
 
-/** Reads until there is no more, or until an error. */
-qint64 RegularFile::read(char *bytes, qint64 count)
+qint64 RegularFile::readOnce(char *bytes, qint64 count)
 {
-    qint64 done = 0;
-    while (done < count) {
-        const ssize_t got = ::read(m_file, bytes + done, static_cast<std::size_t>(count - done));
-        if (got > 0) {
-            done += got;
-        } else if (got == 0) {
-            break;
-        } else if (errno != EINTR) {
-            m_outcome = Outcome::ofSystemError(errno, m_outcome.path, false);
-            break;
-        }
-    }
-    return done;
+    ssize_t got = -1;
+    do {
+        got = ::read(m_file, bytes, static_cast<std::size_t>(count));
+    } while (got < 0 && errno == EINTR);
+    if (got < 0)
+        m_outcome = Outcome::ofSystemError(errno, m_outcome.path, false);
+    return std::max<ssize_t>(got, 0);
 }
 
 #else
 
-RegularFile::RegularFile(const QString &path)
+RegularFile::RegularFile(const QString &path, Kind)
     : m_file(path)
 {
     const QFileInfo info(m_file);
@@ -104,7 +107,7 @@ RegularFile::RegularFile(const QString &path)
 
 RegularFile::~RegularFile() = default;
 
-qint64 RegularFile::read(char *bytes, qint64 count)
+qint64 RegularFile::readOnce(char *bytes, qint64 count)
 {
     const qint64 got = m_file.read(bytes, count);
     if (got < 0)

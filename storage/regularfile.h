@@ -19,21 +19,27 @@ namespace tarvel4 {
 class RegularFile
 {
 public:
-    /** Never waits: not for the writer of a FIFO either, which is not opened. */
-    explicit RegularFile(const QString &path);
+    enum class Kind { Unknown, Listed };
+
+    /** Never waits: not for the writer of a FIFO either, which is not opened. With Kind::Listed, of
+     * a file that a listing has just told to be regular, it is not asked again, nor its size. */
+    explicit RegularFile(const QString &path, Kind kind = Kind::Unknown);
     ~RegularFile();
     Q_DISABLE_COPY(RegularFile)
 
     /** Why the file can't be read; done when it is open. */
     const Outcome &outcome() const { return m_outcome; }
 
-    /** Bytes, when it was opened. */
+    /** Bytes, when it was opened; 0 where nobody asked. */
     qint64 size() const { return m_size; }
 
     /** The next bytes, \a count where there are that many; fewer, and an outcome, after an error.
      */
     QByteArray read(int count);
     qint64 read(char *bytes, qint64 count); ///< the same into a buffer; the bytes read
+    /** The same by one question to the system, of which a file's end is the only reason to give
+     * fewer. */
+    qint64 readOnce(char *bytes, qint64 count);
 
     /** Reads on until \a bytes, which may hold the file's first ones already, has \a size of them.
      */

@@ -2,7 +2,6 @@
 
 #include "songs/id3/id3v2tag.h"
 #include "storage/regularfile.h"
-#include "storage/uniquefilename.h"
 
 #include <QDebug>
 #include <QFileInfo>
@@ -23,11 +22,21 @@ QString realPath(const QString &path)
     return info.isSymLink() ? info.canonicalFilePath() : path;
 }
 
-/** The path up to its last point; a point in a folder's name is none of the song's. */
+/** The path up to its last dot; a dot in a folder's name is none of the song's. */
 QString stemOf(const QString &path)
 {
-    const int point = path.lastIndexOf(QLatin1Char('.'));
-    return point > path.lastIndexOf(QLatin1Char('/')) ? path.left(point) : path;
+    const int dot = path.lastIndexOf(QLatin1Char('.'));
+    return dot > path.lastIndexOf(QLatin1Char('/')) ? path.left(dot) : path;
+}
+
+/** Stem and suffix, or with a number between them when that name is taken: "song.tmp",
+ * "song.1.tmp" ... */
+QString uniqueFileName(const QString &stem, const QString &suffix)
+{
+    QString name = stem + suffix;
+    for (int number = 1; QFileInfo::exists(name) || QFileInfo(name).isSymLink(); ++number)
+        name = stem + QLatin1Char('.') + QString::number(number) + suffix;
+    return name;
 }
 
 } // namespace
