@@ -31,9 +31,8 @@ ExitStatus listFailed(const QString &target, Session &session)
 /** The songs of a memory, sorted; none where its index can't be read. */
 std::optional<QVector<IndexEntry>> sortedSongs(const QString &root, Index::SongOrder order)
 {
-    bool ok = false;
-    QVector<IndexEntry> entries = Index::readEntries(root, ok);
-    if (!ok)
+    auto [read, entries] = Index::readEntries(root);
+    if (!read)
         return {};
     SongListWriter::sort(entries, order);
     return entries;

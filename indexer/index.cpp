@@ -46,6 +46,16 @@ QString filePath(const QString &root, const char *name)
     return withoutTrailingSeparator(root) + u'/' + QLatin1String(name);
 }
 
+/** The first file that a prepared memory has and this one has not; empty where it has them all. */
+QString missingFile(const QString &root)
+{
+    const auto *const missing =
+        std::find_if(preparedFiles.begin(), preparedFiles.end(), [&root](const char *name) {
+            return !QFileInfo::exists(filePath(root, name));
+        });
+    return missing == preparedFiles.end() ? QString() : filePath(root, *missing);
+}
+
 } // namespace
 
 Index::Index(QObject *parent, Disk &disk)
@@ -55,21 +65,48 @@ Index::Index(QObject *parent, Disk &disk)
 
 bool Index::isPrepared(const QString &root)
 {
-    return !root.isEmpty()
-        && std::all_of(preparedFiles.begin(), preparedFiles.end(), [&root](const char *name) {
-               return QFileInfo::exists(filePath(root, name));
-           });
+    return !root.isEmpty() && missingFile(root).isEmpty();
 }
 
 bool Index::deleteIndex(const QString &root)
 {
+    m_outcome = {};
+    return isDone(removeIndex(root), root);
+}
+
+/** Removes each file that can be; the outcome is the first failure. */
+Outcome Index::removeIndex(const QString &root)
+{
     if (root.isEmpty())
-        return false;
+        return {Outcome::Code::NotFound, root, {}, {}};
     qDebug() << "delete index";
-    bool deleted = true;
+    Outcome outcome;
+    const auto remove = [&](const char *name) {
+        Outcome removed = m_disk.remove(filePath(root, name));
+        if (outcome && !removed)
+            outcome = {removed.code, filePath(root, name), removed.detail, {}};
+    };
     for (const char *name : deletedFiles)
-        deleted = m_disk.remove(filePath(root, name)) && deleted;
-    return m_disk.remove(filePath(root, unfinishedNumFile)) && deleted;
+        remove(name);
+    remove(unfinishedNumFile);
+    return outcome;
+}
+
+/** Keeps the cause of the first failure, with the path that it happened to. */
+bool Index::isDone(const Outcome &outcome, const QString &path)
+{
+    if (!outcome && m_outcome) {
+        m_outcome = outcome;
+        if (m_outcome.path.isEmpty())
+            m_outcome.path = path;
+    }
+    return bool(outcome);
+}
+
+bool Index::mustStop()
+{
+    m_isStopped = m_stopWhen && m_stopWhen();
+    return m_isStopped;
 }
 
 void Index::start(const QString &root)
@@ -77,7 +114,8 @@ void Index::start(const QString &root)
     m_root = joinable(root);
     m_songs.clear();
     m_entries.clear();
-    m_changed = m_written = m_failed = false;
+    m_changed = m_written = m_isStopped = false;
+    m_outcome = {};
     m_found = 0;
 }
 
@@ -85,17 +123,14 @@ bool Index::rebuild(const QString &root)
 {
     start(root);
     Q_EMIT progressValueChanged(0);
-    if (root.isEmpty() || !scan() || isStopped()) {
-        m_failed = true;
+    if (root.isEmpty())
+        return isDone({Outcome::Code::NotFound, root, {}, {}}, root);
+    if (!scan() || mustStop())
         return false;
-    }
-    if (!deleteIndex(m_root)) {
-        m_failed = true;
-        if (isPrepared(m_root))
-            return false; // a write-protected memory
-    }
+    if (!isDone(removeIndex(m_root), m_root) && isPrepared(m_root))
+        return false; // a write-protected memory
     build();
-    return isPrepared(m_root) && !m_failed;
+    return isPrepared(m_root) && !failed();
 }
 
 bool Index::update(const QString &root)
@@ -103,17 +138,13 @@ bool Index::update(const QString &root)
     start(root);
     if (!isPrepared(m_root))
         return rebuild(root);
-    if (!loadEntries()) {
-        m_failed = true;
+    if (!loadEntries())
         return false;
-    }
     Q_EMIT progressValueChanged(0);
-    if (!scan()) {
-        m_failed = true;
+    if (!scan())
         return false;
-    }
     build();
-    return isPrepared(m_root) && !m_failed;
+    return isPrepared(m_root) && !failed();
 }
 
 /** A record's number is its place; an index in which one is not is read by its numbers and then
@@ -121,7 +152,7 @@ bool Index::update(const QString &root)
 bool Index::loadEntries()
 {
     IndexLoader loader(m_root);
-    if (!loader.load())
+    if (!isDone(loader.load(), m_root))
         return false;
     m_entries = loader.takeEntries();
     for (int i = 0; i < m_entries.size(); ++i) {
@@ -152,7 +183,9 @@ bool Index::scan()
         ++m_found;
         Q_EMIT fileFoundChanged(m_found);
     };
-    return memory.scan(m_root);
+    Outcome scanned = memory.scan(m_root);
+    scanned.path = m_root;
+    return isDone(scanned, m_root);
 }
 
 void Index::build()
@@ -161,11 +194,7 @@ void Index::build()
         return; // required: nothing is written, not even by an update of a memory whose songs are
                 // gone
     std::vector<IndexCandidate> candidates = matchEntries(m_entries, m_songs, m_root);
-    if (!readSongs(candidates)) {
-        m_failed = true;
-        return;
-    }
-    if (!m_changed)
+    if (!readSongs(candidates) || !m_changed)
         return;
     m_entries.clear();
     for (IndexCandidate &candidate : candidates) {
@@ -173,7 +202,8 @@ void Index::build()
             m_entries.append(std::move(candidate.entry));
     }
     if (m_entries.isEmpty())
-        m_failed = true; // all songs vanished under the scan: this is not the memory that it was
+        // All songs vanished under the scan: this is not the memory that it was.
+        isDone({Outcome::Code::ChangedMeanwhile, m_root, {}, {}}, m_root);
     else
         writeFiles();
 }
@@ -191,7 +221,7 @@ bool Index::readSongs(std::vector<IndexCandidate> &candidates)
 
     int progress = 0;
     for (const int position : SortKeys::byPath(keys)) {
-        if (isStopped())
+        if (mustStop())
             return false;
         IndexCandidate &candidate = candidates[static_cast<std::size_t>(position)];
         Q_EMIT currentPathChanged(candidate.entry.absolutePath);
@@ -216,10 +246,8 @@ void Index::writeFiles()
         m_entries[i].number = m_entries[i].order = i;
     Q_EMIT progressValueChanged(10);
     m_written = writeAll();
-    if (!m_written) {
-        m_failed = true;
-        deleteIndex(m_root);
-    }
+    if (!m_written)
+        removeIndex(m_root);
 }
 
 /**
@@ -228,9 +256,18 @@ void Index::writeFiles()
  */
 bool Index::writeAll()
 {
-    if (!m_disk.remove(filePath(m_root, numFile)) || !m_disk.syncVolume(m_root))
+    if (!isDone(m_disk.remove(filePath(m_root, numFile)), filePath(m_root, numFile))
+        || !isDone(m_disk.syncVolume(m_root), m_root))
         return false;
     IndexWriter writer(m_root, m_entries, m_disk);
+    if (!writeAll(writer))
+        return isDone(writer.outcome(), m_root);
+    Q_EMIT progressValueChanged(100);
+    return true;
+}
+
+bool Index::writeAll(IndexWriter &writer)
+{
     if (writer.writeOrdIndex() < 0 || writer.writePathIndex() < 0)
         return false;
     Q_EMIT progressValueChanged(20);
@@ -244,30 +281,28 @@ bool Index::writeAll()
     for (const int value :
          {40, 50, 90}) // the steps between stand for a genre index, which is not written
         Q_EMIT progressValueChanged(value);
-    if (writer.writeNumfileIndex(titles, artists) < 0)
-        return false;
-    Q_EMIT progressValueChanged(100);
-    return true;
+    return writer.writeNumfileIndex(titles, artists) == 0;
 }
 
-QVector<IndexEntry> Index::readEntries(const QString &root, bool &ok)
+Index::Contents Index::readEntries(const QString &root)
 {
     IndexLoader loader(withoutTrailingSeparator(root));
-    ok = loader.load();
-    return ok ? loader.takeEntries() : QVector<IndexEntry>();
+    const Outcome outcome = loader.load();
+    return {outcome, outcome ? loader.takeEntries() : QVector<IndexEntry>()};
 }
 
 int Index::writeSongList(const QString &root, const QString &target, int order)
 {
-    if (!isPrepared(root))
+    m_outcome = {};
+    m_isStopped = false;
+    if (!isPrepared(root)) {
+        m_outcome = {Outcome::Code::NotFound, missingFile(root), {}, {}};
         return -1;
-    bool loaded = false;
-    QVector<IndexEntry> entries = readEntries(root, loaded);
-    if (!loaded)
+    }
+    auto [read, entries] = readEntries(root);
+    if (!isDone(read, root) || !isDone(OutputTarget::check(target), target))
         return 0;
     SongListWriter::sort(entries, order);
-    if (OutputTarget::obstacleAt(target) != OutputTarget::Obstacle::None)
-        return 0;
     Q_EMIT progressMaxSetup(entries.size());
     QBuffer list;
     list.open(QIODevice::WriteOnly);
@@ -276,7 +311,7 @@ int Index::writeSongList(const QString &root, const QString &target, int order)
                               Q_EMIT currentPathChanged(entry.relativePath);
                               Q_EMIT progressValueChanged(count);
                           });
-    return NewFile::write(m_disk, target, list.data()) ? 1 : 0;
+    return isDone(NewFile::write(m_disk, target, list.data()), target) ? 1 : 0;
 }
 
 } // namespace tarvel4

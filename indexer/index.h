@@ -3,6 +3,7 @@
 #include "indexer/indexentry.h"
 #include "indexer/memoryscan.h"
 #include "storage/disk.h"
+#include "storage/outcome.h"
 #include "storage/recovery.h"
 
 #include <QObject>
@@ -13,6 +14,7 @@
 
 namespace tarvel4 {
 
+class IndexWriter;
 struct IndexCandidate;
 
 /**
@@ -51,9 +53,14 @@ public:
      * it was. */
     int writeSongList(const QString &root, const QString &target, int order);
 
-    /** Reads the index of a prepared memory, in the order of its records; empty with \a ok false
-     * when it can't be. */
-    static QVector<IndexEntry> readEntries(const QString &root, bool &ok);
+    struct Contents
+    {
+        Outcome outcome;
+        QVector<IndexEntry> entries; ///< in the order of their records; none after a failure
+    };
+
+    /** Reads the index of a prepared memory. */
+    static Contents readEntries(const QString &root);
 
     /** True when the seven files of a prepared memory exist. */
     static bool isPrepared(const QString &root);
@@ -65,11 +72,15 @@ public:
      * first. */
     void setOnRecovered(Recovery::Report report) { m_onRecovered = std::move(report); }
 
-    /** Of the last run: songs counted, whether files were written, and whether one or the old index
-     * failed. */
+    /** Of the last run: songs counted, whether files were written, and whether it failed or was
+     * stopped. */
     int found() const { return m_found; }
     bool changed() const { return m_written; }
-    bool failed() const { return m_failed; }
+    bool failed() const { return m_isStopped || !m_outcome; }
+
+    /** Why the last run or list failed, as its first failure tells; nobody is to blame where it was
+     * stopped. */
+    const Outcome &outcome() const { return m_outcome; }
 
     // The order of declaration is the meta-object's.
 Q_SIGNALS:
@@ -85,9 +96,12 @@ private:
     bool scan();
     void build();
     bool readSongs(std::vector<IndexCandidate> &candidates);
-    bool isStopped() const { return m_stopWhen && m_stopWhen(); }
+    bool mustStop();
+    Outcome removeIndex(const QString &root);
+    bool isDone(const Outcome &outcome, const QString &path);
     void writeFiles();
     bool writeAll();
+    bool writeAll(IndexWriter &writer);
 
     Disk &m_disk;
     Recovery::Report m_onRecovered;
@@ -97,7 +111,8 @@ private:
     QVector<IndexEntry> m_entries; ///< read back from the old index; then those of the new one
     bool m_changed = false; ///< something must be written
     bool m_written = false;
-    bool m_failed = false;
+    bool m_isStopped = false;
+    Outcome m_outcome;
     int m_found = 0;
 };
 

@@ -1,9 +1,8 @@
 #include "indexer/indexloader.h"
 
 #include "indexer/indexformat.h"
+#include "storage/regularfile.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QtEndian>
 
 #include <algorithm>
@@ -51,27 +50,41 @@ qint32 numberOf(const char *record)
 
 } // namespace
 
-bool IndexLoader::load()
+Outcome IndexLoader::load()
 {
     m_entries.clear();
-    return loadPaths() && loadTitles() && loadArtists();
+    Outcome loaded = loadPaths();
+    if (loaded)
+        loaded = loadTitles();
+    return loaded ? loadArtists() : loaded;
 }
 
-bool IndexLoader::readFile(const char *name, qint64 largestSize, QByteArray &records) const
+Outcome IndexLoader::readFile(const char *name, qint64 largestSize, QByteArray &records) const
 {
-    QFile file(m_root + u'/' + QLatin1String(name));
-    if (!QFileInfo(file).isFile() || file.size() > largestSize || !file.open(QIODevice::ReadOnly))
-        return false;
-    records = file.readAll();
-    return records.size() == file.size();
+    const QString path = m_root + u'/' + QLatin1String(name);
+    RegularFile file(path);
+    if (!file.outcome())
+        return file.outcome();
+    if (file.size() <= largestSize)
+        return file.readUpTo(file.size(), records);
+    return {Outcome::Code::DamagedIndex,
+            path,
+            QLatin1String(name) + QLatin1String(": ") + FileBytes::sizeLimitText(largestSize),
+            {}};
 }
 
-bool IndexLoader::loadPaths()
+Outcome IndexLoader::loadPaths()
 {
     QByteArray records;
-    if (!readFile(pathFile, largestFile(PathRecord::size), records)
-        || records.size() % PathRecord::size != 0)
-        return false;
+    if (const Outcome read = readFile(pathFile, largestFile(PathRecord::size), records); !read)
+        return read;
+    if (records.size() % PathRecord::size != 0) {
+        const QString name = QLatin1String(pathFile);
+        return {Outcome::Code::DamagedIndex,
+                m_root + u'/' + name,
+                tr("%1: l'ultimo record non è intero").arg(name),
+                {}};
+    }
     const QString unknown = QLatin1String(unknownText);
     m_entries.resize(records.size() / PathRecord::size);
     const char *record = records.constData();
@@ -90,7 +103,7 @@ bool IndexLoader::loadPaths()
     std::stable_sort(m_byNumber.begin(), m_byNumber.end(), [this](int left, int right) {
         return m_entries.at(left).number < m_entries.at(right).number;
     });
-    return true;
+    return {};
 }
 
 IndexEntry *IndexLoader::entryWithNumber(qint32 number)
@@ -106,11 +119,11 @@ IndexEntry *IndexLoader::entryWithNumber(qint32 number)
     return &m_entries[*it];
 }
 
-bool IndexLoader::loadTitles()
+Outcome IndexLoader::loadTitles()
 {
     QByteArray records;
-    if (!readFile(titleFile, largestFile(SongRecord::size), records))
-        return false;
+    if (const Outcome read = readFile(titleFile, largestFile(SongRecord::size), records); !read)
+        return read;
     records.chop(records.size() % SongRecord::size);
     for (const char *record = records.constData(); record < records.constData() + records.size();
          record += SongRecord::size) {
@@ -123,14 +136,15 @@ bool IndexLoader::loadTitles()
         entry->kind = attribute & SongRecord::kindMask;
         entry->markers = attribute >> SongRecord::markersShift & 1;
     }
-    return true;
+    return {};
 }
 
-bool IndexLoader::loadArtists()
+Outcome IndexLoader::loadArtists()
 {
     QByteArray records;
-    if (!readFile(artistFile, largestFile(GroupRecord::bytesASong), records))
-        return false;
+    const Outcome read = readFile(artistFile, largestFile(GroupRecord::bytesASong), records);
+    if (!read)
+        return read;
     records.chop(records.size() % SongRecord::size);
     QString artist;
     for (const char *record = records.constData(); record < records.constData() + records.size();
@@ -140,7 +154,7 @@ bool IndexLoader::loadArtists()
         else if (IndexEntry *entry = entryWithNumber(numberOf(record)))
             entry->artist = artist;
     }
-    return true;
+    return {};
 }
 
 } // namespace tarvel4

@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -70,19 +71,30 @@ IndexWriter::IndexWriter(const QString &root, const QVector<IndexEntry> &entries
 
 int IndexWriter::write(const char *name, const QByteArray &bytes)
 {
-    QFile file(m_root + u'/' + QLatin1String(name));
-    if (!m_disk.openForWriting(file))
-        return -1;
-    const auto written = static_cast<bool>(m_disk.write(file, bytes));
-    file.close();
-    return written ? 0 : -1;
+    const QString path = m_root + u'/' + QLatin1String(name);
+    QFile file(path);
+    const bool isWritten =
+        isDone(m_disk.openForWriting(file), path) && isDone(m_disk.write(file, bytes), path);
+    return isWritten ? 0 : -1;
+}
+
+/** Keeps the cause of a failure, with the path of the file that it happened to. */
+bool IndexWriter::isDone(Outcome outcome, const QString &path)
+{
+    if (outcome)
+        return true;
+    m_outcome = std::move(outcome);
+    if (m_outcome.path.isEmpty())
+        m_outcome.path = path;
+    return false;
 }
 
 int IndexWriter::writeOrdIndex()
 {
     qDebug() << "write ord index";
-    QFile file(m_root + u'/' + QLatin1String(ordFile));
-    if (!m_disk.openForWriting(file))
+    const QString path = m_root + u'/' + QLatin1String(ordFile);
+    QFile file(path);
+    if (!isDone(m_disk.openForWriting(file), path))
         return -1;
     QByteArray bytes(m_entries.size() * OrdRecord::size, '\0');
     char *value = bytes.data();
@@ -92,7 +104,7 @@ int IndexWriter::writeOrdIndex()
     }
     constexpr int blockSize = OrdRecord::blockEntries * OrdRecord::size;
     for (int begin = 0; begin < bytes.size(); begin += blockSize) {
-        if (!m_disk.write(file, bytes.mid(begin, blockSize)))
+        if (!isDone(m_disk.write(file, bytes.mid(begin, blockSize)), path))
             return -1;
     }
     return 0;
@@ -188,9 +200,11 @@ int IndexWriter::writeNumfileIndex(int titleCount, int artistCount)
     qToLittleEndian(static_cast<quint16>(titleCount), bytes.data() + NumRecord::titlesAt);
     qToLittleEndian(static_cast<quint16>(artistCount), bytes.data() + NumRecord::artistsAt);
     const QString unfinished = m_root + u'/' + QLatin1String(unfinishedNumFile);
-    const bool written = write(unfinishedNumFile, bytes) == 0 && m_disk.syncVolume(m_root)
-        && m_disk.replace(unfinished, m_root + u'/' + QLatin1String(numFile))
-        && m_disk.syncVolume(m_root);
+    const QString path = m_root + u'/' + QLatin1String(numFile);
+    const bool written = write(unfinishedNumFile, bytes) == 0
+        && isDone(m_disk.syncVolume(m_root), m_root)
+        && isDone(m_disk.replace(unfinished, path), path)
+        && isDone(m_disk.syncVolume(m_root), m_root);
     return written ? 0 : -1;
 }
 

@@ -2,6 +2,7 @@
 
 #include "indexer/indexentry.h"
 #include "indexer/indexformat.h"
+#include "storage/outcome.h"
 
 #include <QByteArray>
 #include <QVector>
@@ -35,14 +36,19 @@ public:
     /** The counts, complete at once: with this file the memory becomes prepared. */
     int writeNumfileIndex(int titleCount, int artistCount);
 
+    /** Why an operation failed; of the last one that did. */
+    const Outcome &outcome() const { return m_outcome; }
+
 private:
     const std::vector<int> &byTitle();
     void claimSlot(const QString &text, int position);
     int write(const char *name, const QByteArray &bytes);
+    bool isDone(Outcome outcome, const QString &path);
 
     QString m_root;
     const QVector<IndexEntry> &m_entries;
     Disk &m_disk;
+    Outcome m_outcome;
     std::vector<int> m_byTitle; ///< once it is asked for
     std::array<quint32, IndexFormat::AlphaIndex::slots> m_alpha;
 };

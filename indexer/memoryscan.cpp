@@ -4,9 +4,8 @@
 #include "indexer/sortkeys.h"
 #include "storage/recovery.h"
 
-#include <QStringBuilder>
-
 #include <algorithm>
+#include <array>
 
 namespace tarvel4 {
 
@@ -19,102 +18,90 @@ template <std::size_t N> bool isOneOf(QStringView name, const std::array<const c
     });
 }
 
-bool isWanted(const QString &name, bool isFolder)
+bool isSongOrFolder(const QString &name, bool isFolder)
 {
     if (name.startsWith(u'.'))
         return false;
     if (isFolder)
         return !isOneOf(name, IndexFormat::skippedFolders);
-    if (Recovery::isRecoveryName(name))
-        return true;
-    const int point = name.lastIndexOf(u'.');
-    return point >= 0 && isOneOf(QStringView(name).mid(point + 1), IndexFormat::songSuffixes);
+    const int dot = name.lastIndexOf(u'.');
+    return dot >= 0 && isOneOf(QStringView(name).mid(dot + 1), IndexFormat::songSuffixes);
+}
+
+bool isSetAside(const QString &name, bool isFolder)
+{
+    return !isFolder && !name.startsWith(u'.') && Recovery::isRecoveryName(name);
+}
+
+bool isWanted(const QString &name, bool isFolder)
+{
+    return isSongOrFolder(name, isFolder) || isSetAside(name, isFolder);
 }
 
 } // namespace
 
-bool MemoryScan::scan(const QString &root)
+MemoryScan::MemoryScan()
+    : FolderWalk({isWanted, true, false})
+{}
+
+Outcome MemoryScan::scan(const QString &root)
 {
-    m_root = root;
-    m_entered.clear();
-    m_hasFollowedLink = false;
-    const FolderListing listing = list(root + u'/');
-    if (!listing.isListed())
-        return false;
-    m_entered.insert(listing.identity());
-    walk(listing, QString(), QByteArray());
-    return true;
+    walk(root + u'/');
+    return m_root;
 }
 
-FolderListing MemoryScan::list(const QString &path) const
+FolderListing MemoryScan::list(const QString &path)
 {
-    FolderListing listing(path, isWanted);
-    const auto isSetAside = [](const FolderListing::Entry &entry) {
-        return !entry.isFolder && Recovery::isRecoveryName(entry.name);
-    };
-    if (!onSetAside || std::none_of(listing.entries().begin(), listing.entries().end(), isSetAside))
+    FolderListing listing = FolderWalk::list(path);
+    const bool hasSetAside = std::any_of(
+        listing.entries().begin(), listing.entries().end(),
+        [](const FolderListing::Entry &entry) { return isSetAside(entry.name, entry.isFolder); });
+    if (!hasSetAside)
         return listing;
-    onSetAside(path);
-    return FolderListing(path, isWanted);
+    if (onSetAside)
+        onSetAside(path);
+    return FolderListing(path, {isSongOrFolder, true, false});
 }
 
 /** A folder's name counts with its slash: "Zeta.mid" stands before what "Zeta" holds. */
-std::vector<MemoryScan::KeyedEntry> MemoryScan::inPathOrder(const FolderListing &listing,
-                                                            const QByteArray &keyOfFolder)
+QByteArray MemoryScan::keyOf(const QByteArray &keyOfFolder, const FolderListing::Entry &entry) const
 {
-    std::vector<KeyedEntry> entries;
-    entries.reserve(listing.entries().size());
-    for (const FolderListing::Entry &entry : listing.entries()) {
-        if (!entry.isFolder && Recovery::isRecoveryName(entry.name))
-            continue;
-        const QByteArray key = keyOfFolder % '/' % SortKeys::ofPath(entry.name);
-        entries.push_back({entry.isFolder ? QByteArray(key % '/') : key, entry});
+    const QByteArray name = SortKeys::ofPath(entry.name);
+    QByteArray key;
+    key.reserve(keyOfFolder.size() + name.size() + 2); // a memory has many: not a byte more
+    key += keyOfFolder.isEmpty() ? QByteArrayLiteral("/") : keyOfFolder;
+    key += name;
+    if (entry.isFolder)
+        key += '/';
+    return key;
+}
+
+int MemoryScan::compareKeys(const QByteArray &left, const QByteArray &right) const
+{
+    return SortKeys::comparePaths(left, right);
+}
+
+bool MemoryScan::enter(const QString &below, const Outcome &listed)
+{
+    if (below.isEmpty()) {
+        m_root = listed;
+        return bool(listed);
     }
-    std::sort(entries.begin(), entries.end(), [](const KeyedEntry &left, const KeyedEntry &right) {
-        const int order = SortKeys::comparePaths(left.key, right.key);
-        return order != 0 ? order < 0 : left.entry.name < right.entry.name;
-    });
-    return entries;
-}
-
-void MemoryScan::walk(const FolderListing &listing, const QString &relativePath,
-                      const QByteArray &key)
-{
-    for (const KeyedEntry &keyed : inPathOrder(listing, key)) {
-        const FolderListing::Entry &entry = keyed.entry;
-        const QString path = relativePath % u'/' % entry.name;
-        if (!entry.isUsable)
-            onUnreadable(m_root + path);
-        else if (entry.isFolder)
-            enter(entry, path, keyed.key.chopped(1));
-        else
-            onSong({path, keyed.key, entry.date, entry.time});
-    }
-}
-
-void MemoryScan::enter(const FolderListing::Entry &folder, const QString &relativePath,
-                       const QByteArray &key)
-{
-    const FolderListing listing = list(m_root + relativePath);
-    if (!listing.isListed())
-        onUnreadable(m_root + relativePath);
-    if (!isFirstVisit(listing, folder.isLink))
-        return;
-    onFolder(m_root + relativePath);
-    walk(listing, relativePath, key);
-}
-
-/**
- * Once a link was followed, a folder may turn up a second time. Before that none is asked whether
- * it was met, for there are file systems that can't tell their folders apart for certain.
- */
-bool MemoryScan::isFirstVisit(const FolderListing &listing, bool isLink)
-{
-    m_hasFollowedLink = m_hasFollowedLink || isLink;
-    if (m_hasFollowedLink && m_entered.contains(listing.identity()))
-        return false;
-    m_entered.insert(listing.identity());
+    if (!listed)
+        onUnreadable(pathOf(below));
+    onFolder(pathOf(below));
     return true;
+}
+
+bool MemoryScan::file(const QString &below, const Item &item)
+{
+    onSong({below, item.key, item.entry.date, item.entry.time});
+    return true;
+}
+
+void MemoryScan::unreachable(const QString &below)
+{
+    onUnreadable(pathOf(below));
 }
 
 } // namespace tarvel4

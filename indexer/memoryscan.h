@@ -1,8 +1,7 @@
 #pragma once
 
-#include "storage/folderlisting.h"
+#include "storage/folderwalk.h"
 
-#include <QSet>
 #include <QString>
 
 #include <functional>
@@ -23,38 +22,32 @@ struct ScannedSong
  * and "bridge", in any case, and names that begin with a dot are skipped. The walk goes in
  * path order, so that a rebuild numbers the songs as the ord index lists them.
  */
-class MemoryScan
+class MemoryScan : private FolderWalk
 {
 public:
+    MemoryScan();
+
     std::function<void(const QString &path)> onFolder; ///< full path of a folder that is entered
     std::function<void(const ScannedSong &song)> onSong;
     std::function<void(const QString &path)>
         onUnreadable; ///< a folder, or a name that can't be represented
-    /** Full path of a folder that holds files set aside (songs/recovery.h), before its songs are
+    /** Full path of a folder that holds files set aside (storage/recovery.h), before its songs are
      * told: it may put them in order. */
     std::function<void(const QString &path)> onSetAside;
 
-    /** False when the root is no folder that can be listed: then nothing is known of its songs. */
-    bool scan(const QString &root);
+    /** Fails when the root is no folder that can be listed: then nothing is known of its songs. */
+    Outcome scan(const QString &root);
 
 private:
-    struct KeyedEntry
-    {
-        QByteArray key;
-        FolderListing::Entry entry;
-    };
+    FolderListing list(const QString &path) override;
+    QByteArray keyOf(const QByteArray &keyOfFolder,
+                     const FolderListing::Entry &entry) const override;
+    int compareKeys(const QByteArray &left, const QByteArray &right) const override;
+    bool enter(const QString &below, const Outcome &listed) override;
+    bool file(const QString &below, const Item &item) override;
+    void unreachable(const QString &below) override;
 
-    FolderListing list(const QString &path) const;
-    static std::vector<KeyedEntry> inPathOrder(const FolderListing &listing,
-                                               const QByteArray &keyOfFolder);
-    void walk(const FolderListing &listing, const QString &relativePath, const QByteArray &key);
-    void enter(const FolderListing::Entry &folder, const QString &relativePath,
-               const QByteArray &key);
-    bool isFirstVisit(const FolderListing &listing, bool isLink);
-
-    QString m_root;
-    QSet<QByteArray> m_entered; ///< identities of the folders met
-    bool m_hasFollowedLink = false;
+    Outcome m_root;
 };
 
 } // namespace tarvel4

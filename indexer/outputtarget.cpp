@@ -5,6 +5,7 @@
 #include "songs/id3/id3format.h"
 #include "songs/metasong.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -62,6 +63,27 @@ OutputTarget::Obstacle OutputTarget::obstacleAt(const QString &path)
     return start.startsWith(Id3Format::tagMagic) || MetaSong::isSong(info.filePath())
         ? Obstacle::Song
         : Obstacle::None;
+}
+
+Outcome OutputTarget::check(const QString &path)
+{
+    const auto refused = [&path](const char *what) {
+        return Outcome{
+            Outcome::Code::Refused, path, QCoreApplication::translate("OutputTarget", what), {}};
+    };
+    switch (obstacleAt(path)) {
+    case Obstacle::NoFile:
+        return {Outcome::Code::NotAFile, path, {}, {}};
+    case Obstacle::Song:
+        return refused(QT_TRANSLATE_NOOP("OutputTarget", "una song"));
+    case Obstacle::Catalogue:
+        return refused(QT_TRANSLATE_NOOP("OutputTarget", "un catalogo"));
+    case Obstacle::IndexFile:
+        return refused(QT_TRANSLATE_NOOP("OutputTarget", "un file dell'indice di una memoria"));
+    case Obstacle::None:
+        break;
+    }
+    return {};
 }
 
 } // namespace tarvel4

@@ -1,8 +1,8 @@
 #pragma once
 
-QT_BEGIN_NAMESPACE
-class QString;
-QT_END_NAMESPACE
+#include "storage/outcome.h"
+
+#include <QString>
 
 namespace tarvel4 {
 
@@ -18,6 +18,9 @@ enum class Obstacle {
 };
 
 Obstacle obstacleAt(const QString &path);
+
+/** The same as a cause. */
+Outcome check(const QString &path);
 
 } // namespace OutputTarget
 

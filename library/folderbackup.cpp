@@ -1,49 +1,79 @@
 #include "library/folderbackup.h"
 
 #include "library/copybatch.h"
+#include "storage/folderwalk.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
-#include <QSet>
+
+#include <memory>
+#include <vector>
 
 namespace tarvel4 {
 
 namespace {
 
+bool isAny(const QString &name, bool)
+{
+    return name != QLatin1String(".") && name != QLatin1String("..");
+}
+
 /** Copies a folder tree, each folder once. */
-class TreeCopy
+class TreeCopy : public FolderWalk
 {
 public:
-    explicit TreeCopy(Disk &disk)
-        : m_disk(disk)
+    TreeCopy(Disk &disk, const QString &dest)
+        : FolderWalk({isAny, false, false})
+        , m_disk(disk)
+        , m_dest(dest)
     {}
 
-    bool folder(const QString &source, const QString &dest)
-    {
-        qDebug() << "Backing up directory:" << source << "to:" << dest;
-        const QFileInfo info(source);
-        if (!info.isDir() || !info.isReadable() || !make(dest))
-            return false;
-        m_entered.insert(info.canonicalFilePath());
-        m_entered.insert(QFileInfo(dest).canonicalFilePath()); // it may lie in what is copied
-
-        CopyBatch batch(m_disk, dest);
-        bool complete = true;
-        const auto entries = QDir(source).entryInfoList(
-            QDir::Dirs | QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-        for (const QFileInfo &entry : entries) {
-            const QString target = dest + QLatin1Char('/') + entry.fileName();
-            if (!entry.isDir())
-                complete = file(entry.filePath(), target, batch) && complete;
-            else if (!m_entered.contains(entry.canonicalFilePath()))
-                complete = folder(entry.filePath(), target) && complete;
-        }
-        batch.finish();
-        return complete && batch.failed().isEmpty();
-    }
+    bool isComplete() const { return m_isComplete; }
 
 private:
+    bool enter(const QString &below, const Outcome &listed) override
+    {
+        const QString dest = m_dest + below;
+        qDebug() << "Backing up directory:" << pathOf(below) << "to:" << dest;
+        if (!listed || !make(dest)) {
+            m_isComplete = false;
+            return false;
+        }
+        leaveOut(dest); // it may lie in what is copied
+        m_batches.push_back(std::make_unique<CopyBatch>(m_disk, dest));
+        return true;
+    }
+
+    void leave(const QString &) override
+    {
+        CopyBatch &batch = *m_batches.back();
+        batch.finish();
+        m_isComplete = m_isComplete && batch.failed().isEmpty();
+        m_batches.pop_back();
+    }
+
+    bool file(const QString &below, const Item &) override
+    {
+        const QString source = pathOf(below);
+        const QString target = m_dest + below;
+        qDebug() << "Copying file:" << source;
+        CopyBatch &batch = *m_batches.back();
+        const bool isAdded = !QFileInfo::exists(target)
+            && batch.add({source, target, QString(), QString(), true})
+                == CopyBatch::StageResult::Yes;
+        if (batch.isFull())
+            batch.commit();
+        m_isComplete = m_isComplete && isAdded;
+        return true;
+    }
+
+    void unreachable(const QString &below) override
+    {
+        qDebug() << "[backupDir] WARNING: can't be read:" << pathOf(below);
+        m_isComplete = false;
+    }
+
     static bool make(const QString &folder)
     {
         if (QFileInfo(folder).isDir())
@@ -52,27 +82,19 @@ private:
         return QDir().mkdir(folder);
     }
 
-    static bool file(const QString &source, const QString &target, CopyBatch &batch)
-    {
-        qDebug() << "Copying file:" << source;
-        if (QFileInfo::exists(target))
-            return false;
-        const bool isAdded =
-            batch.add({source, target, QString(), QString(), true}) == CopyBatch::StageResult::Yes;
-        if (batch.isFull())
-            batch.commit();
-        return isAdded;
-    }
-
     Disk &m_disk;
-    QSet<QString> m_entered;
+    QString m_dest;
+    std::vector<std::unique_ptr<CopyBatch>> m_batches; ///< of the folders on the way down
+    bool m_isComplete = true;
 };
 
 } // namespace
 
 bool FolderBackup::backupDir(const QString &source, const QString &dest, Disk &disk)
 {
-    return TreeCopy(disk).folder(source, dest);
+    TreeCopy copy(disk, dest);
+    copy.walk(source);
+    return copy.isComplete();
 }
 
 } // namespace tarvel4

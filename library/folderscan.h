@@ -22,14 +22,15 @@ enum class Files { Songs, All };
  * Calls \a found with each song, or each file, below \a path: regular files in name order,
  * names that begin with a dot are skipped. Stops when \a found returns false. \a skipped gets
  * each entry that can't be reached (a name that is not valid in the locale, an unreadable folder);
- * \a leftFolder is called after each folder below \a path. Changes nothing on any disk.
+ * \a leftFolder is called after each folder below \a path that was walked. Changes nothing on any
+ * disk.
  */
 bool scanDir(const QString &path, const std::function<bool(const QString &)> &found,
              const std::function<void(const QString &)> &skipped, Files files = Files::Songs,
              const std::function<void()> &leftFolder = {});
 
-/** The files below \a path of which one is set aside (songs/recovery.h), by the names to which they
- * go back. */
+/** The files below \a path of which one is set aside (storage/recovery.h), by the names to which
+ * they go back. */
 QStringList setAsideBelow(const QString &path);
 
 } // namespace FolderScan

@@ -21,15 +21,18 @@ void setStamp(FolderListing::Entry &entry, const QDateTime &modified)
 
 } // namespace
 
-FolderListing::FolderListing(const QString &path, NameFilter isWanted)
+FolderListing::FolderListing(const QString &path, const Filter &filter)
 {
     const QFileInfo folder(path);
-    if (!folder.isDir())
+    if (!folder.isDir() || !folder.isReadable()) {
+        m_outcome = {
+            folder.isDir() ? Outcome::Code::ReadDenied : Outcome::Code::NotFound, path, {}, {}};
         return;
-    m_identity = folder.canonicalFilePath().toUtf8();
-    m_isListed = folder.isReadable();
+    }
+    m_identity = identityOf(path);
 
-    QDirIterator iterator(path, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    QDirIterator iterator(path,
+                          QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     while (iterator.hasNext()) {
         iterator.next();
         const QFileInfo info = iterator.fileInfo();
@@ -37,12 +40,21 @@ FolderListing::FolderListing(const QString &path, NameFilter isWanted)
         entry.name = info.fileName();
         entry.isFolder = info.isDir();
         entry.isLink = info.isSymLink();
-        if ((!entry.isFolder && !info.isFile()) || !isWanted(entry.name, entry.isFolder))
+        entry.isUsable = info.exists();
+        const bool isListed =
+            entry.isUsable ? entry.isFolder || info.isFile() : entry.isLink && filter.hasDeadLinks;
+        if (!isListed || !filter.isWanted(entry.name, entry.isFolder))
             continue;
         const QDateTime modified = info.lastModified(); // none for the first moment of 1970
-        setStamp(entry, modified.isValid() ? modified : QDateTime::fromMSecsSinceEpoch(0));
+        if (filter.hasTimes)
+            setStamp(entry, modified.isValid() ? modified : QDateTime::fromMSecsSinceEpoch(0));
         m_entries.push_back(entry);
     }
+}
+
+QByteArray FolderListing::identityOf(const QString &path)
+{
+    return QFileInfo(path).canonicalFilePath().toUtf8();
 }
 
 } // namespace tarvel4

@@ -20,7 +20,7 @@ struct FolderCloser
     void operator()(DIR *folder) const { closedir(folder); }
 };
 
-QByteArray identityOf(const struct stat &status)
+QByteArray identityOfStatus(const struct stat &status)
 {
     return QByteArray::number(static_cast<qulonglong>(status.st_dev)) + ':'
         + QByteArray::number(static_cast<qulonglong>(status.st_ino));
@@ -50,8 +50,9 @@ void setName(FolderListing::Entry &entry, const char *bytes)
 
 /** What a name stands for; nothing where it is not wanted. */
 std::optional<FolderListing::Entry> look(int folder, const dirent &item,
-                                         FolderListing::NameFilter isWanted)
+                                         const FolderListing::Filter &filter)
 {
+    const auto isWanted = filter.isWanted;
     FolderListing::Entry entry;
     setName(entry, item.d_name);
     entry.isLink = item.d_type == DT_LNK;
@@ -61,39 +62,51 @@ std::optional<FolderListing::Entry> look(int folder, const dirent &item,
     const bool mayBeFolder = (mayBeBoth || entry.isFolder) && isWanted(entry.name, true);
     if (!mayBeFile && !mayBeFolder)
         return {};
-    if (entry.isFolder)
+    if (entry.isFolder || (item.d_type == DT_REG && !filter.hasTimes))
         return entry;
 
     struct stat status = {};
     if (fstatat(folder, item.d_name, &status, 0) != 0) {
         const bool leadsNowhere = errno == ENOENT || errno == ENOTDIR || errno == ELOOP;
         entry.isUsable = false;
-        return mayBeFile && !leadsNowhere ? std::optional(entry) : std::nullopt;
+        return mayBeFile && (filter.hasDeadLinks || !leadsNowhere) ? std::optional(entry)
+                                                                   : std::nullopt;
     }
     entry.isFolder = S_ISDIR(status.st_mode);
     if (!(entry.isFolder ? mayBeFolder : mayBeFile && S_ISREG(status.st_mode)))
         return {};
-    setStamp(entry, status.st_mtime);
+    if (filter.hasTimes && !entry.isFolder)
+        setStamp(entry, status.st_mtime);
     return entry;
 }
 
 } // namespace
 
-FolderListing::FolderListing(const QString &path, NameFilter isWanted)
+FolderListing::FolderListing(const QString &path, const Filter &filter)
 {
     const std::unique_ptr<DIR, FolderCloser> folder(opendir(QFile::encodeName(path).constData()));
     struct stat status = {};
-    if (!folder || fstat(dirfd(folder.get()), &status) != 0)
+    if (!folder || fstat(dirfd(folder.get()), &status) != 0) {
+        m_outcome = Outcome::ofSystemError(errno, path, false);
         return;
-    m_identity = identityOf(status);
+    }
+    m_identity = identityOfStatus(status);
 
     errno = 0;
     while (const dirent *item = readdir(folder.get())) {
-        if (const auto entry = look(dirfd(folder.get()), *item, isWanted))
+        if (const auto entry = look(dirfd(folder.get()), *item, filter))
             m_entries.push_back(*entry);
         errno = 0; // of the look, which the end of the folder must not be taken for
     }
-    m_isListed = errno == 0;
+    if (errno != 0)
+        m_outcome = Outcome::ofSystemError(errno, path, false);
+}
+
+QByteArray FolderListing::identityOf(const QString &path)
+{
+    struct stat status = {};
+    const bool isThere = stat(QFile::encodeName(path).constData(), &status) == 0;
+    return isThere ? identityOfStatus(status) : QByteArray();
 }
 
 } // namespace tarvel4

@@ -496,6 +496,13 @@
     </message>
 </context>
 <context>
+    <name>IndexLoader</name>
+    <message>
+        <source>%1: l&apos;ultimo record non è intero</source>
+        <translation>%1: the last record is not whole</translation>
+    </message>
+</context>
+<context>
     <name>IndexVerifier</name>
     <message>
         <source>Il file non si può leggere</source>
@@ -811,6 +818,21 @@
     <message>
         <source>sono ammessi al massimo %1 byte</source>
         <translation>at most %1 bytes are allowed</translation>
+    </message>
+</context>
+<context>
+    <name>OutputTarget</name>
+    <message>
+        <source>una song</source>
+        <translation>a song</translation>
+    </message>
+    <message>
+        <source>un catalogo</source>
+        <translation>a catalogue</translation>
+    </message>
+    <message>
+        <source>un file dell&apos;indice di una memoria</source>
+        <translation>a file of a memory&apos;s index</translation>
     </message>
 </context>
 <context>

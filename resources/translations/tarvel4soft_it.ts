@@ -496,6 +496,13 @@
     </message>
 </context>
 <context>
+    <name>IndexLoader</name>
+    <message>
+        <source>%1: l'ultimo record non è intero</source>
+        <translation>%1: l'ultimo record non è intero</translation>
+    </message>
+</context>
+<context>
     <name>IndexVerifier</name>
     <message>
         <source>Il file non si può leggere</source>
@@ -811,6 +818,21 @@
     <message>
         <source>sono ammessi al massimo %1 byte</source>
         <translation>sono ammessi al massimo %1 byte</translation>
+    </message>
+</context>
+<context>
+    <name>OutputTarget</name>
+    <message>
+        <source>una song</source>
+        <translation>una song</translation>
+    </message>
+    <message>
+        <source>un catalogo</source>
+        <translation>un catalogo</translation>
+    </message>
+    <message>
+        <source>un file dell'indice di una memoria</source>
+        <translation>un file dell'indice di una memoria</translation>
     </message>
 </context>
 <context>

@@ -36,10 +36,15 @@ void tst_IndexFaults::brokenIndexes_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("size");
+    QTest::addColumn<QString>("detail");
+    const QString path = QStringLiteral("index.id3");
     QTest::newRow("a path record shorter than 270 bytes")
-        << QStringLiteral("index.id3") << 3 * 270 - 1;
-    QTest::newRow("a path index that claims to be huge")
-        << QStringLiteral("index.id3") << 2000000000;
+        << path << 3 * 270 - 1 << QStringLiteral("index.id3: l'ultimo record non è intero");
+    for (const char *name : {"index.id3", "title.id3", "artist.id3"}) {
+        QTest::addRow("%s claims to be huge", name)
+            << QString::fromLatin1(name) << 2000000000
+            << QString::fromLatin1(name) + QStringLiteral(": sono ammessi al massimo");
+    }
 }
 
 /** An old index that can't be loaded: false, and nothing is changed. */
@@ -47,6 +52,7 @@ void tst_IndexFaults::brokenIndexes()
 {
     QFETCH(QString, name);
     QFETCH(int, size);
+    QFETCH(QString, detail);
     MemoryFixture memory;
     memory.prepare();
     QVERIFY(QFile::resize(memory.path(u'/' + name), size));
@@ -57,6 +63,9 @@ void tst_IndexFaults::brokenIndexes()
     QVERIFY(!index.update(memory.root()));
     QVERIFY(index.failed());
     QVERIFY(!index.changed());
+    QCOMPARE(index.outcome().codeName(), QStringLiteral("damaged-index"));
+    QCOMPARE(index.outcome().path, memory.path(u'/' + name));
+    QVERIFY2(index.outcome().detail.startsWith(detail), qPrintable(index.outcome().detail));
     QCOMPARE(disk.operations, QStringList());
     QCOMPARE(names(memory.root()), before);
     QCOMPARE(QFileInfo(memory.path(u'/' + name)).size(), qint64(size));
@@ -160,6 +169,7 @@ void tst_IndexFaults::aFailingStepLeavesNoIndex()
         FailingDisk disk;
         disk.failAt = failAt;
         disk.staysBroken = staysBroken;
+        disk.cause = Outcome::Code::NoRoom;
         Index index(nullptr, disk);
         const bool succeeded = update ? index.update(memory.root()) : index.rebuild(memory.root());
         if (failAt == 1)
@@ -170,7 +180,8 @@ void tst_IndexFaults::aFailingStepLeavesNoIndex()
         const QByteArray step =
             QByteArray::number(failAt) + ' ' + disk.operations.value(failAt - 1).toLatin1();
         QVERIFY2(!succeeded, step.constData());
-        QVERIFY2(index.failed(), step.constData());
+        QVERIFY2(index.failed() && index.outcome() == disk.cause, step.constData());
+        QVERIFY2(index.outcome().path.startsWith(memory.root()), step.constData());
         // An index that could not even be removed is still the old one, whole, and its songs are
         // there.
         if (Index::isPrepared(memory.root())) {
@@ -200,6 +211,7 @@ void tst_IndexFaults::anOldIndexThatStaysIsAFailure()
     QVERIFY(!index.rebuild(memory.root()));
     QVERIFY(index.failed());
     QVERIFY(!index.deleteIndex(memory.root()));
+    QCOMPARE(index.outcome().path, memory.path(QStringLiteral("/title.id3")));
     QCOMPARE(memory.indexFiles(), QStringList()); // but that one all are gone
 }
 
@@ -230,7 +242,7 @@ void tst_IndexFaults::aStoppedRunWritesNothing()
     index.setStopWhen([&] { return ++asked >= stopAt; });
     QVERIFY(!(update ? index.update(memory.root()) : index.rebuild(memory.root())));
     QCOMPARE(asked, stopAt);
-    QVERIFY(index.failed() && !index.changed());
+    QVERIFY(index.failed() && !index.changed() && index.outcome());
     QVERIFY(!disk.operations.contains(QStringLiteral("write")));
     QCOMPARE(memory.indexFiles().size(), staysPrepared ? 7 : 0);
     if (staysPrepared)
@@ -293,7 +305,10 @@ void tst_IndexFaults::noFifoIsOpened()
     QVERIFY(!memory.problems().isEmpty());
     QCOMPARE(Index().writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0),
              isReadFirst ? 0 : 1);
-    QCOMPARE(Index().update(memory.root()), !isReadFirst);
+    Index index;
+    QCOMPARE(index.update(memory.root()), !isReadFirst);
+    QCOMPARE(index.outcome().codeName(), isReadFirst ? QStringLiteral("not-a-file") : QString());
+    QCOMPARE(index.outcome().path, isReadFirst ? memory.path(u'/' + name) : QString());
     QVERIFY(!isReadFirst || Index().rebuild(memory.root()));
     QCOMPARE(memory.problems(), QStringList());
 }

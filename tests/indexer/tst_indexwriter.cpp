@@ -80,6 +80,8 @@ void tst_IndexWriter::results()
     IndexWriter onFullCard(memory.root(), songs, disk);
     QCOMPARE(operation(onFullCard), -1);
     QCOMPARE(disk.operations.value(0), QStringLiteral("write"));
+    QVERIFY(onFullCard.outcome() == disk.cause);
+    QVERIFY(onFullCard.outcome().path.startsWith(memory.root() + u'/'));
 
     QVERIFY(QFile::remove(memory.path(u'/' + name)));
     QVERIFY(QDir(memory.root()).mkpath(name + QStringLiteral("/in the way")));

@@ -30,7 +30,7 @@ struct Told
             lines << QStringLiteral("song ") + song.relativePath;
             songs.push_back(song);
         };
-        isListed = scan.scan(memory.root());
+        isListed = bool(scan.scan(memory.root()));
     }
 
     QStringList paths() const

@@ -207,7 +207,9 @@ void tst_SongListWriter::aMemoryThatIsNotPrepared()
     MemoryFixture memory;
     prepare(memory);
     QVERIFY(QFile::remove(memory.path(u'/' + missing)));
-    QCOMPARE(Index().writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0), -1);
+    Index index;
+    QCOMPARE(index.writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0), -1);
+    QCOMPARE(index.outcome().path, memory.path(u'/' + missing));
     QVERIFY(!QFile::exists(memory.path(QStringLiteral("/l.csv"))));
 }
 
@@ -223,18 +225,22 @@ void tst_SongListWriter::anIndexThatCannotBeRead()
 void tst_SongListWriter::targetsThatCannotBeWritten_data()
 {
     QTest::addColumn<QString>("below");
-    QTest::newRow("a folder that is not there") << QStringLiteral("/none/l.csv");
-    QTest::newRow("a folder in its place") << QStringLiteral("/Pop");
-    QTest::newRow("no name") << QString();
-    QTest::newRow("a song") << QStringLiteral("/a.mid");
-    QTest::newRow("a song's name, in any case") << QStringLiteral("/new.Mp3");
-    QTest::newRow("a MIDI song under another name") << QStringLiteral("/midi.csv");
-    QTest::newRow("an MP3 under another name") << QStringLiteral("/mp3.csv");
-    QTest::newRow("a link to a song") << QStringLiteral("/link.csv");
-    QTest::newRow("a catalogue") << QStringLiteral("/catalogue.csv");
-    QTest::newRow("a file of the index") << QStringLiteral("/index.id3");
-    QTest::newRow("a name that the index may use, in any case") << QStringLiteral("/TEMP1.id3");
-    QTest::newRow("a file of the player's") << QStringLiteral("/SFX.ID3");
+    QTest::addColumn<QString>("cause");
+    const auto row = [](const char *what, const char *below, const char *cause) {
+        QTest::newRow(what) << QString::fromLatin1(below) << QString::fromLatin1(cause);
+    };
+    row("a folder that is not there", "/none/l.csv", "not-found");
+    row("a folder in its place", "/Pop", "not-a-file");
+    row("no name", "", "not-a-file");
+    row("a song", "/a.mid", "refused-target");
+    row("a song's name, in any case", "/new.Mp3", "refused-target");
+    row("a MIDI song under another name", "/midi.csv", "refused-target");
+    row("an MP3 under another name", "/mp3.csv", "refused-target");
+    row("a link to a song", "/link.csv", "refused-target");
+    row("a catalogue", "/catalogue.csv", "refused-target");
+    row("a file of the index", "/index.id3", "refused-target");
+    row("a name that the index may use, in any case", "/TEMP1.id3", "refused-target");
+    row("a file of the player's", "/SFX.ID3", "refused-target");
 }
 
 void tst_SongListWriter::targetsThatCannotBeWritten()
@@ -251,7 +257,10 @@ void tst_SongListWriter::targetsThatCannotBeWritten()
     const QString target = below.isEmpty() ? QString() : memory.path(below);
     const bool isThere = QFile::exists(target);
     const QByteArray old = SongBytes::read(target);
-    QCOMPARE(Index().writeSongList(memory.root(), target, 0), 0);
+    Index index;
+    QCOMPARE(index.writeSongList(memory.root(), target, 0), 0);
+    QTEST(index.outcome().codeName(), "cause");
+    QCOMPARE(index.outcome().path, target);
     QCOMPARE(QFile::exists(target), isThere);
     QCOMPARE(SongBytes::read(target), old);
 }
@@ -272,7 +281,9 @@ void tst_SongListWriter::aFullDeviceIsAFailure()
     memory.put(QStringLiteral("/l.csv"), "old list");
     const QStringList names = SongBytes::names(memory.root());
     FullDisk full;
-    QCOMPARE(Index(nullptr, full).writeSongList(memory.root(), target, 0), 0);
+    Index index(nullptr, full);
+    QCOMPARE(index.writeSongList(memory.root(), target, 0), 0);
+    QCOMPARE(index.outcome().codeName(), QStringLiteral("no-room"));
     DeadDisk dead;
     QCOMPARE(Index(nullptr, dead).writeSongList(memory.root(), target, 0), 0);
     QCOMPARE(memory.read("l.csv"), QByteArray("old list"));
