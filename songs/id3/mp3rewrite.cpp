@@ -14,7 +14,7 @@ namespace {
 
 constexpr qint64 blockSize = 100'000;
 
-/** A link would otherwise be replaced by the song, and the song that it points to left as it was.
+/** A link would otherwise be replaced by the song, and the song that it leads to left as it was.
  */
 QString realPath(const QString &path)
 {

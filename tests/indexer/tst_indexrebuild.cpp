@@ -89,7 +89,7 @@ void tst_IndexRebuild::whatIsIndexed_data()
     row("a file named song.wav is not", "/song.wav", false);
     row("a file without suffix is not", "/mid", false);
     row("the last suffix counts", "/song.mid.bak", false);
-    row("a name with two points is taken", "/song.01.mid", true);
+    row("a name with two dots is taken", "/song.01.mid", true);
     row("a folder called sfx is skipped", "/sfx/song.mid", false);
     row("a folder called bridge is skipped", "/bridge/song.mid", false);
     row("in any case of letters", "/SFX/song.mid", false);
