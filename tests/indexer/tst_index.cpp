@@ -69,8 +69,7 @@ void tst_Index::severalFiles()
                midi0(meta(3, "Alfa") + songInfo(2, "Abba") + meta(6, "Refrain")));
     memory.put(QStringLiteral("/b.mf4"),
                mfxHeader(4, {"beta", "", "", "", "", 300, 1}) + zeros(100));
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
+    QVERIFY(Index().rebuild(memory.root()));
     QCOMPARE(memory.read("index.id3").toHex(),
              (hex("00000000") + "/b.mf4" + zeros(246) + "20090305070809" + hex("00000001")
               + "/Zeta/x.mid" + zeros(241) + "20090305070809")
@@ -111,8 +110,7 @@ void tst_Index::pathOrder()
     MemoryFixture memory;
     for (const QString &path : std::as_const(sorted))
         memory.put(path, midi0());
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
+    QVERIFY(Index().rebuild(memory.root()));
     const QStringList paths = memory.paths();
     const QByteArray order = memory.read("ordfile.id3");
     QStringList actual;
@@ -140,8 +138,7 @@ void tst_Index::alphaSlots()
     QFETCH(int, slot);
     MemoryFixture memory;
     memory.putMidi(QStringLiteral("/a.mid"), title.toLatin1());
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
+    QVERIFY(Index().rebuild(memory.root()));
     const QByteArray expected = slot < 0 ? QByteArray(256, '\xFF') : alphaWith(slot, "00000000");
     QCOMPARE(memory.read("atitle.id3").toHex(), expected.toHex());
 }
@@ -161,8 +158,7 @@ void tst_Index::titlesOf58BytesHaveNoNul()
     QFETCH(QByteArray, field);
     MemoryFixture memory;
     memory.putMidi(QStringLiteral("/a.mid"), QByteArray(length, 'x'), QByteArray(length, 'x'));
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
+    QVERIFY(Index().rebuild(memory.root()));
     QCOMPARE(memory.read("title.id3").mid(4, 58), field);
     QCOMPARE(memory.read("artist.id3").mid(4, 58), field);
     QCOMPARE(memory.read("title.id3").mid(62).toHex(), QByteArray("0000"));
@@ -174,8 +170,7 @@ void tst_Index::artistsThatDifferInCaseFormOneGroup()
     MemoryFixture memory;
     memory.putMidi(QStringLiteral("/a.mid"), "one", "Abba");
     memory.putMidi(QStringLiteral("/b.mid"), "two", "ABBA");
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
+    QVERIFY(Index().rebuild(memory.root()));
     QCOMPARE(memory.read("artist.id3").size(), 3 * 64);
     QCOMPARE(memory.read("fsinfos.id3").left(4).toHex(), QByteArray("02000100"));
 }
@@ -186,8 +181,7 @@ void tst_Index::backCountsLeadFromGroupToGroup()
     int number = 0;
     for (const char *artist : {"a", "a", "a", "b", "c", "c"})
         memory.putMidi(QStringLiteral("/%1.mid").arg(number++), "t", artist);
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
+    QVERIFY(Index().rebuild(memory.root()));
     const QByteArray artists = memory.read("artist.id3");
     QCOMPARE(artists.left(4).toHex(), QByteArray("00000003"));
     QCOMPARE(artists.mid(4 * 64, 4).toHex(), QByteArray("00030001"));
@@ -203,8 +197,7 @@ void tst_Index::dateAndTimeAreDigits()
     const QDateTime firstMoment = QDateTime::fromMSecsSinceEpoch(0);
     memory.put(QStringLiteral("/c.mid"), midi0(), firstMoment);
     memory.put(QStringLiteral("/d.mid"), midi0(), firstMoment.addSecs(-1));
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
+    QVERIFY(Index().rebuild(memory.root()));
     QCOMPARE(memory.read("index.id3").mid(256, 14), QByteArray("20090305070809"));
     QCOMPARE(memory.read("index.id3").mid(270 + 256, 14), QByteArray("21071231235958"));
     QCOMPARE(memory.read("index.id3").mid(2 * 270 + 256, 14),
@@ -216,8 +209,7 @@ void tst_Index::textsOutsideLatin1AreReplaced()
 {
     MemoryFixture memory;
     memory.putMidi(QStringLiteral("/\u0416\u00e9.mid"), "");
-    Index index;
-    QVERIFY(index.rebuild(memory.root()));
+    QVERIFY(Index().rebuild(memory.root()));
     QCOMPARE(memory.paths(), QStringList{QStringLiteral("/?\u00e9.mid")});
     QCOMPARE(memory.titles(), QStringList{QStringLiteral("?\u00c9")});
     QCOMPARE(memory.read("atitle.id3"), QByteArray(256, '\xFF'));

@@ -7,6 +7,9 @@ using namespace tarvel4;
 
 using namespace SongBytes;
 
+using Change = std::function<void(MemoryFixture &memory)>;
+Q_DECLARE_METATYPE(Change)
+
 /** An update: what is kept, read again, dropped and renumbered. */
 class tst_IndexUpdate : public QObject
 {
@@ -14,9 +17,8 @@ class tst_IndexUpdate : public QObject
 
 private Q_SLOTS:
     void nothingChangedWritesNothing();
-    void aMemoryThatIsNotPreparedIsRebuilt_data();
-    void aMemoryThatIsNotPreparedIsRebuilt();
-    void anIndexWithoutEntriesIsFilled();
+    void whatIsLostComesBack_data();
+    void whatIsLostComesBack();
     void aDeletedSongLosesItsRecord();
     void newSongsGetTheNextNumbers();
     void changedSongsAreReadAgain_data();
@@ -27,9 +29,6 @@ private Q_SLOTS:
     void aSongTakesTheEntryOfItsOwnSpelling();
     void updateWithoutSongsWritesNothing_data();
     void updateWithoutSongsWritesNothing();
-    void titlesAndArtistsCutShortAreReadAgain_data();
-    void titlesAndArtistsCutShortAreReadAgain();
-    void foreignNumbersAreReplaced();
     void unknownAttributeBitsAreDropped();
     void songsThatAllVanishDuringARunAreAFailure();
 
@@ -58,40 +57,51 @@ void tst_IndexUpdate::nothingChangedWritesNothing()
     QVERIFY(snapshot(memory) == before);
 }
 
-void tst_IndexUpdate::aMemoryThatIsNotPreparedIsRebuilt_data()
+void tst_IndexUpdate::whatIsLostComesBack_data()
 {
-    QTest::addColumn<QString>("missing");
-    for (const char *name : {"index.id3", "ordfile.id3", "title.id3", "artist.id3", "atitle.id3",
-                             "aartist.id3", "fsinfos.id3"})
-        QTest::newRow(name) << QString::fromLatin1(name);
+    QTest::addColumn<Change>("change");
+    const auto row = [](const QString &what, const Change &change) {
+        QTest::addRow("%s", qPrintable(what)) << change;
+    };
+    for (const QString &name : MemoryFixture::preparedFiles()) {
+        row(name + QStringLiteral(" is missing: all songs are read"), [name](auto &memory) {
+            memory.patch("title.id3", 4, "WRONG");
+            QVERIFY(QFile::remove(memory.path(u'/' + name)));
+            QVERIFY(!Index::isPrepared(memory.root()));
+        });
+    }
+    row(QStringLiteral("an index without entries"), [](auto &memory) {
+        for (const QString &name : memory.indexFiles())
+            write(memory.path(u'/' + name), QByteArray());
+    });
+    row(QStringLiteral("a title record shorter than 64 bytes"), [](auto &memory) {
+        QVERIFY(QFile::resize(memory.path(QStringLiteral("/title.id3")), 63));
+    });
+    row(QStringLiteral("an artist record shorter than 64 bytes"), [](auto &memory) {
+        QVERIFY(QFile::resize(memory.path(QStringLiteral("/artist.id3")), 65));
+    });
+    row(QStringLiteral("numbers that are not the places of their records"), [](auto &memory) {
+        for (int i = 0; i < 3; ++i) {
+            const QByteArray number = QByteArray(3, '\0') + char(10 + i);
+            memory.patch("index.id3", 270 * i, number);
+            memory.patch("title.id3", 64 * i, number);
+        }
+        for (const auto &[record, number] : {std::pair{1, 10}, {2, 12}, {4, 11}})
+            memory.patch("artist.id3", 64 * record + 3, QByteArray(1, char(number)));
+    });
 }
 
-void tst_IndexUpdate::aMemoryThatIsNotPreparedIsRebuilt()
+void tst_IndexUpdate::whatIsLostComesBack()
 {
-    QFETCH(QString, missing);
+    QFETCH(Change, change);
     MemoryFixture memory;
     memory.prepare();
-    memory.patch("title.id3", 4, "WRONG");
-    QVERIFY(QFile::remove(memory.path(u'/' + missing)));
-    QVERIFY(!Index::isPrepared(memory.root()));
+    const auto before = snapshot(memory);
+    change(memory);
     Index index;
     QVERIFY(index.update(memory.root()));
     QVERIFY(index.changed());
-    QCOMPARE(memory.titles().join(u','), QStringLiteral("ALFA,BETA,GAMMA"));
-    QCOMPARE(memory.problems(), QStringList());
-}
-
-void tst_IndexUpdate::anIndexWithoutEntriesIsFilled()
-{
-    MemoryFixture memory;
-    memory.prepare();
-    for (const QString &name : memory.indexFiles())
-        write(memory.path(u'/' + name), QByteArray());
-    Index index;
-    QVERIFY(index.update(memory.root()));
-    QVERIFY(index.changed());
-    QCOMPARE(memory.titles().join(u','), QStringLiteral("ALFA,BETA,GAMMA"));
-    QCOMPARE(memory.problems(), QStringList());
+    QVERIFY(snapshot(memory) == before);
 }
 
 /** The songs left are not read again: a title that only the index holds stays. */
@@ -101,8 +111,7 @@ void tst_IndexUpdate::aDeletedSongLosesItsRecord()
     memory.prepare();
     memory.patch("title.id3", 2 * 64 + 4, "GONG!");
     QVERIFY(QFile::remove(memory.path(QStringLiteral("/b.mid"))));
-    Index index;
-    QVERIFY(index.update(memory.root()));
+    QVERIFY(Index().update(memory.root()));
     QCOMPARE(memory.paths().join(u','), QStringLiteral("/a.mid,/c.mid"));
     QCOMPARE(memory.read("index.id3").mid(270, 4).toHex(), QByteArray("00000001"));
     QCOMPARE(memory.titles().join(u','), QStringLiteral("ALFA,GONG!"));
@@ -203,8 +212,7 @@ void tst_IndexUpdate::anEntryIsMatchedByOneFileOnly()
     memory.putMidi(QStringLiteral("/\u0416.mid"), "first");
     QVERIFY(Index().rebuild(memory.root()));
     memory.putMidi(QStringLiteral("/\u0414.mid"), "second"); // has the same form
-    Index index;
-    QVERIFY(index.update(memory.root()));
+    QVERIFY(Index().update(memory.root()));
     QCOMPARE(memory.paths(), (QStringList{QStringLiteral("/?.mid"), QStringLiteral("/?.mid")}));
     QCOMPARE(memory.problems(), QStringList());
 }
@@ -248,45 +256,6 @@ void tst_IndexUpdate::updateWithoutSongsWritesNothing()
     QCOMPARE(index.found(), 0);
     QVERIFY(!index.changed());
     QCOMPARE(disk.operations, QStringList());
-    QVERIFY(snapshot(memory) == before);
-}
-
-void tst_IndexUpdate::titlesAndArtistsCutShortAreReadAgain_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("size");
-    QTest::newRow("a title record shorter than 64 bytes") << QStringLiteral("title.id3") << 63;
-    QTest::newRow("an artist record shorter than 64 bytes") << QStringLiteral("artist.id3") << 65;
-}
-
-/** Only what is lost is read again. */
-void tst_IndexUpdate::titlesAndArtistsCutShortAreReadAgain()
-{
-    QFETCH(QString, name);
-    QFETCH(int, size);
-    MemoryFixture memory;
-    memory.prepare();
-    const auto before = snapshot(memory);
-    QVERIFY(QFile::resize(memory.path(u'/' + name), size));
-    QVERIFY(Index().update(memory.root()));
-    QVERIFY(snapshot(memory) == before);
-}
-
-void tst_IndexUpdate::foreignNumbersAreReplaced()
-{
-    MemoryFixture memory;
-    memory.prepare();
-    const auto before = snapshot(memory);
-    for (int i = 0; i < 3; ++i) {
-        const QByteArray number = QByteArray(3, '\0') + char(10 + i);
-        memory.patch("index.id3", 270 * i, number);
-        memory.patch("title.id3", 64 * i, number);
-    }
-    for (const auto &[record, number] : {std::pair{1, 10}, {2, 12}, {4, 11}})
-        memory.patch("artist.id3", 64 * record + 3, QByteArray(1, char(number)));
-    Index index;
-    QVERIFY(index.update(memory.root()));
-    QVERIFY(index.changed());
     QVERIFY(snapshot(memory) == before);
 }
 
