@@ -67,9 +67,10 @@ FolderListing MemoryScan::list(const QString &path)
 QByteArray MemoryScan::keyOf(const QByteArray &keyOfFolder, const FolderListing::Entry &entry) const
 {
     const QByteArray name = SortKeys::ofPath(entry.name);
+    const QByteArray folder = keyOfFolder.isEmpty() ? QByteArrayLiteral("/") : keyOfFolder;
     QByteArray key;
-    key.reserve(keyOfFolder.size() + name.size() + 2); // a memory has many: not a byte more
-    key += keyOfFolder.isEmpty() ? QByteArrayLiteral("/") : keyOfFolder;
+    key.reserve(folder.size() + name.size() + int(entry.isFolder)); // thousands are kept
+    key += folder;
     key += name;
     if (entry.isFolder)
         key += '/';

@@ -27,14 +27,11 @@ class tst_Index : public QObject
 private Q_SLOTS:
     void exactlyOneFile();
     void severalFiles();
-    void pathOrder_data();
-    void pathOrder();
     void alphaSlots_data();
     void alphaSlots();
     void titlesOf58BytesHaveNoNul_data();
     void titlesOf58BytesHaveNoNul();
-    void artistsThatDifferInCaseFormOneGroup();
-    void backCountsLeadFromGroupToGroup();
+    void groups();
     void dateAndTimeAreDigits();
     void textsOutsideLatin1AreReplaced();
 };
@@ -91,34 +88,6 @@ void tst_Index::severalFiles()
     QCOMPARE(memory.problems(), QStringList());
 }
 
-void tst_Index::pathOrder_data()
-{
-    QTest::addColumn<QStringList>("sorted");
-    QTest::newRow("/b.mid comes before /Zeta.mid")
-        << QStringList{QStringLiteral("/b.mid"), QStringLiteral("/Zeta.mid")};
-    QTest::newRow("/Zeta.mid comes before /Zeta/x.mid")
-        << QStringList{QStringLiteral("/Zeta.mid"), QStringLiteral("/Zeta/x.mid")};
-    QTest::newRow("accented letters come behind all others, as capitals") << QStringList{
-        QStringLiteral("/z.mid"), QStringLiteral("/\u00e0.mid"), QStringLiteral("/\u00c8.mid")};
-    QTest::newRow("bytes compare as unsigned")
-        << QStringList{QStringLiteral("/~.mid"), QStringLiteral("/\u00a1.mid")};
-}
-
-void tst_Index::pathOrder()
-{
-    QFETCH(QStringList, sorted);
-    MemoryFixture memory;
-    for (const QString &path : std::as_const(sorted))
-        memory.put(path, midi0());
-    QVERIFY(Index().rebuild(memory.root()));
-    const QStringList paths = memory.paths();
-    const QByteArray order = memory.read("ordfile.id3");
-    QStringList actual;
-    for (int i = 0; i < order.size(); i += 2)
-        actual.append(paths.value(quint8(order.at(i))));
-    QCOMPARE(actual, sorted);
-}
-
 void tst_Index::alphaSlots_data()
 {
     QTest::addColumn<QString>("title");
@@ -165,27 +134,20 @@ void tst_Index::titlesOf58BytesHaveNoNul()
     QCOMPARE(memory.problems(), QStringList());
 }
 
-void tst_Index::artistsThatDifferInCaseFormOneGroup()
-{
-    MemoryFixture memory;
-    memory.putMidi(QStringLiteral("/a.mid"), "one", "Abba");
-    memory.putMidi(QStringLiteral("/b.mid"), "two", "ABBA");
-    QVERIFY(Index().rebuild(memory.root()));
-    QCOMPARE(memory.read("artist.id3").size(), 3 * 64);
-    QCOMPARE(memory.read("fsinfos.id3").left(4).toHex(), QByteArray("02000100"));
-}
-
-void tst_Index::backCountsLeadFromGroupToGroup()
+/** Artists that differ in case form one group; back-counts lead from group to group. */
+void tst_Index::groups()
 {
     MemoryFixture memory;
     int number = 0;
-    for (const char *artist : {"a", "a", "a", "b", "c", "c"})
+    for (const char *artist : {"a", "A", "a", "b", "c", "C"})
         memory.putMidi(QStringLiteral("/%1.mid").arg(number++), "t", artist);
     QVERIFY(Index().rebuild(memory.root()));
     const QByteArray artists = memory.read("artist.id3");
+    QCOMPARE(artists.size(), 9 * 64);
     QCOMPARE(artists.left(4).toHex(), QByteArray("00000003"));
     QCOMPARE(artists.mid(4 * 64, 4).toHex(), QByteArray("00030001"));
     QCOMPARE(artists.mid(6 * 64, 4).toHex(), QByteArray("00010002"));
+    QCOMPARE(memory.read("fsinfos.id3").left(4).toHex(), QByteArray("06000300"));
 }
 
 void tst_Index::dateAndTimeAreDigits()

@@ -47,9 +47,7 @@ private Q_SLOTS:
     void pathsOf252CharactersAreReported();
     void namesThatCannotBeSaidAreTold();
     void otherFilesOfThePlayerStay();
-    void aTrailingSeparatorIsRemoved_data();
     void aTrailingSeparatorIsRemoved();
-    void unusableRoots_data();
     void unusableRoots();
     void signalsTellTheProgress();
     void theLogNamesEachStep();
@@ -136,45 +134,32 @@ void tst_IndexRebuild::otherFilesOfThePlayerStay()
     QVERIFY(index.deleteIndex(memory.root())); // nothing there is skipped
 }
 
-void tst_IndexRebuild::aTrailingSeparatorIsRemoved_data()
-{
-    QTest::addColumn<QString>("separator");
-    QTest::newRow("none") << QString();
-    QTest::newRow("a slash") << QStringLiteral("/");
-    QTest::newRow("a backslash") << QStringLiteral("\\");
-}
-
 void tst_IndexRebuild::aTrailingSeparatorIsRemoved()
 {
-    QFETCH(QString, separator);
-    MemoryFixture memory;
-    memory.put(QStringLiteral("/a.mid"), midi0());
-    Index index;
-    QVERIFY(index.rebuild(memory.root() + separator));
-    QVERIFY(index.update(memory.root() + separator));
-    QVERIFY(!index.changed());
-    QCOMPARE(memory.paths(), QStringList{QStringLiteral("/a.mid")});
-    QVERIFY(Index::isPrepared(memory.root() + separator));
-}
-
-void tst_IndexRebuild::unusableRoots_data()
-{
-    QTest::addColumn<QString>("below");
-    QTest::newRow("a root that does not exist") << QStringLiteral("/nowhere");
-    QTest::newRow("a root that is a file") << QStringLiteral("/a.mid");
+    for (const char *separator : {"", "/", "\\"}) {
+        MemoryFixture memory;
+        memory.put(QStringLiteral("/a.mid"), midi0());
+        const QString root = memory.root() + QLatin1String(separator);
+        Index index;
+        QVERIFY2(index.rebuild(root) && index.update(root) && !index.changed(), separator);
+        QCOMPARE(memory.paths(), QStringList{QStringLiteral("/a.mid")});
+        QVERIFY2(Index::isPrepared(root), separator);
+    }
 }
 
 void tst_IndexRebuild::unusableRoots()
 {
-    QFETCH(QString, below);
     MemoryFixture memory;
     memory.put(QStringLiteral("/a.mid"), midi0());
-    Index index;
-    for (const auto job : {&Index::rebuild, &Index::update}) {
-        QVERIFY(!(index.*job)(memory.path(below)));
-        QVERIFY(index.failed());
-        QCOMPARE(index.outcome().codeName(), QStringLiteral("not-found"));
-        QCOMPARE(index.outcome().path, memory.path(below));
+    for (const QString &root : {memory.path(QStringLiteral("/nowhere")),
+                                memory.path(QStringLiteral("/a.mid")), QString()}) {
+        for (const auto job : {&Index::rebuild, &Index::update}) {
+            Index index;
+            QVERIFY(!(index.*job)(root));
+            QVERIFY(index.failed());
+            QCOMPARE(index.outcome().codeName(), QStringLiteral("not-found"));
+            QCOMPARE(index.outcome().path, root);
+        }
     }
     QCOMPARE(names(memory.root()), QStringList{QStringLiteral("a.mid")});
 }

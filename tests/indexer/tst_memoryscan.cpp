@@ -100,6 +100,9 @@ void tst_MemoryScan::whatIsFound_data()
     row("/Zeta.mid before /Zeta/x.mid", "/Zeta/x.mid /Zeta.mid", "/Zeta.mid /Zeta/x.mid");
     row("case does not part the order", "/b.mid /C.mid /A.mid /d.mid",
         "/A.mid /b.mid /C.mid /d.mid");
+    row("accented letters come behind all others, as capitals",
+        "/\u00e0.mid /\u00c8.mid /z.mid /\u00a1.mid /~.mid",
+        "/z.mid /~.mid /\u00a1.mid /\u00e0.mid /\u00c8.mid");
     row("a folder stands where its songs stand", "/a/z.mid /a-b.mid /ab.mid",
         "/a-b.mid /a/z.mid /ab.mid");
     row("songs of folders that differ in case only", "/pop/b.mid /POP/a.mid",
