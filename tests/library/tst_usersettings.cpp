@@ -1,6 +1,6 @@
 #include "library/usersettings.h"
 
-#include "tests/library/testfiles.h"
+#include "tests/library/texts.h"
 
 #include <QSettings>
 #include <QtTest>
@@ -16,51 +16,42 @@ private Q_SLOTS:
 
     void defaults();
     void valuesAreKeptUnderTheirKeys();
-    void theFallbackIsTheCallersWhereNothingIsStored();
 };
 
 void tst_UserSettings::init()
 {
-    QSettings(QStringLiteral("kvaro"), QStringLiteral("tarvel4soft")).clear();
+    QSettings(text("kvaro"), text("tarvel4soft")).clear();
 }
 
 void tst_UserSettings::defaults()
 {
-    QCOMPARE(UserSettings::language(QStringLiteral("--")), QStringLiteral("--"));
-    QCOMPARE(UserSettings::language(QStringLiteral("it")), QStringLiteral("it"));
+    QCOMPARE(UserSettings::language(text("--")), text("--"));
+    QCOMPARE(UserSettings::language(text("it")), text("it"));
     QCOMPARE(UserSettings::logEnabled(), false);
     QCOMPARE(UserSettings::logClear(), false);
     QCOMPARE(UserSettings::copyrightAsk(), true);
-    QCOMPARE(UserSettings::mediaRoot(), QString(QLatin1String("")));
+    QCOMPARE(UserSettings::copyrightAsk(false), false);
+    QCOMPARE(UserSettings::mediaRoot(), text(""));
 }
 
 void tst_UserSettings::valuesAreKeptUnderTheirKeys()
 {
-    UserSettings::setLanguage(QStringLiteral("de"));
+    UserSettings::setLanguage(text("de"));
     UserSettings::setLogEnabled(true);
     UserSettings::setLogClear(true);
     UserSettings::setCopyrightAsk(false);
-    UserSettings::setMediaRoot(QStringLiteral("/media/card"));
+    UserSettings::setMediaRoot(text("/media/card"));
 
-    QCOMPARE(UserSettings::language(QStringLiteral("it")), QStringLiteral("de"));
+    QCOMPARE(UserSettings::language(text("it")), text("de"));
     QCOMPARE(UserSettings::logEnabled(), true);
     QCOMPARE(UserSettings::logClear(), true);
     QCOMPARE(UserSettings::copyrightAsk(), false);
-    QCOMPARE(UserSettings::mediaRoot(), QStringLiteral("/media/card"));
+    QCOMPARE(UserSettings::mediaRoot(), text("/media/card"));
 
-    const QSettings store(QStringLiteral("kvaro"), QStringLiteral("tarvel4soft"));
+    const QSettings store(text("kvaro"), text("tarvel4soft"));
     QStringList keys = store.allKeys();
     keys.sort();
-    QCOMPARE(keys,
-             QStringList({QStringLiteral("copyrightAsk"), QStringLiteral("language"),
-                          QStringLiteral("logclear"), QStringLiteral("logenabled"),
-                          QStringLiteral("mediaroot")}));
-    QCOMPARE(store.value(QStringLiteral("copyrightAsk")).toBool(), false);
-}
-
-void tst_UserSettings::theFallbackIsTheCallersWhereNothingIsStored()
-{
-    QCOMPARE(UserSettings::copyrightAsk(false), false);
+    QCOMPARE(keys, strings({"copyrightAsk", "language", "logclear", "logenabled", "mediaroot"}));
     UserSettings::setCopyrightAsk(true);
     QCOMPARE(UserSettings::copyrightAsk(false), true);
 }

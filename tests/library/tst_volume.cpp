@@ -1,6 +1,7 @@
 #include "library/volume.h"
 
 #include "tests/library/testfiles.h"
+#include "tests/library/texts.h"
 #include "tests/storage/tmpfsmount.h"
 
 #include <QStorageInfo>
@@ -13,43 +14,32 @@ class tst_Volume : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theSystemDisk_data();
     void theSystemDisk();
-    void aMountedCard();
-    void aCardReachedThroughALink();
+    void aMountedCardAndALinkToIt();
     void aCardOfTheSameKindAsASystemFolderIsNoSystemDisk();
     void aBindOfTheSystemDiskIsTheSystemDisk();
-    void aFolderTakenForAMemory_data();
     void aFolderTakenForAMemory();
 };
 
-void tst_Volume::theSystemDisk_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("the root itself") << QStringLiteral("/");
-    QTest::newRow("a folder of the system") << QStringLiteral("/usr/share");
-    QTest::newRow("a system folder that does not exist yet")
-        << QStringLiteral("/usr/no/such/folder");
-    QTest::newRow("with dots in its path") << QStringLiteral("/usr/../usr/./share");
-}
-
 void tst_Volume::theSystemDisk()
 {
-    QFETCH(QString, path);
     const SystemVolume volume;
-    QVERIFY(volume.isSystemDisk(path));
-    QCOMPARE(volume.isRootFolder(path), path == QStringLiteral("/"));
-    QVERIFY(path.startsWith(volume.rootOf(path)));
+    for (const QString &path :
+         strings({"/", "/usr/share", "/usr/no/such", "/usr/../usr/./share"})) {
+        QVERIFY2(volume.isSystemDisk(path), qPrintable(path));
+        QCOMPARE(volume.isRootFolder(path), path == text("/"));
+        QVERIFY(path.startsWith(volume.rootOf(path)));
+    }
 }
 
-void tst_Volume::aMountedCard()
+void tst_Volume::aMountedCardAndALinkToIt()
 {
     QTemporaryDir dir;
-    const QString card = dir.filePath(QStringLiteral("my card"));
+    const QString card = dir.filePath(text("my card"));
     TmpfsMount mount(card, "size=64k");
     if (!mount.isMounted())
         QSKIP("mounting is not possible here");
-    TestFiles::write(card + QStringLiteral("/songs/a.mid"), "x");
+    TestFiles::write(card + text("/songs/a.mid"), "x");
 
     const SystemVolume volume;
     const QString root = QFileInfo(card).canonicalFilePath();
@@ -58,26 +48,16 @@ void tst_Volume::aMountedCard()
         QCOMPARE(volume.rootOf(path), root);
         QVERIFY(!volume.isSystemDisk(path));
     }
-    QVERIFY(volume.isRootFolder(card));
-    QVERIFY(volume.isRootFolder(card + QStringLiteral("/")));
-    QVERIFY(volume.isRootFolder(card + QStringLiteral("/songs/..")));
-    QVERIFY(!volume.isRootFolder(card + QStringLiteral("/songs")));
-    QVERIFY(!volume.isRootFolder(card + QStringLiteral("/not there")));
+    for (const char *itself : {"", "/", "/songs/.."})
+        QVERIFY2(volume.isRootFolder(card + text(itself)), itself);
+    for (const char *below : {"/songs", "/not there"})
+        QVERIFY2(!volume.isRootFolder(card + text(below)), below);
     QVERIFY(volume.rootOf(dir.path()) != root);
     QVERIFY(!volume.isRootFolder(dir.path()));
-}
 
-void tst_Volume::aCardReachedThroughALink()
-{
-    QTemporaryDir dir;
-    const QString card = dir.filePath(QStringLiteral("card"));
-    TmpfsMount mount(card, "size=64k");
-    if (!mount.isMounted())
-        QSKIP("mounting is not possible here");
-    const QString link = dir.filePath(QStringLiteral("link"));
+    const QString link = dir.filePath(text("link"));
     QVERIFY(QFile::link(card, link));
-    const SystemVolume volume;
-    QCOMPARE(volume.rootOf(link), QFileInfo(card).canonicalFilePath());
+    QCOMPARE(volume.rootOf(link), root);
     QVERIFY(volume.isRootFolder(link));
     QVERIFY(!volume.isSystemDisk(link));
 }
@@ -85,13 +65,13 @@ void tst_Volume::aCardReachedThroughALink()
 void tst_Volume::aCardOfTheSameKindAsASystemFolderIsNoSystemDisk()
 {
     QTemporaryDir dir;
-    const QString card = dir.filePath(QStringLiteral("card"));
+    const QString card = dir.filePath(text("card"));
     TmpfsMount mount(card, "size=64k");
-    TmpfsMount run(QStringLiteral("/run"), "size=64k");
+    TmpfsMount run(text("/run"), "size=64k");
     if (!mount.isMounted() || !run.isMounted())
         QSKIP("mounting is not possible here");
     const SystemVolume volume; // both are called "tmpfs"
-    QVERIFY(volume.isSystemDisk(QStringLiteral("/run")));
+    QVERIFY(volume.isSystemDisk(text("/run")));
     QVERIFY(!volume.isSystemDisk(card));
 }
 
@@ -101,11 +81,11 @@ void tst_Volume::aBindOfTheSystemDiskIsTheSystemDisk()
     if (!QStorageInfo::root().device().startsWith("/dev/"))
         QSKIP("the system's disk has no device of its own here");
     QTemporaryDir dir;
-    const QString folder = dir.filePath(QStringLiteral("outer"));
+    const QString folder = dir.filePath(text("outer"));
     TmpfsMount outer(folder, "size=64k");
     if (!outer.isMounted())
         QSKIP("mounting is not possible here");
-    const QString bound = folder + QStringLiteral("/bound");
+    const QString bound = folder + text("/bound");
     QVERIFY(QDir().mkdir(bound));
     const QByteArray native = QFile::encodeName(bound);
     QCOMPARE(mount("/usr", native.constData(), nullptr, MS_BIND, nullptr), 0);
@@ -117,28 +97,18 @@ void tst_Volume::aBindOfTheSystemDiskIsTheSystemDisk()
 #endif
 }
 
-void tst_Volume::aFolderTakenForAMemory_data()
-{
-    QTest::addColumn<QString>("below");
-    QTest::addColumn<bool>("isRoot");
-    QTest::newRow("the folder itself") << QString() << true;
-    QTest::newRow("with a trailing slash") << QStringLiteral("/") << true;
-    QTest::newRow("with dots") << QStringLiteral("/songs/..") << true;
-    QTest::newRow("a folder in it") << QStringLiteral("/songs") << false;
-    QTest::newRow("a folder that is not there yet") << QStringLiteral("/new") << false;
-}
-
 void tst_Volume::aFolderTakenForAMemory()
 {
-    QFETCH(QString, below);
-    QFETCH(bool, isRoot);
     QTemporaryDir dir;
-    QVERIFY(QDir(dir.path()).mkdir(QStringLiteral("songs")));
-    const FolderVolume volume(dir.path() + QStringLiteral("/"));
-    QCOMPARE(volume.rootOf(dir.path() + below), dir.path());
-    QCOMPARE(volume.isRootFolder(dir.path() + below), isRoot);
-    QVERIFY(!volume.isSystemDisk(dir.path() + below)); // also where it lies on the system disk
-    QVERIFY(!volume.isSystemDisk(QStringLiteral("/")));
+    QVERIFY(QDir(dir.path()).mkdir(text("songs")));
+    const FolderVolume volume(dir.path() + text("/"));
+    for (const char *below : {"", "/", "/songs/..", "/songs", "/new"}) {
+        const QString path = dir.path() + text(below);
+        QCOMPARE(volume.rootOf(path), dir.path());
+        QCOMPARE(volume.isRootFolder(path), QDir::cleanPath(path) == dir.path());
+        QVERIFY(!volume.isSystemDisk(path)); // also where it lies on the system disk
+    }
+    QVERIFY(!volume.isSystemDisk(text("/")));
 }
 
 QTEST_GUILESS_MAIN(tst_Volume)
