@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QDir>
-#include <QFile>
-#include <QtTest>
+#include "tests/library/testfiles.h"
 
 namespace tarvel4 {
 
@@ -35,30 +33,24 @@ inline QByteArray artistRecord(int before, int songs, const QByteArray &artist)
         + '\xff';
 }
 
-inline void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
-}
-
 /** A memory of three songs, two of one artist who is written in two ways. */
 inline void write(const QString &root)
 {
-    QVERIFY(QDir().mkpath(root));
     const QByteArray waterloo = titleRecord(0, "WATERLOO");
     const QByteArray azzurro = titleRecord(1, "AZZURRO; LIVE");
     const QByteArray chiquitita = titleRecord(2, "CHIQUITITA");
-    writeFile(root + QStringLiteral("/index.id3"),
-              pathRecord(0, "/a/w.mid") + pathRecord(1, "/a/z.mid") + pathRecord(2, "/b.mp3"));
-    writeFile(root + QStringLiteral("/ordfile.id3"), QByteArray("\0\0\1\0\2\0", 6));
-    writeFile(root + QStringLiteral("/title.id3"), azzurro + chiquitita + waterloo);
-    writeFile(root + QStringLiteral("/artist.id3"),
-              artistRecord(0, 2, "ABBA") + chiquitita + waterloo + artistRecord(2, 1, "CELENTANO")
-                  + azzurro);
-    writeFile(root + QStringLiteral("/atitle.id3"), QByteArray(256, '\xff'));
-    writeFile(root + QStringLiteral("/aartist.id3"), QByteArray(256, '\xff'));
-    writeFile(root + QStringLiteral("/fsinfos.id3"), QByteArray("\3\0\2\0\0\0\0\0\0\0\0\0", 12));
+    TestFiles::write(root + QStringLiteral("/index.id3"),
+                     pathRecord(0, "/a/w.mid") + pathRecord(1, "/a/z.mid")
+                         + pathRecord(2, "/b.mp3"));
+    TestFiles::write(root + QStringLiteral("/ordfile.id3"), QByteArray("\0\0\1\0\2\0", 6));
+    TestFiles::write(root + QStringLiteral("/title.id3"), azzurro + chiquitita + waterloo);
+    TestFiles::write(root + QStringLiteral("/artist.id3"),
+                     artistRecord(0, 2, "ABBA") + chiquitita + waterloo
+                         + artistRecord(2, 1, "CELENTANO") + azzurro);
+    TestFiles::write(root + QStringLiteral("/atitle.id3"), QByteArray(256, '\xff'));
+    TestFiles::write(root + QStringLiteral("/aartist.id3"), QByteArray(256, '\xff'));
+    TestFiles::write(root + QStringLiteral("/fsinfos.id3"),
+                     QByteArray("\3\0\2\0\0\0\0\0\0\0\0\0", 12));
 }
 
 } // namespace PreparedMemory

@@ -1,24 +1,22 @@
-#include "tests/ui/dataeditfixture.h"
+#include "tests/library/texts.h"
+#include "tests/ui/dialogdriver.h"
+#include "tests/ui/forms.h"
+#include "ui/dataeditdialog.h"
 
 #include <QCheckBox>
-#include <QGroupBox>
+#include <QComboBox>
 #include <QLabel>
-#include <QRadioButton>
 
 using namespace tarvel4;
 
-using namespace DataEditFixture;
-
-using Flag = bool (DataEditDialog::*)() const;
-Q_DECLARE_METATYPE(Flag)
-
-/** The fields of the editor: what a song fills them with, and what is saved. */
+/** The editor: what a song fills its fields with, its choices, and what is saved. */
 class tst_DataEditDialog : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void textsOfTheForm();
+    void init();
+
     void songFillsTheFields();
     void savedFields_data();
     void savedFields();
@@ -31,61 +29,89 @@ private Q_SLOTS:
     void keys();
     void listsAreReplaced();
     void songTextsArePlain();
+    void passingThroughChangesNothing();
+    void typedArtistIsCompleted();
+    void titleSources_data();
+    void titleSources();
+    void titleFlagOutlivesItsBox();
+    void applyToAll_data();
+    void applyToAll();
+    void nextSongStartsAfresh();
+
+private:
+    QLineEdit *edit(const QString &name) const
+    {
+        auto *box = m_dialog->findChild<QComboBox *>(name);
+        return box ? box->lineEdit() : m_dialog->findChild<QLineEdit *>(name);
+    }
+    template <class Widget> Widget *find(const char *name) const
+    {
+        return child<Widget>(*m_dialog, name);
+    }
+    bool isChecked(const char *name) const { return find<QAbstractButton>(name)->isChecked(); }
+    /** "title|author|artist|genre|key|length|bpm" as the dialog would save them. */
+    QString saved() const
+    {
+        SongInfo song = m_song;
+        m_dialog->getSong(song);
+        return QStringList({song.title, song.author, song.artist, song.genre, song.key,
+                            QString::number(song.length), QString::number(song.bpm)})
+            .join(QLatin1Char('|'));
+    }
+    /** The fields that every song of the list is to get. */
+    QString forAll() const
+    {
+        return text(m_dialog->applyToAllAuthor() ? "Author" : "")
+            + text(m_dialog->applyToAllArtist() ? "Artist" : "")
+            + text(m_dialog->applyToAllGenre() ? "Genre" : "")
+            + text(m_dialog->applyToAllTitle() ? "Title" : "");
+    }
+    void tick(const char *box) const
+    {
+        DialogDriver driver;
+        driver.answerBox(QMessageBox::Yes);
+        click(*m_dialog, box);
+        QCOMPARE(driver.problems(), QString());
+    }
+
+    SongInfo m_song;
+    QScopedPointer<DataEditDialog> m_dialog;
 };
 
-void tst_DataEditDialog::textsOfTheForm()
+void tst_DataEditDialog::init()
 {
-    const DataEditDialog dialog;
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("Modifica dati song"));
-    QCOMPARE(child<QLabel>(dialog, QStringLiteral("fileNameLabel"))->text(), QStringLiteral("--"));
-    QCOMPARE(child<QLabel>(dialog, QStringLiteral("formatLabel"))->text(), QStringLiteral("--"));
-
-    QStringList labels;
-    for (const QLabel *label : dialog.findChildren<QLabel *>())
-        labels.append(label->text());
-    for (const QString &text :
-         {QStringLiteral("Percorso file:"), QStringLiteral("Formato:"),
-          QStringLiteral("Modifica i dati della Song:"), QStringLiteral("Titolo Song:"),
-          QStringLiteral("Interprete:"), QStringLiteral("Genere Musicale:"),
-          QStringLiteral("Autore:"), QStringLiteral("Durata:"), QStringLiteral("mm"),
-          QStringLiteral("ss"), QStringLiteral("Tonalità:"), QStringLiteral("BPM:")})
-        QVERIFY2(labels.contains(text), qPrintable(text));
-
-    QStringList buttons;
-    for (const QAbstractButton *button : dialog.findChildren<QAbstractButton *>())
-        buttons.append(button->objectName() + QLatin1Char('=') + button->text());
-    for (const char *text :
-         {"radioButtonTitle1=Usa il titolo", "radioButtonTitle2=Usa il filename",
-          "checkBoxToAllTitle=Applica a tutti", "checkBoxToAllArtist=Applica a tutti",
-          "checkBoxToAllGenre=Applica a tutti", "checkBoxToAllAuthor=Applica a tutti",
-          "exitPushButton=Annulla", "savePushButton=Salva"})
-        QVERIFY2(buttons.contains(QLatin1String(text)), text);
-    QVERIFY(child<QGroupBox>(dialog, QStringLiteral("datiSongGroupBox")));
-    QVERIFY(child<QGroupBox>(dialog, QStringLiteral("groupBoxTitle")));
+    m_song = SongInfo();
+    m_song.title = text("Azzurro");
+    m_song.artist = text("Celentano");
+    m_song.genre = text("Leggera");
+    m_song.author = text("Conte");
+    m_song.length = 185;
+    m_song.bpm = 120;
+    m_song.key = text("A-");
+    m_song.filename = text("/music/set.1/azzurro.live.mid");
+    m_song.format = text("MIDI");
+    m_dialog.reset(new DataEditDialog);
+    m_dialog->setArtists(strings({"", "ABBA", "CELENTANO", "Celeste"}));
+    m_dialog->setGenres(strings({"", "LEGGERA", "Rock"}));
+    m_dialog->setKeys(strings({"C", "A-", "Bb"}));
+    m_dialog->setSong(m_song);
+    m_dialog->show();
 }
 
 void tst_DataEditDialog::songFillsTheFields()
 {
-    DataEditDialog dialog;
-    fill(dialog, song());
-    QCOMPARE(child<QLabel>(dialog, QStringLiteral("fileNameLabel"))->text(),
-             QStringLiteral("/music/set.1/azzurro.live.mid"));
-    QCOMPARE(child<QLabel>(dialog, QStringLiteral("formatLabel"))->text(), QStringLiteral("MIDI"));
-    QCOMPARE(edit(dialog, "titleLineEdit")->text(), QStringLiteral("Azzurro"));
-    QCOMPARE(edit(dialog, "authorLineEdit")->text(), QStringLiteral("Conte"));
-    QCOMPARE(combo(dialog, "artistComboBox")->currentText(), QStringLiteral("Celentano"));
-    QCOMPARE(combo(dialog, "genreComboBox")->currentText(), QStringLiteral("Leggera"));
-    QCOMPARE(edit(dialog, "lenMmLineEdit")->text(), QStringLiteral("3"));
-    QCOMPARE(edit(dialog, "lenSsLineEdit")->text(), QStringLiteral("5"));
-    QCOMPARE(combo(dialog, "keyComboBox")->currentText(), QStringLiteral("A-"));
-    QCOMPARE(edit(dialog, "bpmLineEdit")->text(), QStringLiteral("120"));
-    QVERIFY(child<QRadioButton>(dialog, QStringLiteral("radioButtonTitle1"))->isChecked());
-    QVERIFY(!child<QRadioButton>(dialog, QStringLiteral("radioButtonTitle2"))->isChecked());
-    QVERIFY(!child<QCheckBox>(dialog, QStringLiteral("checkBoxToAllTitle"))->isEnabled());
-    QVERIFY(!dialog.applyToAllAuthor());
-    QVERIFY(!dialog.applyToAllArtist());
-    QVERIFY(!dialog.applyToAllGenre());
-    QVERIFY(!dialog.applyToAllTitle());
+    QCOMPARE(find<QLabel>("fileNameLabel")->text(), m_song.filename);
+    QCOMPARE(find<QLabel>("formatLabel")->text(), text("MIDI"));
+    QStringList fields;
+    for (const QString &name :
+         strings({"titleLineEdit", "authorLineEdit", "artistComboBox", "genreComboBox",
+                  "lenMmLineEdit", "lenSsLineEdit", "bpmLineEdit"}))
+        fields += edit(name)->text();
+    QCOMPARE(fields, strings({"Azzurro", "Conte", "Celentano", "Leggera", "3", "5", "120"}));
+    QCOMPARE(find<QComboBox>("keyComboBox")->currentText(), text("A-"));
+    QVERIFY(isChecked("radioButtonTitle1") && !isChecked("radioButtonTitle2"));
+    QVERIFY(!find<QCheckBox>("checkBoxToAllTitle")->isEnabled());
+    QCOMPARE(forAll(), text(""));
 }
 
 void tst_DataEditDialog::savedFields_data()
@@ -93,77 +119,49 @@ void tst_DataEditDialog::savedFields_data()
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("saved");
-    QTest::newRow("title") << QStringLiteral("titleLineEdit") << QStringLiteral("Volare")
-                           << QStringLiteral("Volare|Conte|Celentano|Leggera|A-|185|120");
-    QTest::newRow("author") << QStringLiteral("authorLineEdit") << QStringLiteral("Modugno")
-                            << QStringLiteral("Azzurro|Modugno|Celentano|Leggera|A-|185|120");
-    QTest::newRow("an artist that is not listed")
-        << QStringLiteral("artistComboBox") << QStringLiteral("Mina")
-        << QStringLiteral("Azzurro|Conte|Mina|Leggera|A-|185|120");
-    QTest::newRow("a genre that is not listed")
-        << QStringLiteral("genreComboBox") << QStringLiteral("Ska")
-        << QStringLiteral("Azzurro|Conte|Celentano|Ska|A-|185|120");
-    QTest::newRow("minutes") << QStringLiteral("lenMmLineEdit") << QStringLiteral("10")
-                             << QStringLiteral("Azzurro|Conte|Celentano|Leggera|A-|605|120");
-    QTest::newRow("seconds") << QStringLiteral("lenSsLineEdit") << QStringLiteral("59")
-                             << QStringLiteral("Azzurro|Conte|Celentano|Leggera|A-|239|120");
-    QTest::newRow("tempo") << QStringLiteral("bpmLineEdit") << QStringLiteral("95")
-                           << QStringLiteral("Azzurro|Conte|Celentano|Leggera|A-|185|95");
-    QTest::newRow("an empty tempo counts 0")
-        << QStringLiteral("bpmLineEdit") << QString(QLatin1String(""))
-        << QStringLiteral("Azzurro|Conte|Celentano|Leggera|A-|185|0");
-    QTest::newRow("blanks around a title are trimmed")
-        << QStringLiteral("titleLineEdit") << QStringLiteral("  Nel blu \t")
-        << QStringLiteral("Nel blu|Conte|Celentano|Leggera|A-|185|120");
-    QTest::newRow("blanks around an artist are trimmed")
-        << QStringLiteral("artistComboBox") << QStringLiteral(" Mina ")
-        << QStringLiteral("Azzurro|Conte|Mina|Leggera|A-|185|120");
-    QTest::newRow("an author of blanks is empty")
-        << QStringLiteral("authorLineEdit") << QStringLiteral("   ")
-        << QStringLiteral("Azzurro||Celentano|Leggera|A-|185|120");
+    const auto row = [](const char *name, const char *field, const char *typed, const char *saved) {
+        QTest::newRow(name) << text(field) << text(typed) << text(saved);
+    };
+    row("a title without the blanks around it", "titleLineEdit", "  Nel blu \t",
+        "Nel blu|Conte|Celentano|Leggera|A-|185|120");
+    row("an author without the blanks around it", "authorLineEdit", " Modugno ",
+        "Azzurro|Modugno|Celentano|Leggera|A-|185|120");
+    row("an artist that is not listed, without the blanks around it", "artistComboBox", " Mina ",
+        "Azzurro|Conte|Mina|Leggera|A-|185|120");
+    row("a genre that is not listed, without the blanks around it", "genreComboBox", " Ska ",
+        "Azzurro|Conte|Celentano|Ska|A-|185|120");
+    row("a tempo", "bpmLineEdit", "95", "Azzurro|Conte|Celentano|Leggera|A-|185|95");
+    row("an empty tempo as 0", "bpmLineEdit", "", "Azzurro|Conte|Celentano|Leggera|A-|185|0");
+    row("an author of blanks as none", "authorLineEdit", "   ",
+        "Azzurro||Celentano|Leggera|A-|185|120");
 }
 
 void tst_DataEditDialog::savedFields()
 {
     QFETCH(QString, field);
     QFETCH(QString, typed);
-    QFETCH(QString, saved);
-    DataEditDialog dialog;
-    fill(dialog, song());
-    auto *box = child<QComboBox>(dialog, field);
-    retype(box ? box->lineEdit() : child<QLineEdit>(dialog, field), typed);
-
-    SongInfo result = song();
-    dialog.getSong(result);
-    QCOMPARE(QStringList({result.title, result.author, result.artist, result.genre, result.key,
-                          QString::number(result.length), QString::number(result.bpm)})
-                 .join(QLatin1Char('|')),
-             saved);
+    retype(edit(field), typed);
+    QTEST(saved(), "saved");
 }
 
 void tst_DataEditDialog::savingLeavesTheOtherFields()
 {
-    DataEditDialog dialog;
-    fill(dialog, song());
     SongInfo other;
-    other.altArtist = QStringLiteral("alt");
-    other.filename = QStringLiteral("/other.mid");
-    other.shortname = QStringLiteral("other.mid");
+    other.altArtist = text("alt");
+    other.filename = text("/other.mid");
+    other.shortname = text("other.mid");
     other.isPublisher = true;
-    other.markers = {Marker{3, QStringLiteral("A")}};
-    other.format = QStringLiteral("MF4");
-    other.mfxLongName = QStringLiteral("LONG.MF4");
+    other.markers = {Marker{3, text("A")}};
+    other.format = text("MF4");
+    other.mfxLongName = text("LONG.MF4");
     other.mfxFlags = 5;
-    dialog.getSong(other);
-    QCOMPARE(other.altArtist, QStringLiteral("alt"));
-    QCOMPARE(other.filename, QStringLiteral("/other.mid"));
-    QCOMPARE(other.shortname, QStringLiteral("other.mid"));
+    m_dialog->getSong(other);
+    QCOMPARE(QStringList({other.title, other.altArtist, other.filename, other.shortname,
+                          other.format, other.mfxLongName}),
+             strings({"Azzurro", "alt", "/other.mid", "other.mid", "MF4", "LONG.MF4"}));
     QVERIFY(other.isPublisher);
     QCOMPARE(other.markers.size(), 1);
-    QCOMPARE(other.format, QStringLiteral("MF4"));
-    QCOMPARE(other.mfxLongName, QStringLiteral("LONG.MF4"));
     QCOMPARE(int(other.mfxFlags), 5);
-    QCOMPARE(other.title, QStringLiteral("Azzurro"));
 }
 
 void tst_DataEditDialog::lengths_data()
@@ -174,76 +172,58 @@ void tst_DataEditDialog::lengths_data()
     QTest::addColumn<QString>("seconds");
     QTest::addColumn<int>("saved");
     const QString keep;
-    const QString none = QStringLiteral("");
-    QTest::newRow("a song of length 185 shows 3 and 5")
-        << 185 << QStringLiteral("3:5") << keep << keep << 185;
-    QTest::newRow("an empty minutes field gives the seconds")
-        << 185 << QStringLiteral("3:5") << none << keep << 5;
-    QTest::newRow("an empty seconds field counts 0")
-        << 185 << QStringLiteral("3:5") << keep << none << 180;
-    QTest::newRow("both empty give 0") << 185 << QStringLiteral("3:5") << none << none << 0;
-    QTest::newRow("99 minutes and 99 seconds are accepted and give 6039 seconds")
-        << 185 << QStringLiteral("3:5") << QStringLiteral("99") << QStringLiteral("99") << 6039;
-    QTest::newRow("a third digit of the minutes is refused")
-        << 0 << QStringLiteral("0:0") << QStringLiteral("123") << keep << 720;
-    QTest::newRow("a third digit of the seconds is refused")
-        << 0 << QStringLiteral("0:0") << keep << QStringLiteral("123") << 12;
-    QTest::newRow("no length shows 0 and 0") << 0 << QStringLiteral("0:0") << keep << keep << 0;
-    QTest::newRow("a length over 99 minutes is shown and kept")
-        << 7265 << QStringLiteral("121:5") << keep << keep << 7265;
+    const QString none = text("");
+    const QString shown = text("3:5");
+    QTest::newRow("185 seconds show 3 and 5") << 185 << shown << keep << keep << 185;
+    QTest::newRow("empty minutes give the seconds") << 185 << shown << none << keep << 5;
+    QTest::newRow("empty seconds count 0") << 185 << shown << keep << none << 180;
+    QTest::newRow("both empty give 0") << 185 << shown << none << none << 0;
+    QTest::newRow("99 minutes and 99 seconds give 6039 seconds")
+        << 185 << shown << text("99") << text("99") << 6039;
+    QTest::newRow("no length shows 0 and 0") << 0 << text("0:0") << keep << keep << 0;
+    QTest::newRow("over 99 minutes are shown and kept")
+        << 7265 << text("121:5") << keep << keep << 7265;
 }
 
 void tst_DataEditDialog::lengths()
 {
     QFETCH(int, length);
-    QFETCH(QString, shown);
     QFETCH(QString, minutes);
     QFETCH(QString, seconds);
-    QFETCH(int, saved);
-    DataEditDialog dialog;
-    SongInfo info = song();
-    info.length = length;
-    fill(dialog, info);
-    QLineEdit *const mm = edit(dialog, "lenMmLineEdit");
-    QLineEdit *const ss = edit(dialog, "lenSsLineEdit");
-    QCOMPARE(mm->text() + QLatin1Char(':') + ss->text(), shown);
+    m_song.length = length;
+    m_dialog->setSong(m_song);
+    QLineEdit *const mm = edit(text("lenMmLineEdit"));
+    QLineEdit *const ss = edit(text("lenSsLineEdit"));
+    QTEST(QString(mm->text() + QLatin1Char(':') + ss->text()), "shown");
     if (!minutes.isNull())
         retype(mm, minutes);
     if (!seconds.isNull())
         retype(ss, seconds);
-    dialog.getSong(info);
-    QCOMPARE(info.length, saved);
+    m_dialog->getSong(m_song);
+    QTEST(m_song.length, "saved");
 }
 
 void tst_DataEditDialog::digits_data()
 {
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("a fourth digit of the tempo is refused")
-        << QStringLiteral("bpmLineEdit") << QStringLiteral("1234") << QStringLiteral("123");
-    QTest::newRow("letters are refused in the tempo")
-        << QStringLiteral("bpmLineEdit") << QStringLiteral("1a2-b3.") << QStringLiteral("123");
-    QTest::newRow("letters are refused in the minutes")
-        << QStringLiteral("lenMmLineEdit") << QStringLiteral("x4 y2") << QStringLiteral("42");
-    QTest::newRow("a sign is refused in the seconds")
-        << QStringLiteral("lenSsLineEdit") << QStringLiteral("-7") << QStringLiteral("7");
-    QTest::newRow("one digit is enough")
-        << QStringLiteral("bpmLineEdit") << QStringLiteral("7") << QStringLiteral("7");
-    QTest::newRow("digits of other scripts are refused")
-        << QStringLiteral("bpmLineEdit") << QString(QChar(0x0663)) << QString(QLatin1String(""));
+    QTest::addColumn<QString>("taken");
+    const auto row = [](const char *name, const char *field, const char *typed, const char *taken) {
+        QTest::newRow(name) << text(field) << text(typed) << text(taken);
+    };
+    row("a fourth digit of the tempo is refused", "bpmLineEdit", "1234", "123");
+    row("letters are refused in the tempo", "bpmLineEdit", "1a2-b3.", "123");
+    row("letters and a third digit are refused in the minutes", "lenMmLineEdit", "x4 y25", "42");
+    row("a sign and a third digit are refused in the seconds", "lenSsLineEdit", "-789", "78");
+    row("digits of other scripts are refused", "bpmLineEdit", "\u0663", "");
 }
 
 void tst_DataEditDialog::digits()
 {
     QFETCH(QString, field);
     QFETCH(QString, typed);
-    QFETCH(QString, text);
-    DataEditDialog dialog;
-    fill(dialog, song());
-    auto *digits = child<QLineEdit>(dialog, field);
-    retype(digits, typed);
-    QCOMPARE(digits->text(), text);
+    retype(edit(field), typed);
+    QTEST(edit(field)->text(), "taken");
 }
 
 void tst_DataEditDialog::keys_data()
@@ -251,59 +231,169 @@ void tst_DataEditDialog::keys_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<int>("selected");
     QTest::addColumn<QString>("saved");
-    QTest::newRow("a listed key") << QStringLiteral("Bb") << 3 << QStringLiteral("Bb");
-    QTest::newRow("a key that is not listed selects nothing and is saved empty")
-        << QStringLiteral("H") << -1 << QString();
-    QTest::newRow("a key in other letters is not listed")
-        << QStringLiteral("bb") << -1 << QString();
-    QTest::newRow("an empty key selects the empty first entry")
-        << QString(QLatin1String("")) << 0 << QString();
-    QTest::newRow("a null key selects the empty first entry") << QString() << 0 << QString();
+    QTest::newRow("a listed key") << text("Bb") << 3 << text("Bb");
+    QTest::newRow("a key in other letters is not listed, and saved empty")
+        << text("bb") << -1 << text("");
+    QTest::newRow("an empty key selects the empty first entry") << text("") << 0 << text("");
 }
 
 void tst_DataEditDialog::keys()
 {
     QFETCH(QString, key);
-    QFETCH(int, selected);
-    QFETCH(QString, saved);
-    DataEditDialog dialog;
-    SongInfo info = song();
-    info.key = key;
-    fill(dialog, info);
-    QCOMPARE(combo(dialog, "keyComboBox")->itemText(0), QString());
-    QCOMPARE(combo(dialog, "keyComboBox")->currentIndex(), selected);
-    dialog.getSong(info);
-    QCOMPARE(info.key.isEmpty() ? QString() : info.key, saved);
+    m_song.key = key;
+    m_dialog->setSong(m_song);
+    QCOMPARE(find<QComboBox>("keyComboBox")->itemText(0), QString());
+    QTEST(find<QComboBox>("keyComboBox")->currentIndex(), "selected");
+    QTEST(saved().split(QLatin1Char('|')).at(4), "saved");
 }
 
 void tst_DataEditDialog::listsAreReplaced()
 {
-    DataEditDialog dialog;
-    fill(dialog, song());
-    dialog.setArtists({QStringLiteral("X")});
-    dialog.setGenres({QStringLiteral("Y"), QStringLiteral("Z")});
-    dialog.setKeys({});
-    QCOMPARE(combo(dialog, "artistComboBox")->count(), 1);
-    QCOMPARE(combo(dialog, "genreComboBox")->count(), 2);
-    QCOMPARE(combo(dialog, "keyComboBox")->count(), 1);
-    QCOMPARE(combo(dialog, "keyComboBox")->itemText(0), QString());
+    m_dialog->setArtists(strings({"X"}));
+    m_dialog->setGenres(strings({"Y", "Z"}));
+    m_dialog->setKeys({});
+    QCOMPARE(find<QComboBox>("artistComboBox")->count(), 1);
+    QCOMPARE(find<QComboBox>("genreComboBox")->count(), 2);
+    QCOMPARE(find<QComboBox>("keyComboBox")->count(), 1);
 }
 
 void tst_DataEditDialog::songTextsArePlain()
 {
-    DataEditDialog plain;
-    fill(plain, song());
-    SongInfo info = song();
-    info.filename = QLatin1Char('/') + QString(300, QLatin1Char('W')) + QStringLiteral("<b>x</b>");
-    info.title = QString(300, QLatin1Char('W'));
-    info.artist = info.title;
-    DataEditDialog dialog;
-    fill(dialog, info);
-    const auto *path = child<QLabel>(dialog, QStringLiteral("fileNameLabel"));
-    QCOMPARE(path->text(), info.filename);
-    QCOMPARE(path->textFormat(), Qt::PlainText);
-    QVERIFY(dialog.width() <= plain.width() + 200);
-    QCOMPARE(edit(dialog, "titleLineEdit")->cursorPosition(), 0);
+    const int width = m_dialog->width();
+    m_song.filename = QString(300, QLatin1Char('W')) + text("<b>x</b>");
+    m_song.title = m_song.artist = m_song.filename;
+    m_dialog->setSong(m_song);
+    QCOMPARE(find<QLabel>("fileNameLabel")->text(), m_song.filename);
+    QCOMPARE(find<QLabel>("fileNameLabel")->textFormat(), Qt::PlainText);
+    QVERIFY(m_dialog->sizeHint().width() <= width + 200);
+    QCOMPARE(edit(text("titleLineEdit"))->cursorPosition(), 0);
+}
+
+void tst_DataEditDialog::passingThroughChangesNothing()
+{
+    QVERIFY(activate(*m_dialog));
+    // listed in other letters, the beginning of a listed one, not listed, none
+    for (const QString &artist : strings({"Celentano", "Cele", "Mina", ""})) {
+        m_song.artist = artist;
+        m_dialog->setSong(m_song);
+        edit(text("titleLineEdit"))->setFocus();
+        for (int i = 0; i < 15; ++i)
+            QTest::keyClick(m_dialog->focusWidget(), Qt::Key_Tab);
+        QCOMPARE(saved(), text("Azzurro|Conte|%1|Leggera|A-|185|120").arg(artist));
+    }
+}
+
+void tst_DataEditDialog::typedArtistIsCompleted()
+{
+    QVERIFY(activate(*m_dialog));
+    edit(text("artistComboBox"))->setFocus();
+    retype(edit(text("artistComboBox")), text("ab"));
+    QWidget *const offers = QApplication::activePopupWidget();
+    QVERIFY(offers);
+    QTest::keyClick(offers, Qt::Key_Down);
+    QTest::keyClick(offers, Qt::Key_Return);
+    QVERIFY(!QApplication::activePopupWidget());
+    QVERIFY(m_dialog->isVisible());
+    QCOMPARE(saved(), text("Azzurro|Conte|ABBA|Leggera|A-|185|120"));
+}
+
+void tst_DataEditDialog::titleSources_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("title");
+    const auto row = [](const char *name, const char *path, const char *title) {
+        QTest::newRow(name) << text(path) << text(title);
+    };
+    row("only the last point ends the name", "/music/a.b.c.mid", "a.b.c");
+    row("a path with no point gives the whole name", "/music/azzurro", "azzurro");
+    row("a point only in a folder name gives the whole name", "/mu.sic/azzurro", "azzurro");
+    row("an empty path", "", "");
+}
+
+void tst_DataEditDialog::titleSources()
+{
+    QFETCH(QString, path);
+    m_song.filename = path;
+    m_dialog->setSong(m_song);
+    click(*m_dialog, "radioButtonTitle2");
+    QTEST(edit(text("titleLineEdit"))->text(), "title");
+    click(*m_dialog, "radioButtonTitle1");
+    QCOMPARE(edit(text("titleLineEdit"))->text(), text("Azzurro"));
+}
+
+void tst_DataEditDialog::titleFlagOutlivesItsBox()
+{
+    const auto *box = find<QCheckBox>("checkBoxToAllTitle");
+    click(*m_dialog, "radioButtonTitle2");
+    QVERIFY(box->isEnabled() && !box->isChecked());
+    tick("checkBoxToAllTitle");
+    QVERIFY(box->isChecked());
+    click(*m_dialog, "radioButtonTitle1");
+    QVERIFY(!box->isEnabled() && !box->isChecked());
+    QVERIFY(m_dialog->applyToAllTitle()); // required
+    QVERIFY(QMetaObject::invokeMethod(m_dialog.data(), "on_checkBoxToAllTitle_clicked"));
+    QVERIFY(!m_dialog->applyToAllTitle());
+}
+
+void tst_DataEditDialog::applyToAll_data()
+{
+    QTest::addColumn<QString>("question");
+    const QString question = text("%1 verrà applicato a tutte le song della lista, sei sicuro?");
+    QTest::newRow("checkBoxToAllAuthor") << question.arg(text("L'autore inserito"));
+    QTest::newRow("checkBoxToAllArtist") << question.arg(text("L'interprete inserito"));
+    QTest::newRow("checkBoxToAllGenre") << question.arg(text("Il genere inserito"));
+    QTest::newRow("checkBoxToAllTitle")
+        << text("Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, "
+                "sei sicuro?");
+}
+
+/** Yes ticks the box; No leaves it as it was, and so do Escape and a stray Enter. */
+void tst_DataEditDialog::applyToAll()
+{
+    QFETCH(QString, question);
+    const char *name = QTest::currentDataTag();
+    click(*m_dialog, "radioButtonTitle2");
+    for (const int key : {0, int(Qt::Key_Escape), int(Qt::Key_Return)}) {
+        DialogDriver driver;
+        if (key == 0)
+            driver.answerBox(QMessageBox::No);
+        else
+            driver.expect<QMessageBox>(
+                [key](QMessageBox &box) { QTest::keyClick(box.focusWidget(), Qt::Key(key)); });
+        QTest::keyClick(find<QCheckBox>(name), Qt::Key_Space);
+        QCOMPARE(driver.problems(), QString());
+        QVERIFY(!isChecked(name));
+        QCOMPARE(forAll(), text(""));
+    }
+    DialogDriver driver;
+    driver.answerBox(QMessageBox::Yes);
+    click(*m_dialog, name);
+    QCOMPARE(driver.problems(), QString());
+    QCOMPARE(driver.boxes, QStringList(text("ATTENZIONE|") + question));
+    QCOMPARE(driver.lastBox.icon, QMessageBox::Question);
+    QCOMPARE(driver.lastBox.buttons, QMessageBox::Yes | QMessageBox::No);
+    QVERIFY(isChecked(name));
+    QCOMPARE(text("checkBoxToAll") + forAll(), text(name));
+
+    click(*m_dialog, name); // unticked without a question
+    QVERIFY(!isChecked(name));
+    QCOMPARE(forAll(), text(""));
+}
+
+void tst_DataEditDialog::nextSongStartsAfresh()
+{
+    click(*m_dialog, "radioButtonTitle2");
+    for (const char *box :
+         {"checkBoxToAllAuthor", "checkBoxToAllArtist", "checkBoxToAllGenre", "checkBoxToAllTitle"})
+        tick(box);
+    QCOMPARE(forAll(), text("AuthorArtistGenreTitle"));
+    m_dialog->setSong(m_song);
+    QCOMPARE(forAll(), text(""));
+    for (const QCheckBox *box : m_dialog->findChildren<QCheckBox *>())
+        QVERIFY2(!box->isChecked(), qPrintable(box->objectName()));
+    QVERIFY(!find<QCheckBox>("checkBoxToAllTitle")->isEnabled());
+    QVERIFY(isChecked("radioButtonTitle1"));
+    QCOMPARE(edit(text("titleLineEdit"))->text(), text("Azzurro"));
 }
 
 QTEST_MAIN(tst_DataEditDialog)

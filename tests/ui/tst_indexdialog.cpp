@@ -1,364 +1,304 @@
-#include "tests/ui/focuschain.h"
-#include "tests/ui/indexdialogfixture.h"
+#include "tests/library/testfiles.h"
+#include "tests/library/texts.h"
+#include "tests/ui/dialogdriver.h"
+#include "tests/ui/diskcheckprogram.h"
+#include "tests/ui/forms.h"
+#include "ui/indexdialog.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QRadioButton>
+#include <QSettings>
 
 using namespace tarvel4;
 
 namespace {
 
-/** Counts how often a widget is painted, and may make a slow one of it. */
+constexpr int pastAnyTest = 20000; // milliseconds
+
+/** Counts how often a widget is painted. */
 class PaintCounter : public QObject
 {
 public:
-    explicit PaintCounter(QWidget *watched, unsigned long delay = 0)
-        : m_delay(delay)
-    {
-        watched->installEventFilter(this);
-    }
-    bool eventFilter(QObject *watched, QEvent *event) override
+    explicit PaintCounter(QWidget *watched) { watched->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
     {
         if (event->type() == QEvent::Paint) {
             ++count;
             onPaint();
-            QThread::msleep(m_delay);
         }
-        return QObject::eventFilter(watched, event);
+        return false;
     }
     int count = 0;
     std::function<void()> onPaint = [] {};
-
-private:
-    unsigned long m_delay; ///< milliseconds
 };
+
+const QString done = text("Ottimizza memoria|Operazione completata con successo");
+const QString failed = text("Ottimizza memoria|Operazione non riuscita.\nAssicurarsi che il disco "
+                            "abbia sufficiente spazio libero e che non sia protetto da scrittura.");
+const QString withErrors = text("Ottimizza memoria|Durante l'operazione si sono verificati alcuni "
+                                "errori.\nConsultare il report per maggiori informazioni.");
+const QString notChecked = text("ATTENZIONE|Controllo memoria non eseguito!");
+const QString errorsLeft = text("Controllo memoria|Non è stato possibile correggere gli errori, è "
+                                "necesario formattare la memoria");
+const QString plainReport = text("Ottimizzazione memoria in corso...\nOperazione completata");
 
 } // namespace
 
-/** Updates, rebuilds and their reports. */
-class tst_IndexDialog : public QObject, private IndexDialogFixture
+/** The index dialog, a memory of two songs, and a folder "E:" beside it that has a drive's name. */
+class tst_IndexDialog : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { setUp(); }
-    void cleanup() { tearDown(); }
+    void init();
+    void cleanup();
 
-    void textsOfTheForm();
     void opensWithTheStoredRoot();
-    void browsing();
-    void cancelledBrowsing();
-    void missingRoots_data();
     void missingRoots();
     void runs_data();
     void runs();
     void rebuildReadsEverySongAgain();
     void singleErrorTurnsTheFinalBox();
-    void nextRunForgetsTheErrors();
     void failures_data();
     void failures();
-    void memoryWithoutSongsIsNotPrepared();
     void slotsShowWhatTheyAreGiven();
     void progressIsPaintedWithoutEvents();
-    void reportEndsAfterTheBox();
-    void closing_data();
-    void closing();
-    void enterStartsARun();
-    void tabGoesFromTopToBottom();
+    void enterStartsARunWhoseReportEndsAfterTheBox();
     void longPathsDoNotStretchTheDialog();
+    void diskChecks_data();
+    void diskChecks();
+    void checkIsLeftOut_data();
+    void checkIsLeftOut();
+    void nothingIsUsableDuringARun();
+
+private:
+    template <class Widget> Widget *find(const char *name) const
+    {
+        return child<Widget>(*m_dialog, name);
+    }
+    QString report() const { return find<QPlainTextEdit>("reportPlainTextEdit")->toPlainText(); }
+    QString card() const { return m_program->path(text("card")); }
+    static QSettings settings() { return QSettings(text("kvaro"), text("tarvel4soft")); }
+    /** How many of what a run disables can be used; 7 between runs. */
+    int usable() const
+    {
+        int count = 0;
+        for (const char *name :
+             {"startPushButton", "closePushButton", "browsePushButton", "pathLineEdit",
+              "updateRadioButton", "rebuildRadioButton", "checkDiskCheckBox"})
+            count += find<QWidget>(name)->isEnabled() ? 1 : 0;
+        return count;
+    }
+    void choose(const QString &path, bool rebuild, bool check = false) const
+    {
+        find<QLineEdit>("pathLineEdit")->setText(path);
+        click(*m_dialog, rebuild ? "rebuildRadioButton" : "updateRadioButton");
+        find<QCheckBox>("checkDiskCheckBox")->setChecked(check);
+    }
+    /** Presses "Inizia", answers the boxes that come, and gives their texts. */
+    QStringList run(int boxes = 1)
+    {
+        DialogDriver driver;
+        for (int i = 0; i < boxes; ++i)
+            driver.answerBox(QMessageBox::Ok);
+        click(*m_dialog, "startPushButton");
+        if (!driver.problems().isEmpty())
+            driver.boxes.append(driver.problems());
+        m_lastIcon = driver.lastBox.icon;
+        return driver.boxes;
+    }
+    static bool isPrepared(const QString &root)
+    {
+        const QStringList files = QDir(root).entryList({text("*.id3")}, QDir::Files, QDir::Name);
+        return files
+            == strings({"aartist.id3", "artist.id3", "atitle.id3", "fsinfos.id3", "index.id3",
+                        "ordfile.id3", "title.id3"});
+    }
+
+    QScopedPointer<DiskCheckProgram> m_program;
+    QScopedPointer<IndexDialog> m_dialog;
+    QMessageBox::Icon m_lastIcon = QMessageBox::NoIcon;
 };
 
-void tst_IndexDialog::textsOfTheForm()
+void tst_IndexDialog::init()
 {
-    QCOMPARE(m_dialog->windowTitle(), QStringLiteral("Dialog"));
-    QStringList texts;
-    for (const QLabel *label : m_dialog->findChildren<QLabel *>())
-        texts.append(label->text());
-    for (const QAbstractButton *button : m_dialog->findChildren<QAbstractButton *>())
-        texts.append(button->text());
-    for (const QString &text :
-         {QStringLiteral("Seleziona la cartella principale della Compact Flash o della Penna USB "
-                         "che vuoi ottimizzare per Tarvel4"),
-          QStringLiteral("Sfoglia"), QStringLiteral("Seleziona l'azione che vuoi eseguire:"),
-          QStringLiteral("Ho inserito o eliminato alcune song, aggiorna database"),
-          QStringLiteral("Ho problemi con gli archivi, ricostruisci database"),
-          QStringLiteral("Controlla struttura memoria"), QStringLiteral("File found:"),
-          QStringLiteral("0"), QStringLiteral("Report:"), QStringLiteral("Inizia"),
-          QStringLiteral("Chiudi")})
-        QVERIFY2(texts.contains(text), qPrintable(text));
-    QVERIFY(child<QRadioButton>("updateRadioButton")->isChecked());
-    QVERIFY(!child<QCheckBox>("checkDiskCheckBox")->isChecked());
-    QVERIFY(child<QPlainTextEdit>("reportPlainTextEdit")->isReadOnly());
-    QVERIFY(canBeUsed());
+    settings().clear();
+    m_program.reset(new DiskCheckProgram);
+    TestFiles::write(card() + text("/a.mid"), "no more than a name");
+    TestFiles::write(card() + text("/pop/b.mp3"), "no more than a name");
+    TestFiles::write(text("E:/a.mid"), "no more than a name");
+    m_dialog.reset(new IndexDialog(nullptr, {pastAnyTest, pastAnyTest}));
+    m_dialog->show();
+}
+
+void tst_IndexDialog::cleanup()
+{
+    QCOMPARE(usable(), 7);
+    m_dialog.reset();
+    m_program.reset();
 }
 
 void tst_IndexDialog::opensWithTheStoredRoot()
 {
-    QCOMPARE(child<QLineEdit>("pathLineEdit")->text(), QString());
-    QSettings(QStringLiteral("kvaro"), QStringLiteral("tarvel4soft"))
-        .setValue(QStringLiteral("mediaroot"), QStringLiteral("/media/card"));
-    m_dialog.reset(new IndexDialog);
-    QCOMPARE(child<QLineEdit>("pathLineEdit")->text(), QStringLiteral("/media/card"));
-}
-
-void tst_IndexDialog::browsing()
-{
-    DialogDriver driver;
-    driver.expect<QFileDialog>([this](QFileDialog &chooser) {
-        QCOMPARE(chooser.windowTitle(), QStringLiteral("Scegli cartella"));
-        QCOMPARE(chooser.directory().path(), QStringLiteral("/home"));
-        QVERIFY(chooser.testOption(QFileDialog::ShowDirsOnly));
-        QVERIFY(chooser.testOption(QFileDialog::DontResolveSymlinks));
-        chooser.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(card());
-        static_cast<QDialog &>(chooser).accept();
-    });
-    click("browsePushButton");
-    QCOMPARE(driver.problems(), QString());
-    QCOMPARE(child<QLineEdit>("pathLineEdit")->text(), card());
-    QCOMPARE(mediaRoot(), card());
-}
-
-void tst_IndexDialog::cancelledBrowsing()
-{
-    child<QLineEdit>("pathLineEdit")->setText(QStringLiteral("/typed"));
-    DialogDriver driver;
-    driver.expect<QFileDialog>([](QFileDialog &chooser) { chooser.close(); });
-    click("browsePushButton");
-    QCOMPARE(driver.problems(), QString());
-    QCOMPARE(child<QLineEdit>("pathLineEdit")->text(), QStringLiteral("/typed"));
-    QCOMPARE(mediaRoot(), QString());
-}
-
-void tst_IndexDialog::missingRoots_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("no path") << QString();
-    QTest::newRow("a folder that is not there") << QStringLiteral("/no/such/card");
+    QCOMPARE(find<QLineEdit>("pathLineEdit")->text(), QString());
+    QVERIFY(find<QRadioButton>("updateRadioButton")->isChecked());
+    QVERIFY(!find<QCheckBox>("checkDiskCheckBox")->isChecked());
+    QVERIFY(find<QPlainTextEdit>("reportPlainTextEdit")->isReadOnly());
+    settings().setValue(text("mediaroot"), text("/media/card"));
+    QCOMPARE(child<QLineEdit>(IndexDialog(), "pathLineEdit")->text(), text("/media/card"));
 }
 
 void tst_IndexDialog::missingRoots()
 {
-    QFETCH(QString, path);
-    choose(path, false);
-    QCOMPARE(run(),
-             QStringList(QStringLiteral("Ottimizza memoria|Il percorso selezionato non esiste")));
-    QCOMPARE(m_lastIcon, QMessageBox::Warning);
-    QCOMPARE(report(), QString());
-    QVERIFY(canBeUsed());
+    for (const QString &path : strings({"", "/no/such/card"})) {
+        choose(path, false);
+        QCOMPARE(run(), strings({"Ottimizza memoria|Il percorso selezionato non esiste"}));
+        QCOMPARE(m_lastIcon, QMessageBox::Warning);
+        QCOMPARE(report(), QString());
+        QCOMPARE(m_dialog->focusWidget(), find<QWidget>("pathLineEdit"));
+    }
 }
 
 void tst_IndexDialog::runs_data()
 {
     QTest::addColumn<bool>("rebuild");
-    QTest::addColumn<bool>("preparedBefore");
     QTest::addColumn<QString>("separator");
-    QTest::newRow("update of a new memory") << false << false << QString();
-    QTest::newRow("update of a prepared memory") << false << true << QString();
-    QTest::newRow("rebuild of a new memory") << true << false << QString();
-    QTest::newRow("rebuild of a prepared memory") << true << true << QString();
-    QTest::newRow("a slash at the end of the path") << true << false << QStringLiteral("/");
+    QTest::newRow("update") << false << QString();
+    QTest::newRow("rebuild") << true << QString();
+    QTest::newRow("a slash at the end of the path") << true << text("/");
 }
 
 void tst_IndexDialog::runs()
 {
     QFETCH(bool, rebuild);
-    QFETCH(bool, preparedBefore);
     QFETCH(QString, separator);
-    if (preparedBefore) {
-        choose(card(), true);
-        QCOMPARE(run(), done());
+    m_dialog->errorFromIndexReceived(text("of an earlier run"));
+    for (int round = 0; round < 2; ++round) { // a new memory and a prepared one
+        choose(card() + separator, rebuild);
+        QCOMPARE(run(), QStringList(done));
+        QCOMPARE(m_lastIcon, QMessageBox::Information);
+        QVERIFY(isPrepared(card()));
+        QCOMPARE(report(), plainReport);
+        QCOMPARE(find<QLabel>("numberLabel")->text(), text("2"));
+        QCOMPARE(find<QLabel>("currentPathLabel")->text(), QString());
+        const auto *bar = find<QProgressBar>("progressBar");
+        QCOMPARE(bar->value(), bar->maximum());
     }
-    choose(card() + separator, rebuild);
-    QCOMPARE(run(), done());
-    QCOMPARE(m_lastIcon, QMessageBox::Information);
-    QVERIFY(isPrepared(card()));
-    QCOMPARE(report(), plainReport());
-    QCOMPARE(child<QLabel>("numberLabel")->text(), QStringLiteral("2"));
-    QCOMPARE(child<QLabel>("currentPathLabel")->text(), QString());
-    auto *bar = child<QProgressBar>("progressBar");
-    QCOMPARE(bar->value(), bar->maximum());
-    QVERIFY(canBeUsed());
-    QCOMPARE(mediaRoot(), QString()); // only a browsed folder is stored
+    QVERIFY(!settings().contains(text("mediaroot"))); // only a browsed folder is stored
 }
 
 void tst_IndexDialog::rebuildReadsEverySongAgain()
 {
     choose(card(), true);
-    QCOMPARE(run(), done());
-    const QFileInfo index(card() + QStringLiteral("/index.id3"));
-    QCOMPARE(index.size(), qint64(2 * 270));
-    QVERIFY(QFile::remove(card() + QStringLiteral("/a.mid")));
-    choose(card(), true);
-    QCOMPARE(run(), done());
-    QCOMPARE(QFileInfo(index.filePath()).size(), qint64(270));
-    QCOMPARE(child<QLabel>("numberLabel")->text(), QStringLiteral("1"));
+    QCOMPARE(run(), QStringList(done));
+    QCOMPARE(QFileInfo(card() + text("/index.id3")).size(), qint64(2 * 270));
+    QVERIFY(QFile::remove(card() + text("/a.mid")));
+    QCOMPARE(run(), QStringList(done));
+    QCOMPARE(QFileInfo(card() + text("/index.id3")).size(), qint64(270));
+    QCOMPARE(find<QLabel>("numberLabel")->text(), text("1"));
 }
 
 void tst_IndexDialog::singleErrorTurnsTheFinalBox()
 {
     // 252 characters below the root: one more than the index can hold
-    const QString song = QStringLiteral("/") + QString(200, QLatin1Char('d')) + QLatin1Char('/')
-        + QString(46, QLatin1Char('s')) + QStringLiteral(".mid");
-    QCOMPARE(song.size(), 252);
-    addSong(card() + song);
+    const QString song = card() + QLatin1Char('/') + QString(200, QLatin1Char('d'))
+        + QLatin1Char('/') + QString(46, QLatin1Char('s')) + text(".mid");
+    QCOMPARE(song.size() - card().size(), 252);
+    TestFiles::write(song, "no more than a name");
     choose(card(), false);
-    QCOMPARE(run(), withErrors());
+    QCOMPARE(run(), QStringList(withErrors));
     QCOMPARE(m_lastIcon, QMessageBox::Critical);
     QVERIFY(isPrepared(card())); // every index file was written all the same
     QCOMPARE(report(),
-             QStringLiteral("Ottimizzazione memoria in corso...\nFile non importato, path troppo "
-                            "lungo: ")
-                 + card() + song + QStringLiteral("\nOperazione completata"));
-    QCOMPARE(child<QLabel>("numberLabel")->text(), QStringLiteral("2"));
-    QVERIFY(canBeUsed());
-}
-
-void tst_IndexDialog::nextRunForgetsTheErrors()
-{
-    m_dialog->errorFromIndexReceived(QStringLiteral("an error"));
-    choose(card(), false);
-    QCOMPARE(run(), done());
-    QCOMPARE(report(), plainReport());
+             text("Ottimizzazione memoria in corso...\nFile non importato, path troppo lungo: ")
+                 + song + text("\nOperazione completata"));
+    QCOMPARE(find<QLabel>("numberLabel")->text(), text("2"));
 }
 
 void tst_IndexDialog::failures_data()
 {
     QTest::addColumn<bool>("rebuild");
-    QTest::addColumn<QString>("obstacle");
-    QTest::newRow("an index file that can't be written")
-        << true << QStringLiteral("card/artist.id3/folder");
-    QTest::newRow("the same in an update") << false << QStringLiteral("card/artist.id3/folder");
-    QTest::newRow("a root that is a file") << true << QString();
+    QTest::addColumn<QString>("root");
+    QTest::newRow("an index file that can't be rebuilt") << true << text("card");
+    QTest::newRow("an index file that can't be updated") << false << text("card");
+    QTest::newRow("a root that is a file") << true << text("card/a.mid");
+    QTest::newRow("a memory without songs") << false << text("empty");
 }
 
 void tst_IndexDialog::failures()
 {
     QFETCH(bool, rebuild);
-    QFETCH(QString, obstacle);
-    if (!obstacle.isEmpty())
-        QVERIFY(QDir().mkpath(m_program->path(obstacle)));
+    QFETCH(QString, root);
+    QVERIFY(QDir().mkpath(card() + text("/artist.id3/folder")));
+    QVERIFY(QDir().mkpath(m_program->path(text("empty"))));
     m_dialog->initProgress(7); // as after a memory of seven songs
-    choose(obstacle.isEmpty() ? card() + QStringLiteral("/a.mid") : card(), rebuild);
-    QCOMPARE(run(), failed());
+    choose(m_program->path(root), rebuild);
+    QCOMPARE(run(), QStringList(failed));
     QCOMPARE(m_lastIcon, QMessageBox::Critical);
     QVERIFY(!isPrepared(card()));
-    QCOMPARE(report(), plainReport());
-    QCOMPARE(child<QProgressBar>("progressBar")->value(), 100);
-    QCOMPARE(child<QProgressBar>("progressBar")->maximum(), 100);
-    QVERIFY(canBeUsed());
-}
-
-void tst_IndexDialog::memoryWithoutSongsIsNotPrepared()
-{
-    const QTemporaryDir empty;
-    choose(empty.path(), false);
-    QCOMPARE(run(), failed());
-    QVERIFY(canBeUsed());
+    QCOMPARE(report(), plainReport);
+    QCOMPARE(find<QProgressBar>("progressBar")->value(), 100);
+    QCOMPARE(find<QProgressBar>("progressBar")->maximum(), 100);
 }
 
 void tst_IndexDialog::slotsShowWhatTheyAreGiven()
 {
     m_dialog->updateLabelNum(42);
-    QCOMPARE(child<QLabel>("numberLabel")->text(), QStringLiteral("42"));
+    QCOMPARE(find<QLabel>("numberLabel")->text(), text("42"));
     m_dialog->initProgress(70000);
-    QCOMPARE(child<QProgressBar>("progressBar")->minimum(), 0);
-    QCOMPARE(child<QProgressBar>("progressBar")->maximum(), 70000);
     m_dialog->setProgressValue(35000);
-    QCOMPARE(child<QProgressBar>("progressBar")->value(), 35000);
-    m_dialog->updateLabelCurrPath(QStringLiteral("/card/<b>x</b>.mid"));
-    QCOMPARE(child<QLabel>("currentPathLabel")->text(), QStringLiteral("/card/<b>x</b>.mid"));
-    QCOMPARE(child<QLabel>("currentPathLabel")->textFormat(), Qt::PlainText);
-    m_dialog->errorFromIndexReceived(QStringLiteral("<i>one</i>"));
-    m_dialog->errorFromIndexReceived(QStringLiteral("two"));
-    QCOMPARE(report(), QStringLiteral("<i>one</i>\ntwo"));
+    const auto *bar = find<QProgressBar>("progressBar");
+    QCOMPARE(QVector<int>({bar->minimum(), bar->value(), bar->maximum()}),
+             QVector<int>({0, 35000, 70000}));
+    m_dialog->updateLabelCurrPath(text("/card/<b>x</b>.mid"));
+    QCOMPARE(find<QLabel>("currentPathLabel")->text(), text("/card/<b>x</b>.mid"));
+    QCOMPARE(find<QLabel>("currentPathLabel")->textFormat(), Qt::PlainText);
+    m_dialog->errorFromIndexReceived(text("<i>one</i>"));
+    m_dialog->errorFromIndexReceived(text("two"));
+    QCOMPARE(report(), text("<i>one</i>\ntwo"));
 }
 
 void tst_IndexDialog::progressIsPaintedWithoutEvents()
 {
     for (int i = 0; i < 200; ++i)
-        addSong(card() + QStringLiteral("/%1.mid").arg(i));
+        TestFiles::write(card() + text("/%1.mid").arg(i), "no more than a name");
     choose(card(), true);
     QVERIFY(QTest::qWaitForWindowExposed(m_dialog.data()));
-    PaintCounter bar(child<QProgressBar>("progressBar"), 8); // the run lasts over half a second
-    PaintCounter number(child<QLabel>("numberLabel"));
+    PaintCounter bar(find<QProgressBar>("progressBar"));
+    PaintCounter number(find<QLabel>("numberLabel"));
     QSet<QString> paths;
-    bar.onPaint = [&] { paths.insert(child<QLabel>("currentPathLabel")->text()); };
-    int barPainted = 0;
-    int numberPainted = 0;
+    bar.onPaint = [&] {
+        paths.insert(find<QLabel>("currentPathLabel")->text());
+        QThread::msleep(8); // so that the run lasts over half a second
+    };
     DialogDriver driver;
     driver.expect<QMessageBox>([&](QMessageBox &box) {
-        barPainted = bar.count;
-        numberPainted = number.count;
         box.accept();
+        QVERIFY2(bar.count >= 50, qPrintable(QString::number(bar.count)));
+        QVERIFY2(number.count >= 6, qPrintable(QString::number(number.count)));
     });
-    click("startPushButton"); // no event loop runs until the box comes
+    click(*m_dialog, "startPushButton"); // no event loop runs until the box comes
     QCOMPARE(driver.problems(), QString());
-    QVERIFY2(barPainted >= 50, qPrintable(QString::number(barPainted)));
-    QVERIFY2(numberPainted >= 6, qPrintable(QString::number(numberPainted)));
     QVERIFY2(paths.size() >= 6, "the path shows each song that is read");
 }
 
-void tst_IndexDialog::reportEndsAfterTheBox()
+void tst_IndexDialog::enterStartsARunWhoseReportEndsAfterTheBox()
 {
-    choose(card(), true);
+    choose(card(), false);
     QString before;
     DialogDriver driver;
     driver.expect<QMessageBox>([&](QMessageBox &box) {
         before = report();
         box.accept();
     });
-    click("startPushButton");
+    QTest::keyClick(find<QLineEdit>("pathLineEdit"), Qt::Key_Return);
     QCOMPARE(driver.problems(), QString());
-    QCOMPARE(before, QStringLiteral("Ottimizzazione memoria in corso..."));
-    QCOMPARE(report(), plainReport());
-}
-
-void tst_IndexDialog::closing_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::newRow("Chiudi") << QStringLiteral("button");
-    QTest::newRow("Escape") << QStringLiteral("escape");
-    QTest::newRow("frame") << QStringLiteral("frame");
-}
-
-void tst_IndexDialog::closing()
-{
-    QFETCH(QString, how);
-    if (how == QLatin1String("button"))
-        click("closePushButton");
-    else if (how == QLatin1String("escape"))
-        QTest::keyClick(m_dialog.data(), Qt::Key_Escape);
-    else
-        m_dialog->close();
-    QVERIFY(!m_dialog->isVisible());
-}
-
-void tst_IndexDialog::enterStartsARun()
-{
-    choose(card(), false);
-    DialogDriver driver;
-    driver.answerBox(QMessageBox::Ok);
-    QTest::keyClick(child<QLineEdit>("pathLineEdit"), Qt::Key_Return);
-    QCOMPARE(driver.problems(), QString());
-    QCOMPARE(driver.boxes, done());
-    QCOMPARE(m_dialog->focusWidget(), child<QPushButton>("closePushButton"));
-}
-
-void tst_IndexDialog::tabGoesFromTopToBottom()
-{
-    QStringList chain = focusChain(child<QWidget>("pathLineEdit"));
-    chain.removeAll(QString());
-    QCOMPARE(chain.join(QLatin1Char(' ')),
-             QStringLiteral("pathLineEdit browsePushButton updateRadioButton rebuildRadioButton "
-                            "checkDiskCheckBox reportPlainTextEdit startPushButton "
-                            "closePushButton"));
-    for (const QLabel *label : m_dialog->findChildren<QLabel *>()) {
-        if (label->objectName() == QLatin1String("pathLabel"))
-            QCOMPARE(label->buddy(), child<QWidget>("pathLineEdit"));
-        if (label->objectName() == QLatin1String("reportLabel"))
-            QCOMPARE(label->buddy(), child<QWidget>("reportPlainTextEdit"));
-    }
+    QCOMPARE(before, text("Ottimizzazione memoria in corso..."));
+    QCOMPARE(report(), plainReport);
+    QCOMPARE(m_dialog->focusWidget(), find<QWidget>("closePushButton"));
 }
 
 void tst_IndexDialog::longPathsDoNotStretchTheDialog()
@@ -367,11 +307,93 @@ void tst_IndexDialog::longPathsDoNotStretchTheDialog()
     const QString path = QLatin1Char('/') + QString(2000, QLatin1Char('W'));
     m_dialog->updateLabelCurrPath(path);
     m_dialog->errorFromIndexReceived(path);
-    child<QLineEdit>("pathLineEdit")->setText(path);
+    find<QLineEdit>("pathLineEdit")->setText(path);
     QCoreApplication::processEvents();
-    QCOMPARE(m_dialog->minimumSizeHint().width() <= before.width(), true);
+    QVERIFY(m_dialog->minimumSizeHint().width() <= before.width());
     QCOMPARE(m_dialog->sizeHint().height(), before.height());
     QVERIFY(m_dialog->width() <= 900);
+}
+
+void tst_IndexDialog::diskChecks_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QStringList>("boxes");
+    const QStringList goesOn(done);
+    QTest::newRow("no errors: goes on") << QByteArray("exit 0") << goesOn;
+    QTest::newRow("errors fixed: goes on") << QByteArray("exit 1") << goesOn;
+    QTest::newRow("errors left: stops without indexing")
+        << QByteArray("exit 3") << QStringList(errorsLeft);
+    QTest::newRow("not startable: says so and goes on")
+        << QByteArray() << QStringList({notChecked, done});
+    QTest::newRow("never ending: says so and goes on")
+        << QByteArray("exec sleep 60") << QStringList({notChecked, done});
+}
+
+void tst_IndexDialog::diskChecks()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(QStringList, boxes);
+    m_dialog.reset(
+        new IndexDialog(nullptr, {pastAnyTest, script.contains("sleep") ? 200 : pastAnyTest}));
+    m_dialog->show();
+    if (!script.isEmpty())
+        QVERIFY(m_program->write(script));
+    m_dialog->errorFromIndexReceived(text("of an earlier run"));
+    choose(text("E:/"), true, true);
+
+    QCOMPARE(run(boxes.size()), boxes);
+    const bool indexed = boxes.contains(done);
+    QCOMPARE(isPrepared(text("E:")), indexed);
+    QCOMPARE(report(), indexed ? plainReport : text("of an earlier run"));
+    QCOMPARE(m_lastIcon, indexed ? QMessageBox::Information : QMessageBox::Critical);
+    QCOMPARE(find<QProgressBar>("progressBar")->value(), 100);
+    QCOMPARE(m_program->written(text("arguments")),
+             script.isEmpty() ? QByteArray() : QByteArray("E:\n/F\n/R\n"));
+}
+
+void tst_IndexDialog::checkIsLeftOut_data()
+{
+    QTest::addColumn<QString>("root");
+    QTest::addColumn<bool>("rebuild");
+    QTest::addColumn<bool>("check");
+    QTest::newRow("for a path without a drive, and says so") << text("card") << true << true;
+    QTest::newRow("for an update") << text("E:") << false << true;
+    QTest::newRow("where it is not ticked") << text("E:") << true << false;
+}
+
+void tst_IndexDialog::checkIsLeftOut()
+{
+    QFETCH(QString, root);
+    QFETCH(bool, rebuild);
+    QFETCH(bool, check);
+    const QStringList boxes =
+        rebuild && check ? QStringList({notChecked, done}) : QStringList(done);
+    QVERIFY(m_program->write("exit 3"));
+    choose(root, rebuild, check);
+    QCOMPARE(run(boxes.size()), boxes);
+    QVERIFY(m_program->written(text("arguments")).isNull());
+    QVERIFY(isPrepared(root));
+}
+
+void tst_IndexDialog::nothingIsUsableDuringARun()
+{
+    QVERIFY(m_program->write("sleep 0.3; exit 0"));
+    choose(text("E:"), true, true);
+    m_dialog->updateLabelNum(7);
+    m_dialog->setProgressValue(50);
+    QStringList seen;
+    QTimer::singleShot(100, this, [&] {
+        seen = QStringList({find<QLabel>("numberLabel")->text(),
+                            QString::number(find<QProgressBar>("progressBar")->value()),
+                            QString::number(usable())});
+        m_dialog->close();
+        QTest::keyClick(m_dialog.data(), Qt::Key_Escape);
+    });
+    QCOMPARE(run(), QStringList(done));
+    QCOMPARE(seen, strings({"0", "0", "0"}));
+    QVERIFY(m_dialog->isVisible());
+    m_dialog->close();
+    QVERIFY(!m_dialog->isVisible());
 }
 
 QTEST_MAIN(tst_IndexDialog)

@@ -1,9 +1,15 @@
+#include "tests/library/logcapture.h"
+#include "tests/library/texts.h"
 #include "tests/ui/windowfixture.h"
 
 #include "ui/appearance.h"
+#include "ui/dataeditdialog.h"
 
+#include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPushButton>
+#include <QSpinBox>
 
 using namespace tarvel4;
 
@@ -25,18 +31,19 @@ public:
 
 } // namespace
 
+/** The window as it opens, and its hidden panels: the log's settings, and what developers try songs
+ * and styles with. */
 class tst_MainWindow : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { m_window.reset(new WindowFixture); }
+    void init();
     void cleanup();
 
     void slotsAreInTheOrderOfTheMetaObject();
     void widgetsHaveTheirTexts_data();
     void widgetsHaveTheirTexts();
-    void picturesOfTheLabels_data();
     void picturesOfTheLabels();
     void everyTextFitsItsWidget_data();
     void everyTextFitsItsWidget();
@@ -45,10 +52,26 @@ private Q_SLOTS:
     void catalogueThatCantBeOpened();
     void keyboardReachesTheStepsInOrder();
     void windowFiltersTheEventsOfTheApplication();
+    void logBoxesShowAndKeepTheSettings_data();
+    void logBoxesShowAndKeepTheSettings();
+    void debugPanelIsToggled();
+    void reloadStyleReadsTheProgramsFolder();
+    void developersSaveAndMarker();
+    void developersDialog_data();
+    void developersDialog();
 
 private:
     QScopedPointer<WindowFixture> m_window;
 };
+
+void tst_MainWindow::init()
+{
+    m_window.reset(new WindowFixture);
+    m_window->settings().setValue(text("copyrightAsk"), false);
+    m_window->settings().sync();
+    if (qstrcmp(QTest::currentTestFunction(), "catalogueThatCantBeOpened") != 0)
+        m_window->open();
+}
 
 void tst_MainWindow::cleanup()
 {
@@ -63,127 +86,103 @@ void tst_MainWindow::slotsAreInTheOrderOfTheMetaObject()
     const QMetaObject &meta = MainWindow::staticMetaObject;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
         found.append(QString::fromLatin1(meta.method(i).methodSignature()));
-    const QStringList expected{QStringLiteral("on_selectDirToolButton_clicked()"),
-                               QStringLiteral("on_updateDataToolButton_clicked()"),
-                               QStringLiteral("on_actionItalian_triggered()"),
-                               QStringLiteral("on_actionEnglish_triggered()"),
-                               QStringLiteral("on_actionGerman_triggered()"),
-                               QStringLiteral("on_actionAbout_triggered()"),
-                               QStringLiteral("on_actionAbout_QT_triggered()"),
-                               QStringLiteral("on_actionContents_triggered()"),
-                               QStringLiteral("on_actionCopyrightYes_triggered()"),
-                               QStringLiteral("on_actionCopyrightNo_triggered()"),
-                               QStringLiteral("onSongsTableViewDoubleClicked(QModelIndex)"),
-                               QStringLiteral("on_optimizeMemory_triggered()"),
-                               QStringLiteral("on_transferFilesToolButton_clicked()"),
-                               QStringLiteral("on_actionSongsList_triggered()"),
-                               QStringLiteral("onSongsTableViewShowContextMenu(QPoint)"),
-                               QStringLiteral("on_dbgImportPushButton_clicked()"),
-                               QStringLiteral("on_dbgSavePushButton_clicked()"),
-                               QStringLiteral("on_dbgAddMarkerPushButton_clicked()"),
-                               QStringLiteral("on_dbgShowDialogPushButton_clicked()"),
-                               QStringLiteral("on_dbgHidePushButton_clicked()"),
-                               QStringLiteral("on_dbgBackupPushButton_clicked()"),
-                               QStringLiteral("on_dbgLogEnableCheckBox_toggled(bool)"),
-                               QStringLiteral("on_dbgLogClearCheckBox_toggled(bool)"),
-                               QStringLiteral("on_dbgReloadStylePushButton_clicked()")};
-    QCOMPARE(found, expected);
+    QCOMPARE(found,
+             strings({"on_selectDirToolButton_clicked()",
+                      "on_updateDataToolButton_clicked()",
+                      "on_actionItalian_triggered()",
+                      "on_actionEnglish_triggered()",
+                      "on_actionGerman_triggered()",
+                      "on_actionAbout_triggered()",
+                      "on_actionAbout_QT_triggered()",
+                      "on_actionContents_triggered()",
+                      "on_actionCopyrightYes_triggered()",
+                      "on_actionCopyrightNo_triggered()",
+                      "onSongsTableViewDoubleClicked(QModelIndex)",
+                      "on_optimizeMemory_triggered()",
+                      "on_transferFilesToolButton_clicked()",
+                      "on_actionSongsList_triggered()",
+                      "onSongsTableViewShowContextMenu(QPoint)",
+                      "on_dbgImportPushButton_clicked()",
+                      "on_dbgSavePushButton_clicked()",
+                      "on_dbgAddMarkerPushButton_clicked()",
+                      "on_dbgShowDialogPushButton_clicked()",
+                      "on_dbgHidePushButton_clicked()",
+                      "on_dbgBackupPushButton_clicked()",
+                      "on_dbgLogEnableCheckBox_toggled(bool)",
+                      "on_dbgLogClearCheckBox_toggled(bool)",
+                      "on_dbgReloadStylePushButton_clicked()"}));
 }
 
 void tst_MainWindow::widgetsHaveTheirTexts_data()
 {
-    QTest::addColumn<QString>("widget");
-    QTest::addColumn<QString>("property");
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char *widget, const char *property, const char *text) {
-        QTest::newRow(widget) << QString::fromUtf8(widget) << QString::fromUtf8(property)
-                              << QString::fromUtf8(text);
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<QString>("shown");
+    const auto row = [](const char *widget, const char *shown, const char *property = "text") {
+        QTest::newRow(widget) << QByteArray(property) << text(shown);
     };
-    row("MainWindow", "windowTitle", "Tarvel4 Soft");
-    row("selectDirToolButton", "text",
+    row("selectDirToolButton",
         "Seleziona le basi musicali che desideri inserire nella memoria di Tarvel");
-    row("label_2", "text", "Sincronizza song con il\ndatabase K-Varo");
-    row("label_3", "text", "Trasferisci song nella\nmemoria di Tarvel");
-    row("debugKvaroGroupBox", "title", "Opzioni nascoste");
-    row("dbgLogEnableCheckBox", "text", "Abilita log (riavvio necessario!)");
-    row("dbgLogClearCheckBox", "text", "Cancella log ad ogni avvio");
-    row("debugGroupBox", "title", "Debug");
-    row("dbgAddMarkerPushButton", "text", "Add Marker");
-    row("dbgSavePushButton", "text", "Save");
-    row("dbgReloadStylePushButton", "text", "Reload Stylesheet");
-    row("dbgImportPushButton", "text", "Import again");
-    row("dbgHidePushButton", "text", "Hide Debug");
-    row("dbgBackupPushButton", "text", "Backup");
-    row("dbgShowDialogPushButton", "text", "Manual Dialog");
+    row("label_2", "Sincronizza song con il\ndatabase K-Varo");
+    row("label_3", "Trasferisci song nella\nmemoria di Tarvel");
+    row("debugKvaroGroupBox", "Opzioni nascoste", "title");
+    row("dbgLogEnableCheckBox", "Abilita log (riavvio necessario!)");
+    row("dbgLogClearCheckBox", "Cancella log ad ogni avvio");
+    row("debugGroupBox", "Debug", "title");
+    row("dbgAddMarkerPushButton", "Add Marker");
+    row("dbgSavePushButton", "Save");
+    row("dbgReloadStylePushButton", "Reload Stylesheet");
+    row("dbgImportPushButton", "Import again");
+    row("dbgHidePushButton", "Hide Debug");
+    row("dbgBackupPushButton", "Backup");
+    row("dbgShowDialogPushButton", "Manual Dialog");
 }
 
 void tst_MainWindow::widgetsHaveTheirTexts()
 {
-    QFETCH(QString, widget);
-    QFETCH(QString, property);
-    QFETCH(QString, text);
-    m_window->open();
-    const QWidget *found = widget == QLatin1String("MainWindow")
-        ? m_window->window.get()
-        : m_window->window->findChild<QWidget *>(widget);
-    QVERIFY(found);
-    QCOMPARE(found->property(property.toLatin1().constData()).toString(), text);
-}
-
-void tst_MainWindow::picturesOfTheLabels_data()
-{
-    QTest::addColumn<QString>("parent");
-    QTest::addColumn<QString>("style");
-    QTest::newRow("logoLabel") << QStringLiteral("centralWidget")
-                               << QStringLiteral("image: url(:/imgs/logo-tarvel4.png);");
-    QTest::newRow("logoKvaroLabel")
-        << QStringLiteral("centralWidget") << QStringLiteral("image: url(:/imgs/logo-kvaro.png);");
-    QTest::newRow("label") << QStringLiteral("frame")
-                           << QStringLiteral("image:url(:/imgs/image-corner.png)");
+    QFETCH(QByteArray, property);
+    const auto *widget = m_window->find<QWidget>(QTest::currentDataTag());
+    QTEST(widget->property(property.constData()).toString(), "shown");
+    QCOMPARE(m_window->window->windowTitle(), text("Tarvel4 Soft"));
 }
 
 void tst_MainWindow::picturesOfTheLabels()
 {
-    QFETCH(QString, parent);
-    QFETCH(QString, style);
-    m_window->open();
-    const auto *label = m_window->find<QLabel>(QTest::currentDataTag());
-    QVERIFY(label);
-    QCOMPARE(label->styleSheet(), style);
-    QCOMPARE(label->parentWidget()->objectName(), parent);
-    const QString file = style.section(QLatin1Char('('), 1).section(QLatin1Char(')'), 0, 0);
-    QVERIFY(!QPixmap(file).isNull());
+    const auto styleOf = [this](const char *name) {
+        const auto *label = m_window->find<QLabel>(name);
+        const QString style = label->styleSheet();
+        const QString file = style.section(QLatin1Char('('), 1).section(QLatin1Char(')'), 0, 0);
+        return QPixmap(file).isNull() ? text("no picture")
+                                      : label->parentWidget()->objectName() + style;
+    };
+    QCOMPARE(styleOf("logoLabel"), text("centralWidgetimage: url(:/imgs/logo-tarvel4.png);"));
+    QCOMPARE(styleOf("logoKvaroLabel"), text("centralWidgetimage: url(:/imgs/logo-kvaro.png);"));
+    QCOMPARE(styleOf("label"), text("frameimage:url(:/imgs/image-corner.png)"));
 }
 
 void tst_MainWindow::everyTextFitsItsWidget_data()
 {
-    QTest::addColumn<QString>("language");
     QTest::addColumn<QSize>("size");
-    const QSize usual(1280, 800);
-    const QSize halved(640, 400);
-    QTest::newRow("Italian, 1280x800") << QStringLiteral("it") << usual;
-    QTest::newRow("English, 1280x800") << QStringLiteral("en") << usual;
-    QTest::newRow("Italian, 1280x800 at 200 %") << QStringLiteral("it") << halved;
-    QTest::newRow("English, 1280x800 at 200 %") << QStringLiteral("en") << halved;
+    for (const char *language : {"actionItalian", "actionEnglish"}) {
+        QTest::addRow("%s", language) << QSize(1280, 800);
+        QTest::addRow("%s at 200 %%", language) << QSize(640, 400);
+    }
 }
 
 void tst_MainWindow::everyTextFitsItsWidget()
 {
-    QFETCH(QString, language);
     QFETCH(QSize, size);
-    Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
+    Appearance::applyStyleSheet(text(":/style/default.qss"));
     const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
-    m_window->open();
-    m_window->trigger(language == QLatin1String("it") ? "actionItalian" : "actionEnglish");
+    m_window->trigger(text(QTest::currentDataTag()).left(13).toLatin1().constData());
     m_window->window->resize(size);
     QCoreApplication::processEvents();
     QCOMPARE(m_window->window->size(), size); // no widget asks for more
 
     for (const char *name : {"label_2", "label_3"}) {
         const auto *label = m_window->find<QLabel>(name);
-        const QRect text = label->fontMetrics().boundingRect(
+        const QRect words = label->fontMetrics().boundingRect(
             label->contentsRect(), int(Qt::TextWordWrap) | int(Qt::AlignVCenter), label->text());
-        QVERIFY2(label->contentsRect().contains(text), name);
+        QVERIFY2(label->contentsRect().contains(words), name);
     }
     QVERIFY(m_window->table()->viewport()->height()
             > 4 * m_window->table()->fontMetrics().height());
@@ -191,15 +190,15 @@ void tst_MainWindow::everyTextFitsItsWidget()
 
 void tst_MainWindow::atStartOnlyTheImportIsEnabled()
 {
-    m_window->open();
     QVERIFY(m_window->enabled("selectDirToolButton"));
     QVERIFY(!m_window->enabled("updateDataToolButton"));
     QVERIFY(!m_window->enabled("transferFilesToolButton"));
+    for (const char *panel : {"debugGroupBox", "debugKvaroGroupBox"})
+        QVERIFY2(m_window->find<QWidget>(panel)->isHidden(), panel);
 }
 
 void tst_MainWindow::tableIsSetUp()
 {
-    m_window->open();
     const QTableView *table = m_window->table();
     QCOMPARE(table->editTriggers(), QAbstractItemView::NoEditTriggers);
     QVERIFY(table->isSortingEnabled());
@@ -216,10 +215,8 @@ void tst_MainWindow::tableIsSetUp()
             shown.append(table->model()->headerData(column, Qt::Horizontal).toString());
     }
     QCOMPARE(shown,
-             QStringList({QStringLiteral("Formato"), QStringLiteral("Titolo"),
-                          QStringLiteral("Artista"), QStringLiteral("Genere"),
-                          QStringLiteral("Autore"), QStringLiteral("Durata"), QStringLiteral("Bpm"),
-                          QStringLiteral("Tonalita'"), QStringLiteral("Nome file")}));
+             strings({"Formato", "Titolo", "Artista", "Genere", "Autore", "Durata", "Bpm",
+                      "Tonalita'", "Nome file"}));
 }
 
 void tst_MainWindow::catalogueThatCantBeOpened()
@@ -231,23 +228,22 @@ void tst_MainWindow::catalogueThatCantBeOpened()
     QCOMPARE(m_window->table()->contextMenuPolicy(), Qt::DefaultContextMenu);
     QVERIFY(m_window->enabled("selectDirToolButton"));
 
-    m_window->import({m_window->addSong(QStringLiteral("A.mid"), "A")});
+    m_window->import({m_window->addSong(text("A.mid"), "A")});
     QVERIFY(!m_window->enabled("updateDataToolButton"));
     QVERIFY(m_window->enabled("transferFilesToolButton"));
     m_window->trigger("actionEnglish"); // the texts change, there are no headers to change
-    QCOMPARE(m_window->find<QMenu>("menuHelp")->title(), QStringLiteral("Help"));
+    QCOMPARE(m_window->find<QMenu>("menuHelp")->title(), text("Help"));
 }
 
 void tst_MainWindow::keyboardReachesTheStepsInOrder()
 {
-    m_window->open();
     for (const char *name : {"updateDataToolButton", "transferFilesToolButton"})
         m_window->find<QToolButton>(name)->setEnabled(true);
     QApplication::setActiveWindow(m_window->window.get());
     m_window->find<QWidget>("selectDirToolButton")->setFocus();
     for (const char *name : {"selectDirToolButton", "updateDataToolButton",
                              "transferFilesToolButton", "userLibraryTableView"}) {
-        QTRY_COMPARE(m_window->window->focusWidget()->objectName(), QLatin1String(name));
+        QTRY_COMPARE(m_window->window->focusWidget()->objectName(), text(name));
         QTest::keyClick(m_window->window->focusWidget(), Qt::Key_Tab);
     }
 }
@@ -259,6 +255,87 @@ void tst_MainWindow::windowFiltersTheEventsOfTheApplication()
     QEvent event(QEvent::User);
     QCoreApplication::sendEvent(&stranger, &event);
     QVERIFY(window.seen.contains({&stranger, false}));
+}
+
+void tst_MainWindow::logBoxesShowAndKeepTheSettings_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::newRow("dbgLogEnableCheckBox") << text("logenabled");
+    QTest::newRow("dbgLogClearCheckBox") << text("logclear");
+}
+
+void tst_MainWindow::logBoxesShowAndKeepTheSettings()
+{
+    QFETCH(QString, key);
+    for (const bool before : {false, true}) {
+        auto *box = m_window->find<QCheckBox>(QTest::currentDataTag());
+        QCOMPARE(box->isChecked(), before);
+        QCOMPARE(m_window->settings().contains(key), before);
+        box->click();
+        QCOMPARE(m_window->settings().value(key).toBool(), !before);
+        m_window->window.reset();
+        m_window->open(); // the next window shows what was kept
+    }
+}
+
+void tst_MainWindow::debugPanelIsToggled()
+{
+    for (const bool isShown : {true, false}) {
+        m_window->find<QPushButton>("dbgHidePushButton")->click();
+        QCOMPARE(m_window->find<QWidget>("debugGroupBox")->isVisible(), isShown);
+    }
+}
+
+void tst_MainWindow::reloadStyleReadsTheProgramsFolder()
+{
+    const QString file = QCoreApplication::applicationDirPath() + text("/default.qss");
+    QVERIFY(!QFile::exists(file));
+    m_window->write(file, "QLabel#nobody { color: red }");
+    m_window->find<QPushButton>("dbgReloadStylePushButton")->click();
+    QFile::remove(file);
+    const QString applied = qApp->styleSheet();
+    qApp->setStyleSheet(QString());
+    QCOMPARE(applied, text("QLabel#nobody { color: red }"));
+}
+
+void tst_MainWindow::developersSaveAndMarker()
+{
+    const QString song = m_window->addSong(text("b.mid"), "Song");
+    const QByteArray before = WindowFixture::read(song);
+    m_window->import({m_window->addSong(text("a.mid"), "Song"), song});
+    const LogCapture log;
+    m_window->find<QPushButton>("dbgSavePushButton")->click(); // no row selected: nothing
+    m_window->find<QPushButton>("dbgAddMarkerPushButton")->click();
+    QCOMPARE(LogCapture::lines(), QStringList());
+
+    m_window->table()->selectRow(1);
+    m_window->find<QPushButton>("dbgSavePushButton")->click();
+    QCOMPARE(LogCapture::lines().mid(0, 2),
+             strings({"[MainWindow] Saving row:  1", "Saving to file:  \"test_save.bin\""}));
+    QCOMPARE(LogCapture::lines().constLast(), text("Ok"));
+    QCOMPARE(WindowFixture::read(m_window->path("test_save.bin")), before);
+
+    m_window->find<QLineEdit>("dbgMarkerTextLineEdit")->setText(text("Refrain"));
+    m_window->find<QSpinBox>("dbgMarkerBarSpinBox")->setValue(7);
+    m_window->find<QPushButton>("dbgAddMarkerPushButton")->click();
+    QVERIFY(LogCapture::has(text("[MainWindow] Adding marker to row:  1")));
+    QVERIFY(WindowFixture::read(m_window->path("test_addmarker.bin")).contains("Refrain"));
+    QCOMPARE(WindowFixture::read(song), before);
+}
+
+void tst_MainWindow::developersDialog_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("savePushButton") << QByteArray("Accettato");
+    QTest::newRow("exitPushButton") << QByteArray("Rifiutato");
+}
+
+void tst_MainWindow::developersDialog()
+{
+    QFETCH(QByteArray, line);
+    m_window->driver.click<DataEditDialog>(text(QTest::currentDataTag()));
+    QTest::ignoreMessage(QtDebugMsg, line.constData());
+    m_window->find<QPushButton>("dbgShowDialogPushButton")->click();
 }
 
 QTEST_MAIN(tst_MainWindow)

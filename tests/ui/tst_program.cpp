@@ -1,4 +1,5 @@
 #include "app/startup.h"
+#include "tests/library/texts.h"
 
 #include <QAction>
 #include <QApplication>
@@ -23,7 +24,7 @@ QWidget *mainWindow()
 {
     const QWidgetList widgets = QApplication::topLevelWidgets();
     for (QWidget *widget : widgets) {
-        if (widget->isVisible() && widget->objectName() == QLatin1String("MainWindow"))
+        if (widget->isVisible() && widget->objectName() == text("MainWindow"))
             return widget;
     }
     return nullptr;
@@ -47,10 +48,10 @@ void tst_Program::startsWithItsLanguageAndItsLooks_data()
 {
     QTest::addColumn<QString>("ticked");
     QTest::addColumn<QString>("help");
-    QTest::newRow("it") << QStringLiteral("actionItalian") << QStringLiteral("Aiuto");
-    QTest::newRow("en") << QStringLiteral("actionEnglish") << QStringLiteral("Help");
-    QTest::newRow("de") << QStringLiteral("actionGerman") << QStringLiteral("Help");
-    QTest::newRow("fr") << QStringLiteral("actionEnglish") << QStringLiteral("Help");
+    QTest::newRow("it") << text("actionItalian") << text("Aiuto");
+    QTest::newRow("en") << text("actionEnglish") << text("Help");
+    QTest::newRow("de") << text("actionGerman") << text("Help");
+    QTest::newRow("fr") << text("actionEnglish") << text("Help");
 }
 
 void tst_Program::startsWithItsLanguageAndItsLooks()
@@ -58,9 +59,9 @@ void tst_Program::startsWithItsLanguageAndItsLooks()
     QFETCH(QString, ticked);
     QFETCH(QString, help);
     {
-        QSettings settings(QStringLiteral("kvaro"), QStringLiteral("tarvel4soft"));
+        QSettings settings(text("kvaro"), text("tarvel4soft"));
         settings.clear();
-        settings.setValue(QStringLiteral("language"), QLatin1String(QTest::currentDataTag()));
+        settings.setValue(text("language"), QLatin1String(QTest::currentDataTag()));
     }
     QStringList seenTicked;
     QString seenHelp;
@@ -73,7 +74,7 @@ void tst_Program::startsWithItsLanguageAndItsLooks()
             if (window->findChild<QAction *>(QLatin1String(name))->isChecked())
                 seenTicked.append(QLatin1String(name));
         }
-        seenHelp = window->findChild<QMenu *>(QStringLiteral("menuHelp"))->title();
+        seenHelp = window->findChild<QMenu *>(text("menuHelp"))->title();
         palette = QApplication::palette();
         style = qApp->styleSheet();
         window->close();
@@ -86,7 +87,7 @@ void tst_Program::startsWithItsLanguageAndItsLooks()
     QCOMPARE(seenHelp, help);
     QCOMPARE(palette.color(QPalette::Link), QColor(0x0b, 0x72, 0x85));
     QCOMPARE(palette.color(QPalette::LinkVisited), QColor(0x0b, 0x72, 0x85));
-    QFile sheet(QStringLiteral(":/style/default.qss"));
+    QFile sheet(text(":/style/default.qss"));
     QVERIFY(sheet.open(QIODevice::ReadOnly));
     QCOMPARE(style, QString::fromLatin1(sheet.readAll()));
 }

@@ -1,0 +1,93 @@
+#pragma once
+
+namespace tarvel4 {
+
+/** The texts of the forms, before and after the translation; a dialog's own is its title. */
+struct FormText
+{
+    const char *dialog, *widget, *italian, *english;
+};
+constexpr FormText formTexts[] = {
+    {"about", "", "Informazioni", "About"},
+    {"about", "titleLabel", "Tarvel4 Soft", "Tarvel4 Soft"},
+    {"backup", "", "Backup", "Backup"},
+    {"backup", "backupLabel",
+     "Si consiglia di effettuare un backup della libreria prima di procedere con "
+     "l'aggiornamento.\nSelezionare una cartella di destinazione per il backup oppure premere "
+     "'Prosegui senza backup'.",
+     "You are advised to back up the library before the update.\nChoose a folder for the backup, "
+     "or press 'Continue without backup'."},
+    {"backup", "browsePushButton", "Sfoglia...", "Browse..."},
+    {"backup", "doBackupPushButton", "Esegui backup", "Make backup"},
+    {"backup", "exitPushButton", "Prosegui senza backup", "Continue without backup"},
+    {"backup", "abortPushButton", "Annulla", "Cancel"},
+    {"edit", "", "Modifica dati song", "Edit song data"},
+    {"edit", "percorsoFileLabel", "Percorso file:", "File path:"},
+    {"edit", "fileNameLabel", "--", "--"},
+    {"edit", "formatoLabel", "Formato:", "Format:"},
+    {"edit", "formatLabel", "--", "--"},
+    {"edit", "labelModificadati", "Modifica i dati della Song:", "Edit the data of the song:"},
+    {"edit", "titoloSongLabel", "Titolo Song:", "Song title:"},
+    {"edit", "radioButtonTitle1", "Usa il titolo", "Use the title"},
+    {"edit", "radioButtonTitle2", "Usa il filename", "Use the file name"},
+    {"edit", "checkBoxToAllTitle", "Applica a tutti", "Apply to all"},
+    {"edit", "interpreteLabel", "Interprete:", "Artist:"},
+    {"edit", "checkBoxToAllArtist", "Applica a tutti", "Apply to all"},
+    {"edit", "genereMusicaleLabel", "Genere Musicale:", "Genre:"},
+    {"edit", "checkBoxToAllGenre", "Applica a tutti", "Apply to all"},
+    {"edit", "autoreLabel", "Autore:", "Author:"},
+    {"edit", "checkBoxToAllAuthor", "Applica a tutti", "Apply to all"},
+    {"edit", "durataLabel", "Durata:", "Length:"},
+    {"edit", "mmLabel", "mm", "mm"},
+    {"edit", "ssLabel", "ss", "ss"},
+    {"edit", "tonalitaLabel", "Tonalità:", "Key:"},
+    {"edit", "bpmLabel", "BPM:", "BPM:"},
+    {"edit", "savePushButton", "Salva", "Save"},
+    {"edit", "exitPushButton", "Annulla", "Cancel"},
+    {"help", "", "Aiuto Tarvel4 Soft", "Tarvel4 Soft help"},
+    {"index", "", "Dialog", "Optimise memory"},
+    {"index", "pathLabel",
+     "Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare "
+     "per Tarvel4",
+     "Choose the root folder of the Compact Flash card or USB stick to optimise for Tarvel4"},
+    {"index", "browsePushButton", "Sfoglia", "Browse"},
+    {"index", "actionLabel", "Seleziona l'azione che vuoi eseguire:", "Choose what to do:"},
+    {"index", "updateRadioButton", "Ho inserito o eliminato alcune song, aggiorna database",
+     "I added or deleted some songs, update the database"},
+    {"index", "rebuildRadioButton", "Ho problemi con gli archivi, ricostruisci database",
+     "I have problems with the archives, rebuild the database"},
+    {"index", "checkDiskCheckBox", "Controlla struttura memoria", "Check the memory structure"},
+    {"index", "fileFoundLabel", "File found:", "File found:"},
+    {"index", "numberLabel", "0", "0"},
+    {"index", "reportLabel", "Report:", "Report:"},
+    {"index", "startPushButton", "Inizia", "Start"},
+    {"index", "closePushButton", "Chiudi", "Close"},
+    {"question", "", "Richiesta conferma", "Confirmation"},
+    {"question", "captionLabel", "Il file:", "The file:"},
+    {"question", "fileNameLabel", "TextLabel", "TextLabel"},
+    {"question", "messageLabel",
+     "Non è stato pubblicato da K-Varo. Si vuole procedere comunque con le modifiche?",
+     "It was not published by K-Varo. Change it all the same?"},
+    {"question", "yesPushButton", "Si", "Yes"},
+    {"question", "yesAllPushButton", "Si tutti", "Yes to all"},
+    {"question", "noPushButton", "No", "No"},
+    {"question", "noAllPushButton", "No tutti", "No to all"},
+    {"summary", "", "Riassunto importazione", "Import summary"},
+    {"summary", "questionLabel",
+     "Si vuole procedere alla sincronizzazione automatica con il database?",
+     "Synchronise automatically with the database now?"},
+    {"summary", "checkBoxShowAgain", "Non mostrare più messaggi sul copyright",
+     "Show no more messages about copyright"},
+    {"summary", "yesPushButton", "Si", "Yes"},
+    {"summary", "noPushButton", "No", "No"},
+    {"list", "", "Save song list", "Save song list"},
+    {"list", "sourceLabel", "CF/USB:", "CF/USB:"},
+    {"list", "browseDirPushButton", "Browse", "Browse"},
+    {"list", "targetLabel", "File:", "File:"},
+    {"list", "browseFilePushButton", "Browse", "Browse"},
+    {"list", "orderLabel", "Ordina per:", "Sort by:"},
+    {"list", "savePushButton", "Salva", "Save"},
+    {"list", "exitPushButton", "Exit", "Exit"},
+};
+
+} // namespace tarvel4
