@@ -1,3 +1,4 @@
+#include "tests/library/texts.h"
 #include "tests/program/fixtures.h"
 #include "tests/program/programrun.h"
 
@@ -15,7 +16,6 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void showsProgressInOneLine();
-    void showsNoProgressWhereNobodyWantsIt_data();
     void showsNoProgressWhereNobodyWantsIt();
     void asksAboutSongsOfOthers_data();
     void asksAboutSongsOfOthers();
@@ -24,14 +24,16 @@ private Q_SLOTS:
     void asksBeforeItReplacesASong();
     void asksWhichOfTwoSongsABackupHolds();
     void writesEachRecordAtOnce();
-    void stopsBeforeTheNextSong_data();
-    void stopsBeforeTheNextSong();
     void finishesTheRecordInHandOnATerminationSignal();
     void leavesABackgroundJobAlone();
     void listsTitlesWithoutTheirEscapeSequences();
 
 private:
-    QString path(const QString &name) const { return m_folder->filePath(name); }
+    QString path(const char *name) const { return m_folder->filePath(text(name)); }
+    Run onTerminal(const QString &line, const QStringList &keys = {}) const
+    {
+        return Program(m_folder->path()).terminal(line, keys);
+    }
     QStringList updatedSongs() const;
 
     QScopedPointer<QTemporaryDir> m_folder;
@@ -40,7 +42,7 @@ private:
 
 void tst_CliTerminal::initTestCase()
 {
-    if (!hasTool(QStringLiteral("script")))
+    if (!hasTool(text("script")))
         QSKIP("the program script, which gives a terminal, is not installed");
 }
 
@@ -49,30 +51,27 @@ void tst_CliTerminal::init()
     m_folder.reset(new QTemporaryDir);
     m_unpublished = Fixtures::midi(Fixtures::meta(0x02, "(c) somebody"));
     for (const char *folder : {"1", "2", "3", "mem/Pop"})
-        QVERIFY(QDir(m_folder->path()).mkpath(QLatin1String(folder)));
+        QVERIFY(QDir(m_folder->path()).mkpath(text(folder)));
     for (const char *song : {"1/azzurro.mid", "2/azzurro.mid", "3/azzurro.mid"})
-        QVERIFY(Fixtures::write(path(QLatin1String(song)), m_unpublished));
-    QVERIFY(Fixtures::write(path(QStringLiteral("0.mid")), Fixtures::wholeSong()));
-    QVERIFY(Fixtures::writeCatalogue(path(QStringLiteral("c.db"))));
+        QVERIFY(Fixtures::write(path(song), m_unpublished));
+    QVERIFY(Fixtures::write(path("0.mid"), Fixtures::wholeSong()));
+    QVERIFY(Fixtures::writeCatalogue(path("c.db")));
 }
 
 /** The folders of the songs that are not what they were. */
 QStringList tst_CliTerminal::updatedSongs() const
 {
     QStringList updated;
-    for (const char *folder : {"1", "2", "3"}) {
-        const QString name = QLatin1String(folder);
-        if (Fixtures::read(path(name + QLatin1String("/azzurro.mid"))) != m_unpublished)
-            updated += name;
+    for (const char *song : {"1/azzurro.mid", "2/azzurro.mid", "3/azzurro.mid"}) {
+        if (Fixtures::read(path(song)) != m_unpublished)
+            updated += text(song).left(1);
     }
     return updated;
 }
 
 void tst_CliTerminal::showsProgressInOneLine()
 {
-    const Run run = Program(m_folder->path())
-                        .terminal(QStringLiteral("stty cols 30; \"$cli\" info --json --recursive . "
-                                                 ">out.json"));
+    const Run run = onTerminal(text("stty cols 30; \"$cli\" info --json --recursive . >out.json"));
     QCOMPARE(run.status, 0);
     QVERIFY2(run.out.contains("0 of 4"), run.out.constData());
     QVERIFY2(run.out.contains("4 of 4, "), run.out.constData());
@@ -80,24 +79,18 @@ void tst_CliTerminal::showsProgressInOneLine()
     QVERIFY(run.out.endsWith("\r\033[K"));
     for (const QByteArray &line : run.out.split('\r'))
         QVERIFY2(line.size() - int(qstrlen("\033[K")) < 30, line.constData());
-    QCOMPARE(Fixtures::read(path(QStringLiteral("out.json"))).count('\n'), 4);
-}
-
-void tst_CliTerminal::showsNoProgressWhereNobodyWantsIt_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::newRow("--quiet") << R"("$cli" info --quiet --json 0.mid >out.json)";
-    QTest::newRow("standard error is a file") << R"("$cli" info --json 0.mid >out.json 2>err)";
+    QCOMPARE(Fixtures::read(path("out.json")).count('\n'), 4);
 }
 
 void tst_CliTerminal::showsNoProgressWhereNobodyWantsIt()
 {
-    QFETCH(QString, line);
-    const Run run = Program(m_folder->path()).terminal(line);
-    QCOMPARE(run.out, QByteArray());
-    QCOMPARE(run.status, 0);
-    if (QFile::exists(path(QStringLiteral("err"))))
-        QCOMPARE(Fixtures::read(path(QStringLiteral("err"))), QByteArray());
+    for (const char *line : {R"("$cli" info --quiet --json 0.mid >out.json)",
+                             R"("$cli" info --json 0.mid >out.json 2>err)"}) {
+        const Run run = onTerminal(text(line));
+        QCOMPARE(run.out, QByteArray());
+        QCOMPARE(run.status, 0);
+    }
+    QCOMPARE(Fixtures::read(path("err")), QByteArray());
 }
 
 void tst_CliTerminal::asksAboutSongsOfOthers_data()
@@ -109,7 +102,7 @@ void tst_CliTerminal::asksAboutSongsOfOthers_data()
                         int status) {
         QStringList keys;
         for (const QString &answer : answers)
-            keys += QStringLiteral("[o] no to all: \t%1\r").arg(answer);
+            keys += text("[o] no to all: \t") + answer + text(answer == text("\003") ? "" : "\r");
         QTest::newRow(name) << keys
                             << QString::fromLatin1(updated).split(QLatin1Char(' '),
                                                                   Qt::SkipEmptyParts)
@@ -126,6 +119,8 @@ void tst_CliTerminal::asksAboutSongsOfOthers_data()
     row("in Italian", typed("s,no,sì"), "1 3", 1);
     row("anything else is asked again", typed("maybe,,YES,q,n,N"), "1", 1);
     row("the end of input is a no to all", typed("y,\004"), "1", 1);
+    row("Ctrl-C at the first question stops", typed("\003"), "", 130);
+    row("Ctrl-C at the second question stops before the second song", typed("y,\003"), "1", 130);
 }
 
 void tst_CliTerminal::asksAboutSongsOfOthers()
@@ -133,23 +128,20 @@ void tst_CliTerminal::asksAboutSongsOfOthers()
     QFETCH(QStringList, keys);
     QFETCH(QStringList, updated);
     QFETCH(int, status);
-    const Run run = Program(m_folder->path())
-                        .terminal(QStringLiteral("\"$cli\" sync --no-backup --catalogue c.db "
-                                                 "[123]/azzurro.mid >/dev/null"),
-                                  keys);
+    const Run run = onTerminal(
+        text("\"$cli\" sync --no-backup --catalogue c.db [123]/azzurro.mid >/dev/null"), keys);
     QVERIFY2(run.out.contains("azzurro.mid: "), run.out.constData());
+    QCOMPARE(run.out.count("[o] no to all: "), keys.size());
     QCOMPARE(updatedSongs(), updated);
     QCOMPARE(run.status, status);
 }
 
 void tst_CliTerminal::asksNobodyWhoseQuestionsGoElsewhere()
 {
-    const Run run =
-        Program(m_folder->path())
-            .terminal(QStringLiteral("timeout 20 \"$cli\" sync --no-backup --catalogue c.db "
-                                     "[123]/azzurro.mid >/dev/null 2>err"));
+    const Run run = onTerminal(text("timeout 20 \"$cli\" sync --no-backup --catalogue c.db "
+                                    "[123]/azzurro.mid >/dev/null 2>err"));
     QCOMPARE(run.out, QByteArray());
-    QCOMPARE(Fixtures::read(path(QStringLiteral("err"))), QByteArray());
+    QCOMPARE(Fixtures::read(path("err")), QByteArray());
     QCOMPARE(updatedSongs(), QStringList());
     QCOMPARE(run.status, 1);
 }
@@ -159,7 +151,7 @@ void tst_CliTerminal::asksBeforeItReplacesASong_data()
     QTest::addColumn<QString>("option");
     QTest::addColumn<QStringList>("keys");
     QTest::addColumn<bool>("isReplaced");
-    const QString question = QStringLiteral("[o] no to all: \t%1\r");
+    const QString question = text("[o] no to all: \t%1\r");
     QTest::newRow("yes") << "" << QStringList{question.arg(QLatin1Char('y'))} << true;
     QTest::newRow("no") << "" << QStringList{question.arg(QLatin1Char('n'))} << false;
     QTest::newRow("not asked, yes by option") << "--overwrite yes" << QStringList() << true;
@@ -171,66 +163,34 @@ void tst_CliTerminal::asksBeforeItReplacesASong()
     QFETCH(QString, option);
     QFETCH(QStringList, keys);
     QFETCH(bool, isReplaced);
-    QVERIFY(Fixtures::write(path(QStringLiteral("mem/Pop/0.mid")), "old"));
-    const Run run = Program(m_folder->path())
-                        .terminal(QStringLiteral("\"$cli\" transfer --memory mem --to mem/Pop %1 "
-                                                 "0.mid >/dev/null")
-                                      .arg(option),
-                                  keys);
+    QVERIFY(Fixtures::write(path("mem/Pop/0.mid"), "old"));
+    const Run run = onTerminal(
+        text("\"$cli\" transfer --memory mem --to mem/Pop %1 0.mid >/dev/null").arg(option), keys);
     QCOMPARE(run.status, 0);
     QCOMPARE(run.out.contains("[o] no to all: "), !keys.isEmpty());
-    QCOMPARE(Fixtures::read(path(QStringLiteral("mem/Pop/0.mid"))) != "old", isReplaced);
+    QCOMPARE(Fixtures::read(path("mem/Pop/0.mid")) != "old", isReplaced);
 }
 
 void tst_CliTerminal::asksWhichOfTwoSongsABackupHolds()
 {
-    QVERIFY(Fixtures::write(path(QStringLiteral("2/azzurro.mid")), "the second"));
-    const Run run =
-        Program(m_folder->path())
-            .terminal(QStringLiteral("\"$cli\" backup --to mem [12]/azzurro.mid >/dev/null && cmp "
-                                     "mem/backup_kvaro_*/azzurro.mid 2/azzurro.mid"),
-                      {QStringLiteral("[o] no to all: \ty\r")});
+    QVERIFY(Fixtures::write(path("2/azzurro.mid"), "the second"));
+    const Run run = onTerminal(text("\"$cli\" backup --to mem [12]/azzurro.mid >/dev/null && cmp "
+                                    "mem/backup_kvaro_*/azzurro.mid 2/azzurro.mid"),
+                               {text("[o] no to all: \ty\r")});
     QCOMPARE(run.status, 0);
 }
 
 void tst_CliTerminal::writesEachRecordAtOnce()
 {
     // Ctrl-\ ends the program on the spot: what was only buffered would be lost.
-    const Run run =
-        Program(m_folder->path())
-            .terminal(QStringLiteral("\"$cli\" sync --json --no-backup --catalogue c.db 0.mid "
-                                     "1/azzurro.mid >out.json"),
-                      {QStringLiteral("[o] no to all: \t\034")});
+    const Run run = onTerminal(
+        text("\"$cli\" sync --json --no-backup --catalogue c.db 0.mid 1/azzurro.mid >out.json"),
+        {text("[o] no to all: \t\034")});
     QVERIFY(run.status != 0);
-    const QByteArray written = Fixtures::read(path(QStringLiteral("out.json")));
+    const QByteArray written = Fixtures::read(path("out.json"));
     QVERIFY2(written.startsWith(R"({"path":"0.mid","status":"not-found",)")
                  && written.endsWith("}\n"),
              written.constData());
-}
-
-void tst_CliTerminal::stopsBeforeTheNextSong_data()
-{
-    QTest::addColumn<QStringList>("keys");
-    QTest::addColumn<QStringList>("updated");
-    const QString question = QStringLiteral("[o] no to all: \t%1");
-    QTest::newRow("Ctrl-C at the first question")
-        << QStringList{question.arg(QLatin1Char('\003'))} << QStringList();
-    QTest::newRow("Ctrl-C at the second question")
-        << QStringList{question.arg(QLatin1String("y\r")), question.arg(QLatin1Char('\003'))}
-        << QStringList{QStringLiteral("1")};
-}
-
-void tst_CliTerminal::stopsBeforeTheNextSong()
-{
-    QFETCH(QStringList, keys);
-    QFETCH(QStringList, updated);
-    const Run run = Program(m_folder->path())
-                        .terminal(QStringLiteral("\"$cli\" sync --no-backup --catalogue c.db "
-                                                 "[123]/azzurro.mid >/dev/null"),
-                                  keys);
-    QCOMPARE(updatedSongs(), updated);
-    QCOMPARE(run.out.count("[o] no to all: "), keys.size());
-    QCOMPARE(run.status, 130);
 }
 
 void tst_CliTerminal::finishesTheRecordInHandOnATerminationSignal()
@@ -258,13 +218,12 @@ void tst_CliTerminal::leavesABackgroundJobAlone()
 
 void tst_CliTerminal::listsTitlesWithoutTheirEscapeSequences()
 {
-    QVERIFY(Fixtures::write(path(QStringLiteral("mem/a.mid")),
-                            Fixtures::midi(Fixtures::meta(0x03, "a\033[2Jb"))));
+    QVERIFY(Fixtures::write(path("mem/a.mid"), Fixtures::midi(Fixtures::meta(0x03, "a\033[2Jb"))));
     const Program program(m_folder->path());
-    QCOMPARE(program.shell(QStringLiteral("\"$cli\" index rebuild mem")).status, 0);
-    QCOMPARE(program.shell(QStringLiteral("\"$cli\" list mem | tail -n1")).out,
+    QCOMPARE(program.shell(text("\"$cli\" index rebuild mem")).status, 0);
+    QCOMPARE(program.shell(text("\"$cli\" list mem | tail -n1")).out,
              QByteArray("A\033[2JB;<UNKNOWN>;/a.mid;\n"));
-    const Run run = program.terminal(QStringLiteral("\"$cli\" list mem"));
+    const Run run = program.terminal(text("\"$cli\" list mem"));
     QVERIFY2(run.out.endsWith("\nA\\u001b[2JB;<UNKNOWN>;/a.mid;\r\n"), run.out.constData());
 }
 

@@ -1,3 +1,4 @@
+#include "tests/library/texts.h"
 #include "tests/program/fixtures.h"
 #include "tests/program/programrun.h"
 
@@ -22,14 +23,13 @@ private Q_SLOTS:
     void refusesWrongUsage();
     void speaksTheLanguageOfTheLocale_data();
     void speaksTheLanguageOfTheLocale();
-    void keepsFileNamesInEveryLocale_data();
     void keepsFileNamesInEveryLocale();
     void writesALogOnlyWhenAsked();
     void saysThatOutputCannotBeWritten_data();
     void saysThatOutputCannotBeWritten();
 
 private:
-    QString path(const QString &name) const { return m_folder->filePath(name); }
+    QString path(const char *name) const { return m_folder->filePath(text(name)); }
 
     QScopedPointer<QTemporaryDir> m_folder;
 };
@@ -38,12 +38,12 @@ void tst_CliUsage::init()
 {
     m_folder.reset(new QTemporaryDir);
     QVERIFY(m_folder->isValid());
-    QVERIFY(Fixtures::write(path(QStringLiteral("a.mid")), Fixtures::wholeSong()));
+    QVERIFY(Fixtures::write(path("a.mid"), Fixtures::wholeSong()));
 }
 
 void tst_CliUsage::saysItsVersion()
 {
-    const Run run = Program(m_folder->path()).run({QStringLiteral("--version")});
+    const Run run = Program(m_folder->path()).run({text("--version")});
     QCOMPARE(run.out, QByteArray("tarvel4soft-cli 1.0\n"));
     QCOMPARE(run.status, 0);
 }
@@ -177,75 +177,62 @@ void tst_CliUsage::refusesWrongUsage()
 {
     QFETCH(QString, line);
     QFETCH(QByteArray, message);
-    const Run run =
-        Program(m_folder->path()).shell(QLatin1String("\"$cli\" ") + line + QLatin1Char('\n'));
+    const Run run = Program(m_folder->path()).shell(text("\"$cli\" ") + line + QLatin1Char('\n'));
     QCOMPARE(run.out, QByteArray());
     QVERIFY2(run.err.contains(message) && run.err.startsWith("tarvel4soft-cli: "),
              run.err.constData());
     QCOMPARE(run.status, 2);
-    QCOMPARE(Fixtures::read(path(QStringLiteral("a.mid"))), Fixtures::wholeSong());
+    QCOMPARE(Fixtures::read(path("a.mid")), Fixtures::wholeSong());
 }
 
 void tst_CliUsage::speaksTheLanguageOfTheLocale_data()
 {
-    QTest::addColumn<QString>("environment");
     QTest::addColumn<QByteArray>("message");
     const QByteArray italian = "tarvel4soft-cli: gone.mid: non esiste\n";
     const QByteArray english = "tarvel4soft-cli: gone.mid: does not exist\n";
-    QTest::newRow("Italian") << "LC_ALL=it_IT.UTF-8" << italian;
-    QTest::newRow("Italian of Switzerland") << "LC_ALL= LANG=it_CH.UTF-8" << italian;
-    QTest::newRow("Italian messages, English numbers")
-        << "LC_ALL= LANG=en_US.UTF-8 LC_MESSAGES=it_IT.UTF-8" << italian;
-    QTest::newRow("Italian in another encoding") << "LC_ALL=it_IT.ISO-8859-1" << italian;
-    QTest::newRow("English") << "LC_ALL=en_GB.UTF-8" << english;
-    QTest::newRow("German is answered in English") << "LC_ALL=de_DE.UTF-8" << english;
-    QTest::newRow("no locale is answered in English") << "LC_ALL=C" << english;
-    QTest::newRow("English messages, Italian numbers")
-        << "LC_ALL= LANG=it_IT.UTF-8 LC_MESSAGES=en_US.UTF-8" << english;
+    QTest::newRow("LC_ALL=it_IT.UTF-8") << italian;
+    QTest::newRow("LC_ALL= LANG=it_CH.UTF-8") << italian;
+    QTest::newRow("LC_ALL= LANG=en_US.UTF-8 LC_MESSAGES=it_IT.UTF-8") << italian;
+    QTest::newRow("LC_ALL=it_IT.ISO-8859-1") << italian;
+    QTest::newRow("LC_ALL=de_DE.UTF-8") << english;
+    QTest::newRow("LC_ALL=C") << english;
+    QTest::newRow("LC_ALL= LANG=it_IT.UTF-8 LC_MESSAGES=en_US.UTF-8") << english;
 }
 
 void tst_CliUsage::speaksTheLanguageOfTheLocale()
 {
-    QFETCH(QString, environment);
     QFETCH(QByteArray, message);
     const Run run = Program(m_folder->path())
-                        .shell(QLatin1String("unset LANGUAGE LC_MESSAGES; ") + environment
-                               + QLatin1String(" \"$cli\" info gone.mid"));
+                        .shell(text("unset LANGUAGE LC_MESSAGES; ") + text(QTest::currentDataTag())
+                               + text(" \"$cli\" info gone.mid"));
     QCOMPARE(run.err, message);
     QCOMPARE(run.status, 3);
 }
 
-void tst_CliUsage::keepsFileNamesInEveryLocale_data()
-{
-    QTest::addColumn<QString>("locale");
-    for (const char *locale : {"C", "POSIX", "C.UTF-8", "it_IT.ISO-8859-1", "no_such_locale"})
-        QTest::newRow(locale) << locale;
-}
-
 void tst_CliUsage::keepsFileNamesInEveryLocale()
 {
-    QFETCH(QString, locale);
-    const QString name = QStringLiteral("citt\u00E0 \u4E2D.mid");
-    QVERIFY(Fixtures::write(path(name), Fixtures::wholeSong()));
-    Program program(m_folder->path());
-    program.setEnvironment(QStringLiteral("LC_ALL"), locale);
-    for (const QString &argument : {name, QStringLiteral(".")}) {
-        const Run run = program.run({QStringLiteral("info"), QStringLiteral("--json"),
-                                     QStringLiteral("--recursive"), argument});
-        QVERIFY(run.out.contains(R"("name":"città 中.mid","format":"MIDI")"));
-        QCOMPARE(run.status, 0);
+    const QString name = text("citt\u00E0 \u4E2D.mid");
+    QVERIFY(Fixtures::write(m_folder->filePath(name), Fixtures::wholeSong()));
+    for (const char *locale : {"C", "POSIX", "C.UTF-8", "it_IT.ISO-8859-1", "no_such_locale"}) {
+        Program program(m_folder->path());
+        program.setEnvironment(text("LC_ALL"), text(locale));
+        for (const QString &argument : {name, text(".")}) {
+            const Run run =
+                program.run(strings({"info", "--json", "--recursive"}) + QStringList(argument));
+            QVERIFY2(run.out.contains(R"("name":"città 中.mid","format":"MIDI")"), locale);
+            QCOMPARE(run.status, 0);
+        }
     }
 }
 
 void tst_CliUsage::writesALogOnlyWhenAsked()
 {
     const Program program(m_folder->path());
-    const QString log = path(QStringLiteral("log.txt"));
-    program.run({QStringLiteral("info"), QStringLiteral("a.mid")});
+    const QString log = path("log.txt");
+    program.run(strings({"info", "a.mid"}));
     QVERIFY(!QFile::exists(log));
 
-    const Run run = program.run({QStringLiteral("info"), QStringLiteral("--log"),
-                                 QStringLiteral("--recursive"), QStringLiteral(".")});
+    const Run run = program.run(strings({"info", "--log", "--recursive", "."}));
     QCOMPARE(run.err, QByteArray());
     const QByteArray lines = Fixtures::read(log);
     QVERIFY(lines.contains("Log start"));
@@ -270,13 +257,13 @@ void tst_CliUsage::saysThatOutputCannotBeWritten_data()
 void tst_CliUsage::saysThatOutputCannotBeWritten()
 {
     QFETCH(QString, line);
-    QVERIFY(Fixtures::writeCatalogue(path(QStringLiteral("c.db"))));
-    const QByteArray catalogue = Fixtures::read(path(QStringLiteral("c.db")));
+    QVERIFY(Fixtures::writeCatalogue(path("c.db")));
+    const QByteArray catalogue = Fixtures::read(path("c.db"));
     const Run run = Program(m_folder->path()).shell(line);
     QCOMPARE(run.out, QByteArray());
     QCOMPARE(run.err, QByteArray("tarvel4soft-cli: the output can't be written\n"));
     QCOMPARE(run.status, 3);
-    QCOMPARE(Fixtures::read(path(QStringLiteral("c.db"))), catalogue);
+    QCOMPARE(Fixtures::read(path("c.db")), catalogue);
 }
 
 QTEST_GUILESS_MAIN(tst_CliUsage)
