@@ -147,30 +147,29 @@ void tst_CliUsage::refusesWrongUsage_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QByteArray>("message");
-    QTest::newRow("no command") << "" << QByteArray();
-    QTest::newRow("an unknown command") << "play a.mid" << QByteArray("play");
-    QTest::newRow("an unknown option") << "info --bogus a.mid" << QByteArray("--bogus");
-    QTest::newRow("an unknown option ahead of the command")
-        << "--bogus info a.mid" << QByteArray("--bogus");
-    QTest::newRow("an unknown short option") << "info -x a.mid" << QByteArray("-x");
-    QTest::newRow("another command's option") << "info --title x a.mid" << QByteArray("--title");
-    QTest::newRow("a shortened option that could be two")
-        << "edit --title= --a=x a.mid" << QByteArray("ambiguous option: --a=x");
-    QTest::newRow("a shortened option with one hyphen")
-        << "info -recurs a.mid" << QByteArray("-recurs");
-    QTest::newRow("a shortened option with more to it")
-        << "info --recursively a.mid" << QByteArray("--recursively");
-    QTest::newRow("nothing but hyphens and a value") << "info --=x a.mid" << QByteArray("--=x");
-    QTest::newRow("a flag with a value") << "info --json=yes a.mid" << QByteArray("--json");
-    QTest::newRow("a missing value") << "edit a.mid --title" << QByteArray("--title");
-    QTest::newRow("a word that is none of the choices")
-        << "sync --no-backup --unpublished maybe a.mid" << QByteArray("--unpublished");
-    QTest::newRow("a text that is not UTF-8")
-        << R"x(edit --title "$(printf 'a\377')" a.mid)x" << QByteArray("--title");
-    QTest::newRow("index without a job") << "index" << QByteArray("index");
-    QTest::newRow("index with a job unknown") << "index renew ." << QByteArray("index");
-    QTest::newRow("two roots for a list") << "list . ." << QByteArray("list");
-    QTest::newRow("two songs for an extract") << "extract a.mid a.mid" << QByteArray("extract");
+    const auto row = [](const char *name, const char *line, const char *message) {
+        QTest::newRow(name) << text(line) << QByteArray(message);
+    };
+    row("no command", "", "");
+    row("an unknown command", "play a.mid", "play");
+    row("an unknown option", "info --bogus a.mid", "--bogus");
+    row("an unknown option ahead of the command", "--bogus info a.mid", "--bogus");
+    row("an unknown short option", "info -x a.mid", "-x");
+    row("another command's option", "info --title x a.mid", "--title");
+    row("a shortened option that could be two", "edit --title= --a=x a.mid",
+        "ambiguous option: --a=x");
+    row("a shortened option with one hyphen", "info -recurs a.mid", "-recurs");
+    row("a shortened option with more to it", "info --recursively a.mid", "--recursively");
+    row("nothing but hyphens and a value", "info --=x a.mid", "--=x");
+    row("a flag with a value", "info --json=yes a.mid", "--json");
+    row("a missing value", "edit a.mid --title", "--title");
+    row("a word that is none of the choices", "sync --no-backup --unpublished maybe a.mid",
+        "--unpublished");
+    row("a text that is not UTF-8", R"x(edit --title "$(printf 'a\377')" a.mid)x", "--title");
+    row("index without a job", "index", "index");
+    row("index with a job unknown", "index renew .", "index");
+    row("two roots for a list", "list . .", "list");
+    row("two songs for an extract", "extract a.mid a.mid", "extract");
 }
 
 void tst_CliUsage::refusesWrongUsage()

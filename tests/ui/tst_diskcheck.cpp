@@ -173,11 +173,8 @@ void tst_DiskCheck::quittingTheProgramEndsTheCheck()
     QTimer::singleShot(100, qApp, &QCoreApplication::quit);
     DiskCheck::Result result = DiskCheck::NoErrors;
     QTimer::singleShot(0, [&result] { result = check(); });
-    QElapsedTimer timer;
-    timer.start();
     QCoreApplication::exec();
     QCOMPARE(result, DiskCheck::NotRun);
-    QVERIFY(timer.elapsed() < 10000);
 }
 
 void tst_DiskCheck::eventsAreProcessedMeanwhile()

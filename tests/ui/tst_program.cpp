@@ -46,35 +46,31 @@ private Q_SLOTS:
 
 void tst_Program::startsWithItsLanguageAndItsLooks_data()
 {
-    QTest::addColumn<QString>("ticked");
-    QTest::addColumn<QString>("help");
-    QTest::newRow("it") << text("actionItalian") << text("Aiuto");
-    QTest::newRow("en") << text("actionEnglish") << text("Help");
-    QTest::newRow("de") << text("actionGerman") << text("Help");
-    QTest::newRow("fr") << text("actionEnglish") << text("Help");
+    QTest::addColumn<QStringList>("shown");
+    QTest::newRow("it") << strings({"actionItalian", "Aiuto"});
+    QTest::newRow("en") << strings({"actionEnglish", "Help"});
+    QTest::newRow("de") << strings({"actionGerman", "Help"});
+    QTest::newRow("fr") << strings({"actionEnglish", "Help"});
 }
 
 void tst_Program::startsWithItsLanguageAndItsLooks()
 {
-    QFETCH(QString, ticked);
-    QFETCH(QString, help);
     {
         QSettings settings(text("kvaro"), text("tarvel4soft"));
         settings.clear();
         settings.setValue(text("language"), QLatin1String(QTest::currentDataTag()));
     }
-    QStringList seenTicked;
-    QString seenHelp;
+    QStringList seen;
     QPalette palette;
     QString style;
     atStart = [&] {
         QWidget *window = mainWindow();
         QVERIFY(window);
-        for (const char *name : {"actionItalian", "actionEnglish", "actionGerman"}) {
-            if (window->findChild<QAction *>(QLatin1String(name))->isChecked())
-                seenTicked.append(QLatin1String(name));
+        for (const QAction *action : window->findChild<QMenu *>(text("menuLanguage"))->actions()) {
+            if (action->isChecked())
+                seen.append(action->objectName());
         }
-        seenHelp = window->findChild<QMenu *>(text("menuHelp"))->title();
+        seen.append(window->findChild<QMenu *>(text("menuHelp"))->title());
         palette = QApplication::palette();
         style = qApp->styleSheet();
         window->close();
@@ -83,8 +79,7 @@ void tst_Program::startsWithItsLanguageAndItsLooks()
     char *arguments[] = {name, nullptr};
     QCOMPARE(Startup::runProgram(1, arguments), 0);
 
-    QCOMPARE(seenTicked, QStringList({ticked}));
-    QCOMPARE(seenHelp, help);
+    QTEST(seen, "shown");
     QCOMPARE(palette.color(QPalette::Link), QColor(0x0b, 0x72, 0x85));
     QCOMPARE(palette.color(QPalette::LinkVisited), QColor(0x0b, 0x72, 0x85));
     QFile sheet(text(":/style/default.qss"));

@@ -42,7 +42,6 @@ private Q_SLOTS:
     void questionNamesTheFile_data();
     void questionNamesTheFile();
     void questionCanBeReplaced();
-    void summaries_data();
     void summaries();
     void tickedBoxShowsNoMore();
 
@@ -250,31 +249,18 @@ void tst_SimpleDialogs::questionCanBeReplaced()
     QCOMPARE(label->textFormat(), Qt::PlainText);
 }
 
-void tst_SimpleDialogs::summaries_data()
-{
-    QTest::addColumn<int>("songs");
-    QTest::addColumn<int>("makerSongs");
-    QTest::addColumn<int>("unknown");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("10 songs, 3 of them by the maker, and 2 unrecognised files")
-        << 10 << 3 << 2
-        << text("Sono stati esaminti 12 files, trovate 10 songs di cui 3 di (c)K-Varo");
-    QTest::newRow("plain decimal numbers, without separators")
-        << 1234567 << 1000 << 1
-        << text("Sono stati esaminti 1234568 files, trovate 1234567 songs di cui 1000 di "
-                "(c)K-Varo");
-}
-
 void tst_SimpleDialogs::summaries()
 {
-    QFETCH(int, songs);
-    QFETCH(int, makerSongs);
-    QFETCH(int, unknown);
-    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
+    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy)); // separates no thousands
+    const auto systems = qScopeGuard([] { QLocale::setDefault(QLocale::system()); });
+    const QString summary = text("Sono stati esaminti %1 files, trovate %2 songs di cui %3 di "
+                                 "(c)K-Varo");
     ProceedDialog dialog;
-    dialog.setSummary(songs, makerSongs, unknown);
-    QLocale::setDefault(QLocale::system());
-    QTEST(child<QLabel>(dialog, "msgLabel")->text(), "shown");
+    dialog.setSummary(10, 3, 2);
+    const auto *label = child<QLabel>(dialog, "msgLabel");
+    QCOMPARE(label->text(), summary.arg(text("12"), text("10"), text("3")));
+    dialog.setSummary(1234567, 1000, 1);
+    QCOMPARE(label->text(), summary.arg(text("1234568"), text("1234567"), text("1000")));
 }
 
 void tst_SimpleDialogs::tickedBoxShowsNoMore()

@@ -23,8 +23,7 @@ private Q_SLOTS:
     void logOpensWithTheBanner();
     void oldLog_data();
     void oldLog();
-    void bannerComesBeforeTheApplicationObject();
-    void fatalMessageIsNotWrittenWhereThereIsNoLog();
+    void fatalMessageComesAfterTheBanner();
     void catalogueThatCantBeOpenedIsLogged();
     void closingTheWindowEndsTheProgram();
     void signalsEndTheProgram();
@@ -188,24 +187,21 @@ void tst_Startup::oldLog()
     QCOMPARE(log().count("Log start"), written ? 1 : 0);
 }
 
-void tst_Startup::bannerComesBeforeTheApplicationObject()
+void tst_Startup::fatalMessageComesAfterTheBanner()
 {
+    start(text("no-such-platform")); // the application object can't be made, and there is no log
+    QVERIFY(m_program->waitForFinished(patience));
+    QCOMPARE(m_program->exitStatus(), QProcess::CrashExit);
+    QVERIFY(!QFile::exists(logName()));
+    QVERIFY(m_program->readAllStandardError().isEmpty());
+
     store("logenabled=true\n");
-    start(text("no-such-platform")); // the application object can't be made
+    start(text("no-such-platform"));
     QVERIFY(m_program->waitForFinished(patience));
     QCOMPARE(m_program->exitStatus(), QProcess::CrashExit);
     QCOMPARE(logTexts().value(2), QByteArray("(c)K-Varo Tarvel4 Soft"));
     QVERIFY2(log().contains("]F| "), "the fatal message is in the log");
     QVERIFY2(stored(text("language")).isEmpty(), "chosen later");
-}
-
-void tst_Startup::fatalMessageIsNotWrittenWhereThereIsNoLog()
-{
-    start(text("no-such-platform"));
-    QVERIFY(m_program->waitForFinished(patience));
-    QCOMPARE(m_program->exitStatus(), QProcess::CrashExit);
-    QVERIFY(!QFile::exists(logName()));
-    QVERIFY(m_program->readAllStandardError().isEmpty());
 }
 
 void tst_Startup::catalogueThatCantBeOpenedIsLogged()
