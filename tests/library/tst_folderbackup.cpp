@@ -6,6 +6,8 @@
 
 #include <QtTest>
 
+#include <filesystem>
+
 using namespace tarvel4;
 
 class tst_FolderBackup : public QObject
@@ -22,6 +24,7 @@ private Q_SLOTS:
     void loopsOfLinksEnd();
     void unusableFolders_data();
     void unusableFolders();
+    void aNameThatCantBeSaidIsAFailure();
     void aFileThatFailsStopsNoOther();
 
 private:
@@ -111,6 +114,19 @@ void tst_FolderBackup::unusableFolders()
     QFETCH(QString, dest);
     QVERIFY(!FolderBackup::backupDir(m_dir->filePath(source), m_dir->filePath(dest)));
     QCOMPARE(TestFiles::namesIn(m_dir->path()), QStringList{QStringLiteral("from")});
+}
+
+void tst_FolderBackup::aNameThatCantBeSaidIsAFailure()
+{
+    const QByteArray bad = QFile::encodeName(at("from/bad")) + "\xff.mid";
+    std::error_code refused;
+    std::filesystem::create_symlink("b.mid", bad.toStdString(), refused);
+    if (refused)
+        QSKIP("the file system takes only names in UTF-8");
+    const bool isComplete = FolderBackup::backupDir(at("from"), at("to"));
+    std::filesystem::remove(bad.toStdString()); // Qt can't
+    QVERIFY(!isComplete);
+    QCOMPARE(TestFiles::namesIn(at("to")), TestFiles::namesIn(at("from")));
 }
 
 void tst_FolderBackup::aFileThatFailsStopsNoOther()
