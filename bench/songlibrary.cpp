@@ -1,6 +1,6 @@
 #include "bench/songlibrary.h"
 
-#include "tests/songs/mfxbytes.h"
+#include "tests/songs/songbytes.h"
 
 #include <QDir>
 

@@ -12,8 +12,8 @@ namespace tarvel4 {
 class ScriptedDriver
 {
 public:
-    ScriptedDriver() { QSqlDatabase::registerSqlDriver(QStringLiteral("QSQLITE"), new Creator); }
-    ~ScriptedDriver() { QSqlDatabase::registerSqlDriver(QStringLiteral("QSQLITE"), nullptr); }
+    ScriptedDriver() { QSqlDatabase::registerSqlDriver("QSQLITE"_s, new Creator); }
+    ~ScriptedDriver() { QSqlDatabase::registerSqlDriver("QSQLITE"_s, nullptr); }
     Q_DISABLE_COPY(ScriptedDriver)
 
     static inline QString failingConnection; ///< the database name that can't be opened
@@ -30,13 +30,13 @@ private:
         {}
 
     protected:
-        QVariant data(int) override { return m_isCount ? count : QStringLiteral("x"); }
+        QVariant data(int) override { return m_isCount ? count : "x"_s; }
         bool isNull(int) override { return false; }
         bool reset(const QString &statement) override
         {
             const bool fails =
                 !failingStatement.isEmpty() && statement.startsWith(failingStatement);
-            m_isCount = statement.startsWith(QLatin1String("SELECT count"));
+            m_isCount = statement.startsWith("SELECT count"_s);
             setSelect(true);
             setActive(!fails);
             setAt(QSql::BeforeFirstRow);

@@ -1,9 +1,13 @@
+#include "tests/storage/textliteral.h"
+
 #include <QtTest>
 
 #include <QFile>
 #include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+
+using namespace tarvel4;
 
 /** The built-in catalogue has the schema and the statistics of the maker's, and its maker refuses
  * another schema. */
@@ -12,196 +16,179 @@ class tst_Catalogue : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void statistics_data();
-    void statistics();
-    void samplesAreInIt();
-    void isTheSameAtEachBuild();
-    void anotherReaderFindsItWhole();
-    void schemas_data();
-    void schemas();
-    void damage_data();
-    void damage();
+    void initTestCase()
+    {
+        m_file = m_folder.filePath("songsdb"_s);
+        QVERIFY(QFile::copy(":/db/songsdb"_s, m_file));
+        QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE"_s);
+        database.setDatabaseName(m_file);
+        QVERIFY(database.open());
+    }
+
+    void statistics_data()
+    {
+        QTest::addColumn<QString>("query");
+        QTest::addColumn<QString>("result");
+        const auto row = [](const char *name, const char *query, const char *result) {
+            QTest::newRow(name) << QString::fromLatin1(query) << QString::fromLatin1(result);
+        };
+        row("page size 1024", "pragma page_size", "1024");
+        row("about 2.7 MB",
+            "select page_count * 1024 between 2650000 and 2800000 from pragma_page_count", "1");
+        row("one table and its automatic index", "select group_concat(type) from sqlite_master",
+            "table,index");
+        row("the table's statement", "select sql from sqlite_master where type = 'table'",
+            "CREATE TABLE Songs(title varchar, artist varchar, genre varchar, author varchar, "
+            "length "
+            "integer, bpm integer, "
+            "key varchar, filename varchar primary key, markers varchar, altartist varchar)");
+        row("8,642 songs", "select count(*) from songs", "8642");
+        row("20 genres", "select count(distinct genre) from songs where genre <> ''", "20");
+        row("and the empty one", "select count(*) > 0 from songs where genre = ''", "1");
+        row("genres are upper case", "select count(*) from songs where genre <> upper(genre)", "0");
+        row("2,160 alternative artists", "select count(distinct altartist) from songs", "2160");
+        row("none of them empty",
+            "select count(*) from songs where altartist = '' or altartist is null", "0");
+        row("929 rows without markers", "select count(*) from songs where markers is null", "929");
+        row("lengths from 32 to 631", "select min(length) || ' ' || max(length) from songs",
+            "32 631");
+        row("tempos from 45 to 240", "select min(bpm) || ' ' || max(bpm) from songs", "45 240");
+        row("numbers are integers",
+            "select count(*) from songs where typeof(length) || typeof(bpm) <> 'integerinteger'",
+            "0");
+        row("file names of 1 to 8 characters",
+            "select min(length(filename)) || ' ' || max(length(filename)) from songs", "1 8");
+        row("file names are upper case without extension",
+            "select count(*) from songs where filename <> upper(filename) or filename like '%.%'",
+            "0");
+        row("authors are never empty",
+            "select count(*) from songs where author = '' or author is null", "0");
+        row("some titles are shared",
+            "select count(*) > 100 from (select title from songs group by title having count(*) > "
+            "1)",
+            "1");
+        row("irregular keys",
+            "select count(distinct key) from songs where key in ('C#-', 'G #', ' D')", "3");
+        row("minor keys are written with a blank",
+            "select count(*) > 1000 from songs where key like '% -'", "1");
+        row("markers end with a semicolon",
+            "select count(*) from songs where markers not like '%;'", "0");
+    }
+    void statistics()
+    {
+        QFETCH(QString, query);
+        QSqlQuery sql(query);
+        QVERIFY(sql.next());
+        QTEST(sql.value(0).toString(), "result");
+    }
+
+    void samplesAreInIt()
+    {
+        QSqlQuery sql(
+            "select count(*) from songs where filename in ('SANTALUC', 'FUNICULI', 'BELLACIA', 'FRAMARTI', 'DONNAMOB', 'GREENSLV', 'AULDLANG')"_s);
+        QVERIFY(sql.next());
+        QCOMPARE(sql.value(0).toInt(), 7);
+    }
+
+    void isTheSameAtEachBuild()
+    {
+        const QString again = m_folder.filePath("again"_s);
+        QCOMPARE(make({again}), 0);
+        QFile first(":/db/songsdb"_s);
+        QFile second(again);
+        QVERIFY(first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly));
+        QVERIFY(first.readAll() == second.readAll());
+    }
+
+    void anotherReaderFindsItWhole()
+    {
+        QProcess sqlite;
+        sqlite.start("sqlite3"_s, {m_file, "pragma integrity_check; select count(*) from Songs"_s});
+        if (!sqlite.waitForStarted())
+            QSKIP("sqlite3 is not installed");
+        QVERIFY(sqlite.waitForFinished());
+        QCOMPARE(sqlite.readAllStandardOutput(), QByteArray("ok\n8642\n"));
+    }
+
+    void schemas_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("the maker's own schema is accepted") << "delete from Songs"_s << true;
+        QTest::newRow("another column is refused")
+            << "alter table Songs add column year integer"_s << false;
+        QTest::newRow("another table is refused") << "create table Genres(name varchar)"_s << false;
+        QTest::newRow("another index is refused") << "create index i on Songs(title)"_s << false;
+        QTest::newRow("no table is refused") << "drop table Songs"_s << false;
+    }
+    void schemas()
+    {
+        QFETCH(QString, change);
+        QFETCH(bool, accepted);
+        const QString file = m_folder.filePath("changed"_s);
+        QFile::remove(file);
+        QVERIFY(QFile::copy(m_file, file));
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        {
+            QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE"_s, "changed"_s);
+            database.setDatabaseName(file);
+            QVERIFY(database.open());
+            QVERIFY(QSqlQuery(database).exec(change));
+        }
+        QSqlDatabase::removeDatabase("changed"_s);
+
+        QString errors;
+        QCOMPARE(make({"--check"_s, file}, &errors), accepted ? 0 : 1);
+        QCOMPARE(errors.contains("schema"_s), !accepted);
+        QCOMPARE(make({"--check"_s, "/nowhere"_s}), 1);
+    }
+
+    void damage_data()
+    {
+        QTest::addColumn<qint64>("from");
+        QTest::addColumn<qint64>("to"); // of what is overwritten; -1: the rest is cut off
+        QTest::newRow("a file cut in the middle is refused") << qint64(1000000) << qint64(-1);
+        QTest::newRow("a file cut behind its schema is refused") << qint64(2048) << qint64(-1);
+        QTest::newRow("overwritten pages are refused") << qint64(500000) << qint64(600000);
+        QTest::newRow("an overwritten header is refused") << qint64(0) << qint64(100);
+        QTest::newRow("an empty file is refused") << qint64(0) << qint64(-1);
+    }
+    void damage()
+    {
+        QFETCH(qint64, from);
+        QFETCH(qint64, to);
+        QFile whole(m_file);
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        QByteArray bytes = whole.readAll();
+        if (to < 0)
+            bytes.truncate(int(from));
+        else
+            bytes.replace(int(from), int(to - from), QByteArray(int(to - from), '\x55'));
+        const QString file = m_folder.filePath("damaged"_s);
+        QFile damaged(file);
+        QVERIFY(damaged.open(QIODevice::WriteOnly));
+        QCOMPARE(damaged.write(bytes), qint64(bytes.size()));
+        damaged.close();
+
+        QString errors;
+        QCOMPARE(make({"--check"_s, file}, &errors), 1);
+        QVERIFY2(errors.startsWith(file), qPrintable(errors));
+    }
 
 private:
-    static int make(const QStringList &arguments, QString *errors = nullptr);
+    static int make(const QStringList &arguments, QString *errors = nullptr)
+    {
+        QProcess process;
+        process.start(QStringLiteral(TARVEL4_MAKE_CATALOGUE), arguments);
+        process.waitForFinished();
+        if (errors)
+            *errors = QString::fromLocal8Bit(process.readAllStandardError());
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
 
     QTemporaryDir m_folder;
     QString m_file;
 };
-
-void tst_Catalogue::initTestCase()
-{
-    m_file = m_folder.filePath(QStringLiteral("songsdb"));
-    QVERIFY(QFile::copy(QStringLiteral(":/db/songsdb"), m_file));
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
-    database.setDatabaseName(m_file);
-    QVERIFY(database.open());
-}
-
-int tst_Catalogue::make(const QStringList &arguments, QString *errors)
-{
-    QProcess process;
-    process.start(QStringLiteral(TARVEL4_MAKE_CATALOGUE), arguments);
-    process.waitForFinished();
-    if (errors)
-        *errors = QString::fromLocal8Bit(process.readAllStandardError());
-    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-}
-
-void tst_Catalogue::statistics_data()
-{
-    QTest::addColumn<QString>("query");
-    QTest::addColumn<QString>("result");
-    const auto row = [](const char *name, const char *query, const char *result) {
-        QTest::newRow(name) << QString::fromLatin1(query) << QString::fromLatin1(result);
-    };
-    row("page size 1024", "pragma page_size", "1024");
-    row("about 2.7 MB",
-        "select page_count * 1024 between 2650000 and 2800000 from pragma_page_count", "1");
-    row("one table and its automatic index", "select group_concat(type) from sqlite_master",
-        "table,index");
-    row("the table's statement", "select sql from sqlite_master where type = 'table'",
-        "CREATE TABLE Songs(title varchar, artist varchar, genre varchar, author varchar, length "
-        "integer, bpm integer, "
-        "key varchar, filename varchar primary key, markers varchar, altartist varchar)");
-    row("8,642 songs", "select count(*) from songs", "8642");
-    row("20 genres", "select count(distinct genre) from songs where genre <> ''", "20");
-    row("and the empty one", "select count(*) > 0 from songs where genre = ''", "1");
-    row("genres are upper case", "select count(*) from songs where genre <> upper(genre)", "0");
-    row("2,160 alternative artists", "select count(distinct altartist) from songs", "2160");
-    row("none of them empty",
-        "select count(*) from songs where altartist = '' or altartist is null", "0");
-    row("929 rows without markers", "select count(*) from songs where markers is null", "929");
-    row("lengths from 32 to 631", "select min(length) || ' ' || max(length) from songs", "32 631");
-    row("tempos from 45 to 240", "select min(bpm) || ' ' || max(bpm) from songs", "45 240");
-    row("numbers are integers",
-        "select count(*) from songs where typeof(length) || typeof(bpm) <> 'integerinteger'", "0");
-    row("file names of 1 to 8 characters",
-        "select min(length(filename)) || ' ' || max(length(filename)) from songs", "1 8");
-    row("file names are upper case without extension",
-        "select count(*) from songs where filename <> upper(filename) or filename like '%.%'", "0");
-    row("authors are never empty", "select count(*) from songs where author = '' or author is null",
-        "0");
-    row("some titles are shared",
-        "select count(*) > 100 from (select title from songs group by title having count(*) > 1)",
-        "1");
-    row("irregular keys", "select count(distinct key) from songs where key in ('C#-', 'G #', ' D')",
-        "3");
-    row("minor keys are written with a blank",
-        "select count(*) > 1000 from songs where key like '% -'", "1");
-    row("markers end with a semicolon", "select count(*) from songs where markers not like '%;'",
-        "0");
-}
-
-void tst_Catalogue::statistics()
-{
-    QFETCH(QString, query);
-    QSqlQuery sql(query);
-    QVERIFY(sql.next());
-    QTEST(sql.value(0).toString(), "result");
-}
-
-void tst_Catalogue::samplesAreInIt()
-{
-    QSqlQuery sql(QStringLiteral(
-        "select count(*) from songs where filename in ('SANTALUC', 'FUNICULI', 'BELLACIA', "
-        "'FRAMARTI', 'DONNAMOB', 'GREENSLV', 'AULDLANG')"));
-    QVERIFY(sql.next());
-    QCOMPARE(sql.value(0).toInt(), 7);
-}
-
-void tst_Catalogue::isTheSameAtEachBuild()
-{
-    const QString again = m_folder.filePath(QStringLiteral("again"));
-    QCOMPARE(make({again}), 0);
-    QFile first(QStringLiteral(":/db/songsdb"));
-    QFile second(again);
-    QVERIFY(first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly));
-    QVERIFY(first.readAll() == second.readAll());
-}
-
-void tst_Catalogue::anotherReaderFindsItWhole()
-{
-    QProcess sqlite;
-    sqlite.start(QStringLiteral("sqlite3"),
-                 {m_file, QStringLiteral("pragma integrity_check; select count(*) from Songs")});
-    if (!sqlite.waitForStarted())
-        QSKIP("sqlite3 is not installed");
-    QVERIFY(sqlite.waitForFinished());
-    QCOMPARE(sqlite.readAllStandardOutput(), QByteArray("ok\n8642\n"));
-}
-
-void tst_Catalogue::schemas_data()
-{
-    QTest::addColumn<QString>("change");
-    QTest::addColumn<bool>("accepted");
-    QTest::newRow("the maker's own schema is accepted")
-        << QStringLiteral("delete from Songs") << true;
-    QTest::newRow("another column is refused")
-        << QStringLiteral("alter table Songs add column year integer") << false;
-    QTest::newRow("another table is refused")
-        << QStringLiteral("create table Genres(name varchar)") << false;
-    QTest::newRow("another index is refused")
-        << QStringLiteral("create index i on Songs(title)") << false;
-    QTest::newRow("no table is refused") << QStringLiteral("drop table Songs") << false;
-}
-
-void tst_Catalogue::schemas()
-{
-    QFETCH(QString, change);
-    QFETCH(bool, accepted);
-    const QString file = m_folder.filePath(QStringLiteral("changed"));
-    QFile::remove(file);
-    QVERIFY(QFile::copy(m_file, file));
-    QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
-    {
-        QSqlDatabase database =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("changed"));
-        database.setDatabaseName(file);
-        QVERIFY(database.open());
-        QVERIFY(QSqlQuery(database).exec(change));
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("changed"));
-
-    QString errors;
-    QCOMPARE(make({QStringLiteral("--check"), file}, &errors), accepted ? 0 : 1);
-    QCOMPARE(errors.contains(QLatin1String("schema")), !accepted);
-    QCOMPARE(make({QStringLiteral("--check"), QStringLiteral("/nowhere")}), 1);
-}
-
-void tst_Catalogue::damage_data()
-{
-    QTest::addColumn<qint64>("from");
-    QTest::addColumn<qint64>("to"); // of what is overwritten; -1: the rest is cut off
-    QTest::newRow("a file cut in the middle is refused") << qint64(1000000) << qint64(-1);
-    QTest::newRow("a file cut behind its schema is refused") << qint64(2048) << qint64(-1);
-    QTest::newRow("overwritten pages are refused") << qint64(500000) << qint64(600000);
-    QTest::newRow("an overwritten header is refused") << qint64(0) << qint64(100);
-    QTest::newRow("an empty file is refused") << qint64(0) << qint64(-1);
-}
-
-void tst_Catalogue::damage()
-{
-    QFETCH(qint64, from);
-    QFETCH(qint64, to);
-    QFile whole(m_file);
-    QVERIFY(whole.open(QIODevice::ReadOnly));
-    QByteArray bytes = whole.readAll();
-    if (to < 0)
-        bytes.truncate(int(from));
-    else
-        bytes.replace(int(from), int(to - from), QByteArray(int(to - from), '\x55'));
-    const QString file = m_folder.filePath(QStringLiteral("damaged"));
-    QFile damaged(file);
-    QVERIFY(damaged.open(QIODevice::WriteOnly));
-    QCOMPARE(damaged.write(bytes), qint64(bytes.size()));
-    damaged.close();
-
-    QString errors;
-    QCOMPARE(make({QStringLiteral("--check"), file}, &errors), 1);
-    QVERIFY2(errors.startsWith(file), qPrintable(errors));
-}
 
 QTEST_GUILESS_MAIN(tst_Catalogue)
 #include "tst_catalogue.moc"

@@ -129,7 +129,7 @@ void tst_IndexFaults::anUpdateCutShortLeavesTheMemoryUnprepared()
     memory.putMidi(QStringLiteral("/new.mid"), "new");
     FailingDisk disk;
     int written = 0;
-    disk.before = [&](const QString &operation) {
+    disk.before = [&](const QString &operation, int) {
         if (operation != QLatin1String("write") && operation != QLatin1String("rename"))
             return;
         ++written;

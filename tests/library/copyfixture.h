@@ -7,7 +7,7 @@
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
-#include "tests/storage/scripteddisk.h"
+#include "tests/storage/failingdisk.h"
 
 #include <QTemporaryDir>
 

@@ -6,7 +6,7 @@
 #include "tests/library/logcapture.h"
 #include "tests/library/testlibrary.h"
 #include "tests/library/texts.h"
-#include "tests/songs/mfxbytes.h"
+#include "tests/songs/songbytes.h"
 
 namespace tarvel4 {
 

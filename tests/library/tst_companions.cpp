@@ -105,7 +105,7 @@ void tst_Companions::aPairIsCopiedWholeOrNotAtAll()
     TestFiles::write(source(text("s.cdg")), "graphics");
     TestFiles::write(target(text("s.mp3")), oldBytes);
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingWrite = failingWrite;
     FileCopier copier(host, disk);
     QVERIFY(!copier.copyFiles({source(text("s.mp3"))}, targetFolder()));

@@ -40,7 +40,7 @@ private:
         const pid_t child = fork();
         if (child == 0) {
             ScriptedHost host;
-            ScriptedDisk disk;
+            FailingDisk disk;
             disk.isFat = isFat;
             disk.before = [&](const QString &done, int doneCount) {
                 if (done == operation && doneCount == count)
@@ -60,11 +60,12 @@ void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
     const QStringList files{TestFiles::write(source(text("1/s.mid")), "first"),
                             TestFiles::write(source(text("2/S.MID")), "second")};
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     FileCopier copier(host, disk);
     QVERIFY(copier.copyFiles(files, targetFolder()));
     QCOMPARE(disk.operations,
-             strings({"write", "sync", "replace", "write", "sync", "replace", "sync"}));
+             strings({"write", "syncVolume", "replace", "rename", "write", "syncVolume", "replace",
+                      "rename", "syncVolume"}));
     QCOMPARE(targetNames(), strings({"S.MID", "s.mid"}));
 }
 
@@ -73,7 +74,7 @@ void tst_CopyBatch::namesComeAfterTheBytesAndBeforeTheLastFlush()
     const QStringList files{TestFiles::write(source(text("a.mid")), newBytes),
                             TestFiles::write(source(text("b.mid")), newBytes)};
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     QStringList namesAtLastProgress;
     host.onProgress = [&](int value) {
         if (value == 2)
@@ -81,7 +82,8 @@ void tst_CopyBatch::namesComeAfterTheBytesAndBeforeTheLastFlush()
     };
     FileCopier copier(host, disk);
     QVERIFY(copier.copyFiles(files, targetFolder()));
-    const QStringList expected = strings({"write", "write", "sync", "replace", "replace", "sync"});
+    const QStringList expected = strings(
+        {"write", "write", "syncVolume", "replace", "rename", "replace", "rename", "syncVolume"});
     QCOMPARE(disk.operations, expected);
     QCOMPARE(namesAtLastProgress, expected); // a full progress bar means done
 }
@@ -92,11 +94,11 @@ void tst_CopyBatch::manySongsAreFlushedInFewBatches()
     for (int i = 0; i < 501; ++i)
         files.append(TestFiles::write(source(QString::number(i) + text(".mid")), newBytes));
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     FileCopier copier(host, disk);
     QVERIFY(copier.copyFiles(files, targetFolder()));
     QCOMPARE(copier.copied(), 501);
-    QCOMPARE(disk.countOf(text("sync")), 3);
+    QCOMPARE(disk.countOf("syncVolume"), 3);
     QCOMPARE(targetNames().size(), 501);
 }
 
@@ -148,11 +150,11 @@ void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
     TestFiles::write(target(text("a.mid")), oldBytes);
     TestFiles::write(target(text("b.mid")), oldBytes);
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.isFat = true;
     QStringList namesBeforeTheLastFlush;
     disk.before = [&](const QString &operation, int count) {
-        if (operation == text("sync") && count == 2)
+        if (operation == text("syncVolume") && count == 2)
             namesBeforeTheLastFlush = targetNames();
     };
     FileCopier copier(host, disk);
@@ -160,7 +162,7 @@ void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
     QCOMPARE(namesBeforeTheLastFlush,
              strings({"a.mid", "a.mid.tarvel4.bak", "b.mid", "b.mid.tarvel4.bak", "c.mid"}));
     QCOMPARE(targetNames(), strings({"a.mid", "b.mid", "c.mid"}));
-    QCOMPARE(disk.countOf(text("sync")), 3); // the bytes, the names, the old ones' removal
+    QCOMPARE(disk.countOf("syncVolume"), 3); // the bytes, the names, the old ones' removal
 }
 
 void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack_data()
@@ -183,7 +185,7 @@ void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack()
     const QStringList names = strings({"a.mid", "b.mid"});
     const QStringList files = newOverOld(names);
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.isFat = true;
     disk.failingReplace = failingReplace;
     disk.failingSync = failingSync;
@@ -227,11 +229,11 @@ void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext_data()
     QTest::addColumn<QStringList>("replaced");
     QTest::newRow("killed at the first write") << text("write") << 1 << QStringList();
     QTest::newRow("killed at the third write") << text("write") << 3 << QStringList();
-    QTest::newRow("killed at the flush of the bytes") << text("sync") << 1 << QStringList();
+    QTest::newRow("killed at the flush of the bytes") << text("syncVolume") << 1 << QStringList();
     QTest::newRow("killed at the first name") << text("replace") << 1 << QStringList();
     QTest::newRow("killed at the second name") << text("replace") << 2 << strings({"a.mid"});
     QTest::newRow("killed at the last flush")
-        << text("sync") << 2 << strings({"a.mid", "b.mid", "c.mid"});
+        << text("syncVolume") << 2 << strings({"a.mid", "b.mid", "c.mid"});
 }
 
 void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext()

@@ -115,7 +115,7 @@ void tst_CopyFaults::failingDisk()
     const QStringList names = strings({"a.mid", "b.mid", "c.mid"});
     const QStringList files = newOverOld(names);
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingWrite = failingWrite;
     disk.failingSync = failingSync;
     disk.failingReplace = failingReplace;
@@ -136,7 +136,7 @@ void tst_CopyFaults::aDeadMediumFailsEverySong()
     const QStringList files{TestFiles::write(source(text("a.mid")), newBytes),
                             TestFiles::write(source(text("b.mid")), newBytes)};
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingSync = 1;
     disk.staysBroken = true;
     FileCopier copier(host, disk);
@@ -162,7 +162,7 @@ void tst_CopyFaults::aSourceThatChangesWhileCopiedFails()
     TestFiles::setModified(song, QDateTime::currentDateTime().addSecs(-60));
     TestFiles::write(target(text("a.mid")), oldBytes);
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.before = [&](const QString &operation, int) {
         if (operation != text("write"))
             return;

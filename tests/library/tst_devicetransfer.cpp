@@ -7,7 +7,7 @@
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
-#include "tests/storage/scripteddisk.h"
+#include "tests/storage/failingdisk.h"
 
 #include <QtTest>
 
@@ -341,7 +341,7 @@ void tst_DeviceTransfer::aCancelledCopyIsAFailure()
 
 void tst_DeviceTransfer::anIndexThatCantBeWrittenIsAFailure()
 {
-    ScriptedDisk disk;
+    FailingDisk disk;
     const FakeVolume volume(card(), false);
     const QString file = song("a.mid");
     disk.failingWrite = 2; // the first one is the song's

@@ -38,7 +38,7 @@ void tst_FileCopier::anEmptyChoiceSucceedsAtOnce()
 {
     ScriptedHost host;
     host.cancelAtProgress = 0;
-    ScriptedDisk disk;
+    FailingDisk disk;
     FileCopier copier(host, disk);
     QVERIFY(copier.copyFiles({}, m_dir->filePath(text("not there"))));
     QCOMPARE(host.events, QStringList());
@@ -97,7 +97,7 @@ void tst_FileCopier::songsInPlace()
     TestFiles::write(target(text("song.mp3")), oldBytes);
     TestFiles::write(target(text("song.cdg")), oldBytes);
     ScriptedHost host;
-    ScriptedDisk disk;
+    FailingDisk disk;
     FileCopier copier(host, disk);
     QVERIFY(copier.copyFiles({target(text("song.mid")), target(text("song.mp3"))}, targetFolder()));
     QCOMPARE(copier.copied(), 2);

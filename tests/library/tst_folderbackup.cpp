@@ -2,7 +2,7 @@
 
 #include "tests/library/logcapture.h"
 #include "tests/library/testfiles.h"
-#include "tests/storage/scripteddisk.h"
+#include "tests/storage/failingdisk.h"
 
 #include <QtTest>
 
@@ -132,13 +132,13 @@ void tst_FolderBackup::aNameThatCantBeSaidIsAFailure()
 void tst_FolderBackup::aFileThatFailsStopsNoOther()
 {
     TestFiles::write(at("from/c.mid"), "c");
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingWrite = 1;
     QVERIFY(!FolderBackup::backupDir(at("from"), at("to"), disk));
     QCOMPARE(TestFiles::namesIn(at("to")),
              QStringList({QStringLiteral("c.mid"), QStringLiteral("sub")}));
 
-    disk = ScriptedDisk();
+    disk = FailingDisk();
     disk.failingSync = 1; // of the deepest folder, which is flushed first
     QVERIFY(QDir(at("to")).removeRecursively());
     QVERIFY(!FolderBackup::backupDir(at("from"), at("to"), disk));

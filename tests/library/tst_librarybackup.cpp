@@ -4,7 +4,7 @@
 #include "tests/library/scriptedhost.h"
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
-#include "tests/storage/scripteddisk.h"
+#include "tests/storage/failingdisk.h"
 #include "tests/storage/tmpfsmount.h"
 
 #include <QtTest>
@@ -187,7 +187,7 @@ void tst_LibraryBackup::aFailedCopyFails()
     const QStringList files{song("a.mid", "x"), song("b.mid", "y")};
     if (vanished)
         QFile::remove(files.last());
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingWrite = failingWrite;
     disk.failingSync = failingSync;
     LibraryBackup backup(m_host, disk, &theTime);

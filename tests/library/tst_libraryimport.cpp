@@ -5,7 +5,7 @@
 #include "tests/library/logcapture.h"
 #include "tests/library/testlibrary.h"
 #include "tests/library/texts.h"
-#include "tests/songs/mfxbytes.h"
+#include "tests/songs/songbytes.h"
 
 #include <QSettings>
 #include <QtTest>

@@ -4,7 +4,7 @@
 #include "tests/library/testlibrary.h"
 #include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
-#include "tests/storage/scripteddisk.h"
+#include "tests/storage/failingdisk.h"
 
 #include <QtTest>
 
@@ -83,7 +83,7 @@ void tst_RowEditor::aSavedRowShowsWhatIsInTheFile()
 
 void tst_RowEditor::aRowWhoseSaveFailsCountsAsEditedToo()
 {
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingWrite = 1;
     SongEdit song(disk);
     QVERIFY(song.load(m_library->files().at(0)));
@@ -172,7 +172,7 @@ void tst_RowEditor::songsThatFailAreSkippedAndTold()
 {
     const QString gone = m_library->files().at(1);
     QVERIFY(QFile::remove(gone));
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingWrite = 1;
     ApplyToAll fields;
     fields.genre = true;

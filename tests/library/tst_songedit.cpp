@@ -3,8 +3,8 @@
 #include "tests/library/logcapture.h"
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
-#include "tests/songs/mfxbytes.h"
-#include "tests/storage/scripteddisk.h"
+#include "tests/songs/songbytes.h"
+#include "tests/storage/failingdisk.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -192,7 +192,7 @@ void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes()
     QFETCH(QString, title);
     QFETCH(int, failingWrite);
     const QString path = song(name, bytes);
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingWrite = failingWrite;
     SongEdit edit(disk);
     QVERIFY(edit.load(path));

@@ -1,6 +1,6 @@
 #include "tests/library/logcapture.h"
 #include "tests/library/updatefixture.h"
-#include "tests/storage/scripteddisk.h"
+#include "tests/storage/failingdisk.h"
 
 #include <QtTest>
 
@@ -189,7 +189,7 @@ void tst_SongUpdate::aFailingDiskLeavesTheOldBytes()
     QFETCH(QByteArray, bytes);
     TestLibrary library(catalogue());
     const QString path = library.add(fileName, bytes);
-    ScriptedDisk disk;
+    FailingDisk disk;
     disk.failingWrite = 1;
     SongUpdate song(disk);
     QVERIFY(song.load(path, fileName) && song.match(library.db()) && song.prepare());

@@ -1,6 +1,6 @@
 #include "tests/library/libraryupdatefixture.h"
 
-#include "tests/storage/scripteddisk.h"
+#include "tests/storage/failingdisk.h"
 #include "tests/storage/tmpfsmount.h"
 
 #include <QtTest>
@@ -76,7 +76,7 @@ void tst_UpdateFaults::theRunGoesOnAfterAFailure()
     m_library->add(text("two.mid"), makersSong());
     m_library->import();
 
-    ScriptedDisk disk;
+    FailingDisk disk;
     if (fault == text("vanish") || fault == text("folder"))
         QVERIFY(QFile::remove(path));
     if (fault == text("folder"))

@@ -4,7 +4,7 @@
 
 #include "tests/library/testlibrary.h"
 #include "tests/library/texts.h"
-#include "tests/songs/mfxbytes.h"
+#include "tests/songs/songbytes.h"
 
 namespace tarvel4 {
 

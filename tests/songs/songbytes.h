@@ -1,16 +1,19 @@
 #pragma once
 
+#include "songs/mfx/lzhuff.h"
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
 #include <QString>
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace tarvel4 {
 
 /** Songs put together by hand, byte by byte, for the tests of every module. Nothing here calls the
- * code under test. */
+ * code under test but the codec, which has tests of its own. */
 namespace SongBytes {
 
 /** Bytes from their hexadecimal form; blanks are ignored. */
@@ -19,19 +22,18 @@ inline QByteArray hex(const char *digits)
     return QByteArray::fromHex(digits);
 }
 
-inline QByteArray bigEndian(quint32 number, int width)
-{
-    QByteArray bytes;
-    for (int shift = 8 * (width - 1); shift >= 0; shift -= 8)
-        bytes.append(char(number >> shift & 0xFF));
-    return bytes;
-}
-
 inline QByteArray littleEndian(quint32 number, int width)
 {
     QByteArray bytes;
     for (int shift = 0; shift < 8 * width; shift += 8)
         bytes.append(char(number >> shift & 0xFF));
+    return bytes;
+}
+
+inline QByteArray bigEndian(quint32 number, int width)
+{
+    QByteArray bytes = littleEndian(number, width);
+    std::reverse(bytes.begin(), bytes.end());
     return bytes;
 }
 
@@ -161,6 +163,31 @@ inline QByteArray mfxHeader(int version, const MfxFields &fields = MfxFields())
     put(218, 32, fields.artist);
     put(250, 32, fields.genre);
     return header;
+}
+
+/** An MFx song around the bytes of a MIDI file, with the sizes in its header. */
+inline QByteArray mfx(int version, const MfxFields &fields, const QByteArray &midi)
+{
+    QByteArray stream;
+    LzHuff().compress(midi, stream);
+    QByteArray header = mfxHeader(version, fields);
+    header.replace(4, 4, littleEndian(quint32(header.size() + stream.size()), 4));
+    header.replace(12, 4, littleEndian(quint32(midi.size()), 4));
+    return header + stream;
+}
+
+/** The MIDI bytes as an MF4 stream holds them: three more after the header of the first track. */
+inline QByteArray withFiller(QByteArray midi, const QByteArray &filler = hex("FF00FF"))
+{
+    return midi.insert(midi.indexOf("MTrk") + 8, filler);
+}
+
+/** The MIDI bytes that an MFx song holds, as they stand before compression. */
+inline QByteArray expanded(const QByteArray &mfxSong)
+{
+    QByteArray midi;
+    LzHuff().expand(mfxSong.mid(mfxSong.startsWith("_MF5") ? 1024 : 512), midi);
+    return midi;
 }
 
 // --- Files ----------------------------------------------------------------------------------

@@ -1,49 +1,23 @@
 #include "songs/id3/id3v2tag.h"
 #include "songs/metasong.h"
 
-#include "tests/songs/songbytes.h"
+#include "tests/songs/songfixture.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLoggingCategory>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QtTest>
 
 #include <optional>
 
 using namespace tarvel4;
-
 using namespace SongBytes;
-
-/** Songs that nobody here wrote, edited by us and read by other people's programs. */
-class tst_RealSongs : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void midiSongs();
-    void mp3Songs_data();
-    void mp3Songs();
-
-private:
-    QString path(const QString &name) const { return m_folder->filePath(name); }
-    bool makeMp3(const QString &maker, const QString &file) const;
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-};
+using namespace SongFixture;
 
 namespace {
 
 constexpr char python[] = "/usr/bin/python3"; // the system's, which has Debian's modules
-
-QString latin1(const char *text)
-{
-    return QString::fromLatin1(text);
-}
 
 /** Runs a program to its end; its output, or nothing when it can't be run or fails. */
 std::optional<QByteArray> outputOf(const QString &program, const QStringList &arguments)
@@ -61,16 +35,20 @@ std::optional<QByteArray> outputOf(const QString &program, const QStringList &ar
 
 bool hasModule(const char *module)
 {
-    return outputOf(latin1(python), {latin1("-c"), latin1("import ") + latin1(module)}).has_value();
+    return outputOf(QString::fromLatin1(python),
+                    {"-c"_s, "import "_s + QString::fromLatin1(module)})
+        .has_value();
 }
 
 /** What a script of ours prints about each of the files. */
 QVector<QJsonObject> factsOf(const char *script, const QStringList &files)
 {
-    const QString scriptPath = QFileInfo(latin1(__FILE__)).dir().filePath(latin1(script));
-    const QList<QByteArray> lines = outputOf(latin1(python), QStringList(scriptPath) + files)
-                                        .value_or(QByteArray())
-                                        .split('\n');
+    const QString scriptPath =
+        QFileInfo(QString::fromLatin1(__FILE__)).dir().filePath(QString::fromLatin1(script));
+    const QList<QByteArray> lines =
+        outputOf(QString::fromLatin1(python), QStringList(scriptPath) + files)
+            .value_or(QByteArray())
+            .split('\n');
     QVector<QJsonObject> facts;
     for (const QByteArray &line : lines) {
         if (!line.isEmpty())
@@ -81,180 +59,169 @@ QVector<QJsonObject> factsOf(const char *script, const QStringList &files)
 
 QStringList songsOfOpenttd()
 {
-    const QByteArray listing = QStandardPaths::findExecutable(latin1("dpkg")).isEmpty()
+    const QByteArray listing = QStandardPaths::findExecutable("dpkg"_s).isEmpty()
         ? QByteArray()
-        : outputOf(latin1("dpkg"), {latin1("-L"), latin1("openttd-openmsx")})
-              .value_or(QByteArray());
-    return QString::fromLocal8Bit(listing)
-        .split(QLatin1Char('\n'))
-        .filter(QRegularExpression(latin1("\\.mid$")));
+        : outputOf("dpkg"_s, {"-L"_s, "openttd-openmsx"_s}).value_or(QByteArray());
+    return QString::fromLocal8Bit(listing).split(u'\n').filter(QRegularExpression("\\.mid$"_s));
 }
 
 /** A key as mido calls it ("Ebm"), in our form ("Eb-"). */
 QString ourKey(QString midoKey)
 {
-    return midoKey.replace(QLatin1Char('m'), QLatin1Char('-'));
+    return midoKey.replace(u'm', u'-');
 }
 
 SongInfo editedRecord()
 {
     SongInfo info;
-    info.title = latin1("Nel blu");
-    info.artist = latin1("Mina");
-    info.author = latin1("Modugno");
-    info.genre = latin1("Pop");
-    info.key = latin1("F#-");
+    info.title = "Nel blu"_s;
+    info.artist = "Mina"_s;
+    info.author = "Modugno"_s;
+    info.genre = "Pop"_s;
+    info.key = "F#-"_s;
     info.length = 215;
     info.bpm = 131;
     return info;
 }
 
-SongInfo recordOf(const QString &file)
-{
-    SongInfo info;
-    MetaSong song;
-    if (song.importFile(file))
-        song.readInfo(info);
-    return info;
-}
-
 } // namespace
 
-void tst_RealSongs::initTestCase()
+/** Songs that nobody here wrote, edited by us and read by other people's programs. */
+class tst_RealSongs : public FolderTest
 {
-    QLoggingCategory::setFilterRules(latin1("*.debug=false"));
-}
+    Q_OBJECT
 
-void tst_RealSongs::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_folder->isValid());
-}
+private Q_SLOTS:
+    void initTestCase() { QLoggingCategory::setFilterRules("*.debug=false"_s); }
 
-void tst_RealSongs::midiSongs()
-{
-    const QStringList originals = songsOfOpenttd();
-    if (originals.isEmpty())
-        QSKIP("Debian's package openttd-openmsx is not installed");
-    if (!hasModule("mido"))
-        QSKIP("Debian's package python3-mido is not installed");
-    QCOMPARE(originals.size(), 31);
+    void init() { makeFolder(); }
 
-    QStringList files;
-    for (const QString &original : originals)
-        files.append(write(path(QFileInfo(original).fileName()), read(original)));
-    const QVector<QJsonObject> before = factsOf("midi_facts.py", files);
-    QCOMPARE(before.size(), files.size());
-    for (int i = 0; i < files.size(); ++i) {
-        const SongInfo info = recordOf(files.at(i));
-        QCOMPARE(info.format, latin1("MIDI"));
-        QCOMPARE(info.title, before.at(i).value(latin1("title")).toString().trimmed());
-        QCOMPARE(info.key, ourKey(before.at(i).value(latin1("key")).toString()));
+    void midiSongs()
+    {
+        const QStringList originals = songsOfOpenttd();
+        if (originals.isEmpty())
+            QSKIP("Debian's package openttd-openmsx is not installed");
+        if (!hasModule("mido"))
+            QSKIP("Debian's package python3-mido is not installed");
+        QCOMPARE(originals.size(), 31);
 
+        QStringList files;
+        for (const QString &original : originals)
+            files.append(write(path(QFileInfo(original).fileName()), read(original)));
+        const QVector<QJsonObject> before = factsOf("midi_facts.py", files);
+        QCOMPARE(before.size(), files.size());
+        for (int i = 0; i < files.size(); ++i) {
+            const SongInfo info = recordOf(imported(files.at(i)));
+            QCOMPARE(info.format, "MIDI"_s);
+            QCOMPARE(info.title, before.at(i).value("title"_s).toString().trimmed());
+            QCOMPARE(info.key, ourKey(before.at(i).value("key"_s).toString()));
+
+            MetaSong song;
+            QVERIFY(song.importFile(files.at(i)));
+            song.addMarker("Intro"_s, 2);
+            song.setSongInfo(editedRecord(), edit);
+            QVERIFY(song.saveToFile(files.at(i)));
+        }
+        const QVector<QJsonObject> after = factsOf("midi_facts.py", files);
+        QCOMPARE(after.size(), files.size());
+        const QJsonArray fields = {"\1Pop"_s,
+                                   "\2Mina"_s,
+                                   "\5"
+                                   "131"_s,
+                                   "\3Modugno"_s,
+                                   "\4"
+                                   "215"_s,
+                                   QString(QChar(6)) + QChar(0) + QChar(2) + "Intro"_s};
+        for (int i = 0; i < files.size(); ++i) {
+            QCOMPARE(after.at(i).value("title"_s).toString(), "Nel blu"_s);
+            QCOMPARE(after.at(i).value("key"_s).toString(), "F#m"_s);
+            QCOMPARE(after.at(i).value("fields"_s).toArray(), fields);
+            // Nothing but the metadata has changed.
+            QCOMPARE(after.at(i).value("music"_s), before.at(i).value("music"_s));
+        }
+    }
+
+    void mp3Songs_data()
+    {
+        QTest::addColumn<QString>("maker");
+        QTest::addColumn<QString>("title"); // as we read it
+        QTest::newRow("ffmpeg, ID3v2.3") << "ffmpeg 3"_s
+                                         << "Volare"_s;
+        QTest::newRow("ffmpeg, ID3v2.4") << "ffmpeg 4"_s
+                                         << "Volare"_s;
+        QTest::newRow("ffmpeg without a tag") << "ffmpeg 0"_s << QString();
+        QTest::newRow("lame writes UTF-16") << "lame"_s
+                                            << "\xFF\xFEV"_s;
+        QTest::newRow("mutagen: a picture, UTF-16 and padding") << "mutagen"_s
+                                                                << "\xFF\xFEP"_s;
+    }
+    void mp3Songs()
+    {
+        QFETCH(QString, maker);
+        QFETCH(QString, title);
+        for (const char *program : {"ffmpeg", "lame"}) {
+            if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
+                QSKIP("Debian's packages ffmpeg and lame are not installed");
+        }
+        if (!hasModule("mutagen"))
+            QSKIP("Debian's package python3-mutagen is not installed");
+
+        const QString file = path("song.mp3"_s);
+        QVERIFY(makeMp3(maker, file));
+        const QByteArray old = read(file);
+        const QJsonObject before = factsOf("mp3_facts.py", {file}).value(0);
         MetaSong song;
-        QVERIFY(song.importFile(files.at(i)));
-        song.addMarker(latin1("Intro"), 2);
-        song.setSongInfo(editedRecord(), WrittenBy::User);
-        QVERIFY(song.saveToFile(files.at(i)));
+        QVERIFY(song.importFile(file));
+        SongInfo info;
+        song.readInfo(info);
+        QCOMPARE(info.title, title);
+        song.setSongInfo(editedRecord(), edit);
+        QVERIFY(song.saveToFile(file));
+
+        const QJsonObject after = factsOf("mp3_facts.py", {file}).value(0);
+        const QMap<QString, QString> written = {
+            {"TIT2"_s, "Nel blu"_s}, {"TPE1"_s, "Mina"_s}, {"TCOM"_s, "Modugno"_s},
+            {"TCON"_s, "Pop"_s},     {"TKEY"_s, "F#-"_s},  {"TLEN"_s, "215000"_s},
+            {"TBPM"_s, "131"_s},
+        };
+        for (auto frame = written.cbegin(); frame != written.cend(); ++frame)
+            QCOMPARE(after.value(frame.key()).toString(), frame.value());
+        QCOMPARE(after.value("TALB"_s), before.value("TALB"_s));
+        QCOMPARE(after.value("pictures"_s), before.value("pictures"_s));
+        QCOMPARE(after.value("seconds"_s), before.value("seconds"_s));
+        QVERIFY(after.value("seconds"_s).toDouble() > 1.9);
+        // The audio is the same, byte by byte.
+        const int audioSize = old.size() - int(Id3v2Tag::bytesWanted(old.left(10)));
+        QVERIFY(read(file).endsWith(maker.endsWith(u'0') ? old : old.right(audioSize)));
     }
-    const QVector<QJsonObject> after = factsOf("midi_facts.py", files);
-    QCOMPARE(after.size(), files.size());
-    const QJsonArray fields = {latin1("\1Pop"),
-                               latin1("\2Mina"),
-                               latin1("\5"
-                                      "131"),
-                               latin1("\3Modugno"),
-                               latin1("\4"
-                                      "215"),
-                               QString(QChar(6)) + QChar(0) + QChar(2) + latin1("Intro")};
-    for (int i = 0; i < files.size(); ++i) {
-        QCOMPARE(after.at(i).value(latin1("title")).toString(), latin1("Nel blu"));
-        QCOMPARE(after.at(i).value(latin1("key")).toString(), latin1("F#m"));
-        QCOMPARE(after.at(i).value(latin1("fields")).toArray(), fields);
-        // Nothing but the metadata has changed.
-        QCOMPARE(after.at(i).value(latin1("music")), before.at(i).value(latin1("music")));
+
+private:
+    bool makeMp3(const QString &maker, const QString &file) const
+    {
+        const QString sound = path("tone.wav"_s);
+        const QStringList tone = {"-v"_s,    "error"_s, "-f"_s,
+                                  "lavfi"_s, "-i"_s,    "sine=frequency=440:duration=2"_s};
+        if (maker == "lame"_s) {
+            return outputOf("ffmpeg"_s, tone + QStringList(sound))
+                && outputOf("lame"_s,
+                            {"--quiet"_s, "--add-id3v2"_s, "--tt"_s, "Volare"_s, sound, file});
+        }
+        QStringList arguments = tone;
+        if (maker.startsWith("ffmpeg"_s) && !maker.endsWith(u'0'))
+            arguments << "-metadata"_s
+                      << "title=Volare"_s
+                      << "-id3v2_version"_s << maker.right(1);
+        else
+            arguments << "-id3v2_version"_s
+                      << "0"_s;
+        const bool isMade = outputOf("ffmpeg"_s, arguments << file).has_value();
+        if (maker != "mutagen"_s)
+            return isMade;
+        const QString script =
+            QFileInfo(QString::fromLatin1(__FILE__)).dir().filePath("mp3_facts.py"_s);
+        return isMade && outputOf(QString::fromLatin1(python), {script, "--tag"_s, file});
     }
-}
-
-void tst_RealSongs::mp3Songs_data()
-{
-    QTest::addColumn<QString>("maker");
-    QTest::addColumn<QString>("title"); // as we read it
-
-    QTest::newRow("ffmpeg, ID3v2.3") << latin1("ffmpeg 3") << latin1("Volare");
-    QTest::newRow("ffmpeg, ID3v2.4") << latin1("ffmpeg 4") << latin1("Volare");
-    QTest::newRow("ffmpeg without a tag") << latin1("ffmpeg 0") << QString();
-    QTest::newRow("lame writes UTF-16") << latin1("lame") << latin1("\xFF\xFEV");
-    QTest::newRow("mutagen: a picture, UTF-16 and padding")
-        << latin1("mutagen") << latin1("\xFF\xFEP");
-}
-
-bool tst_RealSongs::makeMp3(const QString &maker, const QString &file) const
-{
-    const QString sound = path(latin1("tone.wav"));
-    const QStringList tone = {latin1("-v"), latin1("error"),
-                              latin1("-f"), latin1("lavfi"),
-                              latin1("-i"), latin1("sine=frequency=440:duration=2")};
-    if (maker == latin1("lame")) {
-        return outputOf(latin1("ffmpeg"), tone + QStringList(sound))
-            && outputOf(latin1("lame"),
-                        {latin1("--quiet"), latin1("--add-id3v2"), latin1("--tt"), latin1("Volare"),
-                         sound, file});
-    }
-    QStringList arguments = tone;
-    if (maker.startsWith(latin1("ffmpeg")) && !maker.endsWith(QLatin1Char('0')))
-        arguments << latin1("-metadata") << latin1("title=Volare") << latin1("-id3v2_version")
-                  << maker.right(1);
-    else
-        arguments << latin1("-id3v2_version") << latin1("0");
-    const bool isMade = outputOf(latin1("ffmpeg"), arguments << file).has_value();
-    if (maker != latin1("mutagen"))
-        return isMade;
-    const QString script = QFileInfo(latin1(__FILE__)).dir().filePath(latin1("mp3_facts.py"));
-    return isMade && outputOf(latin1(python), {script, latin1("--tag"), file});
-}
-
-void tst_RealSongs::mp3Songs()
-{
-    QFETCH(QString, maker);
-    QFETCH(QString, title);
-
-    for (const char *program : {"ffmpeg", "lame"}) {
-        if (QStandardPaths::findExecutable(latin1(program)).isEmpty())
-            QSKIP("Debian's packages ffmpeg and lame are not installed");
-    }
-    if (!hasModule("mutagen"))
-        QSKIP("Debian's package python3-mutagen is not installed");
-
-    const QString file = path(latin1("song.mp3"));
-    QVERIFY(makeMp3(maker, file));
-    const QByteArray old = read(file);
-    const QJsonObject before = factsOf("mp3_facts.py", {file}).value(0);
-    MetaSong song;
-    QVERIFY(song.importFile(file));
-    SongInfo info;
-    song.readInfo(info);
-    QCOMPARE(info.title, title);
-    song.setSongInfo(editedRecord(), WrittenBy::User);
-    QVERIFY(song.saveToFile(file));
-
-    const QJsonObject after = factsOf("mp3_facts.py", {file}).value(0);
-    const QMap<QString, QString> written = {
-        {latin1("TIT2"), latin1("Nel blu")}, {latin1("TPE1"), latin1("Mina")},
-        {latin1("TCOM"), latin1("Modugno")}, {latin1("TCON"), latin1("Pop")},
-        {latin1("TKEY"), latin1("F#-")},     {latin1("TLEN"), latin1("215000")},
-        {latin1("TBPM"), latin1("131")},
-    };
-    for (auto frame = written.cbegin(); frame != written.cend(); ++frame)
-        QCOMPARE(after.value(frame.key()).toString(), frame.value());
-    QCOMPARE(after.value(latin1("TALB")), before.value(latin1("TALB")));
-    QCOMPARE(after.value(latin1("pictures")), before.value(latin1("pictures")));
-    QCOMPARE(after.value(latin1("seconds")), before.value(latin1("seconds")));
-    QVERIFY(after.value(latin1("seconds")).toDouble() > 1.9);
-    // The audio is the same, byte by byte.
-    const int audioSize = old.size() - int(Id3v2Tag::bytesWanted(old.left(10)));
-    QVERIFY(read(file).endsWith(maker.endsWith(QLatin1Char('0')) ? old : old.right(audioSize)));
-}
+};
 
 QTEST_GUILESS_MAIN(tst_RealSongs)
 #include "tst_realsongs.moc"

@@ -1,10 +1,12 @@
 #include "songs/metasong.h"
 #include "songs/mfx/lzhuff.h"
+#include "tests/songs/songfixture.h"
 
 #include <QtEndian>
 #include <QtTest>
 
 using namespace tarvel4;
+using namespace SongBytes;
 
 namespace {
 
@@ -15,16 +17,10 @@ QString samplePath(const QString &name)
     return QStringLiteral(TARVEL4_SAMPLES "/") + name;
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QStringList cellsOf(const QString &row)
 {
     QStringList cells;
-    for (const QString &cell : row.mid(1, row.size() - 2).split(QLatin1Char('|')))
+    for (const QString &cell : row.mid(1, row.size() - 2).split(u'|'))
         cells.append(cell.trimmed());
     return cells;
 }
@@ -34,9 +30,9 @@ QMap<QString, Columns> readTables()
 {
     QMap<QString, Columns> files;
     QStringList header;
-    const QString text = QString::fromUtf8(contentOf(samplePath(QStringLiteral("README.md"))));
-    for (const QString &line : text.split(QLatin1Char('\n'))) {
-        if (!line.startsWith(QLatin1Char('|')) || line.startsWith(QLatin1String("|-"))) {
+    const QString text = QString::fromUtf8(read(samplePath("README.md"_s)));
+    for (const QString &line : text.split(u'\n')) {
+        if (!line.startsWith(u'|') || line.startsWith("|-"_s)) {
             if (line.isEmpty())
                 header.clear();
             continue;
@@ -63,7 +59,7 @@ QString shown(const QVector<Marker> &markers)
     QStringList texts;
     for (const Marker &marker : markers)
         texts.append(marker.text);
-    return texts.join(QLatin1String(", "));
+    return texts.join(", "_s);
 }
 
 Columns columnsOf(const SongInfo &info)
@@ -79,7 +75,7 @@ Columns columnsOf(const SongInfo &info)
                        {name("Key"), info.key},
                        {name("Markers"), shown(info.markers)},
                        {name("Published"), name(info.isPublisher ? "yes" : "no")}};
-    if (info.format.startsWith(QLatin1String("MF"))) {
+    if (info.format.startsWith("MF"_s)) {
         columns.insert(name("Long name"), info.mfxLongName);
         columns.insert(name("Flags"), QString::number(info.mfxFlags));
     }
@@ -93,155 +89,123 @@ class tst_Samples : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theReadmeNamesEverySong();
-    void isWhatTheReadmeSays_data();
-    void isWhatTheReadmeSays();
-    void isWrittenBackAsItIs_data();
-    void isWrittenBackAsItIs();
-    void midiTracksFillTheFile_data();
-    void midiTracksFillTheFile();
-    void mfxSizesAreTrue_data();
-    void mfxSizesAreTrue();
-    void theKaraokeFileHasWords();
-    void theGraphicsAreWholePackets();
+    void theReadmeNamesEverySong()
+    {
+        const QStringList suffixes = {"*.mid"_s, "*.kar"_s, "*.mf?"_s, "*.mp3"_s};
+        const QStringList songs = QDir(samplePath(QString())).entryList(suffixes, QDir::Files);
+        QCOMPARE(songs.size(), 7);
+        QCOMPARE(QStringList(readTables().keys()), songs);
+    }
+
+    void isWhatTheReadmeSays_data()
+    {
+        QTest::addColumn<Columns>("told");
+        const QMap<QString, Columns> files = readTables();
+        for (auto file = files.cbegin(); file != files.cend(); ++file)
+            QTest::newRow(qPrintable(file.key())) << file.value();
+    }
+    void isWhatTheReadmeSays()
+    {
+        QFETCH(Columns, told);
+        const QString file = samplePath(QString::fromLatin1(QTest::currentDataTag()));
+        QCOMPARE(columnsOf(SongFixture::recordOf(SongFixture::imported(file))), told);
+    }
+
+    void isWrittenBackAsItIs_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char *name : {"SANTALUC.mid", "FUNICULI.mid", "BELLACIA.kar", "FRAMARTI.mf3",
+                                 "DONNAMOB.mf4", "GREENSLV.mf5", "AULDLANG.mp3"})
+            QTest::newRow(name) << QString::fromLatin1(name);
+    }
+    void isWrittenBackAsItIs()
+    {
+        QFETCH(QString, name);
+        const QByteArray bytes = read(samplePath(name));
+        QTemporaryDir folder;
+        const QString copy = write(folder.filePath(name), bytes);
+        QVERIFY(SongFixture::imported(copy).saveToFile(copy));
+        QVERIFY(read(copy) == bytes);
+    }
+
+    void midiTracksFillTheFile_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<int>("tracks");
+        QTest::newRow("SANTALUC.mid") << 0 << 1;
+        QTest::newRow("FUNICULI.mid") << 1 << 6;
+        QTest::newRow("BELLACIA.kar") << 1 << 6;
+    }
+    void midiTracksFillTheFile()
+    {
+        QFETCH(int, format);
+        QFETCH(int, tracks);
+        const QByteArray midi = read(samplePath(QString::fromLatin1(QTest::currentDataTag())));
+        QVERIFY(midi.startsWith("MThd"));
+        QCOMPARE(int(qFromBigEndian<quint16>(midi.constData() + 8)), format);
+        QCOMPARE(int(qFromBigEndian<quint16>(midi.constData() + 10)), tracks);
+        int position = 14;
+        for (int track = 0; track < tracks; ++track) {
+            QCOMPARE(midi.mid(position, 4), QByteArray("MTrk"));
+            position += 8 + qFromBigEndian<qint32>(midi.constData() + position + 4);
+            QCOMPARE(midi.mid(position - 3, 3).toHex(), QByteArray("ff2f00"));
+        }
+        QCOMPARE(position, midi.size());
+    }
+
+    void mfxSizesAreTrue_data()
+    {
+        QTest::addColumn<int>("headerSize");
+        QTest::newRow("FRAMARTI.mf3") << 512;
+        QTest::newRow("DONNAMOB.mf4") << 512;
+        QTest::newRow("GREENSLV.mf5") << 1024;
+    }
+    void mfxSizesAreTrue()
+    {
+        QFETCH(int, headerSize);
+        const QByteArray song = read(samplePath(QString::fromLatin1(QTest::currentDataTag())));
+        QCOMPARE(qFromLittleEndian<qint32>(song.constData() + 4), song.size());
+        QByteArray midi;
+        LzHuff codec;
+        QVERIFY(codec.expand(song.mid(headerSize), midi));
+        QCOMPARE(qFromLittleEndian<qint32>(song.constData() + 12), midi.size());
+        const int track = midi.indexOf("MTrk");
+        QVERIFY(track > 0);
+        QCOMPARE(midi.mid(track + 8, 3).toHex() == "ff00ff", song.startsWith("_MF4"));
+    }
+
+    void theKaraokeFileHasWords()
+    {
+        const QByteArray song = read(samplePath("BELLACIA.kar"_s));
+        for (const char *lyric : {"\xFF\x05\x02/U", "\xFF\x05\x03mat",
+                                  "\xFF\x05\x06"
+                                  "ciao, "})
+            QVERIFY2(song.contains(lyric), lyric);
+    }
+
+    void theGraphicsAreWholePackets()
+    {
+        constexpr int packetSize = 24;
+        const QByteArray graphics = read(samplePath("AULDLANG.cdg"_s));
+        QCOMPARE(graphics.size() % packetSize, 0);
+        int tiles = 0;
+        for (int packet = 0; packet < graphics.size(); packet += packetSize) {
+            const char command = graphics.at(packet);
+            const char instruction = graphics.at(packet + 1);
+            QVERIFY(command == 0 || command == 9);
+            if (command == 0 || instruction != 6)
+                continue;
+            ++tiles;
+            QVERIFY(graphics.at(packet + 6) < 18);
+            QVERIFY(graphics.at(packet + 7) < 50);
+        }
+        QVERIFY2(tiles > 300, QByteArray::number(tiles));
+        // 300 packets a second, and 8000 bytes a second of sound
+        const double seconds = graphics.size() / double(packetSize) / 300;
+        const double sound = read(samplePath("AULDLANG.mp3"_s)).size() / 8000.0;
+        QVERIFY2(qAbs(seconds - sound) < 1.0, QByteArray::number(sound));
+    }
 };
-
-void tst_Samples::theReadmeNamesEverySong()
-{
-    const QStringList suffixes = {QStringLiteral("*.mid"), QStringLiteral("*.kar"),
-                                  QStringLiteral("*.mf?"), QStringLiteral("*.mp3")};
-    const QStringList songs = QDir(samplePath(QString())).entryList(suffixes, QDir::Files);
-    QCOMPARE(songs.size(), 7);
-    QCOMPARE(QStringList(readTables().keys()), songs);
-}
-
-void tst_Samples::isWhatTheReadmeSays_data()
-{
-    QTest::addColumn<Columns>("told");
-
-    const QMap<QString, Columns> files = readTables();
-    for (auto file = files.cbegin(); file != files.cend(); ++file)
-        QTest::newRow(qPrintable(file.key())) << file.value();
-}
-
-void tst_Samples::isWhatTheReadmeSays()
-{
-    QFETCH(Columns, told);
-
-    MetaSong song;
-    QVERIFY(song.importFile(samplePath(QString::fromLatin1(QTest::currentDataTag()))));
-    SongInfo info;
-    song.readInfo(info);
-    QCOMPARE(columnsOf(info), told);
-}
-
-void tst_Samples::isWrittenBackAsItIs_data()
-{
-    QTest::addColumn<QString>("name");
-
-    for (const char *name : {"SANTALUC.mid", "FUNICULI.mid", "BELLACIA.kar", "FRAMARTI.mf3",
-                             "DONNAMOB.mf4", "GREENSLV.mf5", "AULDLANG.mp3"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-void tst_Samples::isWrittenBackAsItIs()
-{
-    QFETCH(QString, name);
-
-    const QByteArray bytes = contentOf(samplePath(name));
-    QTemporaryDir folder;
-    const QString copy = folder.filePath(name);
-    QVERIFY(QFile::copy(samplePath(name), copy));
-    MetaSong song;
-    QVERIFY(song.importFile(copy));
-    QVERIFY(song.saveToFile(copy));
-    QCOMPARE(contentOf(copy).size(), bytes.size());
-    QVERIFY(contentOf(copy) == bytes);
-}
-
-void tst_Samples::midiTracksFillTheFile_data()
-{
-    QTest::addColumn<int>("format");
-    QTest::addColumn<int>("tracks");
-
-    QTest::newRow("SANTALUC.mid") << 0 << 1;
-    QTest::newRow("FUNICULI.mid") << 1 << 6;
-    QTest::newRow("BELLACIA.kar") << 1 << 6;
-}
-
-void tst_Samples::midiTracksFillTheFile()
-{
-    QFETCH(int, format);
-    QFETCH(int, tracks);
-
-    const QByteArray midi = contentOf(samplePath(QString::fromLatin1(QTest::currentDataTag())));
-    QVERIFY(midi.startsWith("MThd"));
-    QCOMPARE(int(qFromBigEndian<quint16>(midi.constData() + 8)), format);
-    QCOMPARE(int(qFromBigEndian<quint16>(midi.constData() + 10)), tracks);
-    int position = 14;
-    for (int track = 0; track < tracks; ++track) {
-        QCOMPARE(midi.mid(position, 4), QByteArray("MTrk"));
-        position += 8 + qFromBigEndian<qint32>(midi.constData() + position + 4);
-        QCOMPARE(midi.mid(position - 3, 3).toHex(), QByteArray("ff2f00"));
-    }
-    QCOMPARE(position, midi.size());
-}
-
-void tst_Samples::mfxSizesAreTrue_data()
-{
-    QTest::addColumn<int>("headerSize");
-
-    QTest::newRow("FRAMARTI.mf3") << 512;
-    QTest::newRow("DONNAMOB.mf4") << 512;
-    QTest::newRow("GREENSLV.mf5") << 1024;
-}
-
-void tst_Samples::mfxSizesAreTrue()
-{
-    QFETCH(int, headerSize);
-
-    const QByteArray song = contentOf(samplePath(QString::fromLatin1(QTest::currentDataTag())));
-    QCOMPARE(qFromLittleEndian<qint32>(song.constData() + 4), song.size());
-    QByteArray midi;
-    LzHuff codec;
-    QVERIFY(codec.expand(song.mid(headerSize), midi));
-    QCOMPARE(qFromLittleEndian<qint32>(song.constData() + 12), midi.size());
-    const int track = midi.indexOf("MTrk");
-    QVERIFY(track > 0);
-    QCOMPARE(midi.mid(track + 8, 3).toHex() == "ff00ff", song.startsWith("_MF4"));
-}
-
-void tst_Samples::theKaraokeFileHasWords()
-{
-    const QByteArray song = contentOf(samplePath(QStringLiteral("BELLACIA.kar")));
-    for (const char *lyric : {"\xFF\x05\x02/U", "\xFF\x05\x03mat",
-                              "\xFF\x05\x06"
-                              "ciao, "})
-        QVERIFY2(song.contains(lyric), lyric);
-}
-
-void tst_Samples::theGraphicsAreWholePackets()
-{
-    constexpr int packetSize = 24;
-    const QByteArray graphics = contentOf(samplePath(QStringLiteral("AULDLANG.cdg")));
-    QCOMPARE(graphics.size() % packetSize, 0);
-    int tiles = 0;
-    for (int packet = 0; packet < graphics.size(); packet += packetSize) {
-        const char command = graphics.at(packet);
-        const char instruction = graphics.at(packet + 1);
-        QVERIFY(command == 0 || command == 9);
-        if (command == 0 || instruction != 6)
-            continue;
-        ++tiles;
-        QVERIFY(graphics.at(packet + 6) < 18);
-        QVERIFY(graphics.at(packet + 7) < 50);
-    }
-    QVERIFY2(tiles > 300, QByteArray::number(tiles));
-    // 300 packets a second, and 8000 bytes a second of sound
-    const double seconds = graphics.size() / double(packetSize) / 300;
-    const double sound = contentOf(samplePath(QStringLiteral("AULDLANG.mp3"))).size() / 8000.0;
-    QVERIFY2(qAbs(seconds - sound) < 1.0, QByteArray::number(sound));
-}
 
 QTEST_GUILESS_MAIN(tst_Samples)
 #include "tst_samples.moc"

@@ -9,25 +9,34 @@
 
 namespace tarvel4 {
 
-/** The real disk, whose n-th operation fails. A write that fails leaves half of its bytes. */
+/** The real disk, which keeps what was done, and fails or does something else first on demand. A
+ * write that fails leaves half of its bytes. It does not wait for the medium: that costs time and
+ * shows nothing. */
 class FailingDisk : public Disk
 {
 public:
-    int failAt = 0; ///< counted over all operations, from 1; 0: none fails
+    // The n-th call fails, counted from 1; 0: none does.
+    int failAt = 0; ///< of all operations together
+    int failingWrite = 0;
+    int failingSync = 0; ///< of a file or a volume
+    int failingReplace = 0;
     Outcome::Code cause = Outcome::Code::MediumFailed; ///< of the failure
-    bool staysBroken = false; ///< every operation after that fails, too
+    bool staysBroken = false; ///< every later call that is counted so fails, too
     bool isFat = false; ///< names are changed as on FAT
-    std::function<void(const QString &operation)> before; ///< called before each operation
+    std::function<void(const QString &operation, int count)> before; ///< called before each one
 
     QStringList operations; ///< what was asked for, in order
 
+    int countOf(const char *operation) const
+    {
+        return int(operations.count(QLatin1String(operation)));
+    }
+
     Outcome write(QFileDevice &file, const QByteArray &bytes) override
     {
-        const Outcome entered = enter("write");
-        if (entered)
-            return Disk::write(file, bytes);
-        Disk::write(file, bytes.left(bytes.size() / 2));
-        return entered;
+        const Outcome entered = enter("write", failingWrite, countOf("write") + 1);
+        const Outcome written = Disk::write(file, entered ? bytes : bytes.left(bytes.size() / 2));
+        return entered ? written : entered;
     }
     Outcome reserve(QFileDevice &file, qint64 size) override
     {
@@ -41,23 +50,27 @@ public:
     }
     Outcome sync(QFileDevice &file) override
     {
-        const Outcome entered = enter("sync");
-        return entered ? Disk::sync(file) : entered;
+        file.flush();
+        return enter("sync", failingSync, syncCount() + 1);
     }
-    Outcome syncFolder(const QString &path) override
+    Outcome syncFolder(const QString &) override { return enter("syncFolder"); }
+    Outcome syncVolume(const QString &) override
     {
-        const Outcome entered = enter("syncFolder");
-        return entered ? Disk::syncFolder(path) : entered;
+        return enter("syncVolume", failingSync, syncCount() + 1);
     }
-    Outcome syncVolume(const QString &path) override
+    Outcome replace(const QString &from, const QString &to) override
     {
-        const Outcome entered = enter("syncVolume");
-        return entered ? Disk::syncVolume(path) : entered;
+        const Outcome entered = enter("replace", failingReplace, countOf("replace") + 1);
+        return entered ? Disk::replace(from, to) : entered;
     }
     Outcome remove(const QString &path) override
     {
         const Outcome entered = enter("remove");
         return entered ? Disk::remove(path) : entered;
+    }
+    bool losesReplacedFiles(const QString &path) const override
+    {
+        return isFat || Disk::losesReplacedFiles(path);
     }
 
 protected:
@@ -66,21 +79,22 @@ protected:
         const Outcome entered = enter("rename");
         return entered ? Disk::rename(from, to) : entered;
     }
-    bool losesReplacedFiles(const QString &path) const override
-    {
-        return isFat || Disk::losesReplacedFiles(path);
-    }
 
 private:
-    Outcome enter(const char *operation)
+    int syncCount() const { return countOf("sync") + countOf("syncVolume"); }
+
+    bool isFailing(int failing, int count) const
     {
-        operations.append(QString::fromLatin1(operation));
+        return failing > 0 && (staysBroken ? count >= failing : count == failing);
+    }
+    Outcome enter(const char *operation, int failing = 0, int count = 0)
+    {
+        operations.append(QLatin1String(operation));
         if (before)
-            before(operations.last());
-        const int count = operations.size();
-        if (failAt == 0 || count < failAt || (count > failAt && !staysBroken))
-            return {};
-        return {cause, {}, {}, {}};
+            before(operations.last(), countOf(operation));
+        if (isFailing(failAt, int(operations.size())) || isFailing(failing, count))
+            return {cause, {}, {}, {}};
+        return {};
     }
 };
 

@@ -1,5 +1,6 @@
 #include "songs/mfx/lzhuff.h"
 #include "tests/library/logcapture.h"
+#include "tests/storage/textliteral.h"
 
 #include <QCryptographicHash>
 #include <QJsonArray>
@@ -12,8 +13,7 @@ using namespace tarvel4;
 
 namespace {
 
-const QString frame =
-    QStringLiteral("=====================================================================");
+const QString frame = "====================================================================="_s;
 
 /** The bytes of the vectors' generator rule. */
 QByteArray lcg(int size)
@@ -58,240 +58,210 @@ class tst_LzHuff : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void vectors_data();
-    void vectors();
-    void roundTrip_data();
-    void roundTrip();
-    void sizeField_data();
-    void sizeField();
-    void damagedStream_data();
-    void damagedStream();
-    void theFirstMatchReachesBackTwentyNineSpaces();
-    void aMatchIsCopiedWholeEvenPastTheSize();
-    void anEndedStreamGoesOnWithZeroBits();
-    void anEmptyTextIsFourZeroBytesAndExpandingThemFails();
-    void aCodecCanBeReusedWhateverItDidBefore();
-    void inputAndOutputMayBeTheSameArray();
-    void theSizesAreLogged();
+    void vectors_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<int>("streamSize");
+        QTest::addColumn<QByteArray>("streamHash");
+        QFile file(QStringLiteral(TARVEL4_TEST_DATA "/lzhuff.json"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QJsonArray vectors = QJsonDocument::fromJson(file.readAll()).array();
+        QCOMPARE(vectors.size(), 12);
+        const auto bytes = [](const QJsonObject &vector, const char *key) {
+            return QByteArray::fromHex(vector.value(QLatin1String(key)).toString().toLatin1());
+        };
+        for (const QJsonValue &value : vectors) {
+            const QJsonObject vector = value.toObject();
+            const bool generated = vector.contains("rule"_s);
+            const QByteArray stream = bytes(vector, "compressed");
+            QTest::newRow(qPrintable(vector.value("name"_s).toString()))
+                << (generated ? lcg(vector.value("length"_s).toInt()) : bytes(vector, "input"))
+                << stream
+                << (generated ? vector.value("compressed_length"_s).toInt() : stream.size())
+                << (generated ? bytes(vector, "compressed_sha256")
+                              : QCryptographicHash::hash(stream, QCryptographicHash::Sha256));
+        }
+    }
+    void vectors()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, stream);
+        QFETCH(int, streamSize);
+        QFETCH(QByteArray, streamHash);
+        const QByteArray result = compressed(text);
+        if (!stream.isEmpty())
+            QCOMPARE(result.toHex(), stream.toHex());
+        QCOMPARE(result.size(), streamSize);
+        QCOMPARE(QCryptographicHash::hash(result, QCryptographicHash::Sha256).toHex(),
+                 streamHash.toHex());
+        QCOMPARE(expanded(stream.isEmpty() ? result : stream).toHex(), text.toHex());
+    }
+
+    void roundTrip_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("one zero byte") << QByteArray(1, '\0');
+        QTest::newRow("28 equal bytes: one less than the longest match") << QByteArray(28, 'x');
+        QTest::newRow("29 equal bytes: the longest match") << QByteArray(29, 'x');
+        QTest::newRow("30 equal bytes: one more than the longest match") << QByteArray(30, 'x');
+        QTest::newRow("a text that starts with the spaces the window is filled with")
+            << QByteArray(60, ' ') + "MThd";
+        QTest::newRow("nothing but more spaces than the window holds") << QByteArray(5000, ' ');
+        QTest::newRow("zero bytes, as the end of the first window holds") << QByteArray(5000, '\0');
+        QTest::newRow("random bytes: nothing to save") << random(20000, 1);
+        QTest::newRow("two values: a match nearly everywhere") << random(20000, 2, 2);
+        QTest::newRow("matches that reach back the whole window")
+            << random(4096, 3) + random(4096, 3) + random(4095, 3) + random(4097, 3);
+        QTest::newRow("a text of 500,000 bytes: the largest") << lcg(500000);
+        QTest::newRow("500,000 equal bytes") << QByteArray(500000, '\x7F');
+    }
+    void roundTrip()
+    {
+        QFETCH(QByteArray, text);
+        QVERIFY(expanded(compressed(text)) == text);
+    }
+
+    void sizeField_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<QString>("loggedSize"); // empty: the corrupt-stream block is not written
+        const auto hex = [](const char *digits) { return QByteArray::fromHex(digits); };
+        QTest::newRow("500,000 is accepted") << hex("20a1070000000000") << true << QString();
+        QTest::newRow("500,001 is rejected with the message block")
+            << hex("21a1070000000000") << false << "500001"_s;
+        QTest::newRow("the largest size there is")
+            << hex("ffffffff00000000") << false << "4294967295"_s;
+        QTest::newRow("a size of 0 fails without the block")
+            << hex("00000000ffffffff") << false << QString();
+        QTest::newRow("3 bytes: the missing one counts as FF")
+            << hex("010000") << false << "4278190081"_s;
+        QTest::newRow("2 bytes") << hex("0100") << false << "4294901761"_s;
+        QTest::newRow("1 byte") << hex("01") << false << "4294967041"_s;
+        QTest::newRow("no byte at all") << hex("") << false << "4294967295"_s;
+        QTest::newRow("4 bytes: a size and no bits") << hex("05000000") << true << QString();
+    }
+    void sizeField()
+    {
+        QFETCH(QByteArray, stream);
+        QFETCH(bool, accepted);
+        QFETCH(QString, loggedSize);
+        LogCapture log;
+        QByteArray text = "left over";
+        LzHuff codec;
+        QCOMPARE(codec.expand(stream, text), accepted);
+        QCOMPARE(text.isEmpty(), !accepted);
+
+        QStringList expected;
+        if (!loggedSize.isEmpty()) {
+            expected << frame
+                     << "WARNING: skipping file, compressed stream corrupted/wrong size !!!"_s
+                     << "Text size:  "_s + loggedSize << frame;
+        }
+        if (!accepted)
+            expected << "Expand: ERROR"_s;
+        else
+            expected << "Expand: %1  --> %2"_s.arg(stream.size()).arg(text.size());
+        QCOMPARE(LogCapture::lines(), expected);
+    }
+
+    void damagedStream_data()
+    {
+        QTest::addColumn<QByteArray>("stream");
+        const QByteArray sound = compressed(lcg(3000));
+        QTest::newRow("cut after its size") << sound.left(4);
+        QTest::newRow("cut in the middle") << sound.left(sound.size() / 2);
+        QTest::newRow("its last byte missing") << sound.chopped(1);
+        QTest::newRow("a size that promises more than there is")
+            << QByteArray::fromHex("20a10700") + sound.mid(4);
+        QTest::newRow("all bits set") << QByteArray::fromHex("20a10700") + QByteArray(3000, '\xFF');
+        QTest::newRow("all bits clear") << QByteArray::fromHex("20a10700") + QByteArray(3000, '\0');
+        QTest::newRow("random bits") << QByteArray::fromHex("20a10700") + random(100000, 4);
+        for (int bit = 40; bit < 400; bit += 41) {
+            QByteArray flipped = sound;
+            flipped[bit / 8] = char(flipped[bit / 8] ^ (1 << bit % 8));
+            QTest::addRow("bit %d flipped", bit) << flipped;
+        }
+    }
+    void damagedStream()
+    {
+        QFETCH(QByteArray, stream);
+        const QByteArray text = expanded(stream);
+        const int size = qFromLittleEndian<qint32>(stream.constData());
+        QVERIFY2(text.size() >= size && text.size() <= size + 28, QByteArray::number(text.size()));
+        QVERIFY(expanded(stream) == text);
+    }
+
+    void theFirstMatchReachesBackTwentyNineSpaces()
+    {
+        // The code of the longest match, 11100100, then position 28: 000 011100.
+        QCOMPARE(compressed(QByteArray(29, ' ')).toHex(), QByteArray("1d000000e40e00"));
+    }
+
+    void aMatchIsCopiedWholeEvenPastTheSize()
+    {
+        // "x", then a match of 28: the stream of 29 equal bytes with a size that ends within the
+        // match.
+        QCOMPARE(expanded(QByteArray::fromHex("0200000042e30000")), QByteArray(29, 'x'));
+    }
+
+    void anEndedStreamGoesOnWithZeroBits()
+    {
+        const QByteArray bits = QByteArray::fromHex("e8030000") + random(20, 5);
+        QCOMPARE(expanded(bits), expanded(bits + QByteArray(2000, '\0')));
+    }
+
+    void anEmptyTextIsFourZeroBytesAndExpandingThemFails()
+    {
+        QCOMPARE(compressed(QByteArray()).toHex(), QByteArray("00000000"));
+        QCOMPARE(expanded(QByteArray(4, '\0')), QByteArray("refused"));
+    }
+
+    void aCodecCanBeReusedWhateverItDidBefore()
+    {
+        // The last pair differs when the matcher compares with what the text before has left.
+        const std::pair<QByteArray, QByteArray> textsAfterOthers[] = {
+            {QByteArray(), "tarvel tarvel"},
+            {lcg(70000), "tarvel tarvel"},
+            {random(9000, 6), lcg(700)},
+            {"bbabababaabaaaaaababbaabbaababababbaaabbaaaaaaaaabbaabaaaaabbaabaabbbaa",
+             "abaa a ab   bbbbabbb"}};
+        for (const auto &[before, text] : textsAfterOthers) {
+            LzHuff used;
+            QByteArray stream;
+            QByteArray expandedText;
+            used.compress(before, stream);
+            used.expand(stream, expandedText);
+            used.expand(QByteArray::fromHex("10270000") + random(500, 7), expandedText);
+
+            used.compress(text, stream);
+            QCOMPARE(stream.toHex(), compressed(text).toHex());
+            QVERIFY(used.expand(stream, expandedText));
+            QCOMPARE(expandedText, text);
+        }
+    }
+
+    void inputAndOutputMayBeTheSameArray()
+    {
+        LzHuff codec;
+        QByteArray bytes = lcg(1000);
+        codec.compress(bytes, bytes);
+        QVERIFY(codec.expand(bytes, bytes));
+        QCOMPARE(bytes, lcg(1000));
+    }
+
+    void theSizesAreLogged()
+    {
+        LogCapture log;
+        compressed("A");
+        expanded(QByteArray::fromHex("010000000b"));
+        compressed(QByteArray());
+        QCOMPARE(
+            LogCapture::lines(),
+            (QStringList{"Compress: 1  --> 5"_s, "Expand: 5  --> 1"_s, "Compress: 0  --> 4"_s}));
+    }
 };
-
-void tst_LzHuff::vectors_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("stream");
-    QTest::addColumn<int>("streamSize");
-    QTest::addColumn<QByteArray>("streamHash");
-
-    QFile file(QStringLiteral(TARVEL4_TEST_DATA "/lzhuff.json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonArray vectors = QJsonDocument::fromJson(file.readAll()).array();
-    QCOMPARE(vectors.size(), 12);
-    const auto bytes = [](const QJsonObject &vector, const char *key) {
-        return QByteArray::fromHex(vector.value(QLatin1String(key)).toString().toLatin1());
-    };
-    for (const QJsonValue &value : vectors) {
-        const QJsonObject vector = value.toObject();
-        const bool generated = vector.contains(QLatin1String("rule"));
-        const QByteArray stream = bytes(vector, "compressed");
-        QTest::newRow(qPrintable(vector.value(QLatin1String("name")).toString()))
-            << (generated ? lcg(vector.value(QLatin1String("length")).toInt())
-                          : bytes(vector, "input"))
-            << stream
-            << (generated ? vector.value(QLatin1String("compressed_length")).toInt()
-                          : stream.size())
-            << (generated ? bytes(vector, "compressed_sha256")
-                          : QCryptographicHash::hash(stream, QCryptographicHash::Sha256));
-    }
-}
-
-void tst_LzHuff::vectors()
-{
-    QFETCH(QByteArray, text);
-    QFETCH(QByteArray, stream);
-    QFETCH(int, streamSize);
-    QFETCH(QByteArray, streamHash);
-
-    const QByteArray result = compressed(text);
-    if (!stream.isEmpty())
-        QCOMPARE(result.toHex(), stream.toHex());
-    QCOMPARE(result.size(), streamSize);
-    QCOMPARE(QCryptographicHash::hash(result, QCryptographicHash::Sha256).toHex(),
-             streamHash.toHex());
-    QCOMPARE(expanded(stream.isEmpty() ? result : stream).toHex(), text.toHex());
-}
-
-void tst_LzHuff::roundTrip_data()
-{
-    QTest::addColumn<QByteArray>("text");
-
-    QTest::newRow("one zero byte") << QByteArray(1, '\0');
-    QTest::newRow("28 equal bytes: one less than the longest match") << QByteArray(28, 'x');
-    QTest::newRow("29 equal bytes: the longest match") << QByteArray(29, 'x');
-    QTest::newRow("30 equal bytes: one more than the longest match") << QByteArray(30, 'x');
-    QTest::newRow("a text that starts with the spaces the window is filled with")
-        << QByteArray(60, ' ') + "MThd";
-    QTest::newRow("nothing but more spaces than the window holds") << QByteArray(5000, ' ');
-    QTest::newRow("zero bytes, as the end of the first window holds") << QByteArray(5000, '\0');
-    QTest::newRow("random bytes: nothing to save") << random(20000, 1);
-    QTest::newRow("two values: a match nearly everywhere") << random(20000, 2, 2);
-    QTest::newRow("matches that reach back the whole window")
-        << random(4096, 3) + random(4096, 3) + random(4095, 3) + random(4097, 3);
-    QTest::newRow("a text of 500,000 bytes: the largest") << lcg(500000);
-    QTest::newRow("500,000 equal bytes") << QByteArray(500000, '\x7F');
-}
-
-void tst_LzHuff::roundTrip()
-{
-    QFETCH(QByteArray, text);
-
-    QVERIFY(expanded(compressed(text)) == text);
-}
-
-void tst_LzHuff::sizeField_data()
-{
-    QTest::addColumn<QByteArray>("stream");
-    QTest::addColumn<bool>("accepted");
-    QTest::addColumn<QString>("loggedSize"); // empty: the corrupt-stream block is not written
-
-    const auto hex = [](const char *digits) { return QByteArray::fromHex(digits); };
-    QTest::newRow("500,000 is accepted") << hex("20a1070000000000") << true << QString();
-    QTest::newRow("500,001 is rejected with the message block")
-        << hex("21a1070000000000") << false << QStringLiteral("500001");
-    QTest::newRow("the largest size there is")
-        << hex("ffffffff00000000") << false << QStringLiteral("4294967295");
-    QTest::newRow("a size of 0 fails without the block")
-        << hex("00000000ffffffff") << false << QString();
-    QTest::newRow("3 bytes: the missing one counts as FF")
-        << hex("010000") << false << QStringLiteral("4278190081");
-    QTest::newRow("2 bytes") << hex("0100") << false << QStringLiteral("4294901761");
-    QTest::newRow("1 byte") << hex("01") << false << QStringLiteral("4294967041");
-    QTest::newRow("no byte at all") << hex("") << false << QStringLiteral("4294967295");
-    QTest::newRow("4 bytes: a size and no bits") << hex("05000000") << true << QString();
-}
-
-void tst_LzHuff::sizeField()
-{
-    QFETCH(QByteArray, stream);
-    QFETCH(bool, accepted);
-    QFETCH(QString, loggedSize);
-
-    LogCapture log;
-    QByteArray text = "left over";
-    LzHuff codec;
-    QCOMPARE(codec.expand(stream, text), accepted);
-    QCOMPARE(text.isEmpty(), !accepted);
-
-    QStringList expected;
-    if (!loggedSize.isEmpty()) {
-        expected << frame
-                 << QStringLiteral(
-                        "WARNING: skipping file, compressed stream corrupted/wrong size !!!")
-                 << QStringLiteral("Text size:  ") + loggedSize << frame;
-    }
-    if (!accepted)
-        expected << QStringLiteral("Expand: ERROR");
-    else
-        expected << QStringLiteral("Expand: %1  --> %2").arg(stream.size()).arg(text.size());
-    QCOMPARE(LogCapture::lines(), expected);
-}
-
-void tst_LzHuff::damagedStream_data()
-{
-    QTest::addColumn<QByteArray>("stream");
-
-    const QByteArray sound = compressed(lcg(3000));
-    QTest::newRow("cut after its size") << sound.left(4);
-    QTest::newRow("cut in the middle") << sound.left(sound.size() / 2);
-    QTest::newRow("its last byte missing") << sound.chopped(1);
-    QTest::newRow("a size that promises more than there is")
-        << QByteArray::fromHex("20a10700") + sound.mid(4);
-    QTest::newRow("all bits set") << QByteArray::fromHex("20a10700") + QByteArray(3000, '\xFF');
-    QTest::newRow("all bits clear") << QByteArray::fromHex("20a10700") + QByteArray(3000, '\0');
-    QTest::newRow("random bits") << QByteArray::fromHex("20a10700") + random(100000, 4);
-    for (int bit = 40; bit < 400; bit += 41) {
-        QByteArray flipped = sound;
-        flipped[bit / 8] = char(flipped[bit / 8] ^ (1 << bit % 8));
-        QTest::addRow("bit %d flipped", bit) << flipped;
-    }
-}
-
-void tst_LzHuff::damagedStream()
-{
-    QFETCH(QByteArray, stream);
-
-    const QByteArray text = expanded(stream);
-    const int size = qFromLittleEndian<qint32>(stream.constData());
-    QVERIFY2(text.size() >= size && text.size() <= size + 28, QByteArray::number(text.size()));
-    QVERIFY(expanded(stream) == text);
-}
-
-void tst_LzHuff::theFirstMatchReachesBackTwentyNineSpaces()
-{
-    // The code of the longest match, 11100100, then position 28: 000 011100.
-    QCOMPARE(compressed(QByteArray(29, ' ')).toHex(), QByteArray("1d000000e40e00"));
-}
-
-void tst_LzHuff::aMatchIsCopiedWholeEvenPastTheSize()
-{
-    // "x", then a match of 28: the stream of 29 equal bytes with a size that ends within the match.
-    QCOMPARE(expanded(QByteArray::fromHex("0200000042e30000")), QByteArray(29, 'x'));
-}
-
-void tst_LzHuff::anEndedStreamGoesOnWithZeroBits()
-{
-    const QByteArray bits = QByteArray::fromHex("e8030000") + random(20, 5);
-    QCOMPARE(expanded(bits), expanded(bits + QByteArray(2000, '\0')));
-}
-
-void tst_LzHuff::anEmptyTextIsFourZeroBytesAndExpandingThemFails()
-{
-    QCOMPARE(compressed(QByteArray()).toHex(), QByteArray("00000000"));
-    QCOMPARE(expanded(QByteArray(4, '\0')), QByteArray("refused"));
-}
-
-void tst_LzHuff::aCodecCanBeReusedWhateverItDidBefore()
-{
-    // The last pair differs when the matcher compares with what the text before has left.
-    const std::pair<QByteArray, QByteArray> textsAfterOthers[] = {
-        {QByteArray(), "tarvel tarvel"},
-        {lcg(70000), "tarvel tarvel"},
-        {random(9000, 6), lcg(700)},
-        {"bbabababaabaaaaaababbaabbaababababbaaabbaaaaaaaaabbaabaaaaabbaabaabbbaa",
-         "abaa a ab   bbbbabbb"}};
-    for (const auto &[before, text] : textsAfterOthers) {
-        LzHuff used;
-        QByteArray stream;
-        QByteArray expandedText;
-        used.compress(before, stream);
-        used.expand(stream, expandedText);
-        used.expand(QByteArray::fromHex("10270000") + random(500, 7), expandedText);
-
-        used.compress(text, stream);
-        QCOMPARE(stream.toHex(), compressed(text).toHex());
-        QVERIFY(used.expand(stream, expandedText));
-        QCOMPARE(expandedText, text);
-    }
-}
-
-void tst_LzHuff::inputAndOutputMayBeTheSameArray()
-{
-    LzHuff codec;
-    QByteArray bytes = lcg(1000);
-    codec.compress(bytes, bytes);
-    QVERIFY(codec.expand(bytes, bytes));
-    QCOMPARE(bytes, lcg(1000));
-}
-
-void tst_LzHuff::theSizesAreLogged()
-{
-    LogCapture log;
-    compressed("A");
-    expanded(QByteArray::fromHex("010000000b"));
-    compressed(QByteArray());
-    QCOMPARE(LogCapture::lines(),
-             (QStringList{QStringLiteral("Compress: 1  --> 5"), QStringLiteral("Expand: 5  --> 1"),
-                          QStringLiteral("Compress: 0  --> 4")}));
-}
 
 QTEST_GUILESS_MAIN(tst_LzHuff)
 #include "tst_lzhuff.moc"

@@ -59,119 +59,109 @@ class tst_LzHuffTree : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void decodesWhatItEncoded_data();
-    void decodesWhatItEncoded();
-    void codesLongerThanSixteenBitsAreWhole();
-    void aSymbolThatIsFrequentGetsAShorterCode();
-    void resetForgetsEveryCount();
-    void positions_data();
-    void positions();
-    void everyPositionComesBack();
-};
+    void decodesWhatItEncoded_data()
+    {
+        QTest::addColumn<Symbols>("symbols");
+        QTest::newRow("every symbol once") << everySymbol();
+        QTest::newRow("one symbol until the tree is rebuilt twice") << Symbols(70000, 282);
+        QTest::newRow("many symbols, with rebuilt trees between") << randomSymbols(200000);
+        Symbols skewed = goldenSkewed();
+        const Symbols all = everySymbol();
+        skewed.insert(skewed.end(), all.begin(), all.end());
+        QTest::newRow("after the most uneven counts, every symbol") << skewed;
+    }
+    void decodesWhatItEncoded()
+    {
+        QFETCH(Symbols, symbols);
+        LzHuffTree encoder;
+        const QByteArray bytes = encoded(encoder, symbols);
+        LzHuffTree decoder;
+        BitReader bits(bytes, 0);
+        for (int symbol : symbols)
+            QCOMPARE(decoder.decode(bits), symbol);
+    }
 
-void tst_LzHuffTree::decodesWhatItEncoded_data()
-{
-    QTest::addColumn<Symbols>("symbols");
+    void codesLongerThanSixteenBitsAreWhole()
+    {
+        LzHuffTree encoder;
+        encoded(encoder, goldenSkewed());
+        LzHuffTree decoder = encoder;
+        const QByteArray bytes = encoded(encoder, {282});
+        QVERIFY2(bytes.size() == 3, QByteArray::number(bytes.size()));
+        BitReader bits(bytes, 0);
+        QCOMPARE(decoder.decode(bits), 282);
+    }
 
-    QTest::newRow("every symbol once") << everySymbol();
-    QTest::newRow("one symbol until the tree is rebuilt twice") << Symbols(70000, 282);
-    QTest::newRow("many symbols, with rebuilt trees between") << randomSymbols(200000);
-    Symbols skewed = goldenSkewed();
-    const Symbols all = everySymbol();
-    skewed.insert(skewed.end(), all.begin(), all.end());
-    QTest::newRow("after the most uneven counts, every symbol") << skewed;
-}
+    void aSymbolThatIsFrequentGetsAShorterCode()
+    {
+        LzHuffTree tree;
+        QCOMPARE(encoded(tree, Symbols(8, 65)).size(), 7); // bits: 8, 8, then ever fewer
+        encoded(tree, Symbols(2000, 65));
+        QCOMPARE(encoded(tree, Symbols(8, 65)).toHex().size(), 2); // one bit each
+    }
 
-void tst_LzHuffTree::decodesWhatItEncoded()
-{
-    QFETCH(Symbols, symbols);
+    void resetForgetsEveryCount()
+    {
+        LzHuffTree used;
+        encoded(used, randomSymbols(50000));
+        used.reset();
+        LzHuffTree fresh;
+        QCOMPARE(encoded(used, everySymbol()).toHex(), encoded(fresh, everySymbol()).toHex());
+    }
 
-    LzHuffTree encoder;
-    const QByteArray bytes = encoded(encoder, symbols);
-    LzHuffTree decoder;
-    BitReader bits(bytes, 0);
-    for (int symbol : symbols)
-        QCOMPARE(decoder.decode(bits), symbol);
-}
-
-void tst_LzHuffTree::codesLongerThanSixteenBitsAreWhole()
-{
-    LzHuffTree encoder;
-    encoded(encoder, goldenSkewed());
-    LzHuffTree decoder = encoder;
-    const QByteArray bytes = encoded(encoder, {282});
-    QVERIFY2(bytes.size() == 3, QByteArray::number(bytes.size()));
-    BitReader bits(bytes, 0);
-    QCOMPARE(decoder.decode(bits), 282);
-}
-
-void tst_LzHuffTree::aSymbolThatIsFrequentGetsAShorterCode()
-{
-    LzHuffTree tree;
-    QCOMPARE(encoded(tree, Symbols(8, 65)).size(), 7); // bits: 8, 8, then ever fewer
-    encoded(tree, Symbols(2000, 65));
-    QCOMPARE(encoded(tree, Symbols(8, 65)).toHex().size(), 2); // one bit each
-}
-
-void tst_LzHuffTree::resetForgetsEveryCount()
-{
-    LzHuffTree used;
-    encoded(used, randomSymbols(50000));
-    used.reset();
-    LzHuffTree fresh;
-    QCOMPARE(encoded(used, everySymbol()).toHex(), encoded(fresh, everySymbol()).toHex());
-}
-
-void tst_LzHuffTree::positions_data()
-{
-    QTest::addColumn<int>("position");
-    QTest::addColumn<QByteArray>("bits");
-
-    QTest::newRow("upper bits 0: three bits") << 0 << QByteArray("000000000");
-    QTest::newRow("the lower six bits follow as they are") << 0x2A << QByteArray("000101010");
-    QTest::newRow("upper bits 1: the first of four bits") << (1 << 6) << QByteArray("0010000000");
-    QTest::newRow("upper bits 3: the last of four bits") << (3 << 6) << QByteArray("0100000000");
-    QTest::newRow("upper bits 4: the first of five bits") << (4 << 6) << QByteArray("01010000000");
-    QTest::newRow("upper bits 11: the last of five bits") << (11 << 6) << QByteArray("10001000000");
-    QTest::newRow("upper bits 12: the first of six bits")
-        << (12 << 6) << QByteArray("100100000000");
-    QTest::newRow("upper bits 23: the last of six bits") << (23 << 6) << QByteArray("101111000000");
-    QTest::newRow("upper bits 24: the first of seven bits")
-        << (24 << 6) << QByteArray("1100000000000");
-    QTest::newRow("upper bits 47: the last of seven bits")
-        << (47 << 6) << QByteArray("1110111000000");
-    QTest::newRow("upper bits 48: the first of eight bits")
-        << (48 << 6) << QByteArray("11110000000000");
-    QTest::newRow("the largest position") << 4095 << QByteArray("11111111111111");
-}
-
-void tst_LzHuffTree::positions()
-{
-    QFETCH(int, position);
-    QFETCH(QByteArray, bits);
-
-    QByteArray bytes;
-    BitWriter writer(bytes);
-    LzHuffPositions::encode(position, writer);
-    writer.finish();
-    QByteArray written;
-    for (char byte : bytes)
-        written += QByteArray::number(uchar(byte), 2).rightJustified(8, '0');
-    QCOMPARE(written, bits.leftJustified(written.size(), '0'));
-    QCOMPARE((bits.size() + 7) / 8, bytes.size());
-}
-
-void tst_LzHuffTree::everyPositionComesBack()
-{
-    QByteArray bytes;
-    BitWriter writer(bytes);
-    for (int position = 0; position < LzHuffFormat::windowSize; ++position)
+    void positions_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QByteArray>("bits");
+        QTest::newRow("upper bits 0: three bits") << 0 << QByteArray("000000000");
+        QTest::newRow("the lower six bits follow as they are") << 0x2A << QByteArray("000101010");
+        QTest::newRow("upper bits 1: the first of four bits")
+            << (1 << 6) << QByteArray("0010000000");
+        QTest::newRow("upper bits 3: the last of four bits")
+            << (3 << 6) << QByteArray("0100000000");
+        QTest::newRow("upper bits 4: the first of five bits")
+            << (4 << 6) << QByteArray("01010000000");
+        QTest::newRow("upper bits 11: the last of five bits")
+            << (11 << 6) << QByteArray("10001000000");
+        QTest::newRow("upper bits 12: the first of six bits")
+            << (12 << 6) << QByteArray("100100000000");
+        QTest::newRow("upper bits 23: the last of six bits")
+            << (23 << 6) << QByteArray("101111000000");
+        QTest::newRow("upper bits 24: the first of seven bits")
+            << (24 << 6) << QByteArray("1100000000000");
+        QTest::newRow("upper bits 47: the last of seven bits")
+            << (47 << 6) << QByteArray("1110111000000");
+        QTest::newRow("upper bits 48: the first of eight bits")
+            << (48 << 6) << QByteArray("11110000000000");
+        QTest::newRow("the largest position") << 4095 << QByteArray("11111111111111");
+    }
+    void positions()
+    {
+        QFETCH(int, position);
+        QFETCH(QByteArray, bits);
+        QByteArray bytes;
+        BitWriter writer(bytes);
         LzHuffPositions::encode(position, writer);
-    writer.finish();
-    BitReader reader(bytes, 0);
-    for (int position = 0; position < LzHuffFormat::windowSize; ++position)
-        QCOMPARE(LzHuffPositions::decode(reader), position);
-}
+        writer.finish();
+        QByteArray written;
+        for (char byte : bytes)
+            written += QByteArray::number(uchar(byte), 2).rightJustified(8, '0');
+        QCOMPARE(written, bits.leftJustified(written.size(), '0'));
+        QCOMPARE((bits.size() + 7) / 8, bytes.size());
+    }
+
+    void everyPositionComesBack()
+    {
+        QByteArray bytes;
+        BitWriter writer(bytes);
+        for (int position = 0; position < LzHuffFormat::windowSize; ++position)
+            LzHuffPositions::encode(position, writer);
+        writer.finish();
+        BitReader reader(bytes, 0);
+        for (int position = 0; position < LzHuffFormat::windowSize; ++position)
+            QCOMPARE(LzHuffPositions::decode(reader), position);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_LzHuffTree)
 #include "tst_lzhufftree.moc"

@@ -1,0 +1,91 @@
+#include "storage/outcome.h"
+
+#include "tests/storage/textliteral.h"
+
+#include <QTranslator>
+#include <QtTest>
+
+#include <cerrno>
+
+using namespace tarvel4;
+
+using Code = Outcome::Code;
+Q_DECLARE_METATYPE(Code)
+
+/** How a failure is called. */
+class tst_Outcome : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void eachCodeHasItsNameAndASentenceInBothLanguages()
+    {
+        const QStringList codeNames = words(
+            "not-found not-a-file read-denied not-a-song damaged-song damaged-index other-format "
+            "text-too-long letter-not-storable too-large no-markers changed-meanwhile write-denied "
+            "read-only-volume no-room medium-failed name-too-long already-exists in-use "
+            "link-out-of-memory refused-target not-confirmed not-restored");
+        QStringList found;
+        QStringList sentences;
+        for (const char *language : {"it", "en"}) {
+            QTranslator translator;
+            QVERIFY(translator.load(":/trans/tarvel4soft_"_s + QLatin1String(language)));
+            QCoreApplication::installTranslator(&translator);
+            found.clear();
+            Outcome outcome{Code::NotFound, {}, "why"_s, {}};
+            for (; !outcome.codeName().isEmpty(); outcome.code = Code(int(outcome.code) + 1)) {
+                found.append(outcome.codeName());
+                sentences.append(outcome.sentence());
+                QVERIFY2(!outcome.sentence().contains(u'%'), qPrintable(outcome.sentence()));
+            }
+            QCOMPARE(found, codeNames);
+        }
+        QVERIFY(!sentences.contains(QString()));
+        QCOMPARE(QSet<QString>(sentences.begin(), sentences.end()).size(), 2 * codeNames.size());
+    }
+
+    void theMessageIsThePathAndTheSentence()
+    {
+        Outcome outcome{Code::TooLarge, "/a.mid"_s, "why"_s, {}};
+        QCOMPARE(outcome.message(), QStringLiteral("/a.mid: è troppo grande: why"));
+        outcome.path.clear();
+        QCOMPARE(outcome.message(), QStringLiteral("è troppo grande: why"));
+        QVERIFY(!outcome && outcome == Code::TooLarge && outcome != Code::NoRoom);
+        QVERIFY(Outcome() && Outcome().sentence().isEmpty() && Outcome().codeName().isEmpty());
+    }
+
+    void ofSystemError_data()
+    {
+        QTest::addColumn<QVector<int>>("errors");
+        QTest::addColumn<bool>("isWriting");
+        QTest::newRow("not-found") << QVector<int>{ENOENT, ENOTDIR} << false;
+        QTest::newRow("not-a-file") << QVector<int>{EISDIR} << false;
+        QTest::newRow("read-denied") << QVector<int>{EACCES, EPERM} << false;
+        QTest::newRow("write-denied") << QVector<int>{EACCES, EPERM} << true;
+        QTest::newRow("read-only-volume") << QVector<int>{EROFS} << true;
+        QTest::newRow("no-room") << QVector<int>{ENOSPC, EDQUOT} << true;
+        QTest::newRow("too-large") << QVector<int>{EFBIG} << true;
+        QTest::newRow("name-too-long") << QVector<int>{ENAMETOOLONG} << true;
+        QTest::newRow("already-exists") << QVector<int>{EEXIST} << true;
+        QTest::newRow("in-use") << QVector<int>{EBUSY, ETXTBSY} << true;
+        QTest::newRow("link-out-of-memory") << QVector<int>{ELOOP} << true;
+        QTest::newRow("medium-failed") << QVector<int>{EIO, ENODEV} << true;
+    }
+    void ofSystemError()
+    {
+        QFETCH(QVector<int>, errors);
+        QFETCH(bool, isWriting);
+        for (const int error : errors) {
+            const Outcome outcome = Outcome::ofSystemError(error, "/a"_s, isWriting);
+            QCOMPARE(outcome.codeName(), QString::fromLatin1(QTest::currentDataTag()));
+            QCOMPARE(outcome.path, "/a"_s);
+            if (outcome == Code::MediumFailed)
+                QCOMPARE(outcome.detail, qt_error_string(error));
+            QCOMPARE(outcome.detail.isEmpty(),
+                     outcome != Code::MediumFailed && outcome != Code::TooLarge);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Outcome)
+#include "tst_outcome.moc"
