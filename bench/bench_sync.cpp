@@ -2,7 +2,6 @@
 // the same bytes into the same files with the same flushing.
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
-#include "library/librarybackup.h"
 #include "library/libraryimport.h"
 #include "library/libraryupdate.h"
 #include "library/messagelog.h"
@@ -151,10 +150,9 @@ void measure(Database &db, UserSongsRelTableModel &model, const QString &base, i
         if (outcome == UpdateOutcome::Updated)
             updated.append(files.at(row));
     });
-    LibraryBackup backup(host);
     QElapsedTimer timer;
     timer.start();
-    if (!update.updateUserLibrary(backup, files))
+    if (!update.updateUserLibrary([] { return true; }))
         qFatal("the update failed");
     const double ours = secondsSince(timer);
     const double lookups = lookUp(db, files);

@@ -2,7 +2,7 @@
 
 #include "cli/songpaths.h"
 #include "cli/texts.h"
-#include "library/librarybackup.h"
+#include "library/backupjob.h"
 
 #include <QFileInfo>
 
@@ -12,10 +12,10 @@ bool chooseBackup(Session &session, const QString &dir, const QStringList &files
 {
     TerminalHost &host = session.host;
     if (!QFileInfo(dir).isDir()) {
-        host.say(Cli::tr("%1: non è una cartella").arg(dir));
+        notAFolder(session, dir);
         return false;
     }
-    const auto clashes = LibraryBackup::sameNames(files);
+    const auto clashes = BackupJob::sameNames(files);
     if (!clashes.isEmpty() && !TerminalHost::canAsk()) {
         for (const auto &clash : clashes)
             host.say(Cli::tr("%1 e %2: hanno lo stesso nome, il backup non può contenerli entrambi")
@@ -28,11 +28,10 @@ bool chooseBackup(Session &session, const QString &dir, const QStringList &files
     return true;
 }
 
-void sayWhyNoBackup(Session &session, const LibraryBackup &backup, const QString &dir)
+void sayWhyNoBackup(Session &session, const BackupSummary &summary, const QString &dir)
 {
-    sayNotCopied(session, backup.failed());
-    if (backup.failed().isEmpty() && backup.folder().isEmpty() && !session.host.wasCancelled())
-        session.host.say(Cli::tr("%1: non può essere scritto").arg(dir));
+    if (!summary.cause)
+        jobFailed(session, dir, summary.cause);
 }
 
 } // namespace tarvel4

@@ -4,7 +4,7 @@
 
 namespace tarvel4 {
 
-class LibraryBackup;
+struct BackupSummary;
 
 /**
  * Has the host answer the question for a backup with the folder \a dir, once nothing stands against
@@ -12,7 +12,7 @@ class LibraryBackup;
  */
 bool chooseBackup(Session &session, const QString &dir, const QStringList &files);
 
-/** Names what a backup into \a dir failed at: songs, or the folder itself. */
-void sayWhyNoBackup(Session &session, const LibraryBackup &backup, const QString &dir);
+/** Says why \a dir could not take the backup; nothing where it is songs that failed. */
+void sayWhyNoBackup(Session &session, const BackupSummary &summary, const QString &dir);
 
 } // namespace tarvel4

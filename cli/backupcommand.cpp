@@ -1,7 +1,7 @@
 #include "cli/backupchoice.h"
-#include "cli/songpaths.h"
+#include "cli/copyreport.h"
 #include "cli/texts.h"
-#include "library/librarybackup.h"
+#include "library/backupjob.h"
 
 namespace tarvel4 {
 
@@ -18,16 +18,18 @@ ExitStatus runBackup(const Arguments &arguments, Session &session)
     if (!chooseBackup(session, arguments.value("to"), paths.files()))
         return ExitStatus::Failed;
 
-    LibraryBackup backup(session.host);
-    const bool isComplete = backup.backupUserLibrary(paths.files());
-    if (!isComplete || session.host.hasNameClash()) {
+    BackupJob job(session.host, session.host, session.host);
+    CopyReport report(paths, session, CopyReport::Records::Failures);
+    job.setObserver(report.observer());
+    const BackupSummary backup = job.run(paths.files());
+    if (!backup.mayProceed || session.host.hasNameClash()) {
         sayWhyNoBackup(session, backup, arguments.value("to"));
         return ExitStatus::Failed;
     }
     Record record = session.records.begin();
-    record.addText("folder", backup.folder());
-    record.addNumber("copied", backup.copied());
-    session.records.writeLine(record, backup.folder());
+    record.addText("folder", backup.folder);
+    record.addNumber("copied", backup.songs.copied);
+    session.records.writeLine(record, backup.folder);
     return paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
 }
 

@@ -3,6 +3,7 @@
 #include "cli/arguments.h"
 #include "cli/recordwriter.h"
 #include "cli/terminalhost.h"
+#include "storage/outcome.h"
 
 #include <climits>
 
@@ -47,10 +48,18 @@ Option recursiveOption();
 /** Says what is wrong with the usage, and that nothing was done. */
 ExitStatus wrongUsage(Session &session, const QString &text);
 
-/** Names the songs that could not be copied. */
-void sayNotCopied(Session &session, const QStringList &files);
+/** Says why something could not be done with \a path, as the user named it. */
+void sayFailure(Session &session, const QString &path, const Outcome &cause);
 
 /** Says why the job could not be done. */
 ExitStatus jobFailed(Session &session, const QString &text);
+
+ExitStatus jobFailed(Session &session, const QString &path, const Outcome &cause);
+
+/** Says that no folder is there. */
+ExitStatus notAFolder(Session &session, const QString &path);
+
+/** Adds the cause of a failure to its record. */
+void addCause(Record &record, const Outcome &cause);
 
 } // namespace tarvel4

@@ -1,6 +1,8 @@
 #include "cli/command.h"
 #include "cli/texts.h"
 
+#include <QFileInfo>
+
 namespace tarvel4 {
 
 QVector<Command> allCommands()
@@ -23,16 +25,35 @@ ExitStatus wrongUsage(Session &session, const QString &text)
     return ExitStatus::Usage;
 }
 
-void sayNotCopied(Session &session, const QStringList &files)
+void sayFailure(Session &session, const QString &path, const Outcome &cause)
 {
-    for (const QString &file : files)
-        session.host.say(Cli::tr("%1: non può essere copiato").arg(file));
+    session.host.say(path + QLatin1String(": ") + cause.sentence());
 }
 
 ExitStatus jobFailed(Session &session, const QString &text)
 {
     session.host.say(text);
     return ExitStatus::Failed;
+}
+
+ExitStatus jobFailed(Session &session, const QString &path, const Outcome &cause)
+{
+    sayFailure(session, path, cause);
+    return ExitStatus::Failed;
+}
+
+ExitStatus notAFolder(Session &session, const QString &path)
+{
+    const QString file = Arguments::onDisk(path);
+    if (!QFileInfo::exists(file))
+        return jobFailed(session, path, {Outcome::Code::NotFound, file, {}, {}});
+    return jobFailed(session, Cli::tr("%1: non è una cartella").arg(path));
+}
+
+void addCause(Record &record, const Outcome &cause)
+{
+    record.addText("code", cause.codeName());
+    record.addText("error", cause.sentence());
 }
 
 } // namespace tarvel4

@@ -3,7 +3,7 @@
 #include "cli/texts.h"
 #include "indexer/index.h"
 #include "indexer/indexverifier.h"
-#include "library/indexprogress.h"
+#include "library/indexjob.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,35 +13,33 @@ namespace tarvel4 {
 
 namespace {
 
-ExitStatus build(bool (Index::*job)(const QString &), const QString &root, const QString &given,
-                 Session &session)
+ExitStatus build(IndexJob::Kind kind, const QString &root, const QString &given, Session &session)
 {
-    Index index;
-    showProgressOf(index, session.host);
-    index.setStopWhen(&Console::interrupted);
-    QStringList errors;
-    QObject::connect(&index, &Index::errorFromIndex,
-                     [&errors](const QString &text) { errors += text; });
-    session.host.beginProgress({QString(), Cli::tr("Indice..."), QString()}, 0);
-    const bool prepared = (index.*job)(root);
-    session.host.endProgress();
+    IndexJob job(session.host, session.host);
+    job.setStopWhen(&Console::interrupted);
+    const IndexSummary index = job.run(kind, root, {QString(), Cli::tr("Indice..."), QString()}, 0);
 
     Record record = session.records.begin();
     record.addText("root", given);
-    record.addNumber("found", index.found());
-    record.addFlag("changed", index.changed());
-    record.addFlag("prepared", Index::isPrepared(root));
-    record.addValue("errors", QJsonArray::fromStringList(errors), errors.join(QLatin1String(", ")));
+    record.addNumber("found", index.found);
+    record.addFlag("changed", index.isChanged);
+    record.addFlag("prepared", index.isPrepared);
+    record.addValue("errors", QJsonArray::fromStringList(index.errors),
+                    index.errors.join(QLatin1String(", ")));
+    if (!index.cause)
+        addCause(record, index.cause);
     session.records.write(record);
     if (Console::interrupted()) {
-        session.host.say(Index::isPrepared(root)
+        session.host.say(index.isPrepared
                              ? Cli::tr("%1: interrotto, la memoria è preparata").arg(given)
                              : Cli::tr("%1: interrotto, la memoria non è preparata").arg(given));
         return ExitStatus::Interrupted;
     }
-    if (index.failed() || (index.found() > 0 && !prepared))
+    if (!index.cause)
+        return jobFailed(session, given, index.cause);
+    if (index.hasFailed || (index.found > 0 && !index.isDone))
         return jobFailed(session, Cli::tr("%1: l'indice non è stato scritto").arg(given));
-    return errors.isEmpty() ? ExitStatus::Done : ExitStatus::SomeFailed;
+    return index.errors.isEmpty() ? ExitStatus::Done : ExitStatus::SomeFailed;
 }
 
 ExitStatus verify(const QString &root, const QString &given, Session &session)
@@ -73,15 +71,16 @@ ExitStatus runIndex(const Arguments &arguments, Session &session)
     if (!jobs.contains(job))
         return wrongUsage(session, Cli::tr("index vuole update, rebuild, verify oppure delete"));
     if (!QFileInfo(root).isDir())
-        return jobFailed(session, Cli::tr("%1: non è una cartella").arg(given));
+        return notAFolder(session, given);
     if (job == QLatin1String("verify"))
         return verify(root, given, session);
-    if (job == QLatin1String("delete"))
-        return Index().deleteIndex(root)
-            ? ExitStatus::Done
-            : jobFailed(session, Cli::tr("%1: l'indice non può essere tolto").arg(given));
-    return build(job == QLatin1String("update") ? &Index::update : &Index::rebuild, root, given,
-                 session);
+    if (job == QLatin1String("delete")) {
+        Index index;
+        return index.deleteIndex(root) ? ExitStatus::Done
+                                       : jobFailed(session, given, index.outcome());
+    }
+    return build(job == QLatin1String("update") ? IndexJob::Kind::Update : IndexJob::Kind::Rebuild,
+                 root, given, session);
 }
 
 } // namespace

@@ -1,16 +1,14 @@
 #include "cli/command.h"
 #include "cli/console.h"
-#include "cli/outputfile.h"
 #include "cli/printable.h"
 #include "cli/texts.h"
 #include "indexer/index.h"
+#include "indexer/outputtarget.h"
 #include "indexer/songlistwriter.h"
 #include "storage/newfile.h"
 
 #include <QBuffer>
 #include <QFileInfo>
-
-#include <optional>
 
 namespace tarvel4 {
 
@@ -23,28 +21,20 @@ Index::SongOrder orderOf(const QString &name)
     return name == QLatin1String("genre") ? Index::ByGenre : Index::ByTitle;
 }
 
-ExitStatus listFailed(const QString &target, Session &session)
+QByteArray listOf(const QVector<IndexEntry> &entries, SongListWriter::Encoding encoding)
 {
-    return jobFailed(session, Cli::tr("%1: non può essere scritto").arg(target));
-}
-
-/** The songs of a memory, sorted; none where its index can't be read. */
-std::optional<QVector<IndexEntry>> sortedSongs(const QString &root, Index::SongOrder order)
-{
-    auto [read, entries] = Index::readEntries(root);
-    if (!read)
-        return {};
-    SongListWriter::sort(entries, order);
-    return entries;
+    QBuffer list;
+    list.open(QIODevice::WriteOnly);
+    SongListWriter::write(list, entries, encoding);
+    return list.data();
 }
 
 /** The list as the window writes it, but in UTF-8 whatever the locale. */
 void printList(const QVector<IndexEntry> &entries, Session &session)
 {
-    QBuffer list;
-    list.open(QIODevice::ReadWrite);
-    SongListWriter::write(list, entries, SongListWriter::Encoding::Utf8);
-    list.seek(0);
+    QByteArray bytes = listOf(entries, SongListWriter::Encoding::Utf8);
+    QBuffer list(&bytes);
+    list.open(QIODevice::ReadOnly);
     const bool isTerminal = Console::isTerminal(Console::Output);
     while (!list.atEnd() && !session.host.wasCancelled()) {
         const QByteArray line = list.readLine();
@@ -66,7 +56,7 @@ void writeRecords(const QVector<IndexEntry> &entries, RecordWriter &records, Ses
     }
 }
 
-bool writeRecordFile(const QVector<IndexEntry> &entries, const QString &target, Session &session)
+QByteArray recordsOf(const QVector<IndexEntry> &entries, Session &session)
 {
     QByteArray list;
     RecordWriter records(Record::Json, [&list](const QByteArray &bytes) {
@@ -74,7 +64,7 @@ bool writeRecordFile(const QVector<IndexEntry> &entries, const QString &target, 
         return true;
     });
     writeRecords(entries, records, session);
-    return session.host.wasCancelled() || NewFile::write(Disk::real(), target, list);
+    return list;
 }
 
 ExitStatus runList(const Arguments &arguments, Session &session)
@@ -85,29 +75,31 @@ ExitStatus runList(const Arguments &arguments, Session &session)
     const Index::SongOrder order = orderOf(arguments.value("order"));
     const bool isJson = session.records.format() == Record::Json;
     if (!QFileInfo(root).isDir())
-        return jobFailed(session, Cli::tr("%1: non è una cartella").arg(given));
+        return notAFolder(session, given);
     if (!Index::isPrepared(root))
         return jobFailed(session, Cli::tr("%1: la memoria non è preparata").arg(given));
 
     const bool isFile = arguments.has("output");
-    const OutputTarget::Obstacle obstacle = OutputTarget::obstacleAt(target);
-    if (isFile && obstacle != OutputTarget::Obstacle::None) {
-        sayObstacle(session, target, obstacle);
-        return ExitStatus::Failed;
-    }
-    if (isFile && !isJson && Index().writeSongList(root, target, order) == 1)
-        return ExitStatus::Done;
-    const auto songs = sortedSongs(root, order);
-    if (!songs)
-        return jobFailed(session, Cli::tr("%1: l'indice non può essere letto").arg(given));
     if (isFile) {
-        return isJson && writeRecordFile(*songs, target, session) ? ExitStatus::Done
-                                                                  : listFailed(target, session);
+        if (const Outcome checked = OutputTarget::check(target); !checked)
+            return jobFailed(session, target, checked);
+    }
+    auto [read, songs] = Index::readEntries(root);
+    if (!read)
+        return jobFailed(session, given, read);
+    SongListWriter::sort(songs, order);
+    if (isFile) {
+        const QByteArray list =
+            isJson ? recordsOf(songs, session) : listOf(songs, SongListWriter::Encoding::Local);
+        if (session.host.wasCancelled())
+            return ExitStatus::Interrupted;
+        const Outcome written = NewFile::write(Disk::real(), target, list);
+        return written ? ExitStatus::Done : jobFailed(session, target, written);
     }
     if (isJson)
-        writeRecords(*songs, session.records, session);
+        writeRecords(songs, session.records, session);
     else
-        printList(*songs, session);
+        printList(songs, session);
     return ExitStatus::Done;
 }
 

@@ -1,11 +1,12 @@
 #include "cli/backupchoice.h"
+#include "cli/copyreport.h"
 #include "cli/opencatalogue.h"
 #include "cli/songpaths.h"
 #include "cli/songrecord.h"
 #include "cli/texts.h"
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
-#include "library/librarybackup.h"
+#include "library/backupjob.h"
 #include "library/libraryimport.h"
 #include "library/libraryupdate.h"
 
@@ -149,9 +150,16 @@ ExitStatus synchronise(const SongPaths &paths, Session &session, bool dryRun, co
     update.setObserver([&report](int, UpdateOutcome outcome, const SongUpdate &song) {
         report.add(outcome, song);
     });
-    LibraryBackup backup(session.host);
+    BackupSummary backup;
+    const auto makeBackup = [&] {
+        BackupJob job(session.host, session.host, session.host);
+        CopyReport copies(paths, session, CopyReport::Records::None);
+        job.setObserver(copies.observer());
+        backup = job.run(paths.files());
+        return backup.mayProceed;
+    };
     const bool hasRows = model.totalRows() > 0;
-    const bool isComplete = !hasRows || update.updateUserLibrary(backup, paths.files());
+    const bool isComplete = !hasRows || update.updateUserLibrary(makeBackup);
     if (!isComplete) {
         sayWhyNoBackup(session, backup, backupDir);
         return ExitStatus::Failed;

@@ -57,13 +57,6 @@ void TerminalHost::say(const QString &text)
     Console::write(Console::Error, "tarvel4soft-cli: " + printable(text).toUtf8() + '\n');
 }
 
-void TerminalHost::say(const QString &text, const QStringList &details)
-{
-    say(text);
-    for (const QString &detail : details)
-        say(detail);
-}
-
 void TerminalHost::beginProgress(const ProgressTexts &texts, int maximum)
 {
     m_progress.begin(texts.label, maximum);
@@ -129,20 +122,20 @@ ProceedChoice TerminalHost::askProceed(const ImportCounts &)
     return {true, true};
 }
 
-void TerminalHost::information(const QString &, const QString &text, const QStringList &details)
+void TerminalHost::information(const QString &, const QString &text, const QStringList &)
 {
     if (!m_quiet)
-        say(text, details);
+        say(text);
 }
 
-void TerminalHost::warning(const QString &, const QString &text, const QStringList &details)
+void TerminalHost::warning(const QString &, const QString &text, const QStringList &)
 {
-    say(text, details);
+    say(text);
 }
 
-void TerminalHost::critical(const QString &, const QString &text, const QStringList &details)
+void TerminalHost::critical(const QString &, const QString &text, const QStringList &)
 {
-    say(text, details);
+    say(text);
 }
 
 Answer TerminalHost::ask(const QString &question)

@@ -54,13 +54,13 @@ public:
     BackupChoice askBackup() override { return m_backup; }
     ProceedChoice askProceed(const ImportCounts &counts) override;
 
+    /** These leave out the details: each command says what failed, by the path as it was given. */
     void information(const QString &title, const QString &text,
                      const QStringList &details) override;
     void warning(const QString &title, const QString &text, const QStringList &details) override;
     void critical(const QString &title, const QString &text, const QStringList &details) override;
 
 private:
-    void say(const QString &text, const QStringList &details);
     Answer ask(const QString &question);
 
     bool m_quiet;

@@ -1,7 +1,6 @@
-#include "cli/command.h"
-#include "cli/songpaths.h"
+#include "cli/copyreport.h"
 #include "cli/texts.h"
-#include "library/devicetransfer.h"
+#include "library/transferjob.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -18,7 +17,7 @@ QString folderOf(const QString &path, Session &session)
     const QFileInfo info(path);
     if (info.isDir())
         return info.canonicalFilePath();
-    session.host.say(Cli::tr("%1: non è una cartella").arg(path));
+    notAFolder(session, path);
     return QString();
 }
 
@@ -28,27 +27,40 @@ bool isInside(const QString &folder, const QString &root)
     return folder == root || folder.startsWith(prefix);
 }
 
-ExitStatus transfer(const QStringList &files, const QString &dir, const Volume &volume,
+void writeSummary(const TransferSummary &summary, Session &session)
+{
+    for (const QString &error : summary.index.errors)
+        session.host.say(error);
+    Record record = session.records.begin();
+    record.addNumber("copied", summary.songs.copied);
+    record.addNumber("failed", summary.songs.failures.size());
+    record.addNumber("kept", summary.songs.kept);
+    record.addNumber("found", summary.index.found);
+    record.addFlag("prepared", summary.index.isPrepared);
+    record.addValue("errors", QJsonArray::fromStringList(summary.index.errors),
+                    summary.index.errors.join(QLatin1String(", ")));
+    if (!summary.index.cause)
+        addCause(record, summary.index.cause);
+    session.records.write(record);
+}
+
+ExitStatus transfer(const SongPaths &paths, const QString &dir, const Volume &volume,
                     Session &session)
 {
-    DeviceTransfer transfer(session.host, volume);
-    const DeviceTransfer::Result result = transfer.transferFiles(files, dir);
-    if (result == DeviceTransfer::Result::Refused)
+    TransferJob job(session.host, session.host, session.host, volume);
+    CopyReport report(paths, session, CopyReport::Records::Failures);
+    job.setObserver(report.observer());
+    const TransferSummary summary = job.run(paths.files(), dir);
+    if (summary.result == TransferSummary::Result::Refused)
         return ExitStatus::Failed;
-    sayNotCopied(session, transfer.failed());
-    Record record = session.records.begin();
-    record.addNumber("copied", transfer.copied());
-    record.addNumber("failed", transfer.failures());
-    record.addNumber("kept", transfer.kept());
-    record.addNumber("found", transfer.found());
-    record.addFlag("prepared", transfer.prepared());
-    record.addValue("errors", QJsonArray::fromStringList(transfer.errors()),
-                    transfer.errors().join(QLatin1String(", ")));
-    session.records.write(record);
-    if (result == DeviceTransfer::Result::Done)
-        return ExitStatus::Done;
-    if (transfer.failures() > 0 || (!transfer.errors().isEmpty() && !transfer.indexFailed()))
+    writeSummary(summary, session);
+    if (summary.result == TransferSummary::Result::Done)
+        return paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
+    const IndexSummary &index = summary.index;
+    if (!summary.songs.failures.isEmpty() || (!index.errors.isEmpty() && !index.hasFailed))
         return ExitStatus::SomeFailed;
+    if (!index.cause)
+        return jobFailed(session, volume.rootOf(dir), index.cause);
     if (!session.host.wasCancelled())
         session.host.say(Cli::tr("%1: l'indice non è stato scritto").arg(volume.rootOf(dir)));
     return ExitStatus::Failed;
@@ -89,8 +101,7 @@ ExitStatus runTransfer(const Arguments &arguments, Session &session)
             return jobFailed(session, Cli::tr("%1: non si trova nella memoria %2").arg(dir, root));
         volume = std::make_unique<FolderVolume>(root);
     }
-    const ExitStatus status = transfer(paths.files(), dir, *volume, session);
-    return status == ExitStatus::Done && paths.hasSkipped() ? ExitStatus::SomeFailed : status;
+    return transfer(paths, dir, *volume, session);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "storage/filestamp.h"
 #include "storage/nativepath.h"
 #include "storage/recovery.h"
+#include "storage/regularfile.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -19,6 +20,7 @@
 #endif
 
 #include <filesystem>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -64,10 +66,11 @@ bool isLeftover(const QString &name)
 
 } // namespace
 
-CopyBatch::CopyBatch(Disk &disk, const QString &folder)
+CopyBatch::CopyBatch(Disk &disk, const QString &folder, Observer observer)
     : m_disk(disk)
     , m_folder(folder)
-    // A point at the front keeps the name out of every list of songs.
+    , m_observer(std::move(observer))
+    // A dot at the front keeps the name out of every list of songs.
     , m_namePrefix(QDir(folder).filePath(
           QStringLiteral(".tarvel4soft-%1-").arg(QCoreApplication::applicationPid())))
 {
@@ -76,8 +79,18 @@ CopyBatch::CopyBatch(Disk &disk, const QString &folder)
 
 CopyBatch::~CopyBatch()
 {
-    for (const Staged &song : m_staged)
-        discard(song);
+    for (const Staged &staged : m_staged)
+        discard(staged);
+}
+
+Outcome CopyBatch::makeFolder(const QString &folder)
+{
+    std::error_code error;
+    if (std::filesystem::create_directory(nativePath(folder), error))
+        return {};
+    if (!error)
+        return {Outcome::Code::AlreadyExists, folder, {}, {}};
+    return Outcome::ofSystemError(error.default_error_condition().value(), folder);
 }
 
 void CopyBatch::removeLeftovers()
@@ -91,27 +104,26 @@ void CopyBatch::removeLeftovers()
     }
 }
 
-CopyBatch::StageResult CopyBatch::add(const Song &song)
+Outcome CopyBatch::add(const Song &song)
 {
-    Staged staged{song.source,   QString(), song.destination, QString(), song.companionDestination,
-                  song.isCounted};
-    const StageResult songAdded = stage(song.source, staged.temporary);
-    if (songAdded != StageResult::Yes)
-        return songAdded;
+    Staged staged{song, QString(), QString()};
+    if (Outcome added = stage(song.source, song.destination, staged.temporary); !added)
+        return added;
     if (!song.companionSource.isEmpty()) {
-        const StageResult companionAdded = stage(song.companionSource, staged.companionTemporary);
-        if (companionAdded != StageResult::Yes) {
+        Outcome added =
+            stage(song.companionSource, song.companionDestination, staged.companionTemporary);
+        if (!added) {
             discard(staged);
-            return companionAdded;
+            return added;
         }
         m_pending.insert(song.companionDestination.toCaseFolded());
     }
     m_pending.insert(song.destination.toCaseFolded());
     m_staged.push_back(staged);
-    return StageResult::Yes;
+    return {};
 }
 
-bool CopyBatch::hideProgress(const Song &song)
+Outcome CopyBatch::freeSpaceFor(const Song &song)
 {
     const QFileInfo old(song.destination);
     const QStorageInfo volume(m_folder);
@@ -123,9 +135,10 @@ bool CopyBatch::hideProgress(const Song &song)
         wanted += blocks(QFileInfo(song.companionSource).size());
     const qint64 missing = wanted - volume.bytesAvailable() / qMax(1, volume.blockSize());
     if (!old.isFile() || old.isSymLink() || missing <= 0 || missing > blocks(old.size()))
-        return false;
+        return {Outcome::Code::NoRoom, song.destination, {}, {}};
     qDebug() << "[copyFiles] removed to make room:" << song.destination;
-    return m_disk.remove(song.destination) && m_disk.syncVolume(m_folder);
+    const Outcome removed = m_disk.remove(song.destination);
+    return removed ? m_disk.syncVolume(m_folder) : removed;
 }
 
 bool CopyBatch::isFull() const
@@ -142,13 +155,15 @@ void CopyBatch::commit()
 {
     if (m_staged.empty())
         return;
-    const bool flushed = flush();
-    for (const Staged &song : m_staged) {
-        const bool isPlaced = flushed && place(song);
-        if (song.isCounted)
-            (isPlaced ? m_unflushed : m_failed).append(song.source);
-        if (!isPlaced)
-            discard(song);
+    const Outcome flushed = flush();
+    for (const Staged &staged : m_staged) {
+        const Outcome placed = flushed ? place(staged) : flushed;
+        if (placed) {
+            m_unflushed.push_back(staged.song);
+        } else {
+            discard(staged);
+            m_observer(staged.song.id, placed);
+        }
     }
     m_isDirty = m_isDirty || flushed;
     m_staged.clear();
@@ -163,103 +178,126 @@ void CopyBatch::finish()
         flush();
 }
 
-CopyBatch::StageResult CopyBatch::stage(const QString &source, QString &temporary)
+Outcome CopyBatch::stage(const QString &source, const QString &destination, QString &temporary)
 {
     QFile target;
+    Outcome staged;
     do {
         temporary = m_namePrefix + QString::number(m_nextName++) + QLatin1String(".part");
         target.setFileName(temporary);
-    } while (!target.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)
-             && QFileInfo::exists(temporary));
-    if (!target.isOpen()) {
-        qDebug() << "[copyFiles] WARNING: can't be written:" << temporary << target.errorString();
-        return StageResult::TargetFailed;
+        staged = m_disk.createNew(target);
+    } while (staged == Outcome::Code::AlreadyExists);
+    if (!staged) {
+        qDebug() << "[copyFiles] WARNING: can't be written:" << temporary << staged.sentence();
+        staged.path = destination;
+        return staged;
     }
-    const StageResult added = copyBytes(source, target);
+    staged = copyBytes(source, target);
     target.close();
-    if (added != StageResult::Yes)
-        m_disk.remove(temporary);
-    return added;
+    if (staged)
+        return staged;
+    m_disk.remove(temporary);
+    if (staged.path != source)
+        staged.path = destination;
+    return staged;
 }
 
-CopyBatch::StageResult CopyBatch::copyBytes(const QString &source, QFileDevice &target)
+Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target)
 {
     const FileStamp stamp(source);
-    QFile file(source);
-    if (!stamp.isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        qDebug() << "[copyFiles] WARNING: can't be read:" << source << file.errorString();
-        return StageResult::SourceFailed;
+    RegularFile file(source);
+    if (!file.outcome()) {
+        qDebug() << "[copyFiles] WARNING: can't be read:" << source << file.outcome().sentence();
+        return file.outcome();
     }
     qint64 left = stamp.size();
     while (left > 0) {
         const qint64 count = file.read(m_buffer.data(), qMin<qint64>(left, m_buffer.size()));
         if (count <= 0)
             break;
-        const QByteArray block = QByteArray::fromRawData(m_buffer.constData(), int(count));
-        if (!m_disk.write(target, block)) {
+        const QByteArray block =
+            QByteArray::fromRawData(m_buffer.constData(), static_cast<int>(count));
+        if (Outcome written = m_disk.write(target, block); !written) {
             qDebug() << "[copyFiles] WARNING: can't be written:" << target.fileName()
-                     << target.errorString();
-            return StageResult::TargetFailed;
+                     << written.sentence();
+            return written;
         }
         left -= count;
     }
+    if (!file.outcome()) {
+        qDebug() << "[copyFiles] WARNING: can't be read:" << source << file.outcome().sentence();
+        return file.outcome();
+    }
     if (left > 0 || !stamp.matches(source)) {
         qDebug() << "[copyFiles] WARNING: changed while it was copied:" << source;
-        return StageResult::SourceFailed;
+        return {Outcome::Code::ChangedMeanwhile, source, {}, {}};
     }
     copyPermissions(source, target.fileName());
     if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
         qDebug() << "[copyFiles] WARNING: time not kept:" << source;
     m_stagedBytes += stamp.size();
-    return StageResult::Yes;
+    return {};
 }
 
-bool CopyBatch::place(const Staged &song)
+Outcome CopyBatch::place(const Staged &staged)
 {
     // The companion comes last, since without its song it would stand in the way of the next try.
-    return publish(song.temporary, song.destination)
-        && (song.companionTemporary.isEmpty()
-            || publish(song.companionTemporary, song.companionDestination));
+    Outcome placed = publish(staged.temporary, staged.song.destination);
+    if (placed && !staged.companionTemporary.isEmpty())
+        placed = publish(staged.companionTemporary, staged.song.companionDestination);
+    return placed;
 }
 
-bool CopyBatch::publish(const QString &temporary, const QString &destination)
+Outcome CopyBatch::publish(const QString &temporary, const QString &destination)
 {
     // Disk::replace() keeps the old file too, but flushes three times for each.
     const bool keepsOld = QFileInfo::exists(destination) && m_disk.losesReplacedFiles(destination);
     const QString old = keepsOld ? Recovery::recoveryPathOf(destination) : QString();
-    const bool isFree = !keepsOld || (!QFileInfo::exists(old) && m_disk.replace(destination, old));
-    if (isFree && m_disk.replace(temporary, destination)) {
+    Outcome named;
+    if (keepsOld && QFileInfo::exists(old))
+        named = {Outcome::Code::AlreadyExists, old, {}, {}};
+    else if (keepsOld)
+        named = m_disk.replace(destination, old);
+    const auto isFree = static_cast<bool>(named);
+    if (isFree)
+        named = m_disk.replace(temporary, destination);
+    if (named) {
         if (keepsOld)
             m_setAside.push_back({old, destination});
-        return true;
+        return named;
     }
-    qDebug() << "[copyFiles] WARNING: can't be named:" << destination;
-    if (keepsOld && isFree && !m_disk.replace(old, destination))
+    qDebug() << "[copyFiles] WARNING: can't be named:" << destination << named.sentence();
+    if (keepsOld && isFree && !m_disk.replace(old, destination)) {
         qDebug() << "[copyFiles] WARNING: the old file is now called" << old;
-    return false;
+        return {Outcome::Code::NotRestored, destination, old, {}};
+    }
+    return named;
 }
 
-void CopyBatch::discard(const Staged &song)
+void CopyBatch::discard(const Staged &staged)
 {
-    for (const QString &temporary : {song.temporary, song.companionTemporary}) {
+    for (const QString &temporary : {staged.temporary, staged.companionTemporary}) {
         if (!temporary.isEmpty() && !m_disk.remove(temporary))
             qDebug() << "[copyFiles] WARNING: can't be removed:" << temporary;
     }
 }
 
-bool CopyBatch::flush()
+Outcome CopyBatch::flush()
 {
     m_isDirty = false;
-    const auto flushed = static_cast<bool>(m_disk.syncVolume(m_folder));
+    Outcome flushed = m_disk.syncVolume(m_folder);
+    QHash<QString, Outcome> restored;
     if (flushed) {
-        m_copied += m_unflushed.size();
         removeSetAside();
     } else {
-        qDebug() << "[copyFiles] WARNING: not on the medium:" << m_folder;
-        m_failed += m_unflushed;
-        restoreSetAside();
+        qDebug() << "[copyFiles] WARNING: not on the medium:" << m_folder << flushed.sentence();
+        restored = restoreSetAside(flushed);
     }
-    m_unflushed.clear();
+    const std::vector<Song> songs = std::exchange(m_unflushed, {});
+    for (const Song &song : songs) {
+        const Outcome unconfirmed{Outcome::Code::NotConfirmed, song.destination, {}, {}};
+        m_observer(song.id, flushed ? flushed : restored.value(song.destination, unconfirmed));
+    }
     return flushed;
 }
 
@@ -273,13 +311,20 @@ void CopyBatch::removeSetAside()
     m_setAside.clear();
 }
 
-void CopyBatch::restoreSetAside()
+/** What became of each song, by its destination, whose old file was given back its name. */
+QHash<QString, Outcome> CopyBatch::restoreSetAside(const Outcome &cause)
 {
+    QHash<QString, Outcome> outcomes;
     for (const Replaced &old : m_setAside) {
-        if (!m_disk.remove(old.destination) || !m_disk.replace(old.path, old.destination))
-            qDebug() << "[copyFiles] WARNING: the old file is now called" << old.path;
+        outcomes.insert(old.destination, cause);
+        if (m_disk.remove(old.destination) && m_disk.replace(old.path, old.destination))
+            continue;
+        qDebug() << "[copyFiles] WARNING: the old file is now called" << old.path;
+        outcomes.insert(old.destination,
+                        {Outcome::Code::NotRestored, old.destination, old.path, {}});
     }
     m_setAside.clear();
+    return outcomes;
 }
 
 } // namespace tarvel4

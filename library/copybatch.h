@@ -3,9 +3,11 @@
 #include "storage/disk.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QSet>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace tarvel4 {
@@ -18,31 +20,37 @@ namespace tarvel4 {
 class CopyBatch
 {
 public:
-    enum class StageResult { Yes, SourceFailed, TargetFailed };
-
     /** A song and, where it has one, its companion, which goes wherever the song goes. */
     struct Song
     {
+        int id = 0; ///< by which whoever adds it knows it
         QString source;
         QString destination;
         QString companionSource; ///< empty: none
         QString companionDestination;
-        bool isCounted = true; ///< false: whoever added it has counted it as failed already
     };
 
-    CopyBatch(Disk &disk, const QString &folder);
+    /** Told of each song that was added, as soon as it is on the medium under its name or can't be
+     * any more. */
+    using Observer = std::function<void(int id, const Outcome &outcome)>;
+
+    CopyBatch(Disk &disk, const QString &folder, Observer observer);
     ~CopyBatch();
     Q_DISABLE_COPY(CopyBatch)
 
     /** Removes the temporary files that a killed run left in the folder. */
     void removeLeftovers();
 
-    /** Copies a song under a temporary name. When it fails nothing of it remains. */
-    StageResult add(const Song &song);
+    /** Makes a folder to copy into; AlreadyExists where anything has its name. */
+    static Outcome makeFolder(const QString &folder);
+
+    /** Copies a song under a temporary name. When it fails nothing of it remains, and the outcome's
+     * path tells the source that can't be read from the destination that can't be written. */
+    Outcome add(const Song &song);
 
     /** Makes room for a song that does not fit beside the file that it replaces: removes that file,
-     * where the song then fits. */
-    bool hideProgress(const Song &song);
+     * where the song then fits. NoRoom where it would not. */
+    Outcome freeSpaceFor(const Song &song);
 
     /** True when finish() could make no more room. */
     bool isEmpty() const { return m_staged.empty() && m_setAside.empty(); }
@@ -53,21 +61,15 @@ public:
     /** Flushes the staged songs and gives them their names; what stood there before is replaced. */
     void commit();
 
-    /** Commits, and flushes the names. Afterwards copied() and failed() are final. */
+    /** Commits, and flushes the names. Afterwards the observer was told of every song. */
     void finish();
-
-    int copied() const { return m_copied; } ///< songs that are on the medium
-    const QStringList &failed() const { return m_failed; } ///< sources not flushed or named
 
 private:
     struct Staged
     {
-        QString source;
+        Song song;
         QString temporary;
-        QString destination;
         QString companionTemporary;
-        QString companionDestination;
-        bool isCounted;
     };
 
     /** A replaced file that waits under another name until the new one is safe. */
@@ -77,28 +79,27 @@ private:
         QString destination;
     };
 
-    StageResult stage(const QString &source, QString &temporary);
-    StageResult copyBytes(const QString &source, QFileDevice &target);
-    bool place(const Staged &song);
-    bool publish(const QString &temporary, const QString &destination);
-    void discard(const Staged &song);
-    bool flush();
+    Outcome stage(const QString &source, const QString &destination, QString &temporary);
+    Outcome copyBytes(const QString &source, QFileDevice &target);
+    Outcome place(const Staged &staged);
+    Outcome publish(const QString &temporary, const QString &destination);
+    void discard(const Staged &staged);
+    Outcome flush();
     void removeSetAside();
-    void restoreSetAside();
+    QHash<QString, Outcome> restoreSetAside(const Outcome &cause);
 
     Disk &m_disk;
     QString m_folder;
+    Observer m_observer;
     QByteArray m_buffer;
     std::vector<Staged> m_staged;
     QSet<QString> m_pending; ///< case-folded destinations of the staged files
     qint64 m_stagedBytes = 0;
     QString m_namePrefix;
     int m_nextName = 0;
-    QStringList m_unflushed; ///< sources that have their name, but are not yet on the medium
+    std::vector<Song> m_unflushed; ///< have their name, but are not yet on the medium
     std::vector<Replaced> m_setAside;
     bool m_isDirty = false; ///< names have changed since the last flush
-    int m_copied = 0;
-    QStringList m_failed;
 };
 
 } // namespace tarvel4

@@ -1,6 +1,8 @@
 #include "library/filecopier.h"
 
-#include "library/copybatch.h"
+#include "library/messages.h"
+#include "library/progress.h"
+#include "library/questions.h"
 #include "library/songpath.h"
 #include "songs/metasong.h"
 #include "storage/nativepath.h"
@@ -57,63 +59,70 @@ QString companionOf(const QString &songPath)
 
 } // namespace
 
-FileCopier::FileCopier(WorkflowHost &host, Disk &disk)
-    : m_host(host)
-    , m_disk(disk)
-{}
-
-bool FileCopier::copyFiles(const QStringList &selectedFiles, const QString &destDir)
+QStringList CopySummary::details() const
 {
-    m_askOverwrite = true;
-    m_overwrite = false;
-    m_copied = m_kept = 0;
-    m_failed.clear();
-    m_sources.clear();
-    m_displaced.clear();
-    if (selectedFiles.isEmpty())
-        return true;
-
-    Recovery::recoverAll(
-        m_disk, destDir, MetaSong::isSong,
-        [this](const QString &path, Recovery::Result outcome) { m_host.recovered(path, outcome); });
-    CopyBatch batch(m_disk, destDir);
-    batch.removeLeftovers();
-    const bool complete = copyEach(selectedFiles, destDir, batch);
-    batch.finish();
-    m_copied += batch.copied();
-    m_failed += batch.failed();
-    if (!complete) {
-        m_copied = 0;
-        m_host.endProgress();
-        return false;
-    }
-    return m_failed.isEmpty();
+    QStringList lines;
+    for (const SongOutcome &song : failures)
+        lines += SongPath::fileName(song.path) + QLatin1String(": ") + song.cause.sentence();
+    return lines;
 }
 
-bool FileCopier::copyEach(const QStringList &selectedFiles, const QString &destDir,
-                          CopyBatch &batch)
+FileCopier::FileCopier(Progress &progress, Questions &questions, Messages &messages, Disk &disk,
+                       SongObserver observer)
+    : m_progress(progress)
+    , m_questions(questions)
+    , m_messages(messages)
+    , m_disk(disk)
+    , m_observer(std::move(observer))
+{}
+
+CopySummary FileCopier::copy(const QStringList &paths, const QString &destDir)
 {
-    int index = 0;
-    for (const QString &source : selectedFiles) {
-        if (m_host.wasCancelled())
+    m_paths = paths;
+    m_results.resize(static_cast<std::size_t>(paths.size()));
+    if (paths.isEmpty())
+        return m_summary;
+
+    Recovery::recoverAll(m_disk, destDir, MetaSong::isSong,
+                         [this](const QString &path, Recovery::Result result) {
+                             m_messages.recovered(path, result);
+                         });
+    CopyBatch batch(m_disk, destDir, [this](int song, const Outcome &outcome) {
+        setResult(song, outcome ? SongResult::Copied : SongResult::Failed, outcome);
+    });
+    batch.removeLeftovers();
+    m_summary.isCancelled = !copyEach(destDir, batch);
+    batch.finish();
+    if (m_summary.isCancelled) {
+        m_summary.copied = 0; // required
+        m_progress.endProgress();
+    }
+    return m_summary;
+}
+
+bool FileCopier::copyEach(const QString &destDir, CopyBatch &batch)
+{
+    for (int song = 0; song < m_paths.size(); ++song) {
+        if (m_progress.wasCancelled())
             return false;
-        ++index;
-        const QString destination = destDir + QLatin1Char('/') + SongPath::fileName(source);
+        const QString destination =
+            destDir + QLatin1Char('/') + SongPath::fileName(m_paths.at(song));
         // required: a song that is in place or kept does not move the progress
-        if (!copySong(source, destination, batch))
+        if (!copySong(song, destination, batch))
             continue;
-        if (index == selectedFiles.size())
+        if (song + 1 == m_paths.size())
             batch.finish();
-        m_host.setProgress(index);
+        m_progress.setProgress(song + 1);
     }
     return true;
 }
 
 /** False for a song that is in place or kept. */
-bool FileCopier::copySong(const QString &source, const QString &destination, CopyBatch &batch)
+bool FileCopier::copySong(int song, const QString &destination, CopyBatch &batch)
 {
+    const QString source = m_paths.at(song);
     if (isInPlace(source, destination)) {
-        ++m_copied;
+        setResult(song, SongResult::Copied);
         return false;
     }
     qDebug() << "Copying file:" << source << "to:" << destination;
@@ -121,58 +130,87 @@ bool FileCopier::copySong(const QString &source, const QString &destination, Cop
         batch.commit();
     if (exists(destination) && !mayReplace(source, destination)) {
         qDebug() << "[copyFiles] kept as it was:" << destination;
-        m_displaced.append(source);
-        ++m_kept;
+        m_summary.displaced.append(source);
+        setResult(song, SongResult::Kept);
         return false;
     }
     m_sources.insert(destination.toCaseFolded(), source);
-    addToBatch(source, destination, batch);
+    addToBatch(song, destination, batch);
     if (batch.isFull())
         batch.commit();
     return true;
 }
 
-void FileCopier::addToBatch(const QString &source, const QString &destination, CopyBatch &batch)
+void FileCopier::addToBatch(int song, const QString &destination, CopyBatch &batch)
 {
-    CopyBatch::Song song{source, destination, companionOf(source), QString(), true};
-    if (!song.companionSource.isEmpty()) {
-        song.companionDestination =
+    const QString source = m_paths.at(song);
+    CopyBatch::Song copy{song, source, destination, companionOf(source), QString()};
+    if (!copy.companionSource.isEmpty()) {
+        copy.companionDestination =
             destination.chopped(suffixLength) + QLatin1String(companionSuffix);
-        if (batch.hasPending(song.companionDestination))
+        if (batch.hasPending(copy.companionDestination))
             batch.commit();
         // required: nobody is asked about a companion that is there already; its copy fails
         if (!companionOf(destination).isEmpty()) {
-            qDebug() << "[copyFiles] WARNING: exists already:" << song.companionDestination;
-            song.companionSource.clear();
-            song.isCounted = false;
-            m_failed.append(source);
+            qDebug() << "[copyFiles] WARNING: exists already:" << copy.companionDestination;
+            copy.companionSource.clear();
+            setResult(song, SongResult::Failed,
+                      {Outcome::Code::AlreadyExists, copy.companionDestination, {}, {}});
         }
     }
-    CopyBatch::StageResult added = batch.add(song);
-    if (added == CopyBatch::StageResult::TargetFailed && !batch.isEmpty()) {
+    const auto targetFailed = [&copy](const Outcome &outcome) {
+        return !outcome
+            && (outcome.path == copy.destination || outcome.path == copy.companionDestination);
+    };
+    Outcome added = batch.add(copy);
+    if (targetFailed(added) && !batch.isEmpty()) {
         // The staged songs take the place of old ones, which makes room.
         batch.finish();
-        added = batch.add(song);
+        added = batch.add(copy);
     }
-    if (added == CopyBatch::StageResult::TargetFailed && batch.hideProgress(song))
-        added = batch.add(song);
-    if (added != CopyBatch::StageResult::Yes && song.isCounted)
-        m_failed.append(source);
+    if (targetFailed(added) && batch.freeSpaceFor(copy))
+        added = batch.add(copy);
+    if (!added)
+        setResult(song, SongResult::Failed, added);
 }
 
 bool FileCopier::mayReplace(const QString &source, const QString &destination)
 {
     bool accepted = m_overwrite;
     if (m_askOverwrite) {
-        const Answer answer = m_host.askOverwrite(SongPath::fileName(source));
+        const Answer answer = m_questions.askOverwrite(SongPath::fileName(source));
         accepted = answer == Answer::Yes || answer == Answer::YesToAll;
         m_askOverwrite = answer == Answer::Yes || answer == Answer::No;
         m_overwrite = answer == Answer::YesToAll;
     }
     const auto previous = m_sources.constFind(destination.toCaseFolded());
     if (accepted && previous != m_sources.constEnd())
-        m_displaced.append(*previous);
+        m_summary.displaced.append(*previous);
     return accepted;
+}
+
+/** The first result of a song stands; the observer is told of each as soon as none before it is
+ * open. */
+void FileCopier::setResult(int song, SongResult result, const Outcome &cause)
+{
+    auto &own = m_results[static_cast<std::size_t>(song)];
+    if (!own)
+        own = {result, cause};
+    for (; m_told < m_paths.size(); ++m_told) {
+        const auto &next = m_results[static_cast<std::size_t>(m_told)];
+        if (!next)
+            break;
+        SongOutcome outcome;
+        outcome.path = m_paths.at(m_told);
+        outcome.result = next->result;
+        outcome.cause = next->cause;
+        if (outcome.isFailure())
+            m_summary.failures.append(outcome);
+        else
+            ++(outcome.result == SongResult::Kept ? m_summary.kept : m_summary.copied);
+        if (m_observer)
+            m_observer(outcome);
+    }
 }
 
 } // namespace tarvel4

@@ -1,52 +1,75 @@
 #pragma once
 
-#include "library/workflowhost.h"
-#include "storage/disk.h"
+#include "library/copybatch.h"
+#include "library/songoutcome.h"
 
 #include <QHash>
 #include <QStringList>
 
+#include <optional>
+#include <vector>
+
 namespace tarvel4 {
 
-class CopyBatch;
+class Messages;
+class Progress;
+class Questions;
+
+/** How a copy of songs ended. */
+struct CopySummary
+{
+    int copied = 0; ///< songs on the medium, those that were there already included; 0 after a
+                    ///< cancel
+    int kept = 0; ///< songs left as they were at the destination
+    QVector<SongOutcome> failures;
+    /** Songs whose name another one has at the destination, as the user chose. */
+    QStringList displaced;
+    bool isCancelled = false;
+
+    bool isComplete() const { return !isCancelled && failures.isEmpty(); }
+    /** One line a song that failed, "name: cause". */
+    QStringList details() const;
+};
 
 /** Copies songs flat into a folder, each whole or not at all; shared by backup and transfer. */
 class FileCopier
 {
 public:
-    FileCopier(WorkflowHost &host, Disk &disk);
+    /** For one run; \a observer is told of each song that the run came to. */
+    FileCopier(Progress &progress, Questions &questions, Messages &messages, Disk &disk,
+               SongObserver observer = {});
 
     /**
-     * Copies \a selectedFiles into \a destDir, asking the host about names that exist there. Moves
-     * the running progress by one a file. True when nothing failed and the user did not cancel;
-     * then all is on the medium.
+     * Copies the songs of \a paths into \a destDir, asking about names that exist there. Moves the
+     * running progress by one a song. Once it returns all is on the medium.
      */
-    bool copyFiles(const QStringList &selectedFiles, const QString &destDir);
-
-    int copied() const { return m_copied; } ///< songs counted as transferred; 0 after a cancel
-    int failures() const { return m_failed.size(); } ///< copies that failed
-    const QStringList &failed() const { return m_failed; } ///< and the songs they were of
-    int kept() const { return m_kept; } ///< songs left as they were at the destination
-
-    /** Sources of the last run whose name another song has at the destination, as the user chose.
-     */
-    const QStringList &displaced() const { return m_displaced; }
+    CopySummary copy(const QStringList &paths, const QString &destDir);
 
 private:
-    bool copyEach(const QStringList &selectedFiles, const QString &destDir, CopyBatch &batch);
-    bool copySong(const QString &source, const QString &destination, CopyBatch &batch);
-    void addToBatch(const QString &source, const QString &destination, CopyBatch &batch);
-    bool mayReplace(const QString &source, const QString &destination);
+    struct Result
+    {
+        SongResult result;
+        Outcome cause;
+    };
 
-    WorkflowHost &m_host;
+    bool copyEach(const QString &destDir, CopyBatch &batch);
+    bool copySong(int song, const QString &destination, CopyBatch &batch);
+    void addToBatch(int song, const QString &destination, CopyBatch &batch);
+    bool mayReplace(const QString &source, const QString &destination);
+    void setResult(int song, SongResult result, const Outcome &cause = {});
+
+    Progress &m_progress;
+    Questions &m_questions;
+    Messages &m_messages;
     Disk &m_disk;
+    SongObserver m_observer;
+    QStringList m_paths;
+    std::vector<std::optional<Result>> m_results; ///< by song; some are known before earlier ones
+    int m_told = 0; ///< songs that the observer was told of
+    CopySummary m_summary;
     bool m_askOverwrite = true;
     bool m_overwrite = false;
-    int m_copied = 0;
-    QStringList m_failed;
-    int m_kept = 0;
     QHash<QString, QString> m_sources; ///< by case-folded destination
-    QStringList m_displaced;
 };
 
 } // namespace tarvel4

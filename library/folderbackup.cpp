@@ -41,15 +41,16 @@ private:
             return false;
         }
         leaveOut(dest); // it may lie in what is copied
-        m_batches.push_back(std::make_unique<CopyBatch>(m_disk, dest));
+        m_batches.push_back(
+            std::make_unique<CopyBatch>(m_disk, dest, [this](int, const Outcome &outcome) {
+                m_isComplete = m_isComplete && outcome;
+            }));
         return true;
     }
 
     void leave(const QString &) override
     {
-        CopyBatch &batch = *m_batches.back();
-        batch.finish();
-        m_isComplete = m_isComplete && batch.failed().isEmpty();
+        m_batches.back()->finish();
         m_batches.pop_back();
     }
 
@@ -59,9 +60,8 @@ private:
         const QString target = m_dest + below;
         qDebug() << "Copying file:" << source;
         CopyBatch &batch = *m_batches.back();
-        const bool isAdded = !QFileInfo::exists(target)
-            && batch.add({source, target, QString(), QString(), true})
-                == CopyBatch::StageResult::Yes;
+        const bool isAdded =
+            !QFileInfo::exists(target) && batch.add({0, source, target, QString(), QString()});
         if (batch.isFull())
             batch.commit();
         m_isComplete = m_isComplete && isAdded;
@@ -79,7 +79,7 @@ private:
         if (QFileInfo(folder).isDir())
             return true;
         qDebug() << "Making new dir:" << folder;
-        return QDir().mkdir(folder);
+        return static_cast<bool>(CopyBatch::makeFolder(folder));
     }
 
     Disk &m_disk;

@@ -2,7 +2,6 @@
 
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
-#include "library/librarybackup.h"
 #include "library/workflowlog.h"
 #include "storage/debuglog.h"
 
@@ -20,7 +19,7 @@ LibraryUpdate::LibraryUpdate(Database &db, UserSongsRelTableModel &model, Workfl
     , m_answerForAll(unpublished.answerForAll)
 {}
 
-bool LibraryUpdate::updateUserLibrary(LibraryBackup &backup, const QStringList &selectedFiles)
+bool LibraryUpdate::updateUserLibrary(const std::function<bool()> &backup)
 {
     WorkflowLog::title("UPDATE USER LIBRARY");
     m_failures.clear();
@@ -29,7 +28,7 @@ bool LibraryUpdate::updateUserLibrary(LibraryBackup &backup, const QStringList &
         qDebug() << "[UPDATE] WARNING: Empty table. Aborting update !!!";
         return false;
     }
-    if (!m_dryRun && !backup.backupUserLibrary(selectedFiles))
+    if (!m_dryRun && !backup())
         return false;
 
     m_host.beginProgress(

@@ -11,7 +11,6 @@
 namespace tarvel4 {
 
 class Database;
-class LibraryBackup;
 class UserSongsRelTableModel;
 
 /** Step 2: finds each song of the table in the catalogue and writes the catalogue's data into its
@@ -40,8 +39,9 @@ public:
     /** Plans every row and writes nothing: no file, no status. */
     void setDryRun(bool dryRun) { m_dryRun = dryRun; }
 
-    /** True when the backup succeeded and every row was processed. A dry run makes no backup. */
-    bool updateUserLibrary(LibraryBackup &backup, const QStringList &selectedFiles);
+    /** Makes the backup first, but for a dry run. True when \a backup said so and every row was
+     * processed. */
+    bool updateUserLibrary(const std::function<bool()> &backup);
 
     /** Songs of the last run that could not be read or saved. */
     const QStringList &failures() const { return m_failures; }

@@ -2,6 +2,7 @@
 
 #include "indexer/index.h"
 #include "library/usersettings.h"
+#include "ui/causebox.h"
 #include "ui/folderchooser.h"
 #include "ui_indexdialog.h"
 
@@ -155,7 +156,10 @@ bool IndexDialog::buildIndex(const QString &root)
     connect(&index, &Index::progressValueChanged, this, &IndexDialog::setProgressValue);
     connect(&index, &Index::currentPathChanged, this, &IndexDialog::updateLabelCurrPath);
     connect(&index, &Index::errorFromIndex, this, &IndexDialog::errorFromIndexReceived);
-    return ui->updateRadioButton->isChecked() ? index.update(root) : index.rebuild(root);
+    const bool prepared =
+        ui->updateRadioButton->isChecked() ? index.update(root) : index.rebuild(root);
+    m_cause = index.outcome();
+    return prepared;
 }
 
 void IndexDialog::reportOutcome(bool prepared)
@@ -169,9 +173,10 @@ void IndexDialog::reportOutcome(bool prepared)
         QMessageBox::information(this, title, tr("Operazione completata con successo"));
     } else {
         fillProgress();
-        QMessageBox::critical(this, title,
-                              tr("Operazione non riuscita.\nAssicurarsi che il disco abbia "
-                                 "sufficiente spazio libero e che non sia protetto da scrittura."));
+        showWithCause(*this, QMessageBox::Critical, title,
+                      tr("Operazione non riuscita.\nAssicurarsi che il disco abbia "
+                         "sufficiente spazio libero e che non sia protetto da scrittura."),
+                      m_cause);
     }
 }
 

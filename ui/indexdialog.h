@@ -1,5 +1,6 @@
 #pragma once
 
+#include "storage/outcome.h"
 #include "ui/diskcheck.h"
 
 #include <QDialog>
@@ -50,6 +51,7 @@ private:
     std::unique_ptr<Ui::IndexDialog> ui;
     DiskCheckTimings m_timings;
     int m_errors = 0; ///< reported by the index in the current run
+    Outcome m_cause; ///< of the current run's failure
     bool m_running = false;
     QElapsedTimer m_lastPaint;
 };

@@ -1,10 +1,10 @@
 #include "ui/mainwindow.h"
 
 #include "db/usersongsreltablemodel.h"
-#include "library/devicetransfer.h"
-#include "library/librarybackup.h"
+#include "library/backupjob.h"
 #include "library/libraryimport.h"
 #include "library/libraryupdate.h"
+#include "library/transferjob.h"
 #include "library/usersettings.h"
 #include "ui/aboutdialog.h"
 #include "ui/appearance.h"
@@ -153,9 +153,11 @@ bool MainWindow::updateUserLibrary()
         return false;
     LibraryUpdate::UnpublishedPolicy unpublished;
     unpublished.ask = UserSettings::copyrightAsk(m_askCopyright);
-    LibraryBackup backup(m_host);
+    const auto backup = [this] {
+        return BackupJob(m_host, m_host, m_host).run(m_selectedFiles).mayProceed;
+    };
     LibraryUpdate update(m_db, *m_model, m_host, unpublished);
-    const bool done = update.updateUserLibrary(backup, m_selectedFiles);
+    const bool done = update.updateUserLibrary(backup);
     m_host.endProgress();
     if (done)
         SongTable::resizeColumns(*ui->userLibraryTableView);
@@ -164,8 +166,7 @@ bool MainWindow::updateUserLibrary()
 
 bool MainWindow::backupUserLibrary()
 {
-    LibraryBackup backup(m_host);
-    const bool proceed = backup.backupUserLibrary(m_selectedFiles);
+    const bool proceed = BackupJob(m_host, m_host, m_host).run(m_selectedFiles).mayProceed;
     m_host.endProgress();
     return proceed;
 }
@@ -186,8 +187,7 @@ void MainWindow::transferFiles()
         QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), QStringLiteral("/Volumes"));
     if (dir.isEmpty())
         return;
-    DeviceTransfer transfer(m_host, *m_volume);
-    transfer.transferFiles(m_selectedFiles, dir);
+    TransferJob(m_host, m_host, m_host, *m_volume).run(m_selectedFiles, dir);
     m_host.endProgress();
 }
 

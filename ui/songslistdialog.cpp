@@ -2,6 +2,7 @@
 
 #include "indexer/index.h"
 #include "library/usersettings.h"
+#include "ui/causebox.h"
 #include "ui/folderchooser.h"
 #include "ui_songslistdialog.h"
 
@@ -93,7 +94,8 @@ void SongsListDialog::start()
 
     ui->savePushButton->setEnabled(false);
     ui->exitPushButton->setEnabled(false);
-    switch (writeList(source, target)) {
+    Index index;
+    switch (writeList(index, source, target)) {
     case written:
         QMessageBox::information(this, title, tr("Operazione completata"));
         break;
@@ -102,16 +104,16 @@ void SongsListDialog::start()
                              tr("Impossibile proseguire, la memoria non è preparata per Tarvel"));
         break;
     default:
-        QMessageBox::warning(this, title, tr("Errore durante la creazione del file"));
+        showWithCause(*this, QMessageBox::Warning, title,
+                      tr("Errore durante la creazione del file"), index.outcome());
     }
     ui->savePushButton->setEnabled(true);
     ui->exitPushButton->setEnabled(true);
     ui->exitPushButton->setFocus();
 }
 
-int SongsListDialog::writeList(const QString &source, const QString &target)
+int SongsListDialog::writeList(Index &index, const QString &source, const QString &target)
 {
-    Index index;
     connect(&index, &Index::progressMaxSetup, this, &SongsListDialog::initProgress);
     connect(&index, &Index::progressValueChanged, this, &SongsListDialog::setProgressValue);
     return index.writeSongList(source, target, ui->orderComboBox->currentIndex());

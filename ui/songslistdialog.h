@@ -6,6 +6,8 @@
 
 namespace tarvel4 {
 
+class Index;
+
 namespace Ui {
 class SongsListDialog;
 }
@@ -27,7 +29,7 @@ public Q_SLOTS:
     void setProgressValue(int value);
 
 private:
-    int writeList(const QString &source, const QString &target);
+    int writeList(Index &index, const QString &source, const QString &target);
 
     std::unique_ptr<Ui::SongsListDialog> ui;
 };

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="it_IT">
 <context>
+    <name>BackupJob</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Backup eseguito correttamente</source>
+        <translation>Backup done correctly</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Backing up the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Backup FALLITO !!!</source>
+        <translation>Backup FAILED !!!</translation>
+    </message>
+</context>
+<context>
     <name>Cli</name>
     <message>
         <source>opzione sconosciuta: %1</source>
@@ -86,10 +109,6 @@
     <message>
         <source>non è stato fatto nulla; --help spiega l&apos;uso</source>
         <translation>nothing was done; --help explains the usage</translation>
-    </message>
-    <message>
-        <source>%1: non può essere copiato</source>
-        <translation>%1: can&apos;t be copied</translation>
     </message>
     <message>
         <source>--title e --title-from-name si escludono</source>
@@ -194,10 +213,6 @@
     <message>
         <source>index vuole update, rebuild, verify oppure delete</source>
         <translation>index takes update, rebuild, verify or delete</translation>
-    </message>
-    <message>
-        <source>%1: l&apos;indice non può essere tolto</source>
-        <translation>%1: the index can&apos;t be removed</translation>
     </message>
     <message>
         <source>Aggiorna, rifà, controlla o toglie l&apos;indice di una memoria.</source>
@@ -408,10 +423,6 @@
         <translation>whether to replace songs that exist already</translation>
     </message>
     <message>
-        <source>%1: l&apos;indice non può essere letto</source>
-        <translation>%1: the index can&apos;t be read</translation>
-    </message>
-    <message>
         <source>%1: un&apos;interruzione lo ha lasciato come %2</source>
         <translation>%1: an interruption left it as %2</translation>
     </message>
@@ -451,48 +462,9 @@
         <source>%1: interrotto, la memoria non è preparata</source>
         <translation>%1: interrupted, the memory is not prepared</translation>
     </message>
-</context>
-<context>
-    <name>DeviceTransfer</name>
     <message>
-        <source>Trasferimento</source>
-        <translation>Transfer</translation>
-    </message>
-    <message>
-        <source>Non è stato possibile copiare uno o più file</source>
-        <translation>One or more files could not be copied</translation>
-    </message>
-    <message>
-        <source>Tutti i file sono stati copiati correttamente</source>
-        <translation>All files were copied correctly</translation>
-    </message>
-    <message>
-        <source>Non è possibile copiare i file sul disco di sistema</source>
-        <translation>Files can&apos;t be copied to the system disk</translation>
-    </message>
-    <message>
-        <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
-        <translation>Files can&apos;t be copied to the root folder; create or choose a subfolder</translation>
-    </message>
-    <message>
-        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</source>
-        <translation>The folders BRIDGE, SFX and PLAYLIST are reserved and can&apos;t be used; choose another folder</translation>
-    </message>
-    <message>
-        <source>Trasferimento file...</source>
-        <translation>Transferring files...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Cancel</translation>
-    </message>
-    <message>
-        <source>Aggiornamento</source>
-        <translation>Update</translation>
-    </message>
-    <message>
-        <source>Aggiornamento database...</source>
-        <translation>Updating the database...</translation>
+        <source>%1: non è un catalogo, o è danneggiato</source>
+        <translation>%1: it is no catalogue, or it is damaged</translation>
     </message>
 </context>
 <context>
@@ -623,29 +595,6 @@
     <message>
         <source>Il testo non è in maiuscolo o ha spazi attorno</source>
         <translation>The text is not in upper case, or has blanks around it</translation>
-    </message>
-</context>
-<context>
-    <name>LibraryBackup</name>
-    <message>
-        <source>Backup</source>
-        <translation>Backup</translation>
-    </message>
-    <message>
-        <source>Backup eseguito correttamente</source>
-        <translation>Backup done correctly</translation>
-    </message>
-    <message>
-        <source>Eseguo backup dellla libreria...</source>
-        <translation>Backing up the library...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Cancel</translation>
-    </message>
-    <message>
-        <source>Backup FALLITO !!!</source>
-        <translation>Backup FAILED !!!</translation>
     </message>
 </context>
 <context>
@@ -863,6 +812,49 @@
     <message>
         <source>FILE</source>
         <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>TransferJob</name>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Transfer</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile copiare uno o più file</source>
+        <translation>One or more files could not be copied</translation>
+    </message>
+    <message>
+        <source>Tutti i file sono stati copiati correttamente</source>
+        <translation>All files were copied correctly</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sul disco di sistema</source>
+        <translation>Files can&apos;t be copied to the system disk</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
+        <translation>Files can&apos;t be copied to the root folder; create or choose a subfolder</translation>
+    </message>
+    <message>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un&apos;altra cartella</source>
+        <translation>The folders BRIDGE, SFX and PLAYLIST are reserved and can&apos;t be used; choose another folder</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Transferring files...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Update</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Updating the database...</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,29 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="it_IT" sourcelanguage="it_IT">
 <context>
+    <name>BackupJob</name>
+    <message>
+        <source>Backup</source>
+        <translation>Backup</translation>
+    </message>
+    <message>
+        <source>Backup eseguito correttamente</source>
+        <translation>Backup eseguito correttamente</translation>
+    </message>
+    <message>
+        <source>Eseguo backup dellla libreria...</source>
+        <translation>Eseguo backup dellla libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+    <message>
+        <source>Backup FALLITO !!!</source>
+        <translation>Backup FALLITO !!!</translation>
+    </message>
+</context>
+<context>
     <name>Cli</name>
     <message>
         <source>opzione sconosciuta: %1</source>
@@ -86,10 +109,6 @@
     <message>
         <source>non è stato fatto nulla; --help spiega l'uso</source>
         <translation>non è stato fatto nulla; --help spiega l'uso</translation>
-    </message>
-    <message>
-        <source>%1: non può essere copiato</source>
-        <translation>%1: non può essere copiato</translation>
     </message>
     <message>
         <source>--title e --title-from-name si escludono</source>
@@ -194,10 +213,6 @@
     <message>
         <source>index vuole update, rebuild, verify oppure delete</source>
         <translation>index vuole update, rebuild, verify oppure delete</translation>
-    </message>
-    <message>
-        <source>%1: l'indice non può essere tolto</source>
-        <translation>%1: l'indice non può essere tolto</translation>
     </message>
     <message>
         <source>Aggiorna, rifà, controlla o toglie l'indice di una memoria.</source>
@@ -408,10 +423,6 @@
         <translation>se sostituire le song che esistono già</translation>
     </message>
     <message>
-        <source>%1: l'indice non può essere letto</source>
-        <translation>%1: l'indice non può essere letto</translation>
-    </message>
-    <message>
         <source>%1: un'interruzione lo ha lasciato come %2</source>
         <translation>%1: un'interruzione lo ha lasciato come %2</translation>
     </message>
@@ -451,48 +462,9 @@
         <source>%1: interrotto, la memoria non è preparata</source>
         <translation>%1: interrotto, la memoria non è preparata</translation>
     </message>
-</context>
-<context>
-    <name>DeviceTransfer</name>
     <message>
-        <source>Trasferimento</source>
-        <translation>Trasferimento</translation>
-    </message>
-    <message>
-        <source>Non è stato possibile copiare uno o più file</source>
-        <translation>Non è stato possibile copiare uno o più file</translation>
-    </message>
-    <message>
-        <source>Tutti i file sono stati copiati correttamente</source>
-        <translation>Tutti i file sono stati copiati correttamente</translation>
-    </message>
-    <message>
-        <source>Non è possibile copiare i file sul disco di sistema</source>
-        <translation>Non è possibile copiare i file sul disco di sistema</translation>
-    </message>
-    <message>
-        <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
-        <translation>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</translation>
-    </message>
-    <message>
-        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un'altra cartella</source>
-        <translation>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un'altra cartella</translation>
-    </message>
-    <message>
-        <source>Trasferimento file...</source>
-        <translation>Trasferimento file...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Interrompi</translation>
-    </message>
-    <message>
-        <source>Aggiornamento</source>
-        <translation>Aggiornamento</translation>
-    </message>
-    <message>
-        <source>Aggiornamento database...</source>
-        <translation>Aggiornamento database...</translation>
+        <source>%1: non è un catalogo, o è danneggiato</source>
+        <translation>%1: non è un catalogo, o è danneggiato</translation>
     </message>
 </context>
 <context>
@@ -623,29 +595,6 @@
     <message>
         <source>Il testo non è in maiuscolo o ha spazi attorno</source>
         <translation>Il testo non è in maiuscolo o ha spazi attorno</translation>
-    </message>
-</context>
-<context>
-    <name>LibraryBackup</name>
-    <message>
-        <source>Backup</source>
-        <translation>Backup</translation>
-    </message>
-    <message>
-        <source>Backup eseguito correttamente</source>
-        <translation>Backup eseguito correttamente</translation>
-    </message>
-    <message>
-        <source>Eseguo backup dellla libreria...</source>
-        <translation>Eseguo backup dellla libreria...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Interrompi</translation>
-    </message>
-    <message>
-        <source>Backup FALLITO !!!</source>
-        <translation>Backup FALLITO !!!</translation>
     </message>
 </context>
 <context>
@@ -863,6 +812,49 @@
     <message>
         <source>FILE</source>
         <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>TransferJob</name>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Trasferimento</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile copiare uno o più file</source>
+        <translation>Non è stato possibile copiare uno o più file</translation>
+    </message>
+    <message>
+        <source>Tutti i file sono stati copiati correttamente</source>
+        <translation>Tutti i file sono stati copiati correttamente</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sul disco di sistema</source>
+        <translation>Non è possibile copiare i file sul disco di sistema</translation>
+    </message>
+    <message>
+        <source>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</source>
+        <translation>Non è possibile copiare i file sulla cartella principale, creare o selezionare una sottocartella</translation>
+    </message>
+    <message>
+        <source>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un'altra cartella</source>
+        <translation>Non è possibile utilizzare le cartelle BRIDGE, SFX e PLAYLIST perchè sono riservate, selezionare un'altra cartella</translation>
+    </message>
+    <message>
+        <source>Trasferimento file...</source>
+        <translation>Trasferimento file...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+    <message>
+        <source>Aggiornamento</source>
+        <translation>Aggiornamento</translation>
+    </message>
+    <message>
+        <source>Aggiornamento database...</source>
+        <translation>Aggiornamento database...</translation>
     </message>
 </context>
 <context>

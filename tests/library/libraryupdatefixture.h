@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/librarybackup.h"
+#include "library/backupjob.h"
 #include "library/libraryupdate.h"
 
 #include "tests/library/logcapture.h"
@@ -31,10 +31,15 @@ protected:
     bool update(LibraryUpdate::UnpublishedPolicy unpublished = {true, true},
                 Disk &disk = Disk::real())
     {
-        LibraryBackup backup(m_library->host());
         LibraryUpdate update(m_library->db(), m_library->model(), m_library->host(), unpublished,
                              disk);
-        return update.updateUserLibrary(backup, m_library->files());
+        return update.updateUserLibrary([this] { return backup().mayProceed; });
+    }
+
+    BackupSummary backup()
+    {
+        ScriptedHost &host = m_library->host();
+        return BackupJob(host, host, host).run(m_library->files());
     }
 
     static QByteArray makersSong(const char *title = "")

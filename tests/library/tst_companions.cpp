@@ -56,11 +56,10 @@ void tst_Companions::companions()
     TestFiles::write(source(song), "song");
     if (!beside.isEmpty())
         TestFiles::write(source(beside), "graphics");
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles({source(song)}, targetFolder()));
-    QCOMPARE(copier.copied(), 1); // a pair counts once
-    QCOMPARE(copier.failures(), 0);
+    const CopySummary summary = copy({source(song)});
+    QVERIFY(summary.isComplete());
+    QCOMPARE(summary.copied, 1); // a pair counts once
+    QCOMPARE(summary.failures.size(), 0);
     QCOMPARE(targetNames(), names);
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)),
@@ -80,12 +79,11 @@ void tst_Companions::anExistingCompanionMakesItsCopyFail()
     TestFiles::write(source(text("s.mp3")), "song");
     TestFiles::write(source(text("s.cdg")), "graphics");
     TestFiles::write(target(existing), oldBytes);
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(!copier.copyFiles({source(text("s.mp3"))}, targetFolder()));
-    QCOMPARE(host.events, strings({"progress 1"})); // required: no question
-    QCOMPARE(copier.failures(), 1);
-    QCOMPARE(copier.copied(), 0);
+    const CopySummary summary = copy({source(text("s.mp3"))});
+    QVERIFY(!summary.isComplete());
+    QCOMPARE(m_host.events, strings({"progress 1"})); // required: no question
+    QCOMPARE(m_told, strings({"s.mp3 already-exists"}));
+    QCOMPARE(summary.copied, 0);
     QCOMPARE(TestFiles::read(target(existing)), oldBytes);
     QCOMPARE(TestFiles::read(target(text("s.mp3"))), QByteArray("song"));
     QCOMPARE(targetNames().size(), 2);
@@ -104,13 +102,12 @@ void tst_Companions::aPairIsCopiedWholeOrNotAtAll()
     TestFiles::write(source(text("s.mp3")), "song");
     TestFiles::write(source(text("s.cdg")), "graphics");
     TestFiles::write(target(text("s.mp3")), oldBytes);
-    ScriptedHost host;
     FailingDisk disk;
     disk.failingWrite = failingWrite;
-    FileCopier copier(host, disk);
-    QVERIFY(!copier.copyFiles({source(text("s.mp3"))}, targetFolder()));
-    QCOMPARE(copier.failures(), 1);
-    QCOMPARE(copier.copied(), 0);
+    const CopySummary summary = copy({source(text("s.mp3"))}, disk);
+    QVERIFY(!summary.isComplete());
+    QCOMPARE(m_told, strings({"s.mp3 no-room"}));
+    QCOMPARE(summary.copied, 0);
     QCOMPARE(targetNames(), strings({"s.mp3"}));
     QCOMPARE(TestFiles::read(target(text("s.mp3"))), oldBytes);
 }

@@ -5,10 +5,33 @@
 
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <unistd.h>
 
 using namespace tarvel4;
 
-/** Copies that fail: what nobody can read or write, and media that are full, dead or protected. */
+namespace {
+
+/** Takes the superuser's rights away while it lives. */
+class AsNobody
+{
+public:
+    AsNobody()
+    {
+        if (geteuid() == 0 && seteuid(65534) != 0)
+            qFatal("can't become nobody");
+    }
+    ~AsNobody()
+    {
+        if (seteuid(getuid()) != 0)
+            qFatal("can't become oneself again");
+    }
+    Q_DISABLE_COPY(AsNobody)
+};
+
+} // namespace
+
+/** Copies that fail, each by its cause: what nobody can read or write, and media that are full,
+ * dead or protected. */
 class tst_CopyFaults : public QObject, private CopyFixture
 {
     Q_OBJECT
@@ -16,134 +39,165 @@ class tst_CopyFaults : public QObject, private CopyFixture
 private Q_SLOTS:
     void init() { reset(); }
 
-    void whatIsNoRegularFileFails_data();
-    void whatIsNoRegularFileFails();
-    void aFolderOfTheSameNameFails();
+    void whatCantBeReadFails_data();
+    void whatCantBeReadFails();
+    void whatCantBeWrittenFails_data();
+    void whatCantBeWrittenFails();
     void failingDisk_data();
     void failingDisk();
-    void aDeadMediumFailsEverySong();
     void aSourceThatChangesWhileCopiedFails_data();
     void aSourceThatChangesWhileCopiedFails();
     void aFullVolume();
     void replacedSongsMakeRoomOnAFullVolume();
     void aSongThatDoesNotFitBesideItsOldOne_data();
     void aSongThatDoesNotFitBesideItsOldOne();
-    void aWriteProtectedVolume();
+
+private:
+    /** Lets nobody into the folders. */
+    void openFolders() const
+    {
+        const auto all = QFile::Permissions(0x7777);
+        for (const QString &folder : {m_dir->path(), source({}), targetFolder()})
+            QVERIFY(QFile::setPermissions(folder, all));
+    }
 };
 
-void tst_CopyFaults::whatIsNoRegularFileFails_data()
+void tst_CopyFaults::whatCantBeReadFails_data()
 {
-    QTest::addColumn<QString>("kind");
-    QTest::newRow("a song that has vanished") << text("none");
-    QTest::newRow("a folder called like a song") << text("folder");
-    QTest::newRow("a FIFO, which would hang") << text("fifo");
-    QTest::newRow("a device") << text("device");
-    QTest::newRow("a link that leads nowhere") << text("link");
-    QTest::newRow("a song that must not be read") << text("unreadable");
+    QTest::addColumn<QString>("code");
+    QTest::newRow("a song that has vanished") << text("not-found");
+    QTest::newRow("a link that leads nowhere") << text("not-found");
+    QTest::newRow("a folder called like a song") << text("not-a-file");
+    QTest::newRow("a FIFO, which would hang") << text("not-a-file");
+    QTest::newRow("a device") << text("not-a-file");
+    QTest::newRow("a song that must not be read") << text("read-denied");
 }
 
-void tst_CopyFaults::whatIsNoRegularFileFails()
+void tst_CopyFaults::whatCantBeReadFails()
 {
-    QFETCH(QString, kind);
+    QFETCH(QString, code);
+    const QString kind = text(QTest::currentDataTag());
     const QString song = source(text("x.mid"));
     const QByteArray native = QFile::encodeName(song);
-    if (kind == text("folder"))
-        QVERIFY(QDir().mkdir(song));
-    if (kind == text("fifo"))
-        QCOMPARE(mkfifo(native.constData(), 0600), 0);
-    if (kind == text("device") && mknod(native.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
-        QSKIP("devices can't be made here");
-    if (kind == text("link"))
+    if (kind.contains(text("link")))
         QVERIFY(QFile::link(source(text("nowhere.mid")), song));
-    if (kind == text("unreadable")) {
+    if (kind.contains(text("folder")))
+        QVERIFY(QDir().mkdir(song));
+    if (kind.contains(text("FIFO")))
+        QCOMPARE(mkfifo(native.constData(), 0600), 0);
+    if (kind.contains(text("device"))
+        && mknod(native.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
+        QSKIP("devices can't be made here");
+    if (kind.contains(text("must not"))) {
         TestFiles::write(song, newBytes);
         QVERIFY(QFile::setPermissions(song, QFile::Permissions()));
-        if (QFile(song).open(QIODevice::ReadOnly))
-            QSKIP("this user may read everything");
     }
     TestFiles::write(source(text("y.mid")), newBytes);
     TestFiles::write(target(text("x.mid")), oldBytes);
+    openFolders();
 
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
     LogCapture log;
-    QVERIFY(!copier.copyFiles({song, source(text("y.mid"))}, targetFolder()));
-    QCOMPARE(copier.failures(), 1);
-    QCOMPARE(copier.copied(), 1); // the loop goes on
+    CopySummary summary;
+    {
+        const AsNobody nobody;
+        summary = copy({song, source(text("y.mid"))});
+    }
+    QVERIFY(!summary.isComplete());
+    QCOMPARE(m_told, QStringList({text("x.mid ") + code, text("y.mid copied")})); // it goes on
+    QCOMPARE(summary.copied, 1);
+    QCOMPARE(summary.details(), {text("x.mid: ") + summary.failures.at(0).cause.sentence()});
     QCOMPARE(targetNames(), strings({"x.mid", "y.mid"}));
     QCOMPARE(TestFiles::read(target(text("x.mid"))), oldBytes);
     QVERIFY(LogCapture::tells({text("can't be read"), song}));
 }
 
-void tst_CopyFaults::aFolderOfTheSameNameFails()
+void tst_CopyFaults::whatCantBeWrittenFails_data()
 {
+    QTest::addColumn<QString>("code");
+    QTest::newRow("a folder has the name") << text("not-a-file");
+    QTest::newRow("a folder that must not be written") << text("write-denied");
+    QTest::newRow("a write-protected volume") << text("read-only-volume");
+}
+
+void tst_CopyFaults::whatCantBeWrittenFails()
+{
+    QFETCH(QString, code);
+    const QString kind = text(QTest::currentDataTag());
+    TmpfsMount volume(targetFolder(), "size=64k");
+    const bool isVolume = kind.contains(text("volume"));
+    if (isVolume && !volume.isMounted())
+        QSKIP("mounting is not possible here");
+    const QString old =
+        target(kind.startsWith(text("a folder has")) ? text("a.mid/inside") : text("a.mid"));
+    TestFiles::write(old, oldBytes);
     TestFiles::write(source(text("a.mid")), newBytes);
-    TestFiles::write(target(text("a.mid/inside")), oldBytes);
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(!copier.copyFiles({source(text("a.mid"))}, targetFolder()));
-    QCOMPARE(copier.failures(), 1);
+    openFolders();
+    if (kind.contains(text("must not")))
+        QVERIFY(QFile::setPermissions(targetFolder(), QFile::ReadOther | QFile::ExeOther));
+    if (isVolume)
+        QVERIFY(volume.makeReadOnly());
+    {
+        const AsNobody nobody;
+        QVERIFY(!copy({source(text("a.mid"))}).isComplete());
+    }
+    QCOMPARE(m_told, {text("a.mid ") + code});
     QCOMPARE(targetNames(), strings({"a.mid"}));
-    QCOMPARE(TestFiles::read(target(text("a.mid/inside"))), oldBytes);
+    QCOMPARE(TestFiles::read(old), oldBytes);
 }
 
 void tst_CopyFaults::failingDisk_data()
 {
-    QTest::addColumn<int>("failingWrite");
-    QTest::addColumn<int>("failingSync");
-    QTest::addColumn<int>("failingReplace");
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<int>("failing");
+    QTest::addColumn<bool>("staysBroken");
     QTest::addColumn<QStringList>("replaced");
-    QTest::addColumn<int>("failures");
+    QTest::addColumn<QStringList>("told");
 
-    QTest::newRow("the first write") << 1 << 0 << 0 << strings({"b.mid", "c.mid"}) << 1;
-    QTest::newRow("a later write, also when tried again")
-        << 2 << 0 << 0 << strings({"a.mid", "b.mid", "c.mid"}) << 0;
-    QTest::newRow("the flush of the bytes") << 0 << 1 << 0 << QStringList() << 3;
-    QTest::newRow("the first name") << 0 << 0 << 1 << strings({"b.mid", "c.mid"}) << 1;
-    QTest::newRow("the last name") << 0 << 0 << 3 << strings({"a.mid", "b.mid"}) << 1;
-    QTest::newRow("the flush of the names, so that nothing is certain")
-        << 0 << 2 << 0 << strings({"a.mid", "b.mid", "c.mid"}) << 3;
+    const auto row = [](const char *name, const char *operation, int failing, bool staysBroken,
+                        const char *replaced, const char *results) {
+        const QStringList codes = text(results).split(u' ');
+        QTest::newRow(name) << text(operation) << failing << staysBroken
+                            << text(replaced).split(u' ')
+                            << QStringList({text("a.mid ") + codes.at(0),
+                                            text("b.mid ") + codes.at(1),
+                                            text("c.mid ") + codes.at(2)});
+    };
+    row("the first write", "write", 1, false, "b.mid c.mid", "in-use copied copied");
+    row("a later write, also when tried again", "write", 2, false, "a.mid b.mid c.mid",
+        "copied copied copied");
+    row("the flush of the bytes", "sync", 1, false, "", "in-use in-use in-use");
+    row("a medium that is dead from then on", "sync", 1, true, "", "in-use in-use in-use");
+    row("the first name", "replace", 1, false, "b.mid c.mid", "in-use copied copied");
+    row("the last name", "replace", 3, false, "a.mid b.mid", "copied copied in-use");
+    row("the flush of the names, so that nothing is certain", "sync", 2, false, "a.mid b.mid c.mid",
+        "not-confirmed not-confirmed not-confirmed");
 }
 
 void tst_CopyFaults::failingDisk()
 {
-    QFETCH(int, failingWrite);
-    QFETCH(int, failingSync);
-    QFETCH(int, failingReplace);
+    QFETCH(QString, operation);
+    QFETCH(int, failing);
+    QFETCH(bool, staysBroken);
     QFETCH(QStringList, replaced);
-    QFETCH(int, failures);
+    QFETCH(QStringList, told);
     const QStringList names = strings({"a.mid", "b.mid", "c.mid"});
     const QStringList files = newOverOld(names);
-    ScriptedHost host;
     FailingDisk disk;
-    disk.failingWrite = failingWrite;
-    disk.failingSync = failingSync;
-    disk.failingReplace = failingReplace;
-    FileCopier copier(host, disk);
+    disk.cause = Outcome::Code::InUse;
+    disk.staysBroken = staysBroken;
+    disk.failingWrite = operation == text("write") ? failing : 0;
+    disk.failingSync = operation == text("sync") ? failing : 0;
+    disk.failingReplace = operation == text("replace") ? failing : 0;
 
     LogCapture log;
-    QCOMPARE(copier.copyFiles(files, targetFolder()), failures == 0);
-    QCOMPARE(copier.failures(), failures);
-    QCOMPARE(copier.copied(), files.size() - failures);
+    const CopySummary summary = copy(files, disk);
+    QCOMPARE(m_told, told);
+    QCOMPARE(summary.copied, told.filter(text(" copied")).size());
+    QCOMPARE(summary.isComplete(), summary.copied == 3);
     QCOMPARE(targetNames(), names); // no temporary file
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)), replaced.contains(name) ? newBytes : oldBytes);
     QVERIFY(LogCapture::tells({text("WARNING")}));
-}
-
-void tst_CopyFaults::aDeadMediumFailsEverySong()
-{
-    const QStringList files{TestFiles::write(source(text("a.mid")), newBytes),
-                            TestFiles::write(source(text("b.mid")), newBytes)};
-    ScriptedHost host;
-    FailingDisk disk;
-    disk.failingSync = 1;
-    disk.staysBroken = true;
-    FileCopier copier(host, disk);
-    QVERIFY(!copier.copyFiles(files, targetFolder()));
-    QCOMPARE(copier.failures(), 2);
-    QCOMPARE(copier.copied(), 0);
-    QCOMPARE(targetNames(), QStringList());
 }
 
 void tst_CopyFaults::aSourceThatChangesWhileCopiedFails_data()
@@ -161,7 +215,6 @@ void tst_CopyFaults::aSourceThatChangesWhileCopiedFails()
     const QString song = TestFiles::write(source(text("a.mid")), "first text");
     TestFiles::setModified(song, QDateTime::currentDateTime().addSecs(-60));
     TestFiles::write(target(text("a.mid")), oldBytes);
-    ScriptedHost host;
     FailingDisk disk;
     disk.before = [&](const QString &operation, int) {
         if (operation != text("write"))
@@ -171,9 +224,8 @@ void tst_CopyFaults::aSourceThatChangesWhileCopiedFails()
         else
             TestFiles::write(song, changed);
     };
-    FileCopier copier(host, disk);
-    QVERIFY(!copier.copyFiles({song}, targetFolder()));
-    QCOMPARE(copier.failures(), 1);
+    QVERIFY(!copy({song}, disk).isComplete());
+    QCOMPARE(m_told, strings({"a.mid changed-meanwhile"}));
     QCOMPARE(targetNames(), strings({"a.mid"}));
     QCOMPARE(TestFiles::read(target(text("a.mid"))), oldBytes);
 }
@@ -186,11 +238,10 @@ void tst_CopyFaults::aFullVolume()
     const QStringList files{TestFiles::write(source(text("small.mid")), QByteArray(1000, 's')),
                             TestFiles::write(source(text("big.mid")), QByteArray(100000, 'b')),
                             TestFiles::write(source(text("tiny.mid")), QByteArray(100, 't'))};
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(!copier.copyFiles(files, targetFolder()));
-    QCOMPARE(copier.failures(), 1);
-    QCOMPARE(copier.copied(), 2);
+    const CopySummary summary = copy(files);
+    QVERIFY(!summary.isComplete());
+    QCOMPARE(summary.copied, 2);
+    QCOMPARE(m_told, strings({"small.mid copied", "big.mid no-room", "tiny.mid copied"}));
     QCOMPARE(targetNames(), strings({"small.mid", "tiny.mid"}));
     QCOMPARE(TestFiles::read(target(text("small.mid"))), QByteArray(1000, 's'));
 }
@@ -206,10 +257,8 @@ void tst_CopyFaults::replacedSongsMakeRoomOnAFullVolume()
         files.append(TestFiles::write(source(name), QByteArray(40000, 'n')));
         TestFiles::write(target(name), QByteArray(40000, 'o'));
     }
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles(files, targetFolder()));
-    QCOMPARE(copier.copied(), 2);
+    const CopySummary summary = copy(files);
+    QCOMPARE(summary.copied, 2);
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)), QByteArray(40000, 'n'));
 }
@@ -249,26 +298,11 @@ void tst_CopyFaults::aSongThatDoesNotFitBesideItsOldOne()
     TestFiles::write(source(text("a.mp3")), QByteArray(newSize, 'n'));
     if (companionSize > 0)
         TestFiles::write(source(text("a.cdg")), QByteArray(companionSize, 'c'));
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QCOMPARE(copier.copyFiles({source(text("a.mp3"))}, targetFolder()), isReplaced);
+    const CopySummary summary = copy({source(text("a.mp3"))});
+    QCOMPARE(summary.isComplete(), isReplaced);
     QCOMPARE(TestFiles::read(target(text("a.mp3"))),
              isReplaced ? QByteArray(newSize, 'n') : QByteArray(oldSize, 'o'));
     QCOMPARE(targetNames().size(), isReplaced && companionSize > 0 ? 3 : 2);
-}
-
-void tst_CopyFaults::aWriteProtectedVolume()
-{
-    TmpfsMount volume(targetFolder(), "size=64k");
-    if (!volume.isMounted())
-        QSKIP("mounting is not possible here");
-    TestFiles::write(target(text("a.mid")), oldBytes);
-    QVERIFY(volume.makeReadOnly());
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(!copier.copyFiles({TestFiles::write(source(text("a.mid")), newBytes)}, targetFolder()));
-    QCOMPARE(copier.failures(), 1);
-    QCOMPARE(TestFiles::read(target(text("a.mid"))), oldBytes);
 }
 
 QTEST_GUILESS_MAIN(tst_CopyFaults)

@@ -25,7 +25,6 @@ private Q_SLOTS:
     void aSongReachedThroughALinkIsNotLost();
     void overwriteAnswers_data();
     void overwriteAnswers();
-    void theAnswersForAllLastForOneRun();
     void aLinkAtTheDestinationIsReplacedNotFollowed();
     void progressMovesOncePerHandledSong();
     void sameNamesFromTwoFolders_data();
@@ -36,14 +35,13 @@ private Q_SLOTS:
 
 void tst_FileCopier::anEmptyChoiceSucceedsAtOnce()
 {
-    ScriptedHost host;
-    host.cancelAtProgress = 0;
+    m_host.cancelAtProgress = 0;
     FailingDisk disk;
-    FileCopier copier(host, disk);
-    QVERIFY(copier.copyFiles({}, m_dir->filePath(text("not there"))));
-    QCOMPARE(host.events, QStringList());
+    const CopySummary summary = copy({}, m_dir->filePath(text("not there")), disk);
+    QVERIFY(summary.isComplete());
+    QCOMPARE(m_host.events, QStringList());
     QCOMPARE(disk.operations, QStringList());
-    QCOMPARE(copier.copied(), 0);
+    QCOMPARE(summary.copied, 0);
 }
 
 void tst_FileCopier::aCopyIsTheWholeSongWithItsTime_data()
@@ -66,15 +64,13 @@ void tst_FileCopier::aCopyIsTheWholeSongWithItsTime()
     TestFiles::write(source(text("song.mid")), bytes);
     TestFiles::setModified(source(text("song.mid")), time);
 
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles({source(text("song.mid"))}, targetFolder()));
-    QCOMPARE(copier.copied(), 1);
-    QCOMPARE(copier.failures(), 0);
+    const CopySummary summary = copy({source(text("song.mid"))});
+    QVERIFY(summary.isComplete());
+    QCOMPARE(summary.copied, 1);
     QCOMPARE(targetNames(), strings({"song.mid"}));
     QVERIFY(TestFiles::read(target(text("song.mid"))) == bytes);
     QCOMPARE(QFileInfo(target(text("song.mid"))).lastModified(), time);
-    QCOMPARE(host.events, strings({"progress 1"}));
+    QCOMPARE(m_host.events, strings({"progress 1"}));
 }
 
 void tst_FileCopier::aReadOnlySongStaysReadOnly()
@@ -84,9 +80,7 @@ void tst_FileCopier::aReadOnlySongStaysReadOnly()
     TestFiles::write(target(text("song.mid")), oldBytes);
     QVERIFY(QFile::setPermissions(target(text("song.mid")), QFile::ReadOwner | QFile::ReadUser));
 
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles({source(text("song.mid"))}, targetFolder()));
+    QVERIFY(copy({source(text("song.mid"))}).isComplete());
     QCOMPARE(TestFiles::read(target(text("song.mid"))), QByteArray("new"));
     QVERIFY(!(QFileInfo(target(text("song.mid"))).permissions() & QFile::WriteOwner));
 }
@@ -96,13 +90,12 @@ void tst_FileCopier::songsInPlace()
     TestFiles::write(target(text("song.mid")), oldBytes);
     TestFiles::write(target(text("song.mp3")), oldBytes);
     TestFiles::write(target(text("song.cdg")), oldBytes);
-    ScriptedHost host;
     FailingDisk disk;
-    FileCopier copier(host, disk);
-    QVERIFY(copier.copyFiles({target(text("song.mid")), target(text("song.mp3"))}, targetFolder()));
-    QCOMPARE(copier.copied(), 2);
-    QCOMPARE(copier.kept(), 0);
-    QCOMPARE(host.events, QStringList()); // required: no question, no progress
+    const CopySummary summary = copy({target(text("song.mid")), target(text("song.mp3"))}, disk);
+    QVERIFY(summary.isComplete());
+    QCOMPARE(summary.copied, 2);
+    QCOMPARE(summary.kept, 0);
+    QCOMPARE(m_host.events, QStringList()); // required: no question, no progress
     QCOMPARE(disk.operations, QStringList());
     QCOMPARE(TestFiles::read(target(text("song.mid"))), oldBytes);
 }
@@ -124,21 +117,18 @@ void tst_FileCopier::aSongOfAnotherCaseIsAnotherSong()
     if (isThere)
         TestFiles::write(target(text("song.mid")), oldBytes);
 
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles({song}, targetFolder()));
-    QCOMPARE(copier.copied(), 1);
+    const CopySummary summary = copy({song});
+    QVERIFY(summary.isComplete());
+    QCOMPARE(summary.copied, 1);
     QCOMPARE(TestFiles::read(target(text("song.mid"))), QByteArray("new"));
-    QCOMPARE(host.eventsOf(text("ask overwrite")).size(), isThere ? 1 : 0);
+    QCOMPARE(m_host.eventsOf(text("ask overwrite")).size(), isThere ? 1 : 0);
 }
 
 void tst_FileCopier::aSongReachedThroughALinkIsNotLost()
 {
     TestFiles::write(target(text("song.mid")), "only copy");
     QVERIFY(QFile::link(targetFolder(), m_dir->filePath(text("link"))));
-    ScriptedHost host; // yes, replace it
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles({m_dir->filePath(text("link/song.mid"))}, targetFolder()));
+    QVERIFY(copy({m_dir->filePath(text("link/song.mid"))}).isComplete());
     QCOMPARE(TestFiles::read(target(text("song.mid"))), QByteArray("only copy"));
     QCOMPARE(targetNames(), strings({"song.mid"}));
 }
@@ -192,32 +182,17 @@ void tst_FileCopier::overwriteAnswers()
         files.append(TestFiles::write(source(name), "new " + name.toUtf8()));
         TestFiles::write(target(name), oldBytes);
     }
-    ScriptedHost host;
-    host.overwriteAnswers = answers;
-    FileCopier copier(host, Disk::real());
+    m_host.overwriteAnswers = answers;
 
-    QVERIFY(copier.copyFiles(files, targetFolder())); // a kept song is no failure
-    QCOMPARE(host.events, events);
+    const CopySummary summary = copy(files, targetFolder())); // a kept song is no failure
+    QCOMPARE(m_host.events, events);
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)),
                  replaced.contains(name) ? "new " + name.toUtf8() : oldBytes);
-    QCOMPARE(copier.copied(), replaced.size());
-    QCOMPARE(copier.kept(), names.size() - replaced.size());
+    QCOMPARE(summary.copied, replaced.size();
+    QVERIFY(summary.isComplete());
+    QCOMPARE(summary.kept, names.size() - replaced.size());
     QCOMPARE(targetNames(), names);
-}
-
-void tst_FileCopier::theAnswersForAllLastForOneRun()
-{
-    const QStringList files{TestFiles::write(source(text("a.mid")), "new")};
-    TestFiles::write(target(text("a.mid")), oldBytes);
-    ScriptedHost host;
-    host.overwriteAnswers = {Answer::NoToAll, Answer::Yes};
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles(files, targetFolder()));
-    QCOMPARE(TestFiles::read(target(text("a.mid"))), oldBytes);
-    QVERIFY(copier.copyFiles(files, targetFolder()));
-    QCOMPARE(TestFiles::read(target(text("a.mid"))), QByteArray("new"));
-    QCOMPARE(copier.kept(), 0);
 }
 
 void tst_FileCopier::aLinkAtTheDestinationIsReplacedNotFollowed()
@@ -225,9 +200,7 @@ void tst_FileCopier::aLinkAtTheDestinationIsReplacedNotFollowed()
     TestFiles::write(source(text("a.mid")), "new");
     const QString elsewhere = TestFiles::write(m_dir->filePath(text("elsewhere")), oldBytes);
     QVERIFY(QFile::link(elsewhere, target(text("a.mid"))));
-    ScriptedHost host;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles({source(text("a.mid"))}, targetFolder()));
+    QVERIFY(copy({source(text("a.mid"))}).isComplete());
     QCOMPARE(TestFiles::read(elsewhere), oldBytes);
     QVERIFY(!QFileInfo(target(text("a.mid"))).isSymLink());
     QCOMPARE(TestFiles::read(target(text("a.mid"))), QByteArray("new"));
@@ -240,18 +213,18 @@ void tst_FileCopier::progressMovesOncePerHandledSong()
     TestFiles::write(source(text("last.mid")), "new");
     TestFiles::write(target(text("kept.mid")), oldBytes);
     TestFiles::write(target(text("here.mid")), oldBytes);
-    ScriptedHost host;
-    host.overwriteAnswers = {Answer::No};
-    FileCopier copier(host, Disk::real());
-    QVERIFY(!copier.copyFiles({target(text("here.mid")), source(text("new.mid")),
-                               source(text("kept.mid")), source(text("vanished.mid")),
-                               source(text("last.mid"))},
-                              targetFolder()));
-    QCOMPARE(host.events,
+    m_host.overwriteAnswers = {Answer::No};
+    const CopySummary summary =
+        copy({target(text("here.mid")), source(text("new.mid")), source(text("kept.mid")),
+              source(text("vanished.mid")), source(text("last.mid"))});
+    QVERIFY(!summary.isComplete());
+    QCOMPARE(m_host.events,
              strings({"progress 2", "ask overwrite kept.mid", "progress 4", "progress 5"}));
-    QCOMPARE(copier.copied(), 3);
-    QCOMPARE(copier.kept(), 1);
-    QCOMPARE(copier.failures(), 1);
+    QCOMPARE(summary.copied, 3);
+    QCOMPARE(summary.kept, 1);
+    QCOMPARE(m_told,
+             strings({"here.mid copied", "new.mid copied", "kept.mid kept",
+                      "vanished.mid not-found", "last.mid copied"}));
 }
 
 void tst_FileCopier::sameNamesFromTwoFolders_data()
@@ -270,13 +243,12 @@ void tst_FileCopier::sameNamesFromTwoFolders()
     QFETCH(int, displaced);
     const QStringList files{TestFiles::write(source(text("1/s.mid")), "first"),
                             TestFiles::write(source(text("2/s.mid")), "second")};
-    ScriptedHost host;
-    host.overwriteAnswers = answers;
-    FileCopier copier(host, Disk::real());
-    QVERIFY(copier.copyFiles(files, targetFolder()));
-    QCOMPARE(host.eventsOf(text("ask overwrite")), strings({"ask overwrite s.mid"}));
+    m_host.overwriteAnswers = answers;
+    const CopySummary summary = copy(files);
+    QVERIFY(summary.isComplete());
+    QCOMPARE(m_host.eventsOf(text("ask overwrite")), strings({"ask overwrite s.mid"}));
     QCOMPARE(TestFiles::read(target(text("s.mid"))), bytes);
-    QCOMPARE(copier.displaced(), QStringList{files.at(displaced)});
+    QCOMPARE(summary.displaced, QStringList{files.at(displaced)});
 }
 
 void tst_FileCopier::cancel_data()
@@ -295,15 +267,14 @@ void tst_FileCopier::cancel()
     QStringList files;
     for (const QString &name : strings({"a.mid", "b.mid", "c.mid"}))
         files.append(TestFiles::write(source(name), "new"));
-    ScriptedHost host;
-    host.cancelAtProgress = cancelAt;
-    host.beginProgress(ProgressTexts(), files.size());
-    host.events.clear();
-    FileCopier copier(host, Disk::real());
-    QVERIFY(!copier.copyFiles(files, targetFolder()));
-    QCOMPARE(copier.copied(), 0); // required
-    QCOMPARE(copier.failures(), 0);
-    QCOMPARE(host.events.last(), text("end"));
+    m_host.cancelAtProgress = cancelAt;
+    m_host.beginProgress(ProgressTexts(), files.size());
+    m_host.events.clear();
+    const CopySummary summary = copy(files);
+    QVERIFY(!summary.isComplete());
+    QCOMPARE(summary.copied, 0); // required
+    QCOMPARE(summary.failures.size(), 0);
+    QCOMPARE(m_host.events.last(), text("end"));
     // What was shown as done is there, whole; nothing else is.
     QCOMPARE(targetNames(), names);
     for (const QString &name : names)

@@ -98,11 +98,11 @@ void tst_LibraryUpdate::theBackupHoldsTheOldBytes()
     m_library->add(text("two.mid"), makersSong("b"));
     m_library->import();
     m_library->host().backupChoice = {BackupChoice::Backup, m_library->filePath("songs")};
-    LibraryBackup backup(m_library->host());
     LibraryUpdate run(m_library->db(), m_library->model(), m_library->host(), {});
-    QVERIFY(run.updateUserLibrary(backup, m_library->files()));
-    QVERIFY(TestFiles::read(backup.folder() + text("/one.mid")) == makersSong("a"));
-    QVERIFY(TestFiles::read(backup.folder() + text("/two.mid")) == makersSong("b"));
+    BackupSummary made;
+    QVERIFY(run.updateUserLibrary([&] { return (made = backup()).mayProceed; }));
+    QVERIFY(TestFiles::read(made.folder + text("/one.mid")) == makersSong("a"));
+    QVERIFY(TestFiles::read(made.folder + text("/two.mid")) == makersSong("b"));
     QVERIFY(TestFiles::read(m_library->files().at(0)) != makersSong("a"));
 }
 
@@ -223,13 +223,12 @@ void tst_LibraryUpdate::theDryRunWritesNothingAndAnnouncesTheRealRun()
     QVector<Outcome> outcomes[2];
     for (int run = 0; run < 2; ++run) {
         m_library->host().notPublishedAnswers = {Answer::Yes, Answer::No};
-        LibraryBackup backup(m_library->host());
         LibraryUpdate update(m_library->db(), m_library->model(), m_library->host(), {});
         update.setDryRun(run == 0);
         update.setObserver([&](int row, UpdateOutcome outcome, const SongUpdate &song) {
             outcomes[run].append({row, outcome, song.reason(), song.changes()});
         });
-        QVERIFY(update.updateUserLibrary(backup, m_library->files()));
+        QVERIFY(update.updateUserLibrary([this] { return backup().mayProceed; }));
         if (run == 0) {
             QCOMPARE(m_library->host().eventsOf(text("ask backup")), QStringList());
             QCOMPARE(m_library->statuses(), QVector<int>(7, listed));

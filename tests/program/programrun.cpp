@@ -100,4 +100,22 @@ bool hasTool(const QString &name)
     return !QStandardPaths::findExecutable(name).isEmpty();
 }
 
+bool canTrace()
+{
+    return hasTool(QStringLiteral("strace"))
+        && QProcess::execute(
+               QStringLiteral("strace"),
+               {QStringLiteral("-o"), QStringLiteral("/dev/null"), QStringLiteral("true")})
+        == 0;
+}
+
+QString failingToOpen(const QString &file, const QString &error)
+{
+    if (error.isEmpty())
+        return {};
+    return QStringLiteral("ASAN_OPTIONS=detect_leaks=0 strace -f -o /dev/null -P %1 "
+                          "-e trace=openat -e inject=openat:error=%2 ")
+        .arg(file, error);
+}
+
 } // namespace tarvel4

@@ -51,4 +51,11 @@ private:
 /** True when \a name can be started. */
 bool hasTool(const QString &name);
 
+/** True when the system lets a test make calls of the program fail. */
+bool canTrace();
+
+/** What stands ahead of a command in a line of the shell, so that it can't open the file; empty
+ * where \a error is. */
+QString failingToOpen(const QString &file, const QString &error);
+
 } // namespace tarvel4

@@ -1,5 +1,6 @@
 #include "tests/program/fixtures.h"
 #include "tests/program/programrun.h"
+#include "tests/storage/tmpfsmount.h"
 
 #include <QDir>
 #include <QtTest>
@@ -17,6 +18,9 @@ private Q_SLOTS:
     void printsTheFolderForPeople();
     void refuses_data();
     void refuses();
+    void namesEachSongThatFailed_data();
+    void namesEachSongThatFailed();
+    void saysWhyTheFolderCantBeMade();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -92,6 +96,59 @@ void tst_CliBackup::refuses()
         QVERIFY2(run.err.contains(message), run.err.constData());
     QCOMPARE(run.status, status);
     QVERIFY(QDir(path(QStringLiteral("to"))).isEmpty());
+}
+
+void tst_CliBackup::namesEachSongThatFailed_data()
+{
+    QTest::addColumn<QString>("injected"); // into the opening of lib/a/1.mid
+    QTest::addColumn<QString>("code");
+    QTest::newRow("a song that does not fit") << QString() << "no-room";
+    QTest::newRow("a song that must not be read") << "EACCES"
+                                                  << "read-denied";
+    QTest::newRow("a song that has vanished meanwhile") << "ENOENT"
+                                                        << "not-found";
+    QTest::newRow("a song on a dying disk") << "EIO"
+                                            << "medium-failed";
+}
+
+void tst_CliBackup::namesEachSongThatFailed()
+{
+    QFETCH(QString, injected);
+    QFETCH(QString, code);
+    const TmpfsMount volume(path(QStringLiteral("to")), "size=64k");
+    if (!volume.isMounted() || !canTrace())
+        QSKIP("mounting or tracing is not possible here");
+    if (injected.isEmpty())
+        QVERIFY(Fixtures::write(path(QStringLiteral("lib/a/1.mid")), QByteArray(100000, 'b')));
+    const Run run =
+        Program(m_folder->path())
+            .shell(failingToOpen(QStringLiteral("lib/a/1.mid"), injected)
+                   + QStringLiteral("\"$cli\" backup --json --quiet --to to -- lib/a/1.mid "
+                                    "lib/b/2.kar; s=$?; cat to/*/2.kar >&2; exit $s"));
+    QCOMPARE(run.records().size(), 1);
+    const QJsonObject record = run.records()[0];
+    const QByteArray error = record.value(QStringLiteral("error")).toString().toUtf8();
+    QCOMPARE(record.value(QStringLiteral("path")).toString(), QStringLiteral("lib/a/1.mid"));
+    QCOMPARE(record.value(QStringLiteral("code")).toString(), code);
+    QVERIFY(!error.isEmpty());
+    // strace says a word of its own first
+    QCOMPARE(run.err.mid(run.err.indexOf("tarvel4soft-cli")),
+             "tarvel4soft-cli: lib/a/1.mid: " + error
+                 + "\ntarvel4soft-cli: Backup FAILED !!!\n2\n");
+    QCOMPARE(run.status, 3);
+}
+
+void tst_CliBackup::saysWhyTheFolderCantBeMade()
+{
+    TmpfsMount volume(path(QStringLiteral("to")), "size=64k");
+    if (!volume.isMounted() || !volume.makeReadOnly())
+        QSKIP("mounting is not possible here");
+    const Run run = Program(m_folder->path())
+                        .shell(QStringLiteral("\"$cli\" backup --json --to to lib/a/1.mid"));
+    QCOMPARE(run.out, QByteArray());
+    QVERIFY2(run.err.contains("tarvel4soft-cli: to: the disk or card is write-protected\n"),
+             run.err.constData());
+    QCOMPARE(run.status, 3);
 }
 
 QTEST_GUILESS_MAIN(tst_CliBackup)

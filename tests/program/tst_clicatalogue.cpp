@@ -84,29 +84,37 @@ void tst_CliCatalogue::refuses_data()
 {
     QTest::addColumn<QString>("arguments");
     QTest::addColumn<int>("status");
-    QTest::newRow("a name that is not there") << "--catalogue c.db --name nothing" << 1;
-    QTest::newRow("an empty name") << "--catalogue c.db --name ''" << 1;
+    QTest::addColumn<QByteArray>("message");
+    const QByteArray none = "the catalogue does not hold it";
+    QTest::newRow("a name that is not there") << "--catalogue c.db --name nothing" << 1 << none;
+    QTest::newRow("an empty name") << "--catalogue c.db --name ''" << 1 << none;
     QTest::newRow("a name whose extension has two letters keeps it")
-        << "--catalogue c.db --name azzurro.mi" << 1;
-    QTest::newRow("a title that two songs share") << "--catalogue c.db --title doppia" << 1;
+        << "--catalogue c.db --name azzurro.mi" << 1 << none;
+    QTest::newRow("a title that two songs share") << "--catalogue c.db --title doppia" << 1 << none;
     QTest::newRow("a name that is a column of the catalogue")
-        << "--catalogue c.db --name filename" << 1;
-    QTest::newRow("a title with a double quote") << R"(--catalogue c.db --title 'a"b')" << 1;
-    QTest::newRow("nothing asked") << "--catalogue c.db" << 2;
-    QTest::newRow("two questions") << "--catalogue c.db --genres --artists" << 2;
-    QTest::newRow("an operand") << "--catalogue c.db --genres x" << 2;
-    QTest::newRow("a catalogue that is missing") << "--catalogue gone.db --genres" << 3;
-    QTest::newRow("a catalogue that is none") << "--catalogue x.db --genres" << 3;
+        << "--catalogue c.db --name filename" << 1 << none;
+    QTest::newRow("a title with a double quote")
+        << R"(--catalogue c.db --title 'a"b')" << 1 << none;
+    QTest::newRow("nothing asked") << "--catalogue c.db" << 2 << QByteArray();
+    QTest::newRow("two questions") << "--catalogue c.db --genres --artists" << 2 << QByteArray();
+    QTest::newRow("an operand") << "--catalogue c.db --genres x" << 2 << QByteArray();
+    QTest::newRow("a catalogue that is missing")
+        << "--catalogue gone.db --genres" << 3 << QByteArray("gone.db: there is no such file");
+    QTest::newRow("a catalogue that is none")
+        << "--catalogue x.db --genres" << 3 << QByteArray("x.db: it is no catalogue");
+    QTest::newRow("a catalogue that is a folder")
+        << "--catalogue . --genres" << 3 << QByteArray(".: it is no file, but a folder");
 }
 
 void tst_CliCatalogue::refuses()
 {
     QFETCH(QString, arguments);
     QFETCH(int, status);
+    QFETCH(QByteArray, message);
     const Run run =
         Program(m_folder->path()).shell(QLatin1String("\"$cli\" catalogue ") + arguments);
     QCOMPARE(run.out, QByteArray());
-    QVERIFY(run.err.startsWith("tarvel4soft-cli: "));
+    QVERIFY2(run.err.startsWith("tarvel4soft-cli: " + message), run.err.constData());
     QCOMPARE(run.status, status);
     QVERIFY(!QFile::exists(path(QStringLiteral("gone.db"))));
 }

@@ -80,14 +80,14 @@ void tst_CliIndex::reportsABuild_data()
     QTest::newRow("an old index that can't be loaded")
         << R"("$cli" index update mem >/dev/null; echo x >>mem/index.id3
               "$cli" index update --json mem)"
-        << QByteArray(R"({"root":"mem","found":0,"changed":false,"prepared":true,"errors":[]})"
-                      "\n")
+        << QByteArray(R"({"root":"mem","found":0,"changed":false,"prepared":true,"errors":[],)"
+                      R"("code":"damaged-index","error":"the index is damaged (index.id3: )")
         << 3;
     QTest::newRow("a file that can't be written leaves the memory unprepared")
         << R"(for i in {1..9}; do cp mem/b.kar mem/$i.mid; done; ulimit -f 1
               "$cli" index rebuild --json mem)"
-        << QByteArray(R"({"root":"mem","found":11,"changed":false,"prepared":false,"errors":[]})"
-                      "\n")
+        << QByteArray(
+               R"({"root":"mem","found":11,"changed":false,"prepared":false,"errors":[],"code":"too-large",)")
         << 3;
 }
 
@@ -101,6 +101,8 @@ void tst_CliIndex::reportsABuild()
     QCOMPARE(run.records().size(), 1);
     QCOMPARE(run.status, status);
     QCOMPARE(run.err.isEmpty(), status != 3);
+    const QString error = run.records()[0].value(QStringLiteral("error")).toString();
+    QCOMPARE(run.err.count("tarvel4soft-cli: mem: " + error.toUtf8()), status == 3 ? 1 : 0);
 }
 
 void tst_CliIndex::printsARunForPeople()
@@ -178,8 +180,7 @@ void tst_CliIndex::saysWhatAnInterruptedRunLeft()
     QFETCH(QString, call);
     prepare();
     const Program program(m_folder->path());
-    if (!hasTool(QStringLiteral("strace"))
-        || program.shell(QStringLiteral("strace -o /dev/null true")).status != 0)
+    if (!canTrace())
         QSKIP("strace is missing or may not trace here");
     const Run run =
         program.shell(QStringLiteral("cp mem/b.kar mem/c.kar; ASAN_OPTIONS=detect_leaks=0 strace "
@@ -204,21 +205,24 @@ void tst_CliIndex::deletesTheIndex()
 void tst_CliIndex::refuses_data()
 {
     QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QByteArray>("message");
     for (const char *job : {"update", "rebuild", "verify", "delete"}) {
-        QTest::newRow(qPrintable(QStringLiteral("%1 of a missing folder").arg(QLatin1String(job))))
-            << QLatin1String(job) + QLatin1String(" gone");
-        QTest::newRow(qPrintable(QStringLiteral("%1 of a file").arg(QLatin1String(job))))
-            << QLatin1String(job) + QLatin1String(" mem/b.kar");
+        QTest::addRow("%s of a missing folder", job) << QLatin1String(job) + QLatin1String(" gone")
+                                                     << QByteArray("gone: there is no such file");
+        QTest::addRow("%s of a file", job)
+            << QLatin1String(job) + QLatin1String(" mem/b.kar") << QByteArray("mem/b.kar: not a");
     }
-    QTest::newRow("verify of a memory that is not prepared") << "verify mem";
+    QTest::newRow("verify of a memory that is not prepared")
+        << "verify mem" << QByteArray("mem: the memory is not prepared");
 }
 
 void tst_CliIndex::refuses()
 {
     QFETCH(QString, arguments);
+    QFETCH(QByteArray, message);
     const Run run = Program(m_folder->path()).shell(QLatin1String("\"$cli\" index ") + arguments);
     QCOMPARE(run.out, QByteArray());
-    QVERIFY(run.err.startsWith("tarvel4soft-cli: "));
+    QVERIFY2(run.err.startsWith("tarvel4soft-cli: " + message), run.err.constData());
     QCOMPARE(run.status, 3);
 }
 

@@ -86,9 +86,11 @@ void tst_CliList::refuses_data()
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("named"); // what the message begins with
     QTest::newRow("a memory that is not prepared") << "list none" << 3 << QByteArray("none: ");
-    QTest::newRow("a missing memory") << "list gone" << 3 << QByteArray("gone: ");
+    QTest::newRow("a missing memory")
+        << "list gone" << 3 << QByteArray("gone: there is no such file");
+    QTest::newRow("a memory that is a file") << "list old.csv" << 3 << QByteArray("old.csv: not a");
     QTest::newRow("a target in a folder that is missing")
-        << "list --output gone/l.csv mem" << 3 << QByteArray("gone/l.csv: ");
+        << "list --output gone/l.csv mem" << 3 << QByteArray("gone/l.csv: there is no such file");
     QTest::newRow("a target that is a folder")
         << "list --output none mem" << 3 << QByteArray("none: ");
     QTest::newRow("records into a target that is a folder")
@@ -100,22 +102,28 @@ void tst_CliList::refuses_data()
     QTest::newRow("a target that is a device")
         << "list --output /dev/full mem" << 3 << QByteArray("/dev/full: it is no file");
     QTest::newRow("a target that is a song")
-        << "list --output mem/1.mid mem" << 3 << QByteArray("mem/1.mid: it is a song");
+        << "list --output mem/1.mid mem" << 3
+        << QByteArray("mem/1.mid: it is not overwritten, since it is a song");
     QTest::newRow("records into a target that is a song")
-        << "list --json --output mem/1.mid mem" << 3 << QByteArray("mem/1.mid: it is a song");
+        << "list --json --output mem/1.mid mem" << 3
+        << QByteArray("mem/1.mid: it is not overwritten, since it is a song");
     QTest::newRow("a target that is a catalogue")
-        << "list --output c.db mem" << 3 << QByteArray("c.db: it is a catalogue");
+        << "list --output c.db mem" << 3
+        << QByteArray("c.db: it is not overwritten, since it is a catalogue");
     QTest::newRow("a target that is a file of the index")
         << "list --output mem/index.id3 mem" << 3
-        << QByteArray("mem/index.id3: it belongs to the index");
-    QTest::newRow("a full disk") << "list --output old.csv mem" << 3 << QByteArray("old.csv: ");
+        << QByteArray(
+               "mem/index.id3: it is not overwritten, since it is a file of a memory's index");
+    QTest::newRow("a full disk") << "list --output old.csv mem" << 3
+                                 << QByteArray("old.csv: it is too large");
     QTest::newRow("records on a full disk")
-        << "list --json --output old.csv mem" << 3 << QByteArray("old.csv: ");
+        << "list --json --output old.csv mem" << 3 << QByteArray("old.csv: it is too large");
     QTest::newRow("a memory that lost one of its index files")
         << "list lost" << 3 << QByteArray("lost: the memory is not prepared");
-    QTest::newRow("an index that can't be read") << "list cut" << 3 << QByteArray("cut: ");
+    QTest::newRow("an index that can't be read")
+        << "list cut" << 3 << QByteArray("cut: the index is damaged (index.id3: ");
     QTest::newRow("an index that can't be read into a file")
-        << "list --output l.csv cut" << 3 << QByteArray("cut: ");
+        << "list --output l.csv cut" << 3 << QByteArray("cut: the index is damaged (index.id3: ");
     QTest::newRow("an unknown order") << "list --order length mem" << 2 << QByteArray();
     QTest::newRow("no memory") << "list" << 2 << QByteArray();
 }
@@ -136,7 +144,7 @@ void tst_CliList::refuses()
              QStringList());
     QVERIFY(Fixtures::read(path(QStringLiteral("mem/1.mid"))).startsWith("MThd"));
     QCOMPARE(run.out, QByteArray());
-    QVERIFY(run.err.startsWith("tarvel4soft-cli: " + named));
+    QVERIFY2(run.err.startsWith("tarvel4soft-cli: " + named), run.err.constData());
     QCOMPARE(run.status, status);
 }
 

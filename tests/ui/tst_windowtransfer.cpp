@@ -1,6 +1,7 @@
 #include "tests/ui/progresswatcher.h"
 #include "tests/ui/windowfixture.h"
 
+#include "storage/outcome.h"
 #include "ui/nocopyrightdialog.h"
 #include "ui/proceeddialog.h"
 
@@ -219,12 +220,20 @@ void tst_WindowTransfer::failedCopyIsTold()
     importSongs(songs);
     QFile::remove(songs.at(0));
     QDir().mkpath(card("music"));
-    m_window->driver.answerBox(QMessageBox::Ok);
+    QStringList told;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    m_window->driver.expect<QMessageBox>([&](QMessageBox &box) {
+        icon = box.icon();
+        told << box.windowTitle() << box.text() << box.detailedText();
+        box.button(QMessageBox::Ok)->click();
+    });
     m_window->transferTo(card("music"));
-    QCOMPARE(m_window->driver.boxes,
-             QStringList(
-                 {QStringLiteral("Trasferimento|Non è stato possibile copiare uno o più file")}));
-    QCOMPARE(m_window->driver.lastBox.icon, QMessageBox::Critical);
+    const Outcome gone{Outcome::Code::NotFound, songs.at(0), {}, {}};
+    QCOMPARE(told,
+             QStringList({QStringLiteral("Trasferimento"),
+                          QStringLiteral("Non è stato possibile copiare uno o più file"),
+                          QStringLiteral("a.mid: ") + gone.sentence()}));
+    QCOMPARE(icon, QMessageBox::Critical);
     QVERIFY(QFile::exists(card("music/b.mid")));
     QVERIFY(!QFile::exists(card("fsinfos.id3")));
 }

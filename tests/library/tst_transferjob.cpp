@@ -1,4 +1,4 @@
-#include "library/devicetransfer.h"
+#include "library/transferjob.h"
 
 #include "indexer/index.h"
 
@@ -15,8 +15,7 @@
 
 using namespace tarvel4;
 
-using Answers = QVector<Answer>;
-Q_DECLARE_METATYPE(Answers)
+using Result = TransferSummary::Result;
 
 namespace {
 
@@ -31,27 +30,17 @@ const char reservedFolder[] =
     "perchè sono riservate, selezionare un'altra cartella";
 const char copying[] = "begin Trasferimento|Trasferimento file...|Interrompi|%1";
 
-/** A memory at a folder; whether that is the system's disk is for the test to say. */
-class FakeVolume : public FolderVolume
+/** The system's disk at a folder. */
+class SystemDisk : public FolderVolume
 {
 public:
-    FakeVolume(const QString &root, bool isSystem)
-        : FolderVolume(root)
-        , m_isSystem(isSystem)
-    {}
-    bool isSystemDisk(const QString &path) const override
-    {
-        Q_UNUSED(path)
-        return m_isSystem;
-    }
-
-private:
-    bool m_isSystem;
+    using FolderVolume::FolderVolume;
+    bool isSystemDisk(const QString &) const override { return true; }
 };
 
 } // namespace
 
-class tst_DeviceTransfer : public QObject
+class tst_TransferJob : public QObject
 {
     Q_OBJECT
 
@@ -71,11 +60,10 @@ private Q_SLOTS:
     void songsOfTheDestinationCountAsTransferred();
     void relativePathsMeanTheSameFolders();
     void keptSongsAreNoFailure();
-    void overwriteAnswers_data();
-    void overwriteAnswers();
     void aFailedCopyLeavesTheIndexAlone();
     void aCancelledCopyIsAFailure();
     void anIndexThatCantBeWrittenIsAFailure();
+    void anIndexThatCantBeReadIsAFailure();
     void aMemoryThatIsGoneIsAFailure();
     void whatTheIndexCantTakeInIsAFailure_data();
     void whatTheIndexCantTakeInIsAFailure();
@@ -88,18 +76,25 @@ private:
         return TestFiles::write(path("from/") + text(name), SongBytes::midi0());
     }
 
+    TransferSummary transfer(const QStringList &files, const QString &dir,
+                             Disk &disk = Disk::real())
+    {
+        const FolderVolume volume(card());
+        return TransferJob(m_host, m_host, m_host, volume, disk).run(files, dir);
+    }
+
     QScopedPointer<QTemporaryDir> m_dir;
     ScriptedHost m_host;
 };
 
-void tst_DeviceTransfer::init()
+void tst_TransferJob::init()
 {
     m_dir.reset(new QTemporaryDir);
     QVERIFY(QDir(m_dir->path()).mkdir(text("card")));
     m_host = ScriptedHost();
 }
 
-void tst_DeviceTransfer::refusals_data()
+void tst_TransferJob::refusals_data()
 {
     QTest::addColumn<QString>("dir");
     QTest::addColumn<bool>("isSystem");
@@ -122,7 +117,7 @@ void tst_DeviceTransfer::refusals_data()
             << text("card/") + text(name) << false << QString() << strings({reservedFolder});
 }
 
-void tst_DeviceTransfer::refusals()
+void tst_TransferJob::refusals()
 {
     QFETCH(QString, dir);
     QFETCH(bool, isSystem);
@@ -130,34 +125,34 @@ void tst_DeviceTransfer::refusals()
     QFETCH(QStringList, events);
     if (!inTheWay.isEmpty())
         TestFiles::write(m_dir->filePath(inTheWay), "a file");
-    const FakeVolume volume(card(), isSystem);
-    DeviceTransfer transfer(m_host, volume);
+    const FolderVolume folder(card());
+    const SystemDisk system(card());
+    const Volume &volume = isSystem ? static_cast<const Volume &>(system) : folder;
+    TransferJob job(m_host, m_host, m_host, volume);
     const QString chosen = dir.isEmpty() ? dir : m_dir->filePath(dir);
     const QStringList before = TestFiles::namesIn(card());
-    QCOMPARE(transfer.transferFiles({song("a.mid")}, chosen), DeviceTransfer::Result::Refused);
+    QVERIFY(job.run({song("a.mid")}, chosen).result == Result::Refused);
     QCOMPARE(m_host.events, events);
     QCOMPARE(TestFiles::namesIn(card()), before);
 }
 
-void tst_DeviceTransfer::acceptedFolders_data()
+void tst_TransferJob::acceptedFolders_data()
 {
     QTest::addColumn<QString>("folder");
     for (const char *name : {"songs", "sfx2", "my playlist", "sfx/inside", "songs/"})
         QTest::addRow("%s", name) << text(name);
 }
 
-void tst_DeviceTransfer::acceptedFolders()
+void tst_TransferJob::acceptedFolders()
 {
     QFETCH(QString, folder);
     QVERIFY(QDir(card()).mkpath(folder));
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    transfer.transferFiles({song("a.mid")}, card("/") + folder);
-    QCOMPARE(transfer.copied(), 1);
+    const TransferSummary summary = transfer({song("a.mid")}, card("/") + folder);
+    QCOMPARE(summary.songs.copied, 1);
     QCOMPARE(TestFiles::namesIn(card("/") + folder), strings({"a.mid"}));
 }
 
-void tst_DeviceTransfer::theCardsRootGetsASongsFolder_data()
+void tst_TransferJob::theCardsRootGetsASongsFolder_data()
 {
     QTest::addColumn<bool>("isThere");
     QTest::addColumn<QString>("dir");
@@ -166,32 +161,29 @@ void tst_DeviceTransfer::theCardsRootGetsASongsFolder_data()
     QTest::newRow("also with a trailing slash") << false << text("card/");
 }
 
-void tst_DeviceTransfer::theCardsRootGetsASongsFolder()
+void tst_TransferJob::theCardsRootGetsASongsFolder()
 {
     QFETCH(bool, isThere);
     QFETCH(QString, dir);
     if (isThere)
         TestFiles::write(card("/songs/old.mid"), SongBytes::midi0());
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({song("a.mid")}, m_dir->filePath(dir)),
-             DeviceTransfer::Result::Done);
+    const TransferSummary summary = transfer({song("a.mid")}, m_dir->filePath(dir));
+    QVERIFY(summary.result == Result::Done);
     QVERIFY(TestFiles::namesIn(card("/songs")).contains(text("a.mid")));
-    QCOMPARE(transfer.found(), isThere ? 2 : 1);
+    QCOMPARE(summary.index.found, isThere ? 2 : 1);
 }
 
-void tst_DeviceTransfer::aTransferCopiesAndIndexes()
+void tst_TransferJob::aTransferCopiesAndIndexes()
 {
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
     LogCapture log;
     const QStringList files{song("a.mid"), song("b.mid")};
-    QCOMPARE(transfer.transferFiles(files, card()), DeviceTransfer::Result::Done);
-    QCOMPARE(transfer.copied(), 2);
-    QCOMPARE(transfer.failures(), 0);
-    QCOMPARE(transfer.kept(), 0);
-    QCOMPARE(transfer.found(), 2);
-    QVERIFY(transfer.prepared());
+    const TransferSummary summary = transfer(files, card());
+    QVERIFY(summary.result == Result::Done);
+    QCOMPARE(summary.songs.copied, 2);
+    QCOMPARE(summary.songs.failures.size(), 0);
+    QCOMPARE(summary.songs.kept, 0);
+    QCOMPARE(summary.index.found, 2);
+    QVERIFY(summary.index.isPrepared);
     QVERIFY(Index::isPrepared(card()));
     QCOMPARE(m_host.events.mid(0, 4),
              QStringList({text(copying).arg(2), text("progress 1"), text("progress 2"),
@@ -208,10 +200,9 @@ void tst_DeviceTransfer::aTransferCopiesAndIndexes()
     QCOMPARE(LogCapture::lines().last(), QString());
 }
 
-void tst_DeviceTransfer::theIndexReportsThroughTheHost()
+void tst_TransferJob::theIndexReportsThroughTheHost()
 {
-    const FakeVolume volume(card(), false);
-    DeviceTransfer(m_host, volume).transferFiles({song("a.mid")}, card());
+    transfer({song("a.mid")}, card());
     const int begin =
         m_host.events.indexOf(text("begin Aggiornamento|Aggiornamento database...|Interrompi|100"));
     QVERIFY(begin >= 0);
@@ -222,147 +213,125 @@ void tst_DeviceTransfer::theIndexReportsThroughTheHost()
                       "value 100", "end", "end", done}));
 }
 
-void tst_DeviceTransfer::noSongsGoStraightOnToTheIndex()
+void tst_TransferJob::noSongsGoStraightOnToTheIndex()
 {
     TestFiles::write(card("/songs/old.mid"), SongBytes::midi0());
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({}, card("/songs")), DeviceTransfer::Result::Done);
-    QCOMPARE(transfer.copied(), 0);
-    QCOMPARE(transfer.found(), 1);
+    const TransferSummary summary = transfer({}, card("/songs"));
+    QVERIFY(summary.result == Result::Done);
+    QCOMPARE(summary.songs.copied, 0);
+    QCOMPARE(summary.index.found, 1);
     QCOMPARE(m_host.events.at(0), text(copying).arg(0));
     QCOMPARE(m_host.events.last(), text(done));
 }
 
-void tst_DeviceTransfer::noSongsOnAnEmptyMemoryIsAFailure()
+void tst_TransferJob::noSongsOnAnEmptyMemoryIsAFailure()
 {
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({}, card()), DeviceTransfer::Result::Failed);
+    const TransferSummary summary = transfer({}, card());
+    QVERIFY(summary.result == Result::Failed);
     QCOMPARE(m_host.events.last(), text(failed)); // required: the memory is not prepared then
-    QVERIFY(!transfer.prepared());
+    QVERIFY(!summary.index.isPrepared);
 }
 
-void tst_DeviceTransfer::songsOfTheDestinationCountAsTransferred()
+void tst_TransferJob::songsOfTheDestinationCountAsTransferred()
 {
     const QString there = TestFiles::write(card("/songs/a.mid"), SongBytes::midi0());
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({there}, card("/songs")), DeviceTransfer::Result::Done);
-    QCOMPARE(transfer.copied(), 1);
+    const TransferSummary summary = transfer({there}, card("/songs"));
+    QVERIFY(summary.result == Result::Done);
+    QCOMPARE(summary.songs.copied, 1);
     QCOMPARE(m_host.eventsOf(text("ask")), QStringList());
     QCOMPARE(m_host.eventsOf(text("progress")), QStringList());
 }
 
-void tst_DeviceTransfer::relativePathsMeanTheSameFolders()
+void tst_TransferJob::relativePathsMeanTheSameFolders()
 {
     TestFiles::write(card("/songs/a.mid"), SongBytes::midi0());
     QVERIFY(QDir(card()).mkdir(text("sfx")));
     const QString home = QDir::currentPath();
     QVERIFY(QDir::setCurrent(card("/songs")));
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    const auto inPlace = transfer.transferFiles({text("a.mid")}, text("."));
+    const Result inPlace = transfer({text("a.mid")}, text(".")).result;
     QVERIFY(QDir::setCurrent(card("/sfx")));
-    const auto reserved = transfer.transferFiles({text("../songs/a.mid")}, text("."));
+    const Result reserved = transfer({text("../songs/a.mid")}, text(".")).result;
     QVERIFY(QDir::setCurrent(home));
-    QCOMPARE(inPlace, DeviceTransfer::Result::Done);
+    QVERIFY(inPlace == Result::Done);
     QCOMPARE(m_host.eventsOf(text("ask overwrite")), QStringList());
-    QCOMPARE(reserved, DeviceTransfer::Result::Refused);
+    QVERIFY(reserved == Result::Refused);
     QCOMPARE(m_host.events.last(), text(reservedFolder));
 }
 
-void tst_DeviceTransfer::keptSongsAreNoFailure()
+void tst_TransferJob::keptSongsAreNoFailure()
 {
     TestFiles::write(card("/songs/a.mid"), SongBytes::midi1());
     m_host.overwriteAnswers = {Answer::NoToAll};
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({song("a.mid")}, card()), DeviceTransfer::Result::Done);
-    QCOMPARE(transfer.kept(), 1);
-    QCOMPARE(transfer.copied(), 0);
+    const TransferSummary summary = transfer({song("a.mid")}, card());
+    QVERIFY(summary.result == Result::Done);
+    QCOMPARE(summary.songs.kept, 1);
+    QCOMPARE(summary.songs.copied, 0);
     QCOMPARE(TestFiles::read(card("/songs/a.mid")), SongBytes::midi1());
 }
 
-void tst_DeviceTransfer::overwriteAnswers_data()
+void tst_TransferJob::aFailedCopyLeavesTheIndexAlone()
 {
-    QTest::addColumn<Answers>("answers");
-    QTest::addColumn<int>("questions");
-    QTest::addColumn<int>("copied");
-    QTest::newRow("yes") << Answers{Answer::Yes, Answer::No} << 2 << 1;
-    QTest::newRow("yes to all") << Answers{Answer::YesToAll} << 1 << 2;
-    QTest::newRow("no") << Answers{Answer::No, Answer::Yes} << 2 << 1;
-    QTest::newRow("no to all") << Answers{Answer::NoToAll} << 1 << 0;
-    QTest::newRow("closed by its frame, which is yes") << Answers() << 2 << 2;
-}
-
-void tst_DeviceTransfer::overwriteAnswers()
-{
-    QFETCH(Answers, answers);
-    QFETCH(int, questions);
-    QFETCH(int, copied);
-    TestFiles::write(card("/songs/a.mid"), SongBytes::midi1());
-    TestFiles::write(card("/songs/b.mid"), SongBytes::midi1());
-    m_host.overwriteAnswers = answers;
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({song("a.mid"), song("b.mid")}, card()),
-             DeviceTransfer::Result::Done);
-    QCOMPARE(m_host.eventsOf(text("ask overwrite")).size(), questions);
-    QCOMPARE(transfer.copied(), copied);
-    QCOMPARE(transfer.kept(), 2 - copied);
-}
-
-void tst_DeviceTransfer::aFailedCopyLeavesTheIndexAlone()
-{
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({song("a.mid"), path("vanished.mid")}, card()),
-             DeviceTransfer::Result::Failed);
-    QCOMPARE(transfer.copied(), 1);
-    QCOMPARE(transfer.failures(), 1);
-    QVERIFY(!transfer.prepared());
-    QCOMPARE(m_host.events.mid(m_host.events.size() - 2), strings({"end", failed}));
+    const TransferSummary summary = transfer({song("a.mid"), path("vanished.mid")}, card());
+    QVERIFY(summary.result == Result::Failed);
+    QCOMPARE(summary.songs.copied, 1);
+    QCOMPARE(summary.songs.failures.size(), 1);
+    const Outcome cause = summary.songs.failures.at(0).cause;
+    QCOMPARE(cause.codeName(), text("not-found"));
+    QVERIFY(!summary.index.isPrepared);
+    QCOMPARE(m_host.events.mid(m_host.events.size() - 2),
+             QStringList({text("end"), text(failed) + text("|vanished.mid: ") + cause.sentence()}));
     QCOMPARE(m_host.eventsOf(text("begin")).size(), 1);
     QCOMPARE(TestFiles::namesIn(card()), strings({"songs"}));
 }
 
-void tst_DeviceTransfer::aCancelledCopyIsAFailure()
+void tst_TransferJob::aCancelledCopyIsAFailure()
 {
     m_host.cancelAtProgress = 1;
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({song("a.mid"), song("b.mid")}, card()),
-             DeviceTransfer::Result::Failed);
-    QCOMPARE(transfer.copied(), 0);
+    const TransferSummary summary = transfer({song("a.mid"), song("b.mid")}, card());
+    QVERIFY(summary.result == Result::Failed);
+    QCOMPARE(summary.songs.copied, 0);
     QCOMPARE(m_host.events.last(), text(failed));
     QCOMPARE(TestFiles::namesIn(card("/songs")), strings({"a.mid"}));
 }
 
-void tst_DeviceTransfer::anIndexThatCantBeWrittenIsAFailure()
+void tst_TransferJob::anIndexThatCantBeWrittenIsAFailure()
 {
     FailingDisk disk;
-    const FakeVolume volume(card(), false);
     const QString file = song("a.mid");
     disk.failingWrite = 2; // the first one is the song's
     disk.staysBroken = true;
-    DeviceTransfer transfer(m_host, volume, disk);
-    QCOMPARE(transfer.transferFiles({file}, card()), DeviceTransfer::Result::Failed);
-    QCOMPARE(transfer.copied(), 1);
-    QVERIFY(!transfer.prepared());
-    QCOMPARE(m_host.events.last(), text(failed)); // required: the same words for both causes
+    const TransferSummary summary = transfer({file}, card(), disk);
+    QVERIFY(summary.result == Result::Failed);
+    QCOMPARE(summary.songs.copied, 1);
+    QVERIFY(summary.index.hasFailed && !summary.index.isPrepared);
+    QCOMPARE(summary.index.cause.codeName(), text("no-room"));
+    // required: the same words for both causes
+    QCOMPARE(m_host.events.last(), text(failed) + u'|' + summary.index.cause.message());
 }
 
-void tst_DeviceTransfer::aMemoryThatIsGoneIsAFailure()
+void tst_TransferJob::anIndexThatCantBeReadIsAFailure()
 {
-    const FakeVolume volume(path("gone"), false);
-    DeviceTransfer transfer(m_host, volume);
-    QCOMPARE(transfer.transferFiles({}, path("gone/songs")), DeviceTransfer::Result::Failed);
-    QCOMPARE(m_host.events.last(), text(failed));
+    QVERIFY(transfer({song("a.mid")}, card()).result == Result::Done);
+    TestFiles::write(card("/index.id3"), "x");
+    const TransferSummary summary = transfer({song("b.mid")}, card());
+    QVERIFY(summary.result == Result::Failed);
+    QCOMPARE(summary.index.cause.codeName(), text("damaged-index"));
+    QVERIFY(summary.index.cause.detail.startsWith(text("index.id3: ")));
+    QCOMPARE(m_host.events.last(), text(failed) + u'|' + summary.index.cause.message());
+}
+
+void tst_TransferJob::aMemoryThatIsGoneIsAFailure()
+{
+    const FolderVolume volume(path("gone"));
+    const TransferSummary summary =
+        TransferJob(m_host, m_host, m_host, volume).run({}, path("gone/songs"));
+    QVERIFY(summary.result == Result::Failed);
+    QCOMPARE(summary.index.cause.codeName(), text("not-found"));
+    QCOMPARE(m_host.events.last(), text(failed) + u'|' + summary.index.cause.message());
     QVERIFY(!QFileInfo::exists(path("gone")));
 }
 
-void tst_DeviceTransfer::whatTheIndexCantTakeInIsAFailure_data()
+void tst_TransferJob::whatTheIndexCantTakeInIsAFailure_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QString>("error");
@@ -373,7 +342,7 @@ void tst_DeviceTransfer::whatTheIndexCantTakeInIsAFailure_data()
 }
 
 /** The copy is whole and the index written, but a song of the memory is not in it. */
-void tst_DeviceTransfer::whatTheIndexCantTakeInIsAFailure()
+void tst_TransferJob::whatTheIndexCantTakeInIsAFailure()
 {
     QFETCH(QByteArray, name);
     QFETCH(QString, error);
@@ -381,18 +350,16 @@ void tst_DeviceTransfer::whatTheIndexCantTakeInIsAFailure()
     QVERIFY(QDir().mkpath(QString::fromLatin1(lost.left(lost.lastIndexOf('/')))));
     std::FILE *const file = std::fopen(lost.constData(), "w"); // Qt can't say each of these names
     QVERIFY(file && std::fclose(file) == 0);
-    const FakeVolume volume(card(), false);
-    DeviceTransfer transfer(m_host, volume);
-    const auto result = transfer.transferFiles({song("a.mid")}, card());
+    const TransferSummary summary = transfer({song("a.mid")}, card());
     QCOMPARE(std::remove(lost.constData()), 0);
-    QCOMPARE(result, DeviceTransfer::Result::Failed);
-    QVERIFY(!transfer.indexFailed() && transfer.prepared());
-    QCOMPARE(transfer.errors().size(), 1);
-    QVERIFY2(transfer.errors().at(0).startsWith(error + card()),
-             qPrintable(transfer.errors().at(0)));
-    QCOMPARE(m_host.events.last(), text(failed) + QLatin1Char('|') + transfer.errors().at(0));
+    QVERIFY(summary.result == Result::Failed);
+    QVERIFY(!summary.index.hasFailed && summary.index.isPrepared);
+    QCOMPARE(summary.index.errors.size(), 1);
+    QVERIFY2(summary.index.errors.at(0).startsWith(error + card()),
+             qPrintable(summary.index.errors.at(0)));
+    QCOMPARE(m_host.events.last(), text(failed) + QLatin1Char('|') + summary.index.errors.at(0));
     QCOMPARE(m_host.eventsOf(text("information")), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_DeviceTransfer)
-#include "tst_devicetransfer.moc"
+QTEST_GUILESS_MAIN(tst_TransferJob)
+#include "tst_transferjob.moc"

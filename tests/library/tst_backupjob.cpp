@@ -1,11 +1,10 @@
-#include "library/librarybackup.h"
+#include "library/backupjob.h"
 
 #include "tests/library/logcapture.h"
 #include "tests/library/scriptedhost.h"
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
 #include "tests/storage/failingdisk.h"
-#include "tests/storage/tmpfsmount.h"
 
 #include <QtTest>
 
@@ -27,7 +26,7 @@ const char succeeded[] = "information Backup|Backup eseguito correttamente";
 
 } // namespace
 
-class tst_LibraryBackup : public QObject
+class tst_BackupJob : public QObject
 {
     Q_OBJECT
 
@@ -35,16 +34,14 @@ private Q_SLOTS:
     void init();
 
     void theBackupHoldsTheChosenSongsFlat();
-    void proceedingWithoutABackupMakesNoFolder();
-    void cancellingStopsTheUpdate();
-    void aBackupWithoutAFolderFails();
+    void answersThatMakeNoFolder_data();
+    void answersThatMakeNoFolder();
     void aFolderThatCantBeMadeFails_data();
     void aFolderThatCantBeMadeFails();
     void anImportWithoutSongsGivesAnEmptyFolder();
     void aCancelledBackupFails();
     void aFailedCopyFails_data();
     void aFailedCopyFails();
-    void aFullFolderFails();
     void sameNamesAreDecidedByTheQuestion_data();
     void sameNamesAreDecidedByTheQuestion();
     void sameNames();
@@ -56,11 +53,16 @@ private:
         return TestFiles::write(m_dir->filePath(text("from/") + text(name)), bytes);
     }
 
+    BackupSummary backUp(const QStringList &files, Disk &disk = Disk::real())
+    {
+        return BackupJob(m_host, m_host, m_host, disk, &theTime).run(files);
+    }
+
     QScopedPointer<QTemporaryDir> m_dir;
     ScriptedHost m_host;
 };
 
-void tst_LibraryBackup::init()
+void tst_BackupJob::init()
 {
     m_dir.reset(new QTemporaryDir);
     QVERIFY(m_dir->isValid());
@@ -69,16 +71,16 @@ void tst_LibraryBackup::init()
     m_host.backupChoice = {BackupChoice::Backup, m_dir->filePath(text("to"))};
 }
 
-void tst_LibraryBackup::theBackupHoldsTheChosenSongsFlat()
+void tst_BackupJob::theBackupHoldsTheChosenSongsFlat()
 {
     const QStringList files{song("1/a.mid", "first"), song("2/b.mp3", "second"),
                             song("2/c.mid", "third")};
     song("2/b.cdg", "graphics");
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
     LogCapture log;
-    QVERIFY(backup.backupUserLibrary(files));
-    QCOMPARE(backup.folder(), to(folderName));
-    QCOMPARE(backup.copied(), 3);
+    const BackupSummary summary = backUp(files);
+    QVERIFY(summary.mayProceed);
+    QCOMPARE(summary.folder, to(folderName));
+    QCOMPARE(summary.songs.copied, 3);
     QCOMPARE(TestFiles::namesIn(to(folderName)),
              QStringList({text("a.mid"), text("b.cdg"), text("b.mp3"), text("c.mid")}));
     QCOMPARE(TestFiles::read(to(folderName) + text("/a.mid")), QByteArray("first"));
@@ -95,137 +97,135 @@ void tst_LibraryBackup::theBackupHoldsTheChosenSongsFlat()
         text("Copying file: \"%1\" to: \"%2/a.mid\"").arg(files.first(), to(folderName))));
 }
 
-void tst_LibraryBackup::proceedingWithoutABackupMakesNoFolder()
+void tst_BackupJob::answersThatMakeNoFolder_data()
 {
-    m_host.backupChoice.action = BackupChoice::ProceedWithout;
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
-    QVERIFY(backup.backupUserLibrary({song("a.mid", "x")}));
+    QTest::addColumn<int>("action");
+    QTest::addColumn<bool>("mayProceed");
+    QTest::addColumn<QStringList>("events");
+    QTest::newRow("to proceed without")
+        << int(BackupChoice::ProceedWithout) << true << strings({"ask backup"});
+    QTest::newRow("to cancel, or the dialog's frame, ends without a message")
+        << int(BackupChoice::Cancel) << false << strings({"ask backup"});
+    QTest::newRow("a backup without a folder fails")
+        << int(BackupChoice::Backup) << false << strings({"ask backup", failed});
+}
+
+void tst_BackupJob::answersThatMakeNoFolder()
+{
+    QFETCH(int, action);
+    m_host.backupChoice = {BackupChoice::Action(action), {}};
+    const BackupSummary summary = backUp({song("a.mid", "x")});
+    QTEST(summary.mayProceed, "mayProceed");
+    QTEST(m_host.events, "events");
+    QCOMPARE(summary.folder, QString());
     QCOMPARE(TestFiles::namesIn(m_dir->filePath(text("to"))), QStringList());
-    QCOMPARE(m_host.events, QStringList(text("ask backup")));
-    QCOMPARE(backup.folder(), QString());
 }
 
-void tst_LibraryBackup::cancellingStopsTheUpdate()
-{
-    // The dialog's "Annulla" and its frame both give 0.
-    m_host.backupChoice = BackupChoice();
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
-    QVERIFY(!backup.backupUserLibrary({song("a.mid", "x")}));
-    QCOMPARE(m_host.events, QStringList(text("ask backup"))); // no message
-}
-
-void tst_LibraryBackup::aBackupWithoutAFolderFails()
-{
-    m_host.backupChoice.folder.clear();
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
-    QVERIFY(!backup.backupUserLibrary({song("a.mid", "x")}));
-    QCOMPARE(m_host.events, QStringList({text("ask backup"), text(failed)}));
-}
-
-void tst_LibraryBackup::aFolderThatCantBeMadeFails_data()
+void tst_BackupJob::aFolderThatCantBeMadeFails_data()
 {
     QTest::addColumn<QString>("existing");
     QTest::addColumn<QString>("chosen");
+    QTest::addColumn<QString>("code");
     QTest::newRow("two backups within one second")
-        << text("to/") + text(folderName) + text("/old") << text("to");
-    QTest::newRow("the chosen folder does not exist") << QString() << text("to/none");
-    QTest::newRow("the chosen folder is a file") << text("file") << text("file");
+        << text("to/") + text(folderName) + text("/old") << text("to") << text("already-exists");
+    QTest::newRow("the chosen folder does not exist")
+        << QString() << text("to/none") << text("not-found");
+    QTest::newRow("the chosen folder is a file")
+        << text("file") << text("file") << text("not-found");
+    QTest::newRow("a name that is too long")
+        << QString() << QString(4096, u'x') << text("name-too-long");
 }
 
-void tst_LibraryBackup::aFolderThatCantBeMadeFails()
+void tst_BackupJob::aFolderThatCantBeMadeFails()
 {
     QFETCH(QString, existing);
     QFETCH(QString, chosen);
     if (!existing.isEmpty())
         TestFiles::write(m_dir->filePath(existing), "old");
     m_host.backupChoice.folder = m_dir->filePath(chosen);
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
     LogCapture log;
-    QVERIFY(!backup.backupUserLibrary({song("a.mid", "x")}));
-    QCOMPARE(m_host.events, QStringList({text("ask backup"), text(failed)}));
+    const BackupSummary summary = backUp({song("a.mid", "x")});
+    QVERIFY(!summary.mayProceed);
+    QTEST(summary.cause.codeName(), "code");
+    QCOMPARE(m_host.events,
+             QStringList({text("ask backup"), text(failed) + u'|' + summary.cause.message()}));
+    QVERIFY(summary.cause.message().startsWith(m_host.backupChoice.folder + text("/backup_")));
     QCOMPARE(LogCapture::lines().last(), text("Dest root dir creation failed"));
     if (!existing.isEmpty())
         QCOMPARE(TestFiles::read(m_dir->filePath(existing)), QByteArray("old"));
-    QCOMPARE(backup.folder(), QString());
+    QCOMPARE(summary.folder, QString());
 }
 
-void tst_LibraryBackup::anImportWithoutSongsGivesAnEmptyFolder()
+void tst_BackupJob::anImportWithoutSongsGivesAnEmptyFolder()
 {
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
-    QVERIFY(backup.backupUserLibrary({}));
+    QVERIFY(backUp({}).mayProceed);
     QVERIFY(QFileInfo(to(folderName)).isDir());
     QCOMPARE(m_host.events.last(), text(succeeded));
 }
 
-void tst_LibraryBackup::aCancelledBackupFails()
+void tst_BackupJob::aCancelledBackupFails()
 {
     m_host.cancelAtProgress = 1;
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
-    QVERIFY(!backup.backupUserLibrary({song("a.mid", "x"), song("b.mid", "y")}));
+    const BackupSummary summary = backUp({song("a.mid", "x"), song("b.mid", "y")});
+    QVERIFY(!summary.mayProceed);
     QCOMPARE(m_host.events.last(), text(failed));
     QVERIFY(m_host.events.contains(text("end")));
-    QCOMPARE(backup.copied(), 0);
-    QCOMPARE(backup.folder(), QString());
+    QCOMPARE(summary.songs.copied, 0);
+    QCOMPARE(summary.folder, QString());
 }
 
-void tst_LibraryBackup::aFailedCopyFails_data()
+void tst_BackupJob::aFailedCopyFails_data()
 {
     QTest::addColumn<int>("failingWrite");
     QTest::addColumn<int>("failingSync");
-    QTest::addColumn<bool>("vanished");
-    QTest::newRow("a short write") << 1 << 0 << false;
-    QTest::newRow("bytes that do not reach the medium") << 0 << 1 << false;
-    QTest::newRow("names that do not reach the medium") << 0 << 2 << false;
-    QTest::newRow("a song that has vanished") << 0 << 0 << true;
+    QTest::addColumn<QStringList>("lines"); // beside the box: name and code
+    QTest::newRow("a short write") << 1 << 0 << strings({"a.mid no-room"});
+    QTest::newRow("bytes that do not reach the medium")
+        << 0 << 1 << strings({"a.mid no-room", "b.mid no-room", "gone.mid not-found"});
+    QTest::newRow("names that do not reach the medium")
+        << 0 << 2 << strings({"a.mid not-confirmed", "b.mid not-confirmed", "gone.mid not-found"});
+    QTest::newRow("a song that has vanished") << 0 << 0 << strings({"gone.mid not-found"});
 }
 
-void tst_LibraryBackup::aFailedCopyFails()
+void tst_BackupJob::aFailedCopyFails()
 {
     QFETCH(int, failingWrite);
     QFETCH(int, failingSync);
-    QFETCH(bool, vanished);
-    const QStringList files{song("a.mid", "x"), song("b.mid", "y")};
-    if (vanished)
-        QFile::remove(files.last());
+    QFETCH(QStringList, lines);
+    QStringList files{song("a.mid", "x"), song("b.mid", "y")};
+    if (lines.last().startsWith(text("gone")))
+        files.append(m_dir->filePath(text("gone.mid")));
     FailingDisk disk;
     disk.failingWrite = failingWrite;
     disk.failingSync = failingSync;
-    LibraryBackup backup(m_host, disk, &theTime);
-    QVERIFY(!backup.backupUserLibrary(files));
-    QCOMPARE(m_host.events.last(), text(failed));
+    const BackupSummary summary = backUp(files, disk);
+    QVERIFY(!summary.mayProceed);
+    QStringList told;
+    QStringList details;
+    for (const SongOutcome &failure : summary.songs.failures) {
+        const QString name = QFileInfo(failure.path).fileName();
+        told += name + u' ' + failure.cause.codeName();
+        details += name + text(": ") + failure.cause.sentence();
+    }
+    QCOMPARE(told, lines);
+    QCOMPARE(m_host.events.last(), text(failed) + u'|' + details.join(u'|'));
     QCOMPARE(m_host.eventsOf(text("information")), QStringList());
     QCOMPARE(TestFiles::read(files.first()), QByteArray("x"));
 }
 
-void tst_LibraryBackup::aFullFolderFails()
-{
-    TmpfsMount volume(m_dir->filePath(text("to")), "size=32k");
-    if (!volume.isMounted())
-        QSKIP("mounting is not possible here");
-    const QStringList files{song("a.mid", QByteArray(20000, 'a')),
-                            song("b.mid", QByteArray(20000, 'b'))};
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
-    QVERIFY(!backup.backupUserLibrary(files));
-    QCOMPARE(m_host.events.last(), text(failed));
-    QCOMPARE(TestFiles::namesIn(to(folderName)), QStringList(text("a.mid")));
-    QCOMPARE(TestFiles::read(files.last()), QByteArray(20000, 'b'));
-}
-
-void tst_LibraryBackup::sameNamesAreDecidedByTheQuestion_data()
+void tst_BackupJob::sameNamesAreDecidedByTheQuestion_data()
 {
     QTest::addColumn<Answers>("answers");
     QTest::addColumn<QByteArray>("held");
     QTest::addColumn<int>("questions");
     QTest::addColumn<int>("missing");
     QTest::newRow("yes") << Answers{Answer::Yes, Answer::Yes} << QByteArray("third") << 2 << 0;
-    QTest::newRow("yes to all") << Answers{Answer::YesToAll} << QByteArray("third") << 1 << 0;
-    QTest::newRow("no") << Answers{Answer::No, Answer::No} << QByteArray("first") << 2 << 1;
     QTest::newRow("no to all") << Answers{Answer::NoToAll} << QByteArray("first") << 1 << 1;
     QTest::newRow("closed by its frame, which is yes")
         << Answers() << QByteArray("third") << 2 << 0;
 }
 
-void tst_LibraryBackup::sameNamesAreDecidedByTheQuestion()
+void tst_BackupJob::sameNamesAreDecidedByTheQuestion()
 {
     QFETCH(Answers, answers);
     QFETCH(QByteArray, held);
@@ -234,24 +234,23 @@ void tst_LibraryBackup::sameNamesAreDecidedByTheQuestion()
     const QStringList files{song("1/a.mid", "first"), song("2/a.mid", "second"),
                             song("3/a.mid", "third")};
     m_host.overwriteAnswers = answers;
-    LibraryBackup backup(m_host, Disk::real(), &theTime);
     LogCapture log;
-    QVERIFY(backup.backupUserLibrary(files)); // the user decided
+    QVERIFY(backUp(files).mayProceed); // the user decided
     QCOMPARE(m_host.eventsOf(text("ask overwrite")).size(), questions);
     QCOMPARE(TestFiles::read(to(folderName) + text("/a.mid")), held);
     QVERIFY(LogCapture::tells({text("not in the backup"), files.at(missing)}));
     QVERIFY(LogCapture::tells({text("not in the backup"), files.at(1)}));
 }
 
-void tst_LibraryBackup::sameNames()
+void tst_BackupJob::sameNames()
 {
     const QStringList files{text("/1/a.mid"), text("/1/b.mid"), text("/2/a.mid"), text("/3/A.MID"),
                             text("/1/a.mid")};
     const QVector<QPair<QString, QString>> expected{{text("/1/a.mid"), text("/2/a.mid")},
                                                     {text("/1/a.mid"), text("/3/A.MID")}};
-    QCOMPARE(LibraryBackup::sameNames(files), expected);
-    QVERIFY(LibraryBackup::sameNames(files.mid(0, 2)).isEmpty());
+    QCOMPARE(BackupJob::sameNames(files), expected);
+    QVERIFY(BackupJob::sameNames(files.mid(0, 2)).isEmpty());
 }
 
-QTEST_GUILESS_MAIN(tst_LibraryBackup)
-#include "tst_librarybackup.moc"
+QTEST_GUILESS_MAIN(tst_BackupJob)
+#include "tst_backupjob.moc"

@@ -1,0 +1,24 @@
+#include "cli/copyreport.h"
+
+namespace tarvel4 {
+
+SongObserver CopyReport::observer()
+{
+    return [this](const SongOutcome &song) { add(song); };
+}
+
+void CopyReport::add(const SongOutcome &song)
+{
+    const QString &given = m_paths.songs().at(m_next++).given;
+    if (!song.isFailure())
+        return;
+    sayFailure(m_session, given, song.cause);
+    if (m_records == Records::None)
+        return;
+    Record record = m_session.records.begin();
+    record.addText("path", given);
+    addCause(record, song.cause);
+    m_session.records.write(record);
+}
+
+} // namespace tarvel4

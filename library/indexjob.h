@@ -1,0 +1,51 @@
+#pragma once
+
+#include "storage/disk.h"
+
+#include <QStringList>
+
+#include <functional>
+
+namespace tarvel4 {
+
+class Messages;
+class Progress;
+struct ProgressTexts;
+
+/** How a build of a memory's index ended. */
+struct IndexSummary
+{
+    int found = 0; ///< songs that the index counted on the memory
+    bool isChanged = false; ///< files were written
+    bool isPrepared = false; ///< the memory, afterwards
+    bool isDone = false; ///< prepared, and all is on the medium
+    bool hasFailed = false; ///< the old index could not be read or the new one not be written
+    Outcome cause; ///< of the failure
+    QStringList errors; ///< what the index could not take in
+
+    /** One line for each thing that went wrong. */
+    QStringList details() const;
+};
+
+/** Brings a memory's index up to date, or builds it anew. */
+class IndexJob
+{
+public:
+    enum class Kind { Update, Rebuild };
+
+    explicit IndexJob(Progress &progress, Messages &messages, Disk &disk = Disk::real());
+
+    /** As Index::setStopWhen(). */
+    void setStopWhen(std::function<bool()> stopWhen) { m_stopWhen = std::move(stopWhen); }
+
+    /** Shows a progress of its own, whose maximum is \a maximum until the songs are counted. */
+    IndexSummary run(Kind kind, const QString &root, const ProgressTexts &texts, int maximum);
+
+private:
+    Progress &m_progress;
+    Messages &m_messages;
+    Disk &m_disk;
+    std::function<bool()> m_stopWhen;
+};
+
+} // namespace tarvel4
