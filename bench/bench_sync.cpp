@@ -1,11 +1,9 @@
 // Synchronises a library of which a third is in the catalogue, beside a program that only rewrites
 // the same bytes into the same files with the same flushing.
 #include "db/database.h"
-#include "db/usersongsreltablemodel.h"
-#include "library/libraryimport.h"
-#include "library/libraryupdate.h"
 #include "library/messagelog.h"
 #include "library/songpath.h"
+#include "library/updatejob.h"
 
 #include "bench/silenthost.h"
 
@@ -136,23 +134,25 @@ double lookUp(Database &db, const QStringList &files)
     return secondsSince(timer);
 }
 
-void measure(Database &db, UserSongsRelTableModel &model, const QString &base, int count)
+void measure(Database &db, const QString &base, int count)
 {
     QTemporaryDir dir(base + QStringLiteral("/bench_sync-XXXXXX"));
     const QStringList files = makeSongs(dir.path(), count);
     SilentHost host;
-    LibraryImport(db, model, host).importUserLibrary(files);
     Disk::real().syncVolume(dir.path());
 
     QStringList updated;
-    LibraryUpdate update(db, model, host, {});
-    update.setObserver([&](int row, UpdateOutcome outcome, const SongUpdate &) {
-        if (outcome == UpdateOutcome::Updated)
-            updated.append(files.at(row));
-    });
     QElapsedTimer timer;
     timer.start();
-    if (!update.updateUserLibrary([] { return true; }))
+    const UpdateSummary summary = UpdateJob(db, host, host, {})
+                                      .run(
+                                          files,
+                                          [&updated](const SongOutcome &song) {
+                                              if (song.result == SongResult::Updated)
+                                                  updated.append(song.path);
+                                          },
+                                          [] { return true; });
+    if (!summary.isComplete)
         qFatal("the update failed");
     const double ours = secondsSince(timer);
     const double lookups = lookUp(db, files);
@@ -178,8 +178,7 @@ int main(int argc, char *argv[])
     Database db;
     if (!db.init(catalogue))
         qFatal("no catalogue");
-    UserSongsRelTableModel model(nullptr, db.userSongsDatabase());
     for (int count : {1000, 10000, 50000})
-        measure(db, model, base, count);
+        measure(db, base, count);
     return 0;
 }

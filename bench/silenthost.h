@@ -1,11 +1,13 @@
 #pragma once
 
-#include "library/workflowhost.h"
+#include "library/messages.h"
+#include "library/progress.h"
+#include "library/questions.h"
 
 namespace tarvel4 {
 
 /** Says yes to everything and shows nothing. */
-class SilentHost : public WorkflowHost
+class SilentHost : public Progress, public Questions, public Messages
 {
 public:
     void beginProgress(const ProgressTexts &, int) override {}
@@ -17,7 +19,7 @@ public:
     Answer askNotPublished(const QString &) override { return Answer::YesToAll; }
     Answer askOverwrite(const QString &) override { return Answer::YesToAll; }
     BackupChoice askBackup() override { return {BackupChoice::ProceedWithout, QString()}; }
-    ProceedChoice askProceed(const ImportCounts &) override { return {}; }
+    ProceedChoice askProceed(const ImportSummary &) override { return {}; }
     void information(const QString &, const QString &, const QStringList &) override {}
     void warning(const QString &, const QString &, const QStringList &) override {}
     void critical(const QString &, const QString &, const QStringList &) override {}

@@ -11,7 +11,7 @@ ExitStatus runBackup(const Arguments &arguments, Session &session)
 {
     if (!arguments.has("to"))
         return wrongUsage(session, Cli::tr("manca --to DIR"));
-    SongPaths paths(session.host);
+    SongPaths paths(session);
     if (!paths.collect(arguments.operands(), arguments.has("recursive")))
         return ExitStatus::Failed;
     paths.removeRepeats();

@@ -5,6 +5,8 @@
 #include "cli/terminalhost.h"
 #include "storage/outcome.h"
 
+#include "storage/outcome.h"
+
 #include <climits>
 
 namespace tarvel4 {
@@ -58,8 +60,5 @@ ExitStatus jobFailed(Session &session, const QString &path, const Outcome &cause
 
 /** Says that no folder is there. */
 ExitStatus notAFolder(Session &session, const QString &path);
-
-/** Adds the cause of a failure to its record. */
-void addCause(Record &record, const Outcome &cause);
 
 } // namespace tarvel4

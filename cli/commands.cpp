@@ -50,10 +50,4 @@ ExitStatus notAFolder(Session &session, const QString &path)
     return jobFailed(session, Cli::tr("%1: non è una cartella").arg(path));
 }
 
-void addCause(Record &record, const Outcome &cause)
-{
-    record.addText("code", cause.codeName());
-    record.addText("error", cause.sentence());
-}
-
 } // namespace tarvel4

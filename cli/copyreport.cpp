@@ -1,4 +1,5 @@
 #include "cli/copyreport.h"
+#include "cli/songrecord.h"
 
 namespace tarvel4 {
 
@@ -17,7 +18,7 @@ void CopyReport::add(const SongOutcome &song)
         return;
     Record record = m_session.records.begin();
     record.addText("path", given);
-    addCause(record, song.cause);
+    addFailure(record, song.cause);
     m_session.records.write(record);
 }
 

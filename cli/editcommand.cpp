@@ -2,6 +2,7 @@
 #include "cli/songpaths.h"
 #include "cli/songrecord.h"
 #include "cli/texts.h"
+#include "library/editjob.h"
 #include "library/songedit.h"
 #include "songs/midi/rawmidifile.h"
 
@@ -94,10 +95,10 @@ private:
     const Arguments &m_arguments;
 };
 
-SongInfo changed(SongInfo info, const Changes &changes, const QString &path)
+SongInfo changed(SongInfo info, const Changes &changes)
 {
-    info.title =
-        changes.titleFromName ? SongEdit::titleFromPath(path) : changes.title.value_or(info.title);
+    info.title = changes.titleFromName ? SongEdit::titleFromPath(info.filename)
+                                       : changes.title.value_or(info.title);
     info.artist = changes.artist.value_or(info.artist);
     info.genre = changes.genre.value_or(info.genre);
     info.author = changes.author.value_or(info.author);
@@ -107,44 +108,31 @@ SongInfo changed(SongInfo info, const Changes &changes, const QString &path)
     return info;
 }
 
-/** Why a song was not edited; null when it was. */
-const char *edit(SongEdit &song, const SongPath &path, const Changes &changes)
-{
-    if (!song.load(path.file))
-        return unknownFile;
-    // Each goes ahead of those present, the last one first.
-    for (auto marker = changes.markers.crbegin(); marker != changes.markers.crend(); ++marker) {
-        if (!song.addMarker(marker->text, marker->bar))
-            return "Takes no marker";
-    }
-    return song.save(changed(song.info(), changes, path.file)) ? nullptr : "Not saved";
-}
-
 ExitStatus runEdit(const Arguments &arguments, Session &session)
 {
     Changes changes;
     const QString problem = ChangesReader(arguments).read(changes);
     if (!problem.isEmpty())
         return wrongUsage(session, problem);
-    SongPaths paths(session.host);
+    SongPaths paths(session);
     if (!paths.recoverAndCollect(arguments.operands(), false))
         return ExitStatus::Failed;
 
-    bool anyFailed = false;
-    int done = 0;
-    session.host.beginProgress({QString(), Cli::tr("Modifica..."), QString()},
-                               paths.songs().size());
-    for (const SongPath &path : paths.songs()) {
-        if (session.host.wasCancelled())
-            break;
-        SongEdit song;
-        const char *error = edit(song, path, changes);
-        anyFailed = anyFailed || error;
-        session.records.write(error ? errorRecord(session.records.begin(), path.given, error)
-                                    : songRecord(session.records.begin(), path.given, song.info()));
-        session.host.setProgress(++done);
-    }
-    return anyFailed ? ExitStatus::SomeFailed : ExitStatus::Done;
+    const SongChange change{[&changes](const SongInfo &info) { return changed(info, changes); },
+                            changes.markers};
+    int next = 0;
+    const EditSummary summary =
+        EditJob(session.host).run(paths.files(), change, [&](const SongOutcome &song) {
+            const QString &path = paths.songs().at(next++).given;
+            Record record = session.records.begin();
+            if (song.isFailure()) {
+                sayFailure(session, path, song.cause);
+                session.records.write(errorRecord(record, path, song.cause));
+            } else {
+                session.records.write(songRecord(record, path, song.after));
+            }
+        });
+    return summary.unsaved.isEmpty() ? ExitStatus::Done : ExitStatus::SomeFailed;
 }
 
 } // namespace

@@ -22,18 +22,19 @@ QString midiFileBeside(const QString &song)
 
 ExitStatus runExtract(const Arguments &arguments, Session &session)
 {
-    SongPaths paths(session.host);
+    SongPaths paths(session);
     if (!paths.collect(arguments.operands(), false))
         return ExitStatus::Failed;
-    const SongPath &path = paths.songs().first();
+    const GivenPath &path = paths.songs().first();
     const QString target = arguments.value("output", midiFileBeside(path.file));
     MetaSong song;
-    if (!song.importFile(path.file)) {
-        session.host.say(path.given + QLatin1String(": ") + QLatin1String(unknownFile));
-        return ExitStatus::SomeFailed;
-    }
-    if (song.format() < MetaSong::Mf3 || song.format() > MetaSong::Mf5) {
-        session.host.say(Cli::tr("%1: non è una song .mf3, .mf4 o .mf5").arg(path.given));
+    Outcome outcome = song.importFile(path.file);
+    if (outcome && (song.format() < MetaSong::Mf3 || song.format() > MetaSong::Mf5))
+        outcome = {Outcome::Code::OtherFormat, path.file, {}, {}};
+    if (!outcome) {
+        sayFailure(session, path.given, outcome);
+        if (session.records.format() == Record::Json)
+            session.records.write(errorRecord(session.records.begin(), path.given, outcome));
         return ExitStatus::SomeFailed;
     }
     const QFileInfo targetInfo(target);

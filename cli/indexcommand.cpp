@@ -1,5 +1,6 @@
 #include "cli/command.h"
 #include "cli/console.h"
+#include "cli/songrecord.h"
 #include "cli/texts.h"
 #include "indexer/index.h"
 #include "indexer/indexverifier.h"
@@ -27,7 +28,7 @@ ExitStatus build(IndexJob::Kind kind, const QString &root, const QString &given,
     record.addValue("errors", QJsonArray::fromStringList(index.errors),
                     index.errors.join(QLatin1String(", ")));
     if (!index.cause)
-        addCause(record, index.cause);
+        addFailure(record, index.cause);
     session.records.write(record);
     if (Console::interrupted()) {
         session.host.say(index.isPrepared

@@ -2,7 +2,7 @@
 #include "cli/songpaths.h"
 #include "cli/songrecord.h"
 #include "cli/texts.h"
-#include "songs/metasong.h"
+#include "library/importjob.h"
 
 namespace tarvel4 {
 
@@ -10,24 +10,24 @@ namespace {
 
 ExitStatus runInfo(const Arguments &arguments, Session &session)
 {
-    SongPaths paths(session.host);
+    SongPaths paths(session);
     if (!paths.collect(arguments.operands(), arguments.has("recursive")))
         return ExitStatus::Failed;
 
     int done = 0;
     int unreadable = 0;
     session.host.beginProgress({QString(), Cli::tr("Lettura..."), QString()}, paths.songs().size());
-    for (const SongPath &path : paths.songs()) {
+    for (const GivenPath &path : paths.songs()) {
         if (session.host.wasCancelled())
             break;
-        MetaSong song;
-        if (song.importFile(path.file)) {
-            SongInfo info;
-            song.readInfo(info);
-            session.records.write(songRecord(session.records.begin(), path.given, info));
-        } else {
+        const SongOutcome song = ImportJob::read(path.file);
+        if (song.isFailure()) {
             ++unreadable;
-            session.records.write(errorRecord(session.records.begin(), path.given, unknownFile));
+            sayFailure(session, path.given, song.cause);
+            session.records.write(errorRecord(session.records.begin(), path.given, song.cause,
+                                              QLatin1String(unknownFile)));
+        } else {
+            session.records.write(songRecord(session.records.begin(), path.given, song.after));
         }
         session.host.setProgress(++done);
     }

@@ -1,7 +1,7 @@
 #include "cli/songpaths.h"
 
-#include "cli/arguments.h"
-#include "cli/terminalhost.h"
+#include "cli/command.h"
+#include "cli/songrecord.h"
 #include "cli/texts.h"
 #include "library/folderscan.h"
 #include "songs/metasong.h"
@@ -55,7 +55,7 @@ bool SongPaths::recoverAndCollect(const QStringList &paths, bool recursive)
 void SongPaths::removeRepeats()
 {
     QSet<QString> known;
-    const auto isRepeat = [&known](const SongPath &song) {
+    const auto isRepeat = [&known](const GivenPath &song) {
         const QString path = QDir::cleanPath(QFileInfo(song.file).absoluteFilePath());
         const bool isKnown = known.contains(path);
         known.insert(path);
@@ -68,7 +68,7 @@ QStringList SongPaths::files() const
 {
     QStringList files;
     files.reserve(m_songs.size());
-    for (const SongPath &song : m_songs)
+    for (const GivenPath &song : m_songs)
         files += song.file;
     return files;
 }
@@ -86,28 +86,34 @@ bool SongPaths::isUsable(const QString &path, bool recursive, SetAsideFile setAs
     const bool isSetAside = QFileInfo(Recovery::recoveryPathOf(file)).isFile();
     if (!path.isEmpty() && !info.exists() && isSetAside && setAside == SetAsideFile::Counts)
         return true;
-    if (path.isEmpty() || !info.exists()) {
-        m_host.say(isSetAside ? Cli::tr("%1: un'interruzione lo ha lasciato come %2")
-                                    .arg(path, Recovery::recoveryPathOf(path))
-                              : Cli::tr("%1: non esiste").arg(path));
-        return false;
-    }
-    if (info.isDir() && !recursive) {
-        m_host.say(Cli::tr("%1: è una cartella (senza --recursive non viene letta)").arg(path));
-        return false;
-    }
-    if (info.isDir() && !(info.isReadable() && info.isExecutable())) {
-        m_host.say(Cli::tr("%1: la cartella non può essere letta").arg(path));
-        return false;
-    }
+    const Outcome missing{Outcome::Code::NotFound, path, {}, {}};
+    if (path.isEmpty() || !info.exists())
+        return refuse(path, missing.code,
+                      isSetAside ? Cli::tr("un'interruzione lo ha lasciato come %1")
+                                       .arg(Recovery::recoveryPathOf(path))
+                                 : missing.sentence());
+    if (info.isDir() && !recursive)
+        return refuse(path, Outcome::Code::NotAFile,
+                      Cli::tr("è una cartella (senza --recursive non viene letta)"));
+    if (info.isDir() && !(info.isReadable() && info.isExecutable()))
+        return refuse(path, Outcome::Code::ReadDenied, Cli::tr("la cartella non può essere letta"));
     return true;
+}
+
+bool SongPaths::refuse(const QString &path, Outcome::Code code, const QString &error)
+{
+    m_session.host.say(path + QLatin1String(": ") + error);
+    RecordWriter &records = m_session.records;
+    if (records.format() == Record::Json)
+        records.write(errorRecord(records.begin(), path, {code, path, {}, {}}, error));
+    return false;
 }
 
 void SongPaths::recover(const QString &file)
 {
     const Recovery::Result outcome = Recovery::recover(Disk::real(), file, MetaSong::isSong);
     if (outcome != Recovery::Result::NoneThere)
-        m_host.recovered(file, outcome);
+        m_session.host.recovered(file, outcome);
 }
 
 void SongPaths::walk(const QString &folder)
@@ -121,7 +127,7 @@ void SongPaths::walk(const QString &folder)
             return true;
         },
         [&](const QString &entry) {
-            m_host.say(Cli::tr("%1: non può essere letto, viene saltato").arg(entry));
+            m_session.host.say(Cli::tr("%1: non può essere letto, viene saltato").arg(entry));
             m_hasSkipped = true;
         });
 }

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "storage/outcome.h"
+
 #include <QStringList>
 #include <QVector>
 
 namespace tarvel4 {
 
-class TerminalHost;
+struct Session;
 
-/** A song as the user named it, and as Qt must be told it. */
-struct SongPath
+/** A path as the user named it, and as Qt must be told it. */
+struct GivenPath
 {
     QString given;
     QString file;
@@ -21,18 +23,19 @@ QString withoutSlash(const QString &folder);
 class SongPaths
 {
 public:
-    explicit SongPaths(TerminalHost &host)
-        : m_host(host)
+    explicit SongPaths(Session &session)
+        : m_session(session)
     {}
 
-    /** Looks at every path first; false, having said why, when one can't be used. */
+    /** Looks at every path first; false, having said why (as a record too where records are
+     * JSON), when one can't be used. */
     bool collect(const QStringList &paths, bool recursive);
 
     /** The same for a command that writes: what a power cut left aside is put in order first, so
      * that its songs are among the others. */
     bool recoverAndCollect(const QStringList &paths, bool recursive);
 
-    const QVector<SongPath> &songs() const { return m_songs; }
+    const QVector<GivenPath> &songs() const { return m_songs; }
 
     /** The files, each once however often it was named. */
     void removeRepeats();
@@ -45,11 +48,12 @@ private:
     enum class SetAsideFile { DoesNotCount, Counts };
     bool areUsable(const QStringList &paths, bool recursive, SetAsideFile setAside);
     bool isUsable(const QString &path, bool recursive, SetAsideFile setAside);
+    bool refuse(const QString &path, Outcome::Code code, const QString &error);
     void recover(const QString &file);
     void walk(const QString &folder);
 
-    TerminalHost &m_host;
-    QVector<SongPath> m_songs;
+    Session &m_session;
+    QVector<GivenPath> m_songs;
     bool m_hasSkipped = false;
 };
 

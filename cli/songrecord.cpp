@@ -43,10 +43,18 @@ Record songRecord(Record record, const QString &path, const SongInfo &info)
     return record;
 }
 
-Record errorRecord(Record record, const QString &path, const char *error)
+void addFailure(Record &record, const Outcome &cause, const QString &error)
+{
+    record.addText("error", error.isEmpty() ? cause.sentence() : error);
+    record.addText("code", cause.codeName());
+    if (!cause.field.isEmpty())
+        record.addText("field", cause.field);
+}
+
+Record errorRecord(Record record, const QString &path, const Outcome &cause, const QString &error)
 {
     record.addText("path", path);
-    record.addText("error", QLatin1String(error));
+    addFailure(record, cause, error);
     return record;
 }
 

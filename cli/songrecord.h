@@ -2,6 +2,7 @@
 
 #include "cli/record.h"
 #include "songs/songinfo.h"
+#include "storage/outcome.h"
 
 namespace tarvel4 {
 
@@ -17,7 +18,12 @@ void addMarkers(Record &record, const QVector<Marker> &markers);
 /** Fills the record of a song that can be read. */
 Record songRecord(Record record, const QString &path, const SongInfo &info);
 
-/** Fills the record of one that something went wrong with. */
-Record errorRecord(Record record, const QString &path, const char *error);
+/** Adds what a failure is called: "error", "code" and "field"; \a error in place of the sentence
+ * where it is given. */
+void addFailure(Record &record, const Outcome &cause, const QString &error = {});
+
+/** Fills the record of a path that something went wrong with. */
+Record errorRecord(Record record, const QString &path, const Outcome &cause,
+                   const QString &error = {});
 
 } // namespace tarvel4

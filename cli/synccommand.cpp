@@ -5,10 +5,8 @@
 #include "cli/songrecord.h"
 #include "cli/texts.h"
 #include "db/database.h"
-#include "db/usersongsreltablemodel.h"
 #include "library/backupjob.h"
-#include "library/libraryimport.h"
-#include "library/libraryupdate.h"
+#include "library/updatejob.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -17,21 +15,20 @@ namespace tarvel4 {
 
 namespace {
 
-const char *statusText(UpdateOutcome outcome, bool dryRun)
+const char *statusText(SongResult result, bool dryRun)
 {
-    switch (outcome) {
-    case UpdateOutcome::Updated:
+    switch (result) {
+    case SongResult::Updated:
         return dryRun ? "would-update" : "updated";
-    case UpdateOutcome::NotFound:
+    case SongResult::NotFound:
         return "not-found";
-    case UpdateOutcome::Refused:
+    case SongResult::Refused:
         return "refused";
-    case UpdateOutcome::Unreadable:
+    case SongResult::Unreadable:
         return "unreadable";
-    case UpdateOutcome::Failed:
-        break;
+    default:
+        return "failed";
     }
-    return "failed";
 }
 
 QString changedText(const QVariant &value)
@@ -63,93 +60,39 @@ void addChanges(Record &record, const QVector<FieldChange> &changes)
     record.addValue("changes", object, texts.join(QLatin1String("; ")));
 }
 
-/** Writes the record of each song of a run, in the order in which the songs were named. */
-class SyncReport
+Record syncRecord(Record record, const QString &path, const SongOutcome &song, bool dryRun)
 {
-public:
-    SyncReport(const QVector<SongPath> &songs, Session &session, bool dryRun)
-        : m_songs(songs)
-        , m_session(session)
-        , m_dryRun(dryRun)
-    {}
-
-    void add(UpdateOutcome outcome, const SongUpdate &song)
-    {
-        addUnreadableUpTo(song.path());
-        const SongPath &path = m_songs.at(m_next++);
-        m_hasFailures = m_hasFailures || outcome != UpdateOutcome::Updated;
-        if (outcome == UpdateOutcome::Failed)
-            m_session.host.say(
-                Cli::tr("%1: non può essere salvato, resta com'era").arg(path.given));
-        if (outcome == UpdateOutcome::Unreadable)
-            return write(begin(path, outcome));
-
-        Record record = begin(path, outcome);
-        if (!song.reason().isEmpty())
-            record.addText("match", song.reason());
-        const bool isWritten = outcome == UpdateOutcome::Updated && !m_dryRun;
-        addSong(record, path.given, isWritten ? song.after() : song.before());
-        if (outcome == UpdateOutcome::Updated && m_dryRun)
-            addChanges(record, song.changes());
-        write(record);
-    }
-
-    /** The songs at the end that the import could not read. */
-    void addRest() { addUnreadableUpTo(QString()); }
-
-    bool hasFailures() const { return m_hasFailures; }
-
-private:
-    /** A song without a row is one that the import could not read. */
-    void addUnreadableUpTo(const QString &file)
-    {
-        for (; m_next < m_songs.size() && m_songs.at(m_next).file != file; ++m_next) {
-            m_hasFailures = true;
-            write(begin(m_songs.at(m_next), UpdateOutcome::Unreadable));
-        }
-    }
-
-    Record begin(const SongPath &path, UpdateOutcome outcome) const
-    {
-        Record record = m_session.records.begin();
-        record.addText("path", path.given);
-        record.addText("status", QLatin1String(statusText(outcome, m_dryRun)));
+    record.addText("path", path);
+    record.addText("status", QLatin1String(statusText(song.result, dryRun)));
+    if (song.isFailure())
+        addFailure(record, song.cause);
+    if (song.result == SongResult::Unreadable)
         return record;
-    }
-
-    void write(const Record &record) { m_session.records.write(record); }
-
-    const QVector<SongPath> &m_songs;
-    Session &m_session;
-    bool m_dryRun;
-    int m_next = 0;
-    bool m_hasFailures = false;
-};
-
-LibraryUpdate::UnpublishedPolicy unpublished(const QString &answer)
-{
-    return {answer == QLatin1String("ask"), answer != QLatin1String("no")};
+    if (!song.matchedBy.isEmpty())
+        record.addText("match", song.matchedBy);
+    addSong(record, path, dryRun ? song.before : song.after);
+    if (song.result == SongResult::Updated && dryRun)
+        addChanges(record, song.changes);
+    return record;
 }
 
-ExitStatus synchronise(const SongPaths &paths, Session &session, bool dryRun, const QString &answer,
+ExitStatus synchronise(const SongPaths &paths, Session &session, const UpdateJob::Options &options,
                        const QString &backupDir)
 {
     Database db;
     if (!openCatalogue(db, session))
         return ExitStatus::Failed;
-    UserSongsRelTableModel model(nullptr, db.userSongsDatabase());
-    LibraryImport import(db, model, session.host);
-    if (!import.importUserLibrary(paths.files(), {false, true}))
-        return jobFailed(session, Cli::tr("le song non possono essere elencate"));
-    if (session.host.wasCancelled())
-        return ExitStatus::Interrupted;
+    const ExitStatus complete = paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
+    if (paths.songs().isEmpty())
+        return complete;
 
-    SyncReport report(paths.songs(), session, dryRun);
-    LibraryUpdate update(db, model, session.host, unpublished(answer));
-    update.setDryRun(dryRun);
-    update.setObserver([&report](int, UpdateOutcome outcome, const SongUpdate &song) {
-        report.add(outcome, song);
-    });
+    int next = 0;
+    const auto report = [&](const SongOutcome &song) {
+        const QString &path = paths.songs().at(next++).given;
+        if (song.isFailure())
+            sayFailure(session, path, song.cause);
+        session.records.write(syncRecord(session.records.begin(), path, song, options.isDryRun));
+    };
     BackupSummary backup;
     const auto makeBackup = [&] {
         BackupJob job(session.host, session.host, session.host);
@@ -158,14 +101,13 @@ ExitStatus synchronise(const SongPaths &paths, Session &session, bool dryRun, co
         backup = job.run(paths.files());
         return backup.mayProceed;
     };
-    const bool hasRows = model.totalRows() > 0;
-    const bool isComplete = !hasRows || update.updateUserLibrary(makeBackup);
-    if (!isComplete) {
+    const UpdateSummary summary =
+        UpdateJob(db, session.host, session.host, options).run(paths.files(), report, makeBackup);
+    if (!summary.isComplete) {
         sayWhyNoBackup(session, backup, backupDir);
         return ExitStatus::Failed;
     }
-    report.addRest();
-    return report.hasFailures() || paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
+    return summary.unchanged + summary.failed > 0 ? ExitStatus::SomeFailed : complete;
 }
 
 ExitStatus runSync(const Arguments &arguments, Session &session)
@@ -182,7 +124,7 @@ ExitStatus runSync(const Arguments &arguments, Session &session)
     if (answer == QLatin1String("ask") && !canAsk)
         return wrongUsage(session, Cli::tr("--unpublished ask vuole un terminale"));
 
-    SongPaths paths(session.host);
+    SongPaths paths(session);
     const bool isRecursive = arguments.has("recursive");
     if (!(dryRun ? paths.collect(arguments.operands(), isRecursive)
                  : paths.recoverAndCollect(arguments.operands(), isRecursive)))
@@ -191,7 +133,11 @@ ExitStatus runSync(const Arguments &arguments, Session &session)
     session.host.setBackup({BackupChoice::ProceedWithout, QString()});
     if (wantsBackup && !dryRun && !chooseBackup(session, arguments.value("backup"), paths.files()))
         return ExitStatus::Failed;
-    return synchronise(paths, session, dryRun, answer, arguments.value("backup"));
+    UpdateJob::Options options;
+    options.asksUnpublished = answer == QLatin1String("ask");
+    options.changesUnpublished = answer != QLatin1String("no");
+    options.isDryRun = dryRun;
+    return synchronise(paths, session, options, arguments.value("backup"));
 }
 
 } // namespace

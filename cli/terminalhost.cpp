@@ -117,7 +117,7 @@ Answer TerminalHost::askOverwrite(const QString &fileName)
     return Answer::NoToAll;
 }
 
-ProceedChoice TerminalHost::askProceed(const ImportCounts &)
+ProceedChoice TerminalHost::askProceed(const ImportSummary &)
 {
     return {true, true};
 }

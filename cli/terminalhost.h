@@ -1,7 +1,9 @@
 #pragma once
 
 #include "cli/progressline.h"
-#include "library/workflowhost.h"
+#include "library/messages.h"
+#include "library/progress.h"
+#include "library/questions.h"
 
 #include <functional>
 
@@ -11,7 +13,7 @@ namespace tarvel4 {
  * Answers the workflows from the terminal: questions and messages on standard error, progress as a
  * line of it, answers given beforehand by options.
  */
-class TerminalHost : public WorkflowHost
+class TerminalHost : public Progress, public Questions, public Messages
 {
 public:
     /** What becomes of a file whose name exists at the destination. */
@@ -52,7 +54,7 @@ public:
     Answer askNotPublished(const QString &fileName) override;
     Answer askOverwrite(const QString &fileName) override;
     BackupChoice askBackup() override { return m_backup; }
-    ProceedChoice askProceed(const ImportCounts &counts) override;
+    ProceedChoice askProceed(const ImportSummary &summary) override;
 
     /** These leave out the details: each command says what failed, by the path as it was given. */
     void information(const QString &title, const QString &text,

@@ -1,4 +1,5 @@
 #include "cli/copyreport.h"
+#include "cli/songrecord.h"
 #include "cli/texts.h"
 #include "library/transferjob.h"
 
@@ -40,7 +41,7 @@ void writeSummary(const TransferSummary &summary, Session &session)
     record.addValue("errors", QJsonArray::fromStringList(summary.index.errors),
                     summary.index.errors.join(QLatin1String(", ")));
     if (!summary.index.cause)
-        addCause(record, summary.index.cause);
+        addFailure(record, summary.index.cause);
     session.records.write(record);
 }
 
@@ -85,7 +86,7 @@ ExitStatus runTransfer(const Arguments &arguments, Session &session)
         return wrongUsage(session, Cli::tr("--overwrite ask vuole un terminale"));
     session.host.setOverwrite(overwrite(answer));
 
-    SongPaths paths(session.host);
+    SongPaths paths(session);
     if (!paths.recoverAndCollect(arguments.operands(), arguments.has("recursive")))
         return ExitStatus::Failed;
     paths.removeRepeats();

@@ -81,6 +81,7 @@ bool UserSongsRelTableModel::appendSong(const SongInfo &song)
         m_insert.bindValue(position++, value);
     if (!m_insert.exec())
         return false;
+    m_failures.remove(m_insert.lastInsertId().toInt()); // ids begin anew in a cleared table
     m_insert.finish();
     ++m_appended;
     if (rowCount() < shownAtOnce || m_appended > m_shown)
@@ -107,6 +108,9 @@ QModelIndex UserSongsRelTableModel::indexInQuery(const QModelIndex &item) const
 
 QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
 {
+    const bool isFailureRole = role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
+    if (isFailureRole && index.column() == m_type && !m_failures.isEmpty())
+        return m_failures.value(idOf(index));
     return QSqlRelationalTableModel::data(index, role);
 }
 
@@ -127,6 +131,11 @@ QModelIndex UserSongsRelTableModel::cellIndex(int row, int column)
 QString UserSongsRelTableModel::textAt(int row, int column)
 {
     return cellIndex(row, column).data(Qt::EditRole).toString();
+}
+
+int UserSongsRelTableModel::idOf(const QModelIndex &index) const
+{
+    return index.sibling(index.row(), idColumn).data(Qt::EditRole).toInt();
 }
 
 /** Executes a prepared statement whose last value is the row's id, and reads the row again. */
@@ -160,6 +169,21 @@ void UserSongsRelTableModel::setStatus(int row, int status)
     m_updateStatus.bindValue(0, status);
     m_updateStatus.bindValue(1, QVariant());
     writeRow(row, m_updateStatus);
+}
+
+void UserSongsRelTableModel::setFailure(int row, const QString &text)
+{
+    const QModelIndex cell = cellIndex(row, m_type);
+    if (!cell.isValid())
+        return;
+    const int id = idOf(cell);
+    if (m_failures.value(id) == text)
+        return;
+    if (text.isEmpty())
+        m_failures.remove(id);
+    else
+        m_failures.insert(id, text);
+    Q_EMIT dataChanged(cell, cell, {Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
 }
 
 int UserSongsRelTableModel::statusOf(int row)

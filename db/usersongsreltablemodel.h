@@ -2,6 +2,7 @@
 
 #include "songs/songinfo.h"
 
+#include <QHash>
 #include <QSqlQuery>
 #include <QSqlRelationalTableModel>
 
@@ -37,6 +38,12 @@ public:
 
     void setStatus(int row, int status);
     int statusOf(int row);
+
+    /** Why the last operation on a row's song failed, as a translated text: its tooltip, and what a
+     * screen reader says of it. Empty where it did not. Lives as long as the row, in memory only.
+     */
+    void setFailure(int row, const QString &text);
+
     QString fileNameOf(int row);
     QString shortNameOf(int row);
     int totalRows();
@@ -57,6 +64,7 @@ private:
     void readAppended();
     void fetchAll();
     QString textAt(int row, int column);
+    int idOf(const QModelIndex &index) const;
     void writeRow(int row, QSqlQuery &statement);
 
     int m_type;
@@ -76,6 +84,7 @@ private:
     QSqlQuery m_updateStatus;
     int m_appended = 0; ///< rows appended since views last saw them
     int m_shown = 0; ///< rows that views saw then
+    QHash<int, QString> m_failures; ///< by the id of the row
 };
 
 } // namespace tarvel4

@@ -1,15 +1,17 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 namespace tarvel4 {
 
 /** What an import found. */
-struct ImportCounts
+struct ImportSummary
 {
+    bool isDone = false; ///< false: nothing was imported, or not all of a folder
     int found = 0; ///< files read as songs
     int unknown = 0; ///< files that could not be read
     int published = 0; ///< songs published by the maker
+    QStringList problems; ///< one line for each unknown file, "name: cause"
 };
 
 /** Four answers, with the result codes of the dialog that asks. */
@@ -40,7 +42,7 @@ public:
     virtual Answer askNotPublished(const QString &fileName) = 0;
     virtual Answer askOverwrite(const QString &fileName) = 0;
     virtual BackupChoice askBackup() = 0;
-    virtual ProceedChoice askProceed(const ImportCounts &counts) = 0;
+    virtual ProceedChoice askProceed(const ImportSummary &summary) = 0;
 };
 
 } // namespace tarvel4

@@ -1,69 +1,61 @@
 #include "library/songedit.h"
 
-#include "library/songpath.h"
+#include "library/workflowlog.h"
 
 #include <QDebug>
 
 namespace tarvel4 {
 
-SongEdit::SongEdit(Disk &disk)
-    : m_disk(disk)
-    , m_song(disk)
-{}
-
-bool SongEdit::load(const QString &path)
+Outcome SongEdit::load(const QString &path)
 {
-    m_path = path;
-    m_stamp = FileStamp(path);
-    if (!m_song.importFile(path))
-        return false;
-    readInfo(m_song);
-    return true;
+    const Outcome outcome = m_song.load(path);
+    if (outcome)
+        m_before = m_song.info();
+    return outcome;
 }
 
-bool SongEdit::addMarker(const QString &text, quint16 bar)
+Outcome SongEdit::addMarkers(const QVector<Marker> &markers)
 {
-    if (m_song.addMarker(text, bar) == 0)
-        return false;
-    readInfo(m_song);
-    return true;
-}
-
-bool SongEdit::save(const SongInfo &edited)
-{
-    m_song.setSongInfo(edited, WrittenBy::User);
-    qDebug() << "Saving to file: " << m_path;
-    const bool saved = write();
-    qDebug() << (saved ? "Ok" : "Error!");
-
-    MetaSong written(m_disk);
-    if (!written.importFile(m_path)) {
-        qDebug() << "[SongEdit] WARNING: can't be read back:" << m_path;
-        return false;
+    for (auto marker = markers.crbegin(); marker != markers.crend(); ++marker) {
+        if (m_song.song().addMarker(marker->text, marker->bar) == 0)
+            return {Outcome::Code::NoMarkers, m_song.path(), {}, QStringLiteral("markers")};
     }
-    readInfo(written);
-    return saved;
+    return {};
+}
+
+SongOutcome SongEdit::save(const SongInfo &edited)
+{
+    m_song.song().setSongInfo(edited, WrittenBy::User);
+    qDebug() << "Saving to file: " << m_song.path();
+    const Outcome cause = m_song.save();
+    qDebug() << (cause ? "Ok" : "Error!");
+    if (!cause)
+        return failure(SongResult::Failed, cause);
+    SongOutcome outcome;
+    outcome.path = m_song.path();
+    outcome.result = SongResult::Edited;
+    outcome.before = m_before;
+    outcome.after = m_song.info();
+    return outcome;
+}
+
+SongOutcome SongEdit::failure(SongResult result, const Outcome &cause) const
+{
+    SongOutcome outcome;
+    outcome.path = m_song.path();
+    outcome.result = result;
+    outcome.cause = cause;
+    outcome.before = m_before;
+    LoadedSong now(m_disk);
+    const bool isReadable = result == SongResult::Failed && now.load(m_song.path());
+    outcome.after = isReadable ? now.info() : m_before;
+    WorkflowLog::refused("[EDIT]", outcome);
+    return outcome;
 }
 
 QString SongEdit::titleFromPath(const QString &path)
 {
     return SongPath::baseName(path);
-}
-
-bool SongEdit::write()
-{
-    if (!m_stamp.matches(m_path)) {
-        qDebug() << "[SongEdit] WARNING: changed or gone since it was read:" << m_path;
-        return false;
-    }
-    return static_cast<bool>(m_song.saveToFile(m_path));
-}
-
-void SongEdit::readInfo(const MetaSong &song)
-{
-    song.readInfo(m_info);
-    m_info.filename = m_path;
-    m_info.shortname = SongPath::fileName(m_path);
 }
 
 } // namespace tarvel4

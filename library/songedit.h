@@ -1,7 +1,7 @@
 #pragma once
 
-#include "songs/metasong.h"
-#include "storage/filestamp.h"
+#include "library/loadedsong.h"
+#include "library/songoutcome.h"
 
 namespace tarvel4 {
 
@@ -10,35 +10,33 @@ namespace tarvel4 {
 class SongEdit
 {
 public:
-    explicit SongEdit(Disk &disk = Disk::real());
+    explicit SongEdit(Disk &disk = Disk::real())
+        : m_disk(disk)
+        , m_song(disk)
+    {}
 
-    /** Reads the song. False: unreadable. */
-    bool load(const QString &path);
+    Outcome load(const QString &path);
 
-    const SongInfo &info() const { return m_info; }
+    /** The record of the song in memory, with the markers that were added. */
+    SongInfo info() const { return m_song.info(); }
 
-    /** Puts a marker ahead of those present; false for a song that takes none. Reads the record
-     * again. */
-    bool addMarker(const QString &text, quint16 bar);
+    /** Puts markers ahead of those present, in this order. */
+    Outcome addMarkers(const QVector<Marker> &markers);
 
-    /**
-     * Writes the edited record with the manual rules and reads back what the file then holds.
-     * False: the file holds its old bytes, or those that somebody else wrote since load().
-     */
-    bool save(const SongInfo &edited);
+    /** Writes the edited record with the manual rules; after a failure the outcome tells what the
+     * file holds now. */
+    SongOutcome save(const SongInfo &edited);
 
-    /** The file name of a path without its folder and the text after its last point. */
+    /** What is to be told of a song that was not saved. */
+    SongOutcome failure(SongResult result, const Outcome &cause) const;
+
+    /** The file name of a path without its folder and the text after its last dot. */
     static QString titleFromPath(const QString &path);
 
 private:
-    bool write();
-    void readInfo(const MetaSong &song);
-
     Disk &m_disk;
-    MetaSong m_song;
-    QString m_path;
-    FileStamp m_stamp;
-    SongInfo m_info;
+    LoadedSong m_song;
+    SongInfo m_before;
 };
 
 } // namespace tarvel4

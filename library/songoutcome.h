@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/songpath.h"
 #include "songs/songinfo.h"
 #include "storage/outcome.h"
 
@@ -45,6 +46,12 @@ struct SongOutcome
     bool isFailure() const
     {
         return result == SongResult::Unreadable || result == SongResult::Failed;
+    }
+
+    /** A failure as a line of a message's details: "name: cause". */
+    QString problem() const
+    {
+        return SongPath::fileName(path) + QLatin1String(": ") + cause.sentence();
     }
 };
 

@@ -34,24 +34,26 @@ QVector<QPair<QString, QVariant>> storedFields(const SongInfo &info)
             {QStringLiteral("mfxFlags"), int(info.mfxFlags)}};
 }
 
+QVector<FieldChange> changesBetween(const SongInfo &oldInfo, const SongInfo &newInfo)
+{
+    const auto before = storedFields(oldInfo);
+    const auto after = storedFields(newInfo);
+    QVector<FieldChange> changes;
+    for (int i = 0; i < before.size(); ++i) {
+        if (before[i].second != after[i].second)
+            changes.append({before[i].first, before[i].second, after[i].second});
+    }
+    return changes;
+}
+
 } // namespace
 
-SongUpdate::SongUpdate(Disk &disk)
-    : m_disk(disk)
-    , m_song(disk)
-{}
-
-bool SongUpdate::load(const QString &path, const QString &shortName)
+Outcome SongUpdate::load(const QString &path)
 {
-    m_path = path;
-    m_stamp = FileStamp(path);
-    if (!m_song.importFile(path))
-        return false;
-    m_song.readInfo(m_before);
-    m_before.filename = path;
-    m_before.shortname = shortName;
-    m_after = m_before;
-    return true;
+    const Outcome outcome = m_song.load(path);
+    if (outcome)
+        m_before = m_after = m_song.info();
+    return outcome;
 }
 
 bool SongUpdate::match(Database &db)
@@ -61,22 +63,22 @@ bool SongUpdate::match(Database &db)
     const QString titleKey = m_before.title.toUpper();
 
     if (db.getRecordByFilename(nameKey, m_catalogueRecord))
-        m_reason = QLatin1String("FILENAME: ") + nameKey;
+        m_matchedBy = QLatin1String("FILENAME: ") + nameKey;
     else if (!longNameKey.isEmpty() && db.getRecordByFilename(longNameKey, m_catalogueRecord))
-        m_reason = QLatin1String("MFXLONGNAME: ") + longNameKey;
+        m_matchedBy = QLatin1String("MFXLONGNAME: ") + longNameKey;
     else if (db.getRecordByTitle(titleKey, m_catalogueRecord))
-        m_reason = QLatin1String("TITLE: ") + titleKey;
+        m_matchedBy = QLatin1String("TITLE: ") + titleKey;
 
-    if (m_reason.isEmpty()) {
+    if (m_matchedBy.isEmpty()) {
         qDebug() << "Record " << nameKey << "/" << titleKey << "NOT found in DB";
         return false;
     }
-    qDebug() << "Found in DB by: " << m_reason;
+    qDebug() << "Found in DB by: " << m_matchedBy;
     Database::dumpRecord(m_catalogueRecord);
     return true;
 }
 
-bool SongUpdate::prepare()
+Outcome SongUpdate::prepare()
 {
     SongInfo merged = m_before;
     merged.title = m_catalogueRecord.title;
@@ -88,49 +90,31 @@ bool SongUpdate::prepare()
     merged.bpm = m_catalogueRecord.bpm;
     merged.key = m_catalogueRecord.key;
     merged.markers = m_catalogueRecord.markers;
-    m_song.setSongInfo(merged, WrittenBy::Catalogue);
+    m_song.song().setSongInfo(merged, WrittenBy::Catalogue);
 
-    if (!m_song.whyNotSavable()) {
-        qDebug() << "[UPDATE] WARNING: such a song can't be saved:" << m_path;
-        return false;
-    }
-    m_song.readInfo(m_after);
-    m_after.filename = m_before.filename;
-    m_after.shortname = m_before.shortname;
-    return true;
+    const Outcome outcome = m_song.whyNotSavable();
+    if (outcome)
+        m_after = m_song.info();
+    return outcome;
 }
 
-bool SongUpdate::perform()
+Outcome SongUpdate::perform()
 {
-    if (!m_stamp.matches(m_path)) {
-        qDebug() << "[UPDATE] WARNING: changed or gone since it was read:" << m_path;
-        return false;
-    }
-    if (!m_song.saveToFile(m_path)) {
-        qDebug() << "[UPDATE] WARNING: not saved:" << m_path;
-        return false;
-    }
-    MetaSong written(m_disk);
-    if (!written.importFile(m_path)) {
-        qDebug() << "[UPDATE] WARNING: saved, but can't be read back:" << m_path;
-        return false;
-    }
-    written.readInfo(m_after);
-    m_after.filename = m_before.filename;
-    m_after.shortname = m_before.shortname;
-    return true;
+    return m_song.save();
 }
 
-QVector<FieldChange> SongUpdate::changes() const
+SongOutcome SongUpdate::outcome(SongResult result, const Outcome &cause) const
 {
-    const auto before = storedFields(m_before);
-    const auto after = storedFields(m_after);
-    QVector<FieldChange> changes;
-    for (int i = 0; i < before.size(); ++i) {
-        if (before[i].second != after[i].second)
-            changes.append({before[i].first, before[i].second, after[i].second});
-    }
-    return changes;
+    const bool isChanged = result == SongResult::Updated || cause == Outcome::Code::NotConfirmed;
+    SongOutcome outcome;
+    outcome.path = m_song.path();
+    outcome.result = result;
+    outcome.cause = cause;
+    outcome.before = m_before;
+    outcome.after = isChanged ? m_after : m_before;
+    outcome.matchedBy = m_matchedBy;
+    outcome.changes = changesBetween(outcome.before, outcome.after);
+    return outcome;
 }
 
 } // namespace tarvel4

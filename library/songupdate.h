@@ -1,15 +1,11 @@
 #pragma once
 
+#include "library/loadedsong.h"
 #include "library/songoutcome.h"
-#include "songs/metasong.h"
-#include "storage/filestamp.h"
 
 namespace tarvel4 {
 
 class Database;
-
-/** How one song of an update ended, or would end. */
-enum class UpdateOutcome { Updated, NotFound, Refused, Unreadable, Failed };
 
 /**
  * What an update would do to one song, worked out without touching its file: the match, the merged
@@ -19,43 +15,32 @@ enum class UpdateOutcome { Updated, NotFound, Refused, Unreadable, Failed };
 class SongUpdate
 {
 public:
-    explicit SongUpdate(Disk &disk = Disk::real());
+    explicit SongUpdate(Disk &disk = Disk::real())
+        : m_song(disk)
+    {}
 
-    /** Reads the song. False: unreadable. */
-    bool load(const QString &path, const QString &shortName);
+    Outcome load(const QString &path);
 
-    /** True when the maker published the loaded song. */
-    bool isPublisher() const { return m_before.isPublisher; }
+    /** The record as it was read. */
+    const SongInfo &before() const { return m_before; }
 
     /** Looks the loaded song up, by file name, long name, then title. False: not in the catalogue.
      */
     bool match(Database &db);
 
-    /** Merges the catalogue's record and writes it into the song in memory. False: such a song
+    /** Merges the catalogue's record and writes it into the song in memory. Not done: such a song
      * can't be saved. */
-    bool prepare();
+    Outcome prepare();
 
-    /**
-     * Saves the prepared song and reads it back. False: the file holds its old bytes, or those that
-     * somebody else wrote since load().
-     */
-    bool perform();
+    /** Saves the prepared song. */
+    Outcome perform();
 
-    const QString &path() const { return m_path; }
-    const QString &reason() const { return m_reason; } ///< such as "FILENAME: 12ANNI"
-    const SongInfo &before() const { return m_before; }
-
-    /** After prepare() the planned record; after perform() the one read back. */
-    const SongInfo &after() const { return m_after; }
-
-    QVector<FieldChange> changes() const;
+    /** What is to be told of the song: how it ended, and why. */
+    SongOutcome outcome(SongResult result, const Outcome &cause = {}) const;
 
 private:
-    Disk &m_disk;
-    MetaSong m_song;
-    QString m_path;
-    FileStamp m_stamp;
-    QString m_reason;
+    LoadedSong m_song;
+    QString m_matchedBy;
     SongInfo m_before;
     SongInfo m_catalogueRecord;
     SongInfo m_after;

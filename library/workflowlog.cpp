@@ -1,5 +1,6 @@
 #include "library/workflowlog.h"
 
+#include "library/songoutcome.h"
 #include "storage/debuglog.h"
 
 #include <QByteArray>
@@ -28,13 +29,11 @@ void WorkflowLog::songEnd()
     qCDebug(debugLog) << QByteArray(songRulerWidth, '=').constData();
 }
 
-void WorkflowLog::failures(const char *operation, const QStringList &paths)
+void WorkflowLog::refused(const char *operation, const SongOutcome &song)
 {
-    if (paths.isEmpty())
-        return;
-    qDebug() << operation << "WARNING: songs that failed:" << paths.size();
-    for (const QString &path : paths)
-        qDebug() << operation << "failed:" << path;
+    qDebug().noquote() << operation
+                       << (song.result == SongResult::Unreadable ? "Reading" : "Saving")
+                       << song.path << "refused:" << song.cause.sentence();
 }
 
 } // namespace tarvel4

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringList>
-
 namespace tarvel4 {
+
+struct SongOutcome;
 
 /** The lines of the log that several workflows share. */
 namespace WorkflowLog {
@@ -13,8 +13,8 @@ void title(const char *text);
 /** Closes a song's block. */
 void songEnd();
 
-/** Says how many songs a run could not handle, and which; nothing where there is none. */
-void failures(const char *operation, const QStringList &paths);
+/** Says why a song could not be read or saved. */
+void refused(const char *operation, const SongOutcome &song);
 
 } // namespace WorkflowLog
 

@@ -2,9 +2,10 @@
 
 #include "db/usersongsreltablemodel.h"
 #include "library/backupjob.h"
-#include "library/libraryimport.h"
-#include "library/libraryupdate.h"
+#include "library/importjob.h"
+#include "library/songrows.h"
 #include "library/transferjob.h"
+#include "library/updatejob.h"
 #include "library/usersettings.h"
 #include "ui/aboutdialog.h"
 #include "ui/appearance.h"
@@ -122,14 +123,17 @@ void MainWindow::importUserLibrary()
 {
     if (!m_model)
         return;
-    LibraryImport import(m_db, *m_model, m_host);
-    const bool imported = import.importUserLibrary(m_selectedFiles);
+    ImportJob::recoverBeside(m_selectedFiles, m_host);
+    const ImportSummary summary =
+        ImportJob(m_host, SongRows::imported(*m_model)).run(m_selectedFiles, [this] {
+            return SongRows::clear(m_db, *m_model);
+        });
     m_host.endProgress();
-    if (!imported)
+    if (!summary.isDone)
         return;
     m_model->totalRows(); // shows the rows that were appended last
     SongTable::resizeColumns(*ui->userLibraryTableView);
-    const bool synchronise = import.askSynchronise();
+    const bool synchronise = ImportJob::askSynchronise(summary, m_host);
     tickCopyright();
     if (synchronise && updateUserLibrary())
         return;
@@ -151,13 +155,15 @@ bool MainWindow::updateUserLibrary()
 {
     if (!m_model)
         return false;
-    LibraryUpdate::UnpublishedPolicy unpublished;
-    unpublished.ask = UserSettings::copyrightAsk(m_askCopyright);
+    UpdateJob::Options options;
+    options.asksUnpublished = UserSettings::copyrightAsk(m_askCopyright);
     const auto backup = [this] {
         return BackupJob(m_host, m_host, m_host).run(m_selectedFiles).mayProceed;
     };
-    LibraryUpdate update(m_db, *m_model, m_host, unpublished);
-    const bool done = update.updateUserLibrary(backup);
+    const UpdateSummary summary =
+        UpdateJob(m_db, m_host, m_host, options)
+            .run(SongRows::paths(*m_model), SongRows::updated(*m_model), backup);
+    const bool done = summary.isComplete;
     m_host.endProgress();
     if (done)
         SongTable::resizeColumns(*ui->userLibraryTableView);

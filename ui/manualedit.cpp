@@ -2,8 +2,9 @@
 
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
-#include "library/roweditor.h"
+#include "library/editjob.h"
 #include "library/songedit.h"
+#include "library/songrows.h"
 #include "songs/metasong.h"
 #include "ui/dataeditdialog.h"
 #include "ui/windowhost.h"
@@ -26,8 +27,12 @@ void ManualEdit::editRow(int row)
     qDebug() << "File name: " << path;
     qDebug() << "[MainWindow] Manual modifing row: " << row; // required spelling
     SongEdit song;
-    if (!song.load(path))
+    const Outcome loaded = song.load(path);
+    if (!loaded) {
+        // required: no box
+        SongRows::showEdit(m_model, row, song.failure(SongResult::Unreadable, loaded));
         return;
+    }
 
     DataEditDialog dialog(m_window);
     dialog.setArtists(m_db.altArtists());
@@ -44,20 +49,25 @@ void ManualEdit::editRow(int row)
     dialog.getSong(edited);
     dumpSongInfo(edited);
 
-    RowEditor editor(m_model, m_host);
-    QStringList unsaved;
-    if (!editor.saveRow(song, edited, row))
-        unsaved.append(path);
+    const SongOutcome saved = song.save(edited);
+    SongRows::showEdit(m_model, row, saved);
+    EditSummary summary;
     const ApplyToAll fields{dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
                             dialog.applyToAllGenre(), dialog.applyToAllTitle()};
     if (fields.any())
-        editor.applyToOthers(edited, fields, row);
+        summary = EditJob(m_host).run(SongRows::paths(m_model), fields.changeFrom(edited),
+                                      SongRows::edited(m_model, row), row);
     m_host.endProgress();
-    tellUnsaved(unsaved + editor.failures());
+    if (saved.isFailure()) {
+        summary.unsaved.prepend(path);
+        summary.problems.prepend(saved.problem());
+    }
+    tellUnsaved(summary);
 }
 
-void ManualEdit::tellUnsaved(QStringList paths)
+void ManualEdit::tellUnsaved(const EditSummary &summary)
 {
+    QStringList paths = summary.unsaved;
     if (paths.isEmpty())
         return;
     constexpr int shown = 10;
@@ -66,7 +76,7 @@ void ManualEdit::tellUnsaved(QStringList paths)
     m_host.warning(tr("Modifica dati song"),
                    tr("Non è stato possibile salvare i seguenti file:") + QStringLiteral("\n\n")
                        + paths.join(QLatin1Char('\n')),
-                   {});
+                   summary.problems);
 }
 
 } // namespace tarvel4

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QStringList>
 
 QT_BEGIN_NAMESPACE
 class QWidget;
@@ -10,6 +9,7 @@ QT_END_NAMESPACE
 namespace tarvel4 {
 
 class Database;
+struct EditSummary;
 class UserSongsRelTableModel;
 class WindowHost;
 
@@ -26,7 +26,7 @@ public:
     void editRow(int row);
 
 private:
-    void tellUnsaved(QStringList paths);
+    void tellUnsaved(const EditSummary &summary);
 
     QWidget *m_window;
     const Database &m_db;

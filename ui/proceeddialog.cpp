@@ -10,6 +10,12 @@ ProceedDialog::ProceedDialog(QWidget *parent)
 {
     ui->setupUi(this);
     ui->yesPushButton->setFocus();
+    ui->problemsTextEdit->hide();
+    connect(ui->problemsPushButton, &QPushButton::toggled, this, [this](bool isShown) {
+        ui->problemsTextEdit->setVisible(isShown);
+        adjustSize();
+    });
+    setProblems({});
 }
 
 ProceedDialog::~ProceedDialog() = default;
@@ -22,6 +28,12 @@ void ProceedDialog::setSummary(int songs, int makerSongs, int unknown)
             .arg(songs + unknown)
             .arg(songs)
             .arg(makerSongs));
+}
+
+void ProceedDialog::setProblems(const QStringList &problems)
+{
+    ui->problemsPushButton->setVisible(!problems.isEmpty());
+    ui->problemsTextEdit->setPlainText(problems.join(QLatin1Char('\n')));
 }
 
 bool ProceedDialog::showAgain() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QStringList>
 
 #include <memory>
 
@@ -23,6 +24,9 @@ public:
     /** \a songs were recognised, \a makerSongs of them published by the maker, \a unknown files
      * were no songs. */
     void setSummary(int songs, int makerSongs, int unknown);
+    /** The files that could not be read, one line each, "name: cause": shown when they are asked
+     * for. */
+    void setProblems(const QStringList &problems);
     /** False when the user wants no more messages about the copyright. */
     bool showAgain() const;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/workflowhost.h"
+#include "library/progress.h"
 
 #include <QProgressDialog>
 

@@ -121,13 +121,20 @@ bool SongTableDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
 
     QString text;
     if (index.column() == m_markColumn)
-        text = statusText(statusOf(index));
+        text = markText(index);
     else if (sizeHint(option, index).width() > option.rect.width())
         text = index.data().toString();
     if (!text.isEmpty()) // a frame of our own: a song text that looks like HTML stays a text
         text = QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
     QToolTip::showText(event->globalPos(), text, view);
     return true;
+}
+
+/** Why the last operation on the song failed, else what it was. */
+QString SongTableDelegate::markText(const QModelIndex &index) const
+{
+    const QString failure = index.data(Qt::ToolTipRole).toString();
+    return failure.isEmpty() ? statusText(statusOf(index)) : failure;
 }
 
 int SongTableDelegate::statusOf(const QModelIndex &index) const

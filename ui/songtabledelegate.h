@@ -27,6 +27,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
 
 private:
+    QString markText(const QModelIndex &index) const;
     int statusOf(const QModelIndex &index) const;
 
     int m_markColumn;

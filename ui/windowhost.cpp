@@ -84,10 +84,11 @@ BackupChoice WindowHost::askBackup()
     return choice;
 }
 
-ProceedChoice WindowHost::askProceed(const ImportCounts &counts)
+ProceedChoice WindowHost::askProceed(const ImportSummary &summary)
 {
     ProceedDialog dialog(dialogParent());
-    dialog.setSummary(counts.found, counts.published, counts.unknown);
+    dialog.setSummary(summary.found, summary.published, summary.unknown);
+    dialog.setProblems(summary.problems);
     ProceedChoice choice;
     choice.synchronise = dialog.exec() == QDialog::Accepted;
     choice.showAgain = dialog.showAgain();

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "library/workflowhost.h"
+#include "library/messages.h"
+#include "library/progress.h"
+#include "library/questions.h"
 
 #include <QCoreApplication>
 #include <QMessageBox>
@@ -13,7 +15,7 @@ class NoCopyrightDialog;
 class ProgressDialog;
 
 /** The window's side of a workflow: its progress, its questions and its messages, as dialogs. */
-class WindowHost : public WorkflowHost
+class WindowHost : public Progress, public Questions, public Messages
 {
     Q_DECLARE_TR_FUNCTIONS(WindowHost)
 
@@ -37,7 +39,7 @@ public:
     Answer askNotPublished(const QString &fileName) override;
     Answer askOverwrite(const QString &fileName) override;
     BackupChoice askBackup() override;
-    ProceedChoice askProceed(const ImportCounts &counts) override;
+    ProceedChoice askProceed(const ImportSummary &summary) override;
 
     void information(const QString &title, const QString &text,
                      const QStringList &details) override;

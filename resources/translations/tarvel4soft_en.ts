@@ -135,10 +135,6 @@
         <translation>there is nothing to change</translation>
     </message>
     <message>
-        <source>Modifica...</source>
-        <translation>Editing...</translation>
-    </message>
-    <message>
         <source>Corregge i dati delle song a mano.</source>
         <translation>Corrects the data of songs by hand.</translation>
     </message>
@@ -181,10 +177,6 @@
     <message>
         <source>%1: esiste già</source>
         <translation>%1: exists already</translation>
-    </message>
-    <message>
-        <source>%1: non è una song .mf3, .mf4 o .mf5</source>
-        <translation>%1: not a .mf3, .mf4 or .mf5 song</translation>
     </message>
     <message>
         <source>%1: non può essere scritto</source>
@@ -331,28 +323,8 @@
         <translation>, %1/s, %2 left</translation>
     </message>
     <message>
-        <source>%1: non esiste</source>
-        <translation>%1: does not exist</translation>
-    </message>
-    <message>
-        <source>%1: è una cartella (senza --recursive non viene letta)</source>
-        <translation>%1: is a folder (not read without --recursive)</translation>
-    </message>
-    <message>
-        <source>%1: la cartella non può essere letta</source>
-        <translation>%1: the folder can&apos;t be read</translation>
-    </message>
-    <message>
         <source>%1: non può essere letto, viene saltato</source>
         <translation>%1: can&apos;t be read, passed over</translation>
-    </message>
-    <message>
-        <source>%1: non può essere salvato, resta com&apos;era</source>
-        <translation>%1: can&apos;t be saved, and stays as it was</translation>
-    </message>
-    <message>
-        <source>le song non possono essere elencate</source>
-        <translation>the songs can&apos;t be listed</translation>
     </message>
     <message>
         <source>--backup e --no-backup si escludono</source>
@@ -423,10 +395,6 @@
         <translation>whether to replace songs that exist already</translation>
     </message>
     <message>
-        <source>%1: un&apos;interruzione lo ha lasciato come %2</source>
-        <translation>%1: an interruption left it as %2</translation>
-    </message>
-    <message>
         <source>%1: rimesso al suo posto dopo un&apos;interruzione</source>
         <translation>%1: put back in its place after an interruption</translation>
     </message>
@@ -463,8 +431,50 @@
         <translation>%1: interrupted, the memory is not prepared</translation>
     </message>
     <message>
+        <source>un&apos;interruzione lo ha lasciato come %1</source>
+        <translation>an interruption left it as %1</translation>
+    </message>
+    <message>
+        <source>è una cartella (senza --recursive non viene letta)</source>
+        <translation>it is a folder (not read without --recursive)</translation>
+    </message>
+    <message>
+        <source>la cartella non può essere letta</source>
+        <translation>the folder can&apos;t be read</translation>
+    </message>
+    <message>
         <source>%1: non è un catalogo, o è danneggiato</source>
         <translation>%1: it is no catalogue, or it is damaged</translation>
+    </message>
+</context>
+<context>
+    <name>EditJob</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating files</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
+    <name>ImportJob</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Reading files</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importing the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 <context>
@@ -595,36 +605,6 @@
     <message>
         <source>Il testo non è in maiuscolo o ha spazi attorno</source>
         <translation>The text is not in upper case, or has blanks around it</translation>
-    </message>
-</context>
-<context>
-    <name>LibraryImport</name>
-    <message>
-        <source>Lettura file</source>
-        <translation>Reading files</translation>
-    </message>
-    <message>
-        <source>Importo la libreria...</source>
-        <translation>Importing the library...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Cancel</translation>
-    </message>
-</context>
-<context>
-    <name>LibraryUpdate</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Updating files</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Updating the library...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Cancel</translation>
     </message>
 </context>
 <context>
@@ -785,21 +765,6 @@
     </message>
 </context>
 <context>
-    <name>RowEditor</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Updating files</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Updating the library...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Cancel</translation>
-    </message>
-</context>
-<context>
     <name>SongListWriter</name>
     <message>
         <source>TITOLO</source>
@@ -812,6 +777,29 @@
     <message>
         <source>FILE</source>
         <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>SongRows</name>
+    <message>
+        <source>non è nel catalogo</source>
+        <translation>it is not in the catalogue</translation>
+    </message>
+    <message>
+        <source>non è stata pubblicata da K-Varo, lasciata com&apos;era</source>
+        <translation>it was not published by K-Varo, left as it was</translation>
+    </message>
+    <message>
+        <source>Non aggiornata: %1</source>
+        <translation>Not updated: %1</translation>
+    </message>
+    <message>
+        <source>Non letta: %1</source>
+        <translation>Not read: %1</translation>
+    </message>
+    <message>
+        <source>Non salvata: %1</source>
+        <translation>Not saved: %1</translation>
     </message>
 </context>
 <context>
@@ -855,6 +843,21 @@
     <message>
         <source>Aggiornamento database...</source>
         <translation>Updating the database...</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateJob</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Updating files</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Updating the library...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
     </message>
 </context>
 <context>
@@ -1359,6 +1362,14 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</source>
         <translation>%1 files were examined, %2 songs found, %3 of them (c)K-Varo</translation>
+    </message>
+    <message>
+        <source>Mostra i file non letti</source>
+        <translation>Show the files that were not read</translation>
+    </message>
+    <message>
+        <source>File non letti</source>
+        <translation>Files that were not read</translation>
     </message>
 </context>
 <context>

@@ -135,10 +135,6 @@
         <translation>non c'è nulla da modificare</translation>
     </message>
     <message>
-        <source>Modifica...</source>
-        <translation>Modifica...</translation>
-    </message>
-    <message>
         <source>Corregge i dati delle song a mano.</source>
         <translation>Corregge i dati delle song a mano.</translation>
     </message>
@@ -181,10 +177,6 @@
     <message>
         <source>%1: esiste già</source>
         <translation>%1: esiste già</translation>
-    </message>
-    <message>
-        <source>%1: non è una song .mf3, .mf4 o .mf5</source>
-        <translation>%1: non è una song .mf3, .mf4 o .mf5</translation>
     </message>
     <message>
         <source>%1: non può essere scritto</source>
@@ -331,28 +323,8 @@
         <translation>, %1/s, ancora %2</translation>
     </message>
     <message>
-        <source>%1: non esiste</source>
-        <translation>%1: non esiste</translation>
-    </message>
-    <message>
-        <source>%1: è una cartella (senza --recursive non viene letta)</source>
-        <translation>%1: è una cartella (senza --recursive non viene letta)</translation>
-    </message>
-    <message>
-        <source>%1: la cartella non può essere letta</source>
-        <translation>%1: la cartella non può essere letta</translation>
-    </message>
-    <message>
         <source>%1: non può essere letto, viene saltato</source>
         <translation>%1: non può essere letto, viene saltato</translation>
-    </message>
-    <message>
-        <source>%1: non può essere salvato, resta com'era</source>
-        <translation>%1: non può essere salvato, resta com'era</translation>
-    </message>
-    <message>
-        <source>le song non possono essere elencate</source>
-        <translation>le song non possono essere elencate</translation>
     </message>
     <message>
         <source>--backup e --no-backup si escludono</source>
@@ -423,10 +395,6 @@
         <translation>se sostituire le song che esistono già</translation>
     </message>
     <message>
-        <source>%1: un'interruzione lo ha lasciato come %2</source>
-        <translation>%1: un'interruzione lo ha lasciato come %2</translation>
-    </message>
-    <message>
         <source>%1: rimesso al suo posto dopo un'interruzione</source>
         <translation>%1: rimesso al suo posto dopo un'interruzione</translation>
     </message>
@@ -463,8 +431,50 @@
         <translation>%1: interrotto, la memoria non è preparata</translation>
     </message>
     <message>
+        <source>un'interruzione lo ha lasciato come %1</source>
+        <translation>un'interruzione lo ha lasciato come %1</translation>
+    </message>
+    <message>
+        <source>è una cartella (senza --recursive non viene letta)</source>
+        <translation>è una cartella (senza --recursive non viene letta)</translation>
+    </message>
+    <message>
+        <source>la cartella non può essere letta</source>
+        <translation>la cartella non può essere letta</translation>
+    </message>
+    <message>
         <source>%1: non è un catalogo, o è danneggiato</source>
         <translation>%1: non è un catalogo, o è danneggiato</translation>
+    </message>
+</context>
+<context>
+    <name>EditJob</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+</context>
+<context>
+    <name>ImportJob</name>
+    <message>
+        <source>Lettura file</source>
+        <translation>Lettura file</translation>
+    </message>
+    <message>
+        <source>Importo la libreria...</source>
+        <translation>Importo la libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
     </message>
 </context>
 <context>
@@ -595,36 +605,6 @@
     <message>
         <source>Il testo non è in maiuscolo o ha spazi attorno</source>
         <translation>Il testo non è in maiuscolo o ha spazi attorno</translation>
-    </message>
-</context>
-<context>
-    <name>LibraryImport</name>
-    <message>
-        <source>Lettura file</source>
-        <translation>Lettura file</translation>
-    </message>
-    <message>
-        <source>Importo la libreria...</source>
-        <translation>Importo la libreria...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Interrompi</translation>
-    </message>
-</context>
-<context>
-    <name>LibraryUpdate</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Aggiornamento file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Aggiorno la libreria...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Interrompi</translation>
     </message>
 </context>
 <context>
@@ -785,21 +765,6 @@
     </message>
 </context>
 <context>
-    <name>RowEditor</name>
-    <message>
-        <source>Aggiornamento file</source>
-        <translation>Aggiornamento file</translation>
-    </message>
-    <message>
-        <source>Aggiorno la libreria...</source>
-        <translation>Aggiorno la libreria...</translation>
-    </message>
-    <message>
-        <source>Interrompi</source>
-        <translation>Interrompi</translation>
-    </message>
-</context>
-<context>
     <name>SongListWriter</name>
     <message>
         <source>TITOLO</source>
@@ -812,6 +777,29 @@
     <message>
         <source>FILE</source>
         <translation>FILE</translation>
+    </message>
+</context>
+<context>
+    <name>SongRows</name>
+    <message>
+        <source>non è nel catalogo</source>
+        <translation>non è nel catalogo</translation>
+    </message>
+    <message>
+        <source>non è stata pubblicata da K-Varo, lasciata com'era</source>
+        <translation>non è stata pubblicata da K-Varo, lasciata com'era</translation>
+    </message>
+    <message>
+        <source>Non aggiornata: %1</source>
+        <translation>Non aggiornata: %1</translation>
+    </message>
+    <message>
+        <source>Non letta: %1</source>
+        <translation>Non letta: %1</translation>
+    </message>
+    <message>
+        <source>Non salvata: %1</source>
+        <translation>Non salvata: %1</translation>
     </message>
 </context>
 <context>
@@ -855,6 +843,21 @@
     <message>
         <source>Aggiornamento database...</source>
         <translation>Aggiornamento database...</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateJob</name>
+    <message>
+        <source>Aggiornamento file</source>
+        <translation>Aggiornamento file</translation>
+    </message>
+    <message>
+        <source>Aggiorno la libreria...</source>
+        <translation>Aggiorno la libreria...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
     </message>
 </context>
 <context>
@@ -1359,6 +1362,14 @@ memoria di Tarvel</translation>
     <message>
         <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</source>
         <translation>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</translation>
+    </message>
+    <message>
+        <source>Mostra i file non letti</source>
+        <translation>Mostra i file non letti</translation>
+    </message>
+    <message>
+        <source>File non letti</source>
+        <translation>File non letti</translation>
     </message>
 </context>
 <context>

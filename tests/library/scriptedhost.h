@@ -1,6 +1,8 @@
 #pragma once
 
-#include "library/workflowhost.h"
+#include "library/messages.h"
+#include "library/progress.h"
+#include "library/questions.h"
 
 #include <QStringList>
 #include <QVector>
@@ -10,7 +12,7 @@
 namespace tarvel4 {
 
 /** A host that answers from a script and keeps what it was asked, told and shown, in order. */
-class ScriptedHost : public WorkflowHost
+class ScriptedHost : public Progress, public Questions, public Messages
 {
 public:
     // the script
@@ -78,10 +80,13 @@ public:
         events.append(QStringLiteral("ask backup"));
         return backupChoice;
     }
-    ProceedChoice askProceed(const ImportCounts &counts) override
+    ProceedChoice askProceed(const ImportSummary &summary) override
     {
         add("ask proceed",
-            QStringLiteral("%1 %2 %3").arg(counts.found).arg(counts.unknown).arg(counts.published));
+            QStringLiteral("%1 %2 %3")
+                .arg(summary.found)
+                .arg(summary.unknown)
+                .arg(summary.published));
         return proceedChoice;
     }
 

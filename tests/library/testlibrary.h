@@ -2,7 +2,8 @@
 
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
-#include "library/libraryimport.h"
+#include "library/importjob.h"
+#include "library/songrows.h"
 
 #include "tests/library/scriptedhost.h"
 #include "tests/library/testfiles.h"
@@ -66,11 +67,19 @@ public:
         return m_files.last();
     }
 
+    /** Imports into the table as the window does. */
+    ImportSummary import(const QStringList &paths)
+    {
+        return ImportJob(m_host, SongRows::imported(*m_model)).run(paths, [this] {
+            return SongRows::clear(*m_db, *m_model);
+        });
+    }
+
     /** Imports every song added; the host then knows nothing of it. */
     void import()
     {
-        LibraryImport import(*m_db, *m_model, m_host);
-        if (!import.importUserLibrary(m_files) || import.counts().unknown > 0)
+        const ImportSummary summary = import(m_files);
+        if (!summary.isDone || summary.unknown > 0)
             qFatal("the songs of the test are no songs");
         m_host.events.clear();
     }

@@ -62,7 +62,8 @@ void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
     FailingDisk disk;
     QVERIFY(copy(files, disk).isComplete());
     QCOMPARE(disk.operations,
-             strings({"write", "syncVolume", "replace", "rename", "write", "syncVolume", "replace", "rename", "syncVolume"}));
+             strings({"write", "syncVolume", "replace", "rename", "write", "syncVolume", "replace",
+                      "rename", "syncVolume"}));
     QCOMPARE(targetNames(), strings({"S.MID", "s.mid"}));
 }
 
@@ -77,7 +78,8 @@ void tst_CopyBatch::namesComeAfterTheBytesAndBeforeTheLastFlush()
             namesAtLastProgress = disk.operations;
     };
     QVERIFY(copy(files, disk).isComplete());
-    const QStringList expected = strings({"write", "write", "syncVolume", "replace", "rename", "replace", "rename", "syncVolume"});
+    const QStringList expected = strings(
+        {"write", "write", "syncVolume", "replace", "rename", "replace", "rename", "syncVolume"});
     QCOMPARE(disk.operations, expected);
     QCOMPARE(namesAtLastProgress, expected); // a full progress bar means done
 }

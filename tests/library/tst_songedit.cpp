@@ -25,12 +25,11 @@ private Q_SLOTS:
     void markersAreNotTouched();
     void emptyValuesAreWrittenToo_data();
     void emptyValuesAreWrittenToo();
-    void addMarker();
+    void addMarkers();
     void anMp3TakesNoMarker();
     void aSaveThatFailsKeepsTheOldBytes_data();
     void aSaveThatFailsKeepsTheOldBytes();
     void aSongChangedSinceItWasReadIsLeftAlone();
-    void theRecordKeepsItsPathAndName();
     void unreadable();
     void titleFromPath_data();
     void titleFromPath();
@@ -96,14 +95,15 @@ void tst_SongEdit::aManualEditWritesEveryField()
     info.bpm = 97;
     info.key = text("Bb");
     LogCapture log;
-    QVERIFY(edit.save(info));
+    const SongOutcome saved = edit.save(info);
+    QCOMPARE(saved.result, SongResult::Edited);
     QVERIFY(LogCapture::has(text("manual:  true")));
     QVERIFY(LogCapture::has(text("Saving to file:  \"%1\"").arg(path)));
     QVERIFY(LogCapture::has(text("Ok")));
 
     SongEdit reread;
     QVERIFY(reread.load(path));
-    for (const SongInfo &now : {edit.info(), reread.info()}) {
+    for (const SongInfo &now : {saved.after, reread.info()}) {
         QCOMPARE(now.title, text("New title"));
         QCOMPARE(now.artist, text("NEW ARTIST"));
         QCOMPARE(now.genre, text("NEW GENRE"));
@@ -111,7 +111,14 @@ void tst_SongEdit::aManualEditWritesEveryField()
         QCOMPARE(now.length, 185);
         QCOMPARE(now.bpm, 97);
         QCOMPARE(now.key, text("Bb"));
+        QCOMPARE(now.format, saved.before.format);
+        QCOMPARE(now.isPublisher, saved.before.isPublisher);
+        QCOMPARE(now.markers, saved.before.markers);
+        QCOMPARE(now.mfxLongName, saved.before.mfxLongName);
+        QCOMPARE(now.filename, path);
+        QCOMPARE(now.shortname, name);
     }
+    QCOMPARE(saved.after.mfxFlags, reread.info().mfxFlags);
 }
 
 void tst_SongEdit::markersAreNotTouched()
@@ -120,8 +127,7 @@ void tst_SongEdit::markersAreNotTouched()
     QVERIFY(edit.load(song(text("a.mid"), midi0(marker(3, "Solo")))));
     SongInfo info = edit.info();
     info.markers = {{1, text("Intro")}};
-    QVERIFY(edit.save(info));
-    QCOMPARE(edit.info().markers, QVector<Marker>({{3, text("Solo")}}));
+    QCOMPARE(edit.save(info).after.markers, QVector<Marker>({{3, text("Solo")}}));
 }
 
 void tst_SongEdit::emptyValuesAreWrittenToo_data()
@@ -145,31 +151,30 @@ void tst_SongEdit::emptyValuesAreWrittenToo()
     QFETCH(QByteArray, bytes);
     SongEdit edit;
     QVERIFY(edit.load(song(name, bytes)));
-    QVERIFY(edit.save(SongInfo()));
-    QCOMPARE(edit.info().title, QString());
-    QCOMPARE(edit.info().genre, QString());
-    QCOMPARE(edit.info().bpm, 0);
-    QCOMPARE(edit.info().key, QString());
+    const SongInfo now = edit.save(SongInfo()).after;
+    QCOMPARE(now.title, QString());
+    QCOMPARE(now.genre, QString());
+    QCOMPARE(now.bpm, 0);
+    QCOMPARE(now.key, QString());
 }
 
-void tst_SongEdit::addMarker()
+void tst_SongEdit::addMarkers()
 {
     const QString path = song(text("a.mid"), midi0(marker(3, "Solo")));
     SongEdit edit;
     QVERIFY(edit.load(path));
-    QVERIFY(edit.addMarker(text("Intro"), 1));
-    const QVector<Marker> expected{{1, text("Intro")}, {3, text("Solo")}};
+    QVERIFY(edit.addMarkers({{1, text("Intro")}, {2, text("Verse")}}));
+    const QVector<Marker> expected{{1, text("Intro")}, {2, text("Verse")}, {3, text("Solo")}};
     QCOMPARE(edit.info().markers, expected);
     QVERIFY(TestFiles::read(path) == midi0(marker(3, "Solo"))); // not before it is saved
-    QVERIFY(edit.save(edit.info()));
-    QCOMPARE(edit.info().markers, expected);
+    QCOMPARE(edit.save(edit.info()).after.markers, expected);
 }
 
 void tst_SongEdit::anMp3TakesNoMarker()
 {
     SongEdit edit;
     QVERIFY(edit.load(song(text("a.mp3"), tag() + audio())));
-    QVERIFY(!edit.addMarker(text("Intro"), 1));
+    QCOMPARE(edit.addMarkers({{1, text("Intro")}}).codeName(), text("no-markers"));
 }
 
 void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes_data()
@@ -178,11 +183,17 @@ void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("title");
     QTest::addColumn<int>("failingWrite");
-    QTest::newRow("a short write") << text("a.mid") << midi0(meta(3, "Old")) << text("New") << 1;
-    QTest::newRow("a short write of an MP3")
-        << text("a.mp3") << tag(frame("TIT2", "Old")) + audio() << text("New") << 1;
+    QTest::addColumn<QString>("code");
+    QTest::newRow("a short write")
+        << text("a.mid") << midi0(meta(3, "Old")) << text("New") << 1 << text("no-room");
+    QTest::newRow("a short write of an MP3") << text("a.mp3") << tag(frame("TIT2", "Old")) + audio()
+                                             << text("New") << 1 << text("no-room");
     QTest::newRow("required: an MFx header that an accent lengthens")
-        << text("a.mf3") << mfx(3, {"Old", "", "", "", "", 0, 0}, midi0()) << text("Città") << 0;
+        << text("a.mf3") << mfx(3, {"Old", "", "", "", "", 0, 0}, midi0()) << text("Città") << 0
+        << text("letter-not-storable");
+    QTest::newRow("an MP3 title of more than a tag can hold")
+        << text("a.mp3") << tag(frame("TIT2", "Old")) + audio() << QString(17 << 20, u'x') << 0
+        << text("text-too-long");
 }
 
 void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes()
@@ -199,10 +210,15 @@ void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes()
     SongInfo info = edit.info();
     info.title = title;
     LogCapture log;
-    QVERIFY(!edit.save(info));
+    const SongOutcome saved = edit.save(info);
+    QCOMPARE(saved.result, SongResult::Failed);
+    QTEST(saved.cause.codeName(), "code");
+    const int last = LogCapture::lines().size() - 1;
     QVERIFY(LogCapture::has(text("Error!")));
+    QCOMPARE(LogCapture::lines().at(last),
+             text("[EDIT] Saving %1 refused: %2").arg(path, saved.cause.sentence()));
     QVERIFY(TestFiles::read(path) == bytes);
-    QCOMPARE(edit.info().title, text("Old")); // what the file holds
+    QCOMPARE(saved.after.title, text("Old")); // what the file holds
     QCOMPARE(TestFiles::namesIn(m_dir->path()), QStringList(name));
 }
 
@@ -213,28 +229,18 @@ void tst_SongEdit::aSongChangedSinceItWasReadIsLeftAlone()
     QVERIFY(edit.load(path));
     const QByteArray newer = midi0(meta(3, "Edited elsewhere"));
     TestFiles::write(path, newer);
-    QVERIFY(!edit.save(edit.info()));
+    const SongOutcome saved = edit.save(edit.info());
+    QCOMPARE(saved.cause.codeName(), text("changed-meanwhile"));
     QVERIFY(TestFiles::read(path) == newer);
-    QCOMPARE(edit.info().title, text("Edited elsewhere"));
-}
-
-void tst_SongEdit::theRecordKeepsItsPathAndName()
-{
-    const QString path = song(text("a b.mid"), midi0());
-    SongEdit edit;
-    QVERIFY(edit.load(path));
-    QCOMPARE(edit.info().filename, path);
-    QVERIFY(edit.save(edit.info()));
-    QCOMPARE(edit.info().filename, path);
-    QCOMPARE(edit.info().shortname, text("a b.mid"));
+    QCOMPARE(saved.after.title, text("Edited elsewhere"));
 }
 
 void tst_SongEdit::unreadable()
 {
     SongEdit edit;
-    QVERIFY(!edit.load(song(text("a.mid"), "no song")));
+    QCOMPARE(edit.load(song(text("a.mid"), "no song")).codeName(), text("not-a-song"));
     SongEdit vanished;
-    QVERIFY(!vanished.load(m_dir->filePath(text("none.mid"))));
+    QCOMPARE(vanished.load(m_dir->filePath(text("none.mid"))).codeName(), text("not-found"));
 }
 
 void tst_SongEdit::titleFromPath_data()

@@ -8,6 +8,15 @@ using namespace tarvel4;
 
 using namespace UpdateFixture;
 
+namespace {
+
+SongInfo afterOf(const SongUpdate &song)
+{
+    return song.outcome(SongResult::Updated).after;
+}
+
+} // namespace
+
 /** One song of an update: its match, its plan and what may come between plan and save. */
 class tst_SongUpdate : public QObject
 {
@@ -81,18 +90,18 @@ void tst_SongUpdate::matching()
     TestLibrary library(catalogue());
     const QString path = library.add(fileName, bytes);
     SongUpdate song;
-    QVERIFY(song.load(path, fileName));
+    QVERIFY(song.load(path));
     QCOMPARE(song.match(library.db()), !reason.isEmpty());
-    QCOMPARE(song.reason(), reason);
+    QCOMPARE(song.outcome(SongResult::Updated).matchedBy, reason);
 }
 
 void tst_SongUpdate::theLogOfAMatch()
 {
     TestLibrary library(catalogue());
     SongUpdate found;
-    QVERIFY(found.load(library.add(text("12anni.mid"), midi0()), text("12anni.mid")));
+    QVERIFY(found.load(library.add(text("12anni.mid"), midi0())));
     SongUpdate missed;
-    QVERIFY(missed.load(library.add(text("x.mid"), midi0(meta(3, "Ciao"))), text("x.mid")));
+    QVERIFY(missed.load(library.add(text("x.mid"), midi0(meta(3, "Ciao")))));
     LogCapture log;
     QVERIFY(found.match(library.db()));
     QCOMPARE(LogCapture::lines().at(0), text("Found in DB by:  \"FILENAME: 12ANNI\""));
@@ -108,14 +117,14 @@ void tst_SongUpdate::aRecordOtherwiseStaysTheSongsOwn()
     const QString path =
         library.add(text("12anni.mf4"), mfx(4, allMfxFields(), withFiller(midi0())));
     SongUpdate song;
-    QVERIFY(song.load(path, text("12anni.mf4")));
+    QVERIFY(song.load(path));
     QVERIFY(song.match(library.db()));
     QVERIFY(song.prepare());
     for (int step = 0; step < 2; ++step) {
-        QCOMPARE(song.after().filename, path);
-        QCOMPARE(song.after().shortname, text("12anni.mf4"));
-        QCOMPARE(song.after().format, text("MF4"));
-        QCOMPARE(song.after().mfxLongName, text("LONG.MID"));
+        QCOMPARE(afterOf(song).filename, path);
+        QCOMPARE(afterOf(song).shortname, text("12anni.mf4"));
+        QCOMPARE(afterOf(song).format, text("MF4"));
+        QCOMPARE(afterOf(song).mfxLongName, text("LONG.MID"));
         if (step == 0)
             QVERIFY(song.perform());
     }
@@ -128,9 +137,9 @@ void tst_SongUpdate::theArtistFlipsAndThenStays()
     const QStringList expected = strings({"CELENTANO", "ADRIANO CELENTANO", "ADRIANO CELENTANO"});
     for (const QString &artist : expected) { // required
         SongUpdate song;
-        QVERIFY(song.load(path, text("12anni.mid")) && song.match(library.db()));
+        QVERIFY(song.load(path) && song.match(library.db()));
         QVERIFY(song.prepare() && song.perform());
-        QCOMPARE(song.after().artist, artist);
+        QCOMPARE(afterOf(song).artist, artist);
     }
 }
 
@@ -141,18 +150,22 @@ void tst_SongUpdate::aSongThatCantBeSavedIsRefusedBeforehand()
     const QByteArray bytes = mfx(3, MfxFields(), midi0());
     const QString path = library.add(text("accent.mf3"), bytes);
     SongUpdate song;
-    QVERIFY(song.load(path, text("accent.mf3")) && song.match(library.db()));
-    LogCapture log;
-    QVERIFY(!song.prepare());
-    QVERIFY(LogCapture::tells({text("can't be saved"), path}));
+    QVERIFY(song.load(path) && song.match(library.db()));
+    const Outcome outcome = song.prepare();
+    QCOMPARE(outcome.message(), path + text(": ") + outcome.sentence());
+    QCOMPARE(outcome.codeName(), text("letter-not-storable"));
+    QCOMPARE(outcome.detail, text("\u00e0"));
+    QCOMPARE(outcome.field, text("title"));
     QVERIFY(TestFiles::read(path) == bytes);
 }
 
 void tst_SongUpdate::aSongChangedSinceItWasReadIsLeftAlone_data()
 {
     QTest::addColumn<QByteArray>("newBytes");
-    QTest::newRow("changed by somebody else") << midi0(meta(3, "newer"));
-    QTest::newRow("gone") << QByteArray();
+    QTest::addColumn<QString>("code");
+    QTest::newRow("changed by somebody else")
+        << midi0(meta(3, "newer")) << text("changed-meanwhile");
+    QTest::newRow("gone") << QByteArray() << text("not-found");
 }
 
 void tst_SongUpdate::aSongChangedSinceItWasReadIsLeftAlone()
@@ -161,14 +174,14 @@ void tst_SongUpdate::aSongChangedSinceItWasReadIsLeftAlone()
     TestLibrary library(catalogue());
     const QString path = library.add(text("12anni.mid"), midi0());
     SongUpdate song;
-    QVERIFY(song.load(path, text("12anni.mid")) && song.match(library.db()) && song.prepare());
+    QVERIFY(song.load(path) && song.match(library.db()) && song.prepare());
     if (newBytes.isEmpty())
         QVERIFY(QFile::remove(path));
     else
         TestFiles::write(path, newBytes);
-    LogCapture log;
-    QVERIFY(!song.perform());
-    QVERIFY(LogCapture::tells({text("changed or gone"), path}));
+    const Outcome outcome = song.perform();
+    QTEST(outcome.codeName(), "code");
+    QCOMPARE(outcome.path, path);
     QCOMPARE(QFileInfo::exists(path), !newBytes.isEmpty());
     if (!newBytes.isEmpty())
         QVERIFY(TestFiles::read(path) == newBytes);
@@ -192,10 +205,8 @@ void tst_SongUpdate::aFailingDiskLeavesTheOldBytes()
     FailingDisk disk;
     disk.failingWrite = 1;
     SongUpdate song(disk);
-    QVERIFY(song.load(path, fileName) && song.match(library.db()) && song.prepare());
-    LogCapture log;
-    QVERIFY(!song.perform());
-    QVERIFY(LogCapture::tells({text("not saved"), path}));
+    QVERIFY(song.load(path) && song.match(library.db()) && song.prepare());
+    QCOMPARE(song.perform().codeName(), text("no-room"));
     QVERIFY(TestFiles::read(path) == bytes);
     QCOMPARE(TestFiles::namesIn(QFileInfo(path).path()), QStringList(fileName));
 }
@@ -204,9 +215,9 @@ void tst_SongUpdate::unreadable()
 {
     TestLibrary library(catalogue());
     SongUpdate song;
-    QVERIFY(!song.load(library.add(text("12anni.mid"), "no song"), text("12anni.mid")));
+    QVERIFY(!song.load(library.add(text("12anni.mid"), "no song")));
     SongUpdate vanished;
-    QVERIFY(!vanished.load(library.filePath("12anni.mid"), text("12anni.mid")));
+    QVERIFY(!vanished.load(library.filePath("12anni.mid")));
 }
 
 QTEST_GUILESS_MAIN(tst_SongUpdate)

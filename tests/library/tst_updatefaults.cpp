@@ -1,4 +1,4 @@
-#include "tests/library/libraryupdatefixture.h"
+#include "tests/library/updatejobfixture.h"
 
 #include "tests/storage/failingdisk.h"
 #include "tests/storage/tmpfsmount.h"
@@ -11,7 +11,7 @@ using namespace SongBytes;
 
 /** An update that is cancelled, or whose songs or disk fail: nothing is lost, and the user is told.
  */
-class tst_UpdateFaults : public QObject, private LibraryUpdateFixture
+class tst_UpdateFaults : public QObject, private UpdateJobFixture
 {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ private Q_SLOTS:
     void cancelStopsBeforeTheNextSong();
     void theRunGoesOnAfterAFailure_data();
     void theRunGoesOnAfterAFailure();
-    void theLogSaysHowManyFailedAndWhich();
+    void aRowSaysWhyItsSongIsAsItWas();
     void aReadOnlySongIsMadeWritable();
     void aSongChangedDuringTheQuestionKeepsItsNewBytes();
     void aFullDiskLosesNothing();
@@ -45,7 +45,7 @@ void tst_UpdateFaults::cancelStopsBeforeTheNextSong()
         m_library->add(text(name), makersSong());
     m_library->import();
     m_library->host().cancelAtProgress = cancelAt;
-    QVERIFY(!update());
+    QVERIFY(!update().isComplete);
     QCOMPARE(m_library->statuses(), statuses);
     for (int row = 0; row < 3; ++row)
         QCOMPARE(TestFiles::read(m_library->files().at(row)) != makersSong(),
@@ -56,20 +56,25 @@ void tst_UpdateFaults::cancelStopsBeforeTheNextSong()
 void tst_UpdateFaults::theRunGoesOnAfterAFailure_data()
 {
     QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("cause");
-    QTest::newRow("a song that has vanished") << text("vanish") << text("can't be read");
-    QTest::newRow("a song that is no song any more") << text("garbage") << text("can't be read");
-    QTest::newRow("a song that is a folder now") << text("folder") << text("can't be read");
-    QTest::newRow("a write that comes up short") << text("write") << text("not saved");
-    QTest::newRow("a song that does not reach the medium") << text("sync") << text("not saved");
-    QTest::newRow("a song whose header can't hold the text")
-        << text("accent") << text("can't be saved");
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("field");
+    const auto row = [](const char *name, const char *fault, const char *code,
+                        const char *field = "") {
+        QTest::newRow(name) << text(fault) << text(code) << text(field);
+    };
+    row("a song that has vanished", "vanish", "not-found");
+    row("a song that is no song any more", "garbage", "not-a-song");
+    row("a song that is a folder now", "folder", "not-a-file");
+    row("a write that comes up short", "write", "no-room");
+    row("a song that does not reach the medium", "sync", "no-room");
+    row("a song whose header can't hold the text", "accent", "letter-not-storable", "title");
 }
 
 void tst_UpdateFaults::theRunGoesOnAfterAFailure()
 {
     QFETCH(QString, fault);
-    QFETCH(QString, cause);
+    QFETCH(QString, code);
+    QFETCH(QString, field);
     const bool isMfx = fault == text("accent");
     const QByteArray old = isMfx ? mfx(3, MfxFields(), midi0()) : makersSong();
     const QString path = m_library->add(isMfx ? text("accent.mf3") : text("one.mid"), old);
@@ -89,11 +94,28 @@ void tst_UpdateFaults::theRunGoesOnAfterAFailure()
         disk.failingSync = 1;
 
     LogCapture log;
-    QVERIFY(update({}, disk));
+    SongOutcome first;
+    const UpdateSummary summary = update({}, disk, [&first](const SongOutcome &song) {
+        if (first.path.isEmpty())
+            first = song;
+    });
+    QVERIFY(summary.isComplete);
+    QCOMPARE(summary.failed, 1);
+    QCOMPARE(first.path, path);
+    QCOMPARE(first.cause.codeName(), code);
+    QCOMPARE(first.cause.field, field);
     QCOMPARE(m_library->statuses(), QVector<int>({failed, updated}));
-    QVERIFY(LogCapture::tells({cause, path}));
-    QVERIFY(LogCapture::has(text("[UPDATE] WARNING: songs that failed: 1")));
-    QVERIFY(LogCapture::has(text("[UPDATE] failed: \"%1\"").arg(path)));
+    const QString verb = text(first.result == SongResult::Unreadable ? "Reading" : "Saving");
+    QVERIFY(LogCapture::has(
+        text("[UPDATE] %1 %2 refused: %3").arg(verb, path, first.cause.sentence())));
+
+    // The row says why, to the eye and to a screen reader, until the song is a success again.
+    const QModelIndex mark = m_library->model().cellIndex(0, 1);
+    const QString why = text("Non aggiornata: ") + first.cause.sentence();
+    QCOMPARE(mark.data(Qt::ToolTipRole).toString(), why);
+    QCOMPARE(mark.data(Qt::AccessibleDescriptionRole).toString(), why);
+    QVERIFY(!m_library->model().cellIndex(1, 1).data(Qt::ToolTipRole).isValid()
+            || m_library->model().cellIndex(1, 1).data(Qt::ToolTipRole).toString().isEmpty());
     if (fault == text("vanish"))
         QVERIFY(!QFileInfo::exists(path));
     if (fault == text("garbage"))
@@ -102,23 +124,24 @@ void tst_UpdateFaults::theRunGoesOnAfterAFailure()
         QVERIFY(TestFiles::read(path) == old);
 }
 
-void tst_UpdateFaults::theLogSaysHowManyFailedAndWhich()
+void tst_UpdateFaults::aRowSaysWhyItsSongIsAsItWas()
 {
-    const QStringList gone{m_library->add(text("one.mid"), makersSong()),
-                           m_library->add(text("two.mid"), makersSong())};
-    m_library->add(text("unknown.mid"), makersSong("nothing")); // not found is no failure
+    m_library->add(text("one.mid"), midi0());
+    m_library->add(text("unknown.mid"), makersSong());
     m_library->import();
-    for (const QString &path : gone)
-        QVERIFY(QFile::remove(path));
-    LogCapture log;
-    LibraryUpdate run(m_library->db(), m_library->model(), m_library->host(), {});
-    QVERIFY(run.updateUserLibrary([this] { return backup().mayProceed; }));
-    QCOMPARE(run.failures(), gone);
-    const QStringList &lines = LogCapture::lines();
-    QCOMPARE(lines.mid(lines.size() - 3),
-             QStringList({text("[UPDATE] WARNING: songs that failed: 2"),
-                          text("[UPDATE] failed: \"%1\"").arg(gone.at(0)),
-                          text("[UPDATE] failed: \"%1\"").arg(gone.at(1))}));
+    const auto whyOf = [this](int row) {
+        return m_library->model().cellIndex(row, 1).data(Qt::ToolTipRole).toString();
+    };
+    QVERIFY(update({false, false, false}).isComplete);
+    QCOMPARE(whyOf(0), text("Non aggiornata: non è stata pubblicata da K-Varo, lasciata com'era"));
+    QCOMPARE(whyOf(1), text("Non aggiornata: non è nel catalogo"));
+    QVERIFY(update().isComplete); // now it is asked about, and changed
+    QCOMPARE(whyOf(0), QString());
+
+    QVERIFY(update({false, false, false}).isComplete);
+    QVERIFY(!whyOf(0).isEmpty());
+    m_library->import(); // a new row may have the old one's id
+    QCOMPARE(whyOf(0), QString());
 }
 
 void tst_UpdateFaults::aReadOnlySongIsMadeWritable()
@@ -126,7 +149,7 @@ void tst_UpdateFaults::aReadOnlySongIsMadeWritable()
     const QString path = m_library->add(text("one.mid"), makersSong());
     m_library->import();
     QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
-    QVERIFY(update());
+    QVERIFY(update().isComplete);
     QCOMPARE(m_library->statuses(), QVector<int>({updated}));
     QVERIFY(QFileInfo(path).permissions() & QFile::WriteOwner);
 }
@@ -137,7 +160,7 @@ void tst_UpdateFaults::aSongChangedDuringTheQuestionKeepsItsNewBytes()
     m_library->import();
     const QByteArray newBytes = midi0(meta(3, "edited elsewhere"));
     m_library->host().onQuestion = [&] { TestFiles::write(path, newBytes); };
-    QVERIFY(update());
+    QVERIFY(update().isComplete);
     QCOMPARE(m_library->statuses(), QVector<int>({failed}));
     QVERIFY(TestFiles::read(path) == newBytes);
 }
@@ -166,7 +189,7 @@ void tst_UpdateFaults::aFullDiskLosesNothing()
     while (rest.write(QByteArray(4096, 'r')) == 4096) {}
     rest.close();
 
-    QVERIFY(update());
+    QVERIFY(update().isComplete);
     QCOMPARE(m_library->statuses(), QVector<int>({failed, failed}));
     QVERIFY(TestFiles::read(m_library->files().at(0)) == midiSong);
     QVERIFY(TestFiles::read(m_library->files().at(1)) == mp3Song);

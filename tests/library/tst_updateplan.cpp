@@ -224,24 +224,25 @@ void tst_UpdatePlan::theRealRunChangesWhatTheDryRunAnnounced()
     const QString path = library.add(fileName, bytes);
 
     SongUpdate plan;
-    QVERIFY(plan.load(path, fileName));
+    QVERIFY(plan.load(path));
     QVERIFY(plan.match(library.db()));
     QVERIFY(plan.prepare());
-    QCOMPARE(describe(plan.changes()), changes);
+    QCOMPARE(describe(plan.outcome(SongResult::Updated).changes), changes);
     QVERIFY(TestFiles::read(path) == bytes);
 
     SongUpdate real;
-    QVERIFY(real.load(path, fileName));
+    QVERIFY(real.load(path));
     QVERIFY(real.match(library.db()));
     QVERIFY(real.prepare());
     QVERIFY(real.perform());
-    QCOMPARE(describe(real.changes()), changes);
+    const SongOutcome done = real.outcome(SongResult::Updated);
+    QCOMPARE(describe(done.changes), changes);
 
     // The file itself says the same, field by field.
     SongUpdate reread;
-    QVERIFY(reread.load(path, fileName));
+    QVERIFY(reread.load(path));
     const SongInfo &now = reread.before();
-    const SongInfo &planned = plan.after();
+    const SongInfo &planned = done.after;
     QCOMPARE(now.title, planned.title);
     QCOMPARE(now.artist, planned.artist);
     QCOMPARE(now.genre, planned.genre);

@@ -227,32 +227,41 @@ void tst_CliEdit::saysWhatCouldNotBeEdited_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QByteArray>("out");
+    QTest::addColumn<QByteArray>("err");
     QTest::newRow("a file that is no song, and the next one is edited")
         << R"(echo x >x.mid; "$cli" edit --json --title Nuova x.mid a.mid | cut -c-61)"
-        << QByteArray(R"({"path":"x.mid","error":"Unknown/corrupted file"})"
+        << QByteArray(R"({"path":"x.mid","error":"it is no .mid, .kar, .mp3, .mf3, .mf)"
                       "\n"
                       R"({"path":"a.mid","name":"a.mid","format":"MIDI","title":"Nuova)"
-                      "\n");
+                      "\n")
+        << QByteArray("x.mid: it is no .mid, .kar, .mp3, .mf3, .mf4 or .mf5 song");
     QTest::newRow("an MP3 takes no marker")
         << R"(printf 'ID3\3\0\0\0\0\0\0\377\373' >x.mp3
               "$cli" edit --json --title x --add-marker 1:x x.mp3
               printf 'ID3\3\0\0\0\0\0\0\377\373' | cmp - x.mp3)"
-        << QByteArray(R"({"path":"x.mp3","error":"Takes no marker"})"
-                      "\n");
+        << QByteArray(R"({"path":"x.mp3","error":"this format can't hold markers",)"
+                      R"("code":"no-markers","field":"markers"})"
+                      "\n")
+        << QByteArray("x.mp3: this format can't hold markers");
     QTest::newRow("a song that can't grow, and stays as it was")
         << R"x(truncate -s 1000 a.mid; cp a.mid old; ulimit -f 1
               "$cli" edit --json --title "$(printf %0120d 0)" --add-marker 1:x a.mid
               cmp a.mid old)x"
-        << QByteArray(R"({"path":"a.mid","error":"Not saved"})"
-                      "\n");
+        << QByteArray(
+               R"({"path":"a.mid","error":"it is too large: more than the disk or card takes",)"
+               R"("code":"too-large"})"
+               "\n")
+        << QByteArray("a.mid: it is too large: more than the disk or card takes");
 }
 
 void tst_CliEdit::saysWhatCouldNotBeEdited()
 {
     QFETCH(QString, line);
     QFETCH(QByteArray, out);
+    QFETCH(QByteArray, err);
     const Run run = Program(m_folder->path()).shell(QLatin1String("set -o pipefail\n") + line);
     QCOMPARE(run.out, out);
+    QCOMPARE(run.err, "tarvel4soft-cli: " + err + '\n');
 }
 
 QTEST_GUILESS_MAIN(tst_CliEdit)

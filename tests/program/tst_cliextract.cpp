@@ -100,7 +100,7 @@ void tst_CliExtract::refuses_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("message");
-    const QByteArray noMfx = "a.mid: not a .mf3, .mf4 or .mf5 song";
+    const QByteArray noMfx = "a.mid: it is no .mf3, .mf4 or .mf5 song";
     QTest::newRow("a song that is MIDI already")
         << R"("$cli" extract --output o.mid a.mid)" << 1 << noMfx;
     QTest::newRow("a song that is MIDI already, beside itself")
@@ -110,7 +110,7 @@ void tst_CliExtract::refuses_data()
         << QByteArray("TEMP1.id3: it belongs to the index");
     QTest::newRow("a file that is no song")
         << R"(echo x >x.mf3; "$cli" extract --output o.mid x.mf3)" << 1
-        << QByteArray("x.mf3: Unknown/corrupted file");
+        << QByteArray("x.mf3: it is no .mid, .kar");
     QTest::newRow("a missing song")
         << R"("$cli" extract --output o.mid gone.mf3)" << 3 << QByteArray("gone.mf3: ");
     QTest::newRow("a target in a folder that is missing")

@@ -57,7 +57,8 @@ void tst_CliInfo::printsJson_data()
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("line");
 
-    const QByteArray unknown = R"("error":"Unknown/corrupted file"})";
+    const QByteArray unknown = R"("error":"Unknown/corrupted file","code":"not-a-song"})";
+    const QByteArray damaged = R"("error":"Unknown/corrupted file","code":"damaged-song"})";
     QTest::newRow("every field, in the order of the record")
         << "a.mid" << Fixtures::wholeSong() << 0
         << R"({"path":"a.mid",)" + Fixtures::wholeRecord("a.mid") + '}';
@@ -82,9 +83,9 @@ void tst_CliInfo::printsJson_data()
     QTest::newRow("an empty file")
         << "x.mid" << QByteArray() << 1 << R"({"path":"x.mid",)" + unknown;
     QTest::newRow("a song cut off in its header")
-        << "x.mid" << Fixtures::wholeSong().left(11) << 1 << R"({"path":"x.mid",)" + unknown;
+        << "x.mid" << Fixtures::wholeSong().left(11) << 1 << R"({"path":"x.mid",)" + damaged;
     QTest::newRow("an MFx song cut off in its header")
-        << "x.mf4" << QByteArray("_MF4 and little more") << 1 << R"({"path":"x.mf4",)" + unknown;
+        << "x.mf4" << QByteArray("_MF4 and little more") << 1 << R"({"path":"x.mf4",)" + damaged;
 }
 
 void tst_CliInfo::printsJson()
@@ -100,7 +101,7 @@ void tst_CliInfo::printsJson()
         Program(m_folder->path()).run({QStringLiteral("info"), QStringLiteral("--json"), argument});
 
     QCOMPARE(run.out, line + '\n');
-    QCOMPARE(run.err, QByteArray());
+    QCOMPARE(run.err.count('\n'), status); // the cause of a failure
     QCOMPARE(run.status, status);
     QCOMPARE(run.records().size(), 1);
 }
@@ -129,7 +130,8 @@ void tst_CliInfo::printsTextForPeople()
                         "markers: 1 Intro, 5 Strofa\n"
                         "\n"
                         "path: b.mid\n"
-                        "error: Unknown/corrupted file\n"));
+                        "error: Unknown/corrupted file\n"
+                        "code: not-a-song\n"));
     QCOMPARE(run.status, 1);
 }
 
@@ -176,7 +178,9 @@ void tst_CliInfo::takesOnlyRegularFiles()
     QFETCH(QString, line);
     const Run run = Program(m_folder->path())
                         .shell(line + QLatin1String("; timeout 20 \"$cli\" info --json x.mid"));
-    QCOMPARE(run.out, QByteArray("{\"path\":\"x.mid\",\"error\":\"Unknown/corrupted file\"}\n"));
+    QCOMPARE(run.out,
+             QByteArray(R"({"path":"x.mid","error":"Unknown/corrupted file","code":"not-a-file"})"
+                        "\n"));
     QCOMPARE(run.status, 1);
 }
 
@@ -186,7 +190,7 @@ void tst_CliInfo::refusesPaths_data()
     QTest::addColumn<int>("status");
     QTest::addColumn<QByteArray>("message");
     QTest::newRow("a missing path ends it before any song is read")
-        << R"("$cli" info --json a.mid missing.mid)" << 3 << QByteArray("missing.mid");
+        << R"("$cli" info a.mid missing.mid)" << 3 << QByteArray("missing.mid");
     QTest::newRow("an empty path is a missing one") << R"("$cli" info '')" << 3 << QByteArray();
     QTest::newRow("a folder without --recursive")
         << R"(mkdir d.mid; "$cli" info a.mid d.mid)" << 3 << QByteArray("d.mid");

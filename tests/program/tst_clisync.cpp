@@ -31,7 +31,7 @@ private Q_SLOTS:
     void goesOnAfterASongThatCannotBeSaved();
     void updatesASongNamedTwiceOnce();
     void putsInOrderWhatAPowerCutLeftAside();
-    void stopsAtASignalWhileItReadsTheSongs();
+    void stopsAtASignalBeforeTheNextSong();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -91,10 +91,11 @@ void tst_CliSync::printsARecordForEachSong_data()
         << R"({"path":"b/azzurro.KAR","status":"refused","name":"azzurro.KAR","format":"MIDI",)"
             + QByteArray(empty).replace("true", "false") + "}\n"
         << 1;
-    QTest::newRow("unreadable") << "--no-backup x.mid"
-                                << QByteArray(R"({"path":"x.mid","status":"unreadable"})"
-                                              "\n")
-                                << 1;
+    const QByteArray unreadable =
+        R"({"path":"x.mid","status":"unreadable","error":"it is no .mid, .kar, .mp3, .mf3, .mf4 or )"
+        R"(.mf5 song","code":"not-a-song"})"
+        "\n";
+    QTest::newRow("unreadable") << "--no-backup x.mid" << unreadable << 1;
     QTest::newRow("what would be updated, without a choice about the backup")
         << "--dry-run AZZURRO.mid"
         << R"({"path":"AZZURRO.mid","status":"would-update","match":"FILENAME: AZZURRO",)"
@@ -106,11 +107,7 @@ void tst_CliSync::printsARecordForEachSong_data()
               R"("title":["","Azzurro Cielo"]}})"
               "\n"
         << 0;
-    QTest::newRow("what would not be found") << "--dry-run x.mid"
-                                             << QByteArray(R"({"path":"x.mid","status":)"
-                                                           R"("unreadable"})"
-                                                           "\n")
-                                             << 1;
+    QTest::newRow("what would not be read") << "--dry-run x.mid" << unreadable << 1;
 }
 
 void tst_CliSync::printsARecordForEachSong()
@@ -121,7 +118,10 @@ void tst_CliSync::printsARecordForEachSong()
     const Run run = Program(m_folder->path())
                         .shell(QLatin1String("\"$cli\" sync --json --catalogue c.db ") + arguments);
     QCOMPARE(run.out, out);
-    QCOMPARE(run.err, QByteArray());
+    QCOMPARE(run.err,
+             out.contains("unreadable") ? QByteArray("tarvel4soft-cli: x.mid: it is no .mid, .kar, "
+                                                     ".mp3, .mf3, .mf4 or .mf5 song\n")
+                                        : QByteArray());
     QCOMPARE(run.status, status);
     if (!out.contains("\"updated\""))
         QVERIFY(isUntouched());
@@ -315,7 +315,8 @@ void tst_CliSync::goesOnAfterASongThatCannotBeSaved()
              QStringLiteral("FILENAME: AZZURRO"));
     QCOMPARE(records[0].value(QStringLiteral("title")).toString(), QString());
     QCOMPARE(records[1].value(QStringLiteral("status")).toString(), QStringLiteral("updated"));
-    QVERIFY(run.err.contains("big/AZZURRO.mid"));
+    QCOMPARE(records[0].value(QStringLiteral("code")).toString(), QStringLiteral("too-large"));
+    QVERIFY(run.err.contains("big/AZZURRO.mid: it is too large"));
     QCOMPARE(run.status, 1);
 }
 
@@ -353,21 +354,22 @@ void tst_CliSync::putsInOrderWhatAPowerCutLeftAside()
              QByteArray("tarvel4soft-cli: b/other.mid: the old copy that an interruption left was "
                         "removed\n"
                         "tarvel4soft-cli: b/x.mid: the old copy that an interruption left stays as "
-                        "b/x.mid.tarvel4.bak\n"));
+                        "b/x.mid.tarvel4.bak\n"
+                        "tarvel4soft-cli: b/x.mid: it is no .mid, .kar, .mp3, .mf3, .mf4 or .mf5 "
+                        "song\n"));
     QVERIFY(!QFile::exists(old));
     QCOMPARE(Fixtures::read(path(QStringLiteral("b/x.mid.tarvel4.bak"))), QByteArray("no song"));
 }
 
-void tst_CliSync::stopsAtASignalWhileItReadsTheSongs()
+void tst_CliSync::stopsAtASignalBeforeTheNextSong()
 {
     const Program program(m_folder->path());
     if (program.shell(QStringLiteral("strace -qq -o /dev/null true")).status != 0)
         QSKIP("strace is not installed, or not allowed");
-    const Run run = program.shell(QStringLiteral(R"(
+    const Run run = program.shell(QStringLiteral(R"(set -o pipefail
         strace -qq -o /dev/null -P AZZURRO.mid -e inject=openat:signal=TERM:when=1 \
-            "$cli" sync --log --no-backup x.mid AZZURRO.mid other.mid; s=$?
-        grep -o 'Found file.*' log.txt; exit $s)"));
-    QCOMPARE(run.out, QByteArray("Found file: \"x.mid\"\nFound file: \"AZZURRO.mid\"\n"));
+            "$cli" sync --quiet --no-backup x.mid AZZURRO.mid other.mid | grep ^path)"));
+    QCOMPARE(run.out, QByteArray("path: x.mid\npath: AZZURRO.mid\n"));
     QCOMPARE(run.status, 130);
 }
 

@@ -64,7 +64,7 @@ public:
     {
         expect<QMessageBox>([this, button](QMessageBox &box) {
             boxes.append(box.windowTitle() + QLatin1Char('|') + box.text());
-            lastBox = {box.icon(), box.standardButtons(), box.textFormat()};
+            lastBox = {box.icon(), box.standardButtons(), box.textFormat(), box.detailedText()};
             if (QAbstractButton *found = box.button(button))
                 QTest::mouseClick(found, Qt::LeftButton);
             else
@@ -121,6 +121,7 @@ public:
         QMessageBox::Icon icon;
         QMessageBox::StandardButtons buttons;
         Qt::TextFormat format;
+        QString details;
     };
 
     QStringList boxes; ///< "TITLE|TEXT" of each message box that was answered

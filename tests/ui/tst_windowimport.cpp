@@ -1,11 +1,13 @@
 #include "tests/ui/windowfixture.h"
 
+#include "storage/outcome.h"
 #include "ui/backupdialog.h"
 #include "ui/proceeddialog.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPlainTextEdit>
 
 using namespace tarvel4;
 
@@ -149,12 +151,17 @@ void tst_WindowImport::summaryCounts()
 
     m_window->open();
     QString shown;
-    m_window->driver.expect<ProceedDialog>([this, &shown](ProceedDialog &dialog) {
+    QString problems;
+    m_window->driver.expect<ProceedDialog>([&](ProceedDialog &dialog) {
         shown = dialog.findChild<QLabel *>(QStringLiteral("msgLabel"))->text();
+        problems = dialog.findChild<QPlainTextEdit *>()->toPlainText();
         m_window->driver.clickIn(dialog, QStringLiteral("noPushButton"));
     });
     m_window->import(files);
     QCOMPARE(shown, text);
+    const Outcome noSong{Outcome::Code::NotASong, {}, {}, {}};
+    QCOMPARE(problems.count(noSong.sentence()), unreadable);
+    QVERIFY(problems.startsWith(QStringLiteral("bad0.mid: ")));
     QCOMPARE(m_window->model()->rowCount(), published + others);
 }
 

@@ -1,10 +1,12 @@
 #include "tests/ui/progresswatcher.h"
 #include "tests/ui/windowfixture.h"
 
+#include "storage/outcome.h"
 #include "ui/backupdialog.h"
 #include "ui/nocopyrightdialog.h"
 #include "ui/proceeddialog.h"
 
+#include <QAccessible>
 #include <QHeaderView>
 #include <QLabel>
 
@@ -357,6 +359,15 @@ void tst_WindowUpdate::songThatVanishedFails()
     update();
     QCOMPARE(statuses(), list("3 1"));
     QVERIFY(!QFile::exists(gone));
+
+    // The row says why, also to a screen reader, without another box.
+    const QString why = QStringLiteral("Non aggiornata: ")
+        + Outcome{Outcome::Code::NotFound, {}, {}, {}}.sentence();
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(m_window->table());
+    const QAccessibleInterface *cell = table->tableInterface()->cellAt(0, WindowFixture::Type);
+    QCOMPARE(cell->text(QAccessible::Description), why);
+    cell = table->tableInterface()->cellAt(1, WindowFixture::Type);
+    QCOMPARE(cell->text(QAccessible::Description), QString());
 }
 
 void tst_WindowUpdate::developersBackup()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "library/backupjob.h"
-#include "library/libraryupdate.h"
+#include "library/updatejob.h"
 
 #include "tests/library/logcapture.h"
 #include "tests/library/testlibrary.h"
@@ -11,7 +11,7 @@
 namespace tarvel4 {
 
 /** A library with a catalogue of four songs, and its update. */
-class LibraryUpdateFixture
+class UpdateJobFixture
 {
 protected:
     static constexpr int listed = UserSongsRelTableModel::Listed;
@@ -28,18 +28,22 @@ protected:
                                          {text("ACCENT"), text("Citt\u00e0")}}));
     }
 
-    bool update(LibraryUpdate::UnpublishedPolicy unpublished = {true, true},
-                Disk &disk = Disk::real())
-    {
-        LibraryUpdate update(m_library->db(), m_library->model(), m_library->host(), unpublished,
-                             disk);
-        return update.updateUserLibrary([this] { return backup().mayProceed; });
-    }
-
-    BackupSummary backup()
+    /** Updates the table as the window does; the songs go to \a observer too. */
+    UpdateSummary update(const UpdateJob::Options &options = {}, Disk &disk = Disk::real(),
+                         const SongObserver &observer = {})
     {
         ScriptedHost &host = m_library->host();
-        return BackupJob(host, host, host).run(m_library->files());
+        const SongObserver table = SongRows::updated(m_library->model());
+        return UpdateJob(m_library->db(), host, host, options, disk)
+            .run(
+                SongRows::paths(m_library->model()),
+                [&](const SongOutcome &song) {
+                    if (!options.isDryRun)
+                        table(song);
+                    if (observer)
+                        observer(song);
+                },
+                [&] { return BackupJob(host, host, host).run(m_library->files()).mayProceed; });
     }
 
     static QByteArray makersSong(const char *title = "")

@@ -1,4 +1,4 @@
-#include "tests/library/libraryupdatefixture.h"
+#include "tests/library/updatejobfixture.h"
 
 #include <QtTest>
 
@@ -16,7 +16,7 @@ const char begin[] = "begin Aggiornamento file|Aggiorno la libreria...|Interromp
 } // namespace
 
 /** The update of the table: what is asked, backed up, written, shown and announced. */
-class tst_LibraryUpdate : public QObject, private LibraryUpdateFixture
+class tst_UpdateJob : public QObject, private UpdateJobFixture
 {
     Q_OBJECT
 
@@ -37,10 +37,10 @@ private Q_SLOTS:
     void theDryRunWritesNothingAndAnnouncesTheRealRun();
 };
 
-void tst_LibraryUpdate::anEmptyTableIsNotUpdated()
+void tst_UpdateJob::anEmptyTableIsNotUpdated()
 {
     LogCapture log;
-    QVERIFY(!update());
+    QVERIFY(!update().isComplete);
     QCOMPARE(LogCapture::lines(),
              QStringList({QString(44, QLatin1Char('=')), text("          UPDATE USER LIBRARY"),
                           QString(44, QLatin1Char('=')),
@@ -48,13 +48,17 @@ void tst_LibraryUpdate::anEmptyTableIsNotUpdated()
     QCOMPARE(m_library->host().events, QStringList());
 }
 
-void tst_LibraryUpdate::theTableShowsWhatIsInTheFiles()
+void tst_UpdateJob::theTableShowsWhatIsInTheFiles()
 {
     m_library->add(text("one.mid"), makersSong());
     m_library->add(text("unknown.mid"), makersSong("nothing"));
     m_library->add(text("two.mp3"), tag(frame("TCOP", "K-VARO")) + audio());
     m_library->import();
-    QVERIFY(update());
+    const UpdateSummary summary = update();
+    QVERIFY(summary.isComplete);
+    QCOMPARE(summary.updated, 2);
+    QCOMPARE(summary.unchanged, 1);
+    QCOMPARE(summary.failed, 0);
     QCOMPARE(m_library->statuses(), QVector<int>({updated, failed, updated}));
     QCOMPARE(m_library->cell(0, "title"), text("UNO"));
     QCOMPARE(m_library->cell(0, "artist"), text("ADRIANO CELENTANO"));
@@ -70,7 +74,7 @@ void tst_LibraryUpdate::theTableShowsWhatIsInTheFiles()
                      text("progress 3"), text("processPendingEvents"), text("end")}));
 }
 
-void tst_LibraryUpdate::nothingIsWrittenWithoutTheBackup_data()
+void tst_UpdateJob::nothingIsWrittenWithoutTheBackup_data()
 {
     QTest::addColumn<int>("action");
     QTest::addColumn<QString>("folder");
@@ -79,44 +83,45 @@ void tst_LibraryUpdate::nothingIsWrittenWithoutTheBackup_data()
     QTest::newRow("a folder that does not exist") << int(BackupChoice::Backup) << text("none");
 }
 
-void tst_LibraryUpdate::nothingIsWrittenWithoutTheBackup()
+void tst_UpdateJob::nothingIsWrittenWithoutTheBackup()
 {
     QFETCH(int, action);
     QFETCH(QString, folder);
     const QString path = m_library->add(text("one.mid"), makersSong());
     m_library->import();
     m_library->host().backupChoice = {BackupChoice::Action(action), folder};
-    QVERIFY(!update());
+    QVERIFY(!update().isComplete);
     QVERIFY(TestFiles::read(path) == makersSong());
     QCOMPARE(m_library->statuses(), QVector<int>({listed}));
     QCOMPARE(m_library->host().eventsOf(text("begin")), QStringList());
 }
 
-void tst_LibraryUpdate::theBackupHoldsTheOldBytes()
+void tst_UpdateJob::theBackupHoldsTheOldBytes()
 {
     m_library->add(text("one.mid"), makersSong("a"));
     m_library->add(text("two.mid"), makersSong("b"));
     m_library->import();
-    m_library->host().backupChoice = {BackupChoice::Backup, m_library->filePath("songs")};
-    LibraryUpdate run(m_library->db(), m_library->model(), m_library->host(), {});
-    BackupSummary made;
-    QVERIFY(run.updateUserLibrary([&] { return (made = backup()).mayProceed; }));
-    QVERIFY(TestFiles::read(made.folder + text("/one.mid")) == makersSong("a"));
-    QVERIFY(TestFiles::read(made.folder + text("/two.mid")) == makersSong("b"));
+    QDir().mkpath(m_library->filePath("saved"));
+    m_library->host().backupChoice = {BackupChoice::Backup, m_library->filePath("saved")};
+    QVERIFY(update().isComplete);
+    const QString folder =
+        m_library->filePath("saved/") + TestFiles::namesIn(m_library->filePath("saved")).value(0);
+    QVERIFY(TestFiles::read(folder + text("/one.mid")) == makersSong("a"));
+    QVERIFY(TestFiles::read(folder + text("/two.mid")) == makersSong("b"));
     QVERIFY(TestFiles::read(m_library->files().at(0)) != makersSong("a"));
 }
 
-void tst_LibraryUpdate::theBackupCanBeLeftOut()
+void tst_UpdateJob::theBackupCanBeLeftOut()
 {
     const QString path = m_library->add(text("one.mid"), makersSong());
     m_library->import();
     m_library->host().backupChoice.action = BackupChoice::ProceedWithout;
-    QVERIFY(update());
+    QVERIFY(update().isComplete);
     QVERIFY(TestFiles::read(path) != makersSong());
     QCOMPARE(TestFiles::namesIn(m_library->filePath("songs")), strings({"one.mid"}));
 }
 
-void tst_LibraryUpdate::copyrightAnswers_data()
+void tst_UpdateJob::copyrightAnswers_data()
 {
     QTest::addColumn<Answers>("answers");
     QTest::addColumn<QStringList>("questions");
@@ -137,7 +142,7 @@ void tst_LibraryUpdate::copyrightAnswers_data()
         << Answers() << strings({first, second}) << QVector<int>{updated, updated, updated};
 }
 
-void tst_LibraryUpdate::copyrightAnswers()
+void tst_UpdateJob::copyrightAnswers()
 {
     QFETCH(Answers, answers);
     QFETCH(QStringList, questions);
@@ -147,7 +152,7 @@ void tst_LibraryUpdate::copyrightAnswers()
     m_library->add(text("three.mid"), midi0());
     m_library->import();
     m_library->host().notPublishedAnswers = answers;
-    QVERIFY(update());
+    QVERIFY(update().isComplete);
     QCOMPARE(m_library->host().eventsOf(text("ask unpublished")), questions);
     QCOMPARE(m_library->statuses(), statuses);
     for (int row = 0; row < 3; ++row) {
@@ -158,35 +163,35 @@ void tst_LibraryUpdate::copyrightAnswers()
     // The answers for all last for one run.
     m_library->host().events.clear();
     m_library->host().notPublishedAnswers.clear();
-    QVERIFY(update());
+    QVERIFY(update().isComplete);
     QCOMPARE(m_library->host().eventsOf(text("ask unpublished")),
              strings({"ask unpublished one.mid", "ask unpublished three.mid"}));
 }
 
-void tst_LibraryUpdate::whereNobodyIsAskedOneAnswerHolds_data()
+void tst_UpdateJob::whereNobodyIsAskedOneAnswerHolds_data()
 {
     QTest::addColumn<bool>("answer");
     QTest::newRow("yes") << true;
     QTest::newRow("no") << false;
 }
 
-void tst_LibraryUpdate::whereNobodyIsAskedOneAnswerHolds()
+void tst_UpdateJob::whereNobodyIsAskedOneAnswerHolds()
 {
     QFETCH(bool, answer);
     m_library->add(text("one.mid"), midi0());
     m_library->add(text("two.mid"), makersSong());
     m_library->import();
-    QVERIFY(update({false, answer}));
+    QVERIFY(update({false, answer, false}).isComplete);
     QCOMPARE(m_library->host().eventsOf(text("ask unpublished")), QStringList());
     QCOMPARE(m_library->statuses(), QVector<int>({answer ? updated : failed, updated}));
 }
 
-void tst_LibraryUpdate::theLogOfARun()
+void tst_UpdateJob::theLogOfARun()
 {
     const QString path = m_library->add(text("one.mid"), makersSong());
     m_library->import();
     LogCapture log;
-    QVERIFY(update());
+    QVERIFY(update().isComplete);
     const QStringList &lines = LogCapture::lines();
     const QString ruler(44, QLatin1Char('='));
     QCOMPARE(
@@ -198,7 +203,7 @@ void tst_LibraryUpdate::theLogOfARun()
     QCOMPARE(lines.mid(lines.size() - 2), QStringList({QString(74, QLatin1Char('=')), QString()}));
 }
 
-void tst_LibraryUpdate::theDryRunWritesNothingAndAnnouncesTheRealRun()
+void tst_UpdateJob::theDryRunWritesNothingAndAnnouncesTheRealRun()
 {
     m_library->add(text("one.mid"), midi0());
     m_library->add(text("two.mf3"), mfx(3, MfxFields(), midi0()));
@@ -213,22 +218,14 @@ void tst_LibraryUpdate::theDryRunWritesNothingAndAnnouncesTheRealRun()
     for (const QString &path : m_library->files())
         before.append(TestFiles::read(path));
 
-    struct Outcome
-    {
-        int row;
-        UpdateOutcome outcome;
-        QString reason;
-        QVector<FieldChange> changes;
-    };
-    QVector<Outcome> outcomes[2];
+    QVector<SongOutcome> outcomes[2];
     for (int run = 0; run < 2; ++run) {
         m_library->host().notPublishedAnswers = {Answer::Yes, Answer::No};
-        LibraryUpdate update(m_library->db(), m_library->model(), m_library->host(), {});
-        update.setDryRun(run == 0);
-        update.setObserver([&](int row, UpdateOutcome outcome, const SongUpdate &song) {
-            outcomes[run].append({row, outcome, song.reason(), song.changes()});
-        });
-        QVERIFY(update.updateUserLibrary([this] { return backup().mayProceed; }));
+        UpdateJob::Options options;
+        options.isDryRun = run == 0;
+        QVERIFY(update(options, Disk::real(), [&](const SongOutcome &song) {
+                    outcomes[run].append(song);
+                }).isComplete);
         if (run == 0) {
             QCOMPARE(m_library->host().eventsOf(text("ask backup")), QStringList());
             QCOMPARE(m_library->statuses(), QVector<int>(7, listed));
@@ -236,21 +233,20 @@ void tst_LibraryUpdate::theDryRunWritesNothingAndAnnouncesTheRealRun()
                 QVERIFY(TestFiles::read(m_library->files().at(row)) == before.at(row));
         }
     }
-    const QVector<UpdateOutcome> expected{
-        UpdateOutcome::Updated,    UpdateOutcome::Updated, UpdateOutcome::Refused,
-        UpdateOutcome::NotFound,   UpdateOutcome::Failed,  UpdateOutcome::Updated,
-        UpdateOutcome::Unreadable,
+    const QVector<SongResult> expected{
+        SongResult::Updated, SongResult::Updated, SongResult::Refused,    SongResult::NotFound,
+        SongResult::Failed,  SongResult::Updated, SongResult::Unreadable,
     };
     for (int row = 0; row < 7; ++row) {
-        const Outcome &announced = outcomes[0].at(row);
-        const Outcome &done = outcomes[1].at(row);
-        QCOMPARE(announced.row, row);
-        QCOMPARE(announced.outcome, expected.at(row));
-        QCOMPARE(done.outcome, expected.at(row));
-        QCOMPARE(done.reason, announced.reason);
-        if (expected.at(row) != UpdateOutcome::Updated)
-            continue;
-        QVERIFY(!announced.changes.isEmpty());
+        const SongOutcome &announced = outcomes[0].at(row);
+        const SongOutcome &done = outcomes[1].at(row);
+        QCOMPARE(announced.path, m_library->files().at(row));
+        QCOMPARE(announced.result, expected.at(row));
+        QCOMPARE(done.result, expected.at(row));
+        QCOMPARE(done.cause.codeName(), announced.cause.codeName());
+        QCOMPARE(done.cause.codeName().isEmpty(), !done.isFailure());
+        QCOMPARE(done.matchedBy, announced.matchedBy);
+        QCOMPARE(announced.changes.isEmpty(), expected.at(row) != SongResult::Updated);
         QCOMPARE(done.changes.size(), announced.changes.size());
         for (int i = 0; i < done.changes.size(); ++i) {
             QCOMPARE(done.changes.at(i).field, announced.changes.at(i).field);
@@ -260,5 +256,5 @@ void tst_LibraryUpdate::theDryRunWritesNothingAndAnnouncesTheRealRun()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_LibraryUpdate)
-#include "tst_libraryupdate.moc"
+QTEST_GUILESS_MAIN(tst_UpdateJob)
+#include "tst_updatejob.moc"

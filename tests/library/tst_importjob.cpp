@@ -1,4 +1,4 @@
-#include "library/libraryimport.h"
+#include "library/importjob.h"
 
 #include "library/usersettings.h"
 
@@ -22,7 +22,7 @@ const char begin[] = "begin Lettura file|Importo la libreria...|Interrompi|%1";
 
 } // namespace
 
-class tst_LibraryImport : public QObject
+class tst_ImportJob : public QObject
 {
     Q_OBJECT
 
@@ -33,12 +33,11 @@ private Q_SLOTS:
     void anImportGivesItsNeighboursTheirNamesBack();
     void publishersSongsAreCounted_data();
     void publishersSongsAreCounted();
-    void unreadableFilesAreCountedAndSkipped();
+    void unreadableFilesAreSkippedAndTold();
     void theLogTellsEachFile();
     void anImportClearsTheOldRows();
     void aTableThatCantBeClearedAbortsTheImport();
-    void aCancelIsLookedAtWhereItIsAskedFor_data();
-    void aCancelIsLookedAtWhereItIsAskedFor();
+    void aCancelIsNotLookedAt();
     void aWholeFolderBecomesRows();
     void aFolderIsLeftWhereTheUserCancels();
     void sameNamesInTwoFoldersAreTwoRows();
@@ -48,17 +47,22 @@ private Q_SLOTS:
     void theSummaryIsSilentWhereTheSettingSaysSo();
 
 private:
+    ImportSummary scan(const QString &folder)
+    {
+        return ImportJob(m_library->host(), SongRows::imported(m_library->model())).scanDir(folder);
+    }
+
     QScopedPointer<TestLibrary> m_library;
 };
 
-void tst_LibraryImport::init()
+void tst_ImportJob::init()
 {
     QSettings(QStringLiteral("kvaro"), QStringLiteral("tarvel4soft")).clear();
     m_library.reset();
     m_library.reset(new TestLibrary({}));
 }
 
-void tst_LibraryImport::readableSongsBecomeRows()
+void tst_ImportJob::readableSongsBecomeRows()
 {
     const QString path =
         m_library->add(text("a song.mid"),
@@ -66,11 +70,11 @@ void tst_LibraryImport::readableSongsBecomeRows()
                              + songInfo(3, "CONTE") + songInfo(4, "185") + songInfo(5, "120")
                              + meta(0x59, hex("0001"))));
     m_library->add(text("b.mp3"), tag(frame("TIT2", "Ciao")) + audio());
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary(m_library->files()));
+    const ImportSummary summary = m_library->import(m_library->files());
+    QVERIFY(summary.isDone);
 
-    QCOMPARE(import.counts().found, 2);
-    QCOMPARE(import.counts().unknown, 0);
+    QCOMPARE(summary.found, 2);
+    QCOMPARE(summary.unknown, 0);
     QCOMPARE(m_library->model().totalRows(), 2);
     QCOMPARE(m_library->cell(0, "id"), text("1"));
     QCOMPARE(m_library->cell(0, "type"), text("MIDI"));
@@ -92,22 +96,17 @@ void tst_LibraryImport::readableSongsBecomeRows()
                           text("progress 2"), text("processPendingEvents")}));
 }
 
-void tst_LibraryImport::anImportGivesItsNeighboursTheirNamesBack()
+void tst_ImportJob::anImportGivesItsNeighboursTheirNamesBack()
 {
     const QString path = m_library->add(text("a.mid"), midi0());
     const QString gone = QFileInfo(path).dir().filePath(text("gone.mp3"));
     write(gone + text(".tarvel4.bak"), "old");
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary({path}, {false, false}));
-    QVERIFY(!QFile::exists(gone)); // one that only reads leaves it
-    QCOMPARE(m_library->host().eventsOf(text("recovered")), QStringList());
-    QVERIFY(import.importUserLibrary({path}));
+    ImportJob::recoverBeside({path}, m_library->host());
     QCOMPARE(m_library->host().eventsOf(text("recovered")).size(), 1);
-    QCOMPARE(m_library->model().totalRows(), 1);
     QCOMPARE(read(gone), QByteArray("old"));
 }
 
-void tst_LibraryImport::publishersSongsAreCounted_data()
+void tst_ImportJob::publishersSongsAreCounted_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("bytes");
@@ -127,20 +126,20 @@ void tst_LibraryImport::publishersSongsAreCounted_data()
             << text("a.mf%1").arg(version) << mfx(version, MfxFields(), midi0()) << 1;
 }
 
-void tst_LibraryImport::publishersSongsAreCounted()
+void tst_ImportJob::publishersSongsAreCounted()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, bytes);
     QFETCH(int, published);
     m_library->add(text("1/") + name, bytes);
     m_library->add(text("2/") + name, bytes);
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary(m_library->files()));
-    QCOMPARE(import.counts().found, 2);
-    QCOMPARE(import.counts().published, 2 * published);
+    const ImportSummary summary = m_library->import(m_library->files());
+    QVERIFY(summary.isDone);
+    QCOMPARE(summary.found, 2);
+    QCOMPARE(summary.published, 2 * published);
 }
 
-void tst_LibraryImport::unreadableFilesAreCountedAndSkipped()
+void tst_ImportJob::unreadableFilesAreSkippedAndTold()
 {
     m_library->add(text("text.mid"), "no song at all");
     m_library->add(text("good.mid"), midi0());
@@ -150,95 +149,95 @@ void tst_LibraryImport::unreadableFilesAreCountedAndSkipped()
     const QStringList files = m_library->files()
         + QStringList({fifo, m_library->filePath("vanished.mid"), m_library->filePath("songs")});
 
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary(files));
-    QCOMPARE(import.counts().found, 1);
-    QCOMPARE(import.counts().unknown, 5);
+    const ImportSummary summary = m_library->import(files);
+    QVERIFY(summary.isDone);
+    QCOMPARE(summary.found, 1);
+    QCOMPARE(summary.unknown, 5);
+    QCOMPARE(summary.problems.size(), 5);
+    const Outcome noFile{Outcome::Code::NotAFile, {}, {}, {}};
+    QCOMPARE(summary.problems.at(2), text("fifo.mid: ") + noFile.sentence());
     QCOMPARE(m_library->model().totalRows(), 1);
     QCOMPARE(m_library->cell(0, "shortname"), text("good.mid"));
     QCOMPARE(m_library->host().eventsOf(text("progress")).last(), text("progress 6"));
 
-    import.askSynchronise();
+    ImportJob::askSynchronise(summary, m_library->host());
     QCOMPARE(m_library->host().events.last(), text("ask proceed 1 5 0"));
+
+    // The observer hears of each file, in the order of the paths.
+    QStringList told;
+    ImportJob(m_library->host(), [&told](const SongOutcome &song) {
+        told += SongPath::fileName(song.path) + QLatin1Char(' ') + song.cause.codeName();
+    }).run(files, [] { return true; });
+    QCOMPARE(told,
+             strings({"text.mid not-a-song", "good.mid ", "empty.mid not-a-song",
+                      "fifo.mid not-a-file", "vanished.mid not-found", "songs not-a-file"}));
 }
 
-void tst_LibraryImport::theLogTellsEachFile()
+void tst_ImportJob::theLogTellsEachFile()
 {
     const QString good = m_library->add(text("good.mid"), midi0());
     const QString bad = m_library->add(text("bad.mid"), "x");
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
     LogCapture log;
-    QVERIFY(import.importUserLibrary(m_library->files()));
+    QVERIFY(m_library->import(m_library->files()).isDone);
     const QStringList &lines = LogCapture::lines();
     const QString ruler(44, QLatin1Char('='));
     QCOMPARE(lines.mid(0, 5),
              QStringList({ruler, text("          IMPORT USER LIBRARY"), ruler,
                           text("Found file: \"%1\"").arg(good), text("Song Index:  1")}));
-    QCOMPARE(lines.mid(lines.size() - 2),
+    QCOMPARE(lines.mid(lines.size() - 3, 2),
              QStringList({text("Found file: \"%1\"").arg(bad),
                           text("Unknown/corrupted file \"%1\"").arg(bad)}));
+    QVERIFY(lines.last().startsWith(text("[IMPORT] Reading %1 refused: ").arg(bad)));
     QVERIFY(LogCapture::tells({text("Filename   :"), good})); // the record was dumped
 }
 
-void tst_LibraryImport::anImportClearsTheOldRows()
+void tst_ImportJob::anImportClearsTheOldRows()
 {
     m_library->add(text("a.mid"), midi0(meta(3, "A")));
     m_library->add(text("b.mid"), midi0(meta(3, "B")));
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary(m_library->files()));
-    QVERIFY(import.importUserLibrary({m_library->files().at(1)}));
+    const ImportSummary summary = m_library->import(m_library->files());
+    QVERIFY(summary.isDone);
+    QCOMPARE(m_library->import({m_library->files().at(1)}).found, 1);
     QCOMPARE(m_library->model().totalRows(), 1);
     QCOMPARE(m_library->cell(0, "id"), text("1"));
     QCOMPARE(m_library->cell(0, "title"), text("B"));
-    QCOMPARE(import.counts().found, 1);
 }
 
-void tst_LibraryImport::aTableThatCantBeClearedAbortsTheImport()
+void tst_ImportJob::aTableThatCantBeClearedAbortsTheImport()
 {
     m_library->add(text("a.mid"), midi0());
     m_library->import();
     QVERIFY(QSqlQuery(m_library->db().userSongsDatabase()).exec(text("drop table usersongs")));
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
     LogCapture log;
-    QVERIFY(!import.importUserLibrary(m_library->files()));
+    const ImportSummary summary = m_library->import(m_library->files());
+    QVERIFY(!summary.isDone);
     QVERIFY(LogCapture::has(
         text("[importUserLibrary] WARNING: impossible to CLEAR table. Aborting import !!!")));
     QCOMPARE(m_library->host().events, QStringList());
-    QCOMPARE(import.counts().found, 0);
+    QCOMPARE(summary.found, 0);
 }
 
-void tst_LibraryImport::aCancelIsLookedAtWhereItIsAskedFor_data()
+void tst_ImportJob::aCancelIsNotLookedAt()
 {
-    QTest::addColumn<bool>("isCancellable");
-    QTest::addColumn<int>("rows");
-    QTest::newRow("not in the window") << false << 2;
-    QTest::newRow("on the command line") << true << 1;
-}
-
-void tst_LibraryImport::aCancelIsLookedAtWhereItIsAskedFor()
-{
-    QFETCH(bool, isCancellable);
     m_library->add(text("a.mid"), midi0());
     m_library->add(text("b.mid"), midi0());
     m_library->host().cancelAtProgress = 1;
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary(m_library->files(), {true, isCancellable}));
-    QTEST(m_library->model().totalRows(), "rows");
+    QCOMPARE(m_library->import(m_library->files()).found, 2);
 }
 
-void tst_LibraryImport::aWholeFolderBecomesRows()
+void tst_ImportJob::aWholeFolderBecomesRows()
 {
     const QString song = m_library->add(text("b/song.mid"), midi0(meta(2, "(c) K-Varo")));
     const QString note = m_library->add(text("text.txt"), "x");
     m_library->add(text("old.mid.tarvel4.bak"), midi0());
     const QString folder = m_library->filePath("songs");
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
     const LogCapture log;
-    QVERIFY(import.scanDir(folder));
+    const ImportSummary summary = scan(folder);
+    QVERIFY(summary.isDone);
     QCOMPARE(m_library->model().totalRows(), 1);
     QCOMPARE(m_library->cell(0, "filename"), song);
-    QCOMPARE(import.counts().unknown, 1);
-    QCOMPARE(import.counts().published, 1);
+    QCOMPARE(summary.unknown, 1);
+    QCOMPARE(summary.published, 1);
     const QString ruler(74, QLatin1Char('='));
     const QStringList &lines = LogCapture::lines();
     QCOMPARE(lines.mid(0, 5),
@@ -246,9 +245,10 @@ void tst_LibraryImport::aWholeFolderBecomesRows()
                           text("[scanDir] Found directory: \"%1/b\"").arg(folder),
                           text("[scanDir] Analyzing directory: \"%1/b\"").arg(folder),
                           text("[scanDir] Found file: \"%1\"").arg(song), text("Song Index:  1")}));
-    QCOMPARE(lines.mid(lines.size() - 4),
+    QCOMPARE(lines.mid(lines.size() - 5, 3),
              QStringList({ruler, text("[scanDir] Found file: \"%1\"").arg(note),
-                          text("[scanDir] Unknown/corrupted file \"%1\"").arg(note), ruler}));
+                          text("[scanDir] Unknown/corrupted file \"%1\"").arg(note)}));
+    QCOMPARE(lines.last(), ruler);
     // after the song, after its folder, after the other file
     QCOMPARE(m_library->host().events,
              QStringList({text("progress 1"), text("processPendingEvents"), text("progress 1"),
@@ -256,17 +256,16 @@ void tst_LibraryImport::aWholeFolderBecomesRows()
                           text("processPendingEvents")}));
 }
 
-void tst_LibraryImport::aFolderIsLeftWhereTheUserCancels()
+void tst_ImportJob::aFolderIsLeftWhereTheUserCancels()
 {
     m_library->add(text("a/1.mid"), midi0());
     m_library->add(text("a/2.mid"), midi0());
     m_library->host().cancelAtProgress = 1;
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(!import.scanDir(m_library->filePath("songs")));
+    QVERIFY(!scan(m_library->filePath("songs")).isDone);
     QCOMPARE(m_library->model().totalRows(), 1);
 }
 
-void tst_LibraryImport::sameNamesInTwoFoldersAreTwoRows()
+void tst_ImportJob::sameNamesInTwoFoldersAreTwoRows()
 {
     m_library->add(text("1/a.mid"), midi0(meta(3, "first")));
     m_library->add(text("2/a.mid"), midi0(meta(3, "second")));
@@ -276,17 +275,16 @@ void tst_LibraryImport::sameNamesInTwoFoldersAreTwoRows()
     QCOMPARE(m_library->cell(1, "title"), text("second"));
 }
 
-void tst_LibraryImport::noFilesGiveAnEmptyTable()
+void tst_ImportJob::noFilesGiveAnEmptyTable()
 {
     m_library->add(text("a.mid"), midi0());
     m_library->import();
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary({}));
+    QVERIFY(m_library->import({}).isDone);
     QCOMPARE(m_library->model().totalRows(), 0);
     QCOMPARE(m_library->host().events, QStringList(text(begin).arg(0)));
 }
 
-void tst_LibraryImport::theSummaryAsksAndKeepsItsBox_data()
+void tst_ImportJob::theSummaryAsksAndKeepsItsBox_data()
 {
     QTest::addColumn<bool>("synchronise");
     QTest::addColumn<bool>("showAgain");
@@ -296,33 +294,32 @@ void tst_LibraryImport::theSummaryAsksAndKeepsItsBox_data()
     QTest::newRow("no, and never again") << false << false;
 }
 
-void tst_LibraryImport::theSummaryAsksAndKeepsItsBox()
+void tst_ImportJob::theSummaryAsksAndKeepsItsBox()
 {
     QFETCH(bool, synchronise);
     QFETCH(bool, showAgain);
     m_library->add(text("a.mid"), midi0(meta(2, "K-VARO")));
     m_library->host().proceedChoice = {synchronise, showAgain};
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(import.importUserLibrary(m_library->files()));
-    QCOMPARE(import.askSynchronise(), synchronise);
+    const ImportSummary summary = m_library->import(m_library->files());
+    QVERIFY(summary.isDone);
+    QCOMPARE(ImportJob::askSynchronise(summary, m_library->host()), synchronise);
     QCOMPARE(m_library->host().events.last(), text("ask proceed 1 0 1"));
     QCOMPARE(UserSettings::copyrightAsk(), showAgain);
 
     // The next import asks again only where it was told so.
     m_library->host().events.clear();
-    import.askSynchronise();
+    ImportJob::askSynchronise(summary, m_library->host());
     QCOMPARE(m_library->host().events.size(), showAgain ? 1 : 0);
 }
 
-void tst_LibraryImport::theSummaryIsSilentWhereTheSettingSaysSo()
+void tst_ImportJob::theSummaryIsSilentWhereTheSettingSaysSo()
 {
     UserSettings::setCopyrightAsk(false);
     m_library->host().proceedChoice = {true, true};
-    LibraryImport import(m_library->db(), m_library->model(), m_library->host());
-    QVERIFY(!import.askSynchronise());
+    QVERIFY(!ImportJob::askSynchronise({}, m_library->host()));
     QCOMPARE(m_library->host().events, QStringList());
     QCOMPARE(UserSettings::copyrightAsk(), false);
 }
 
-QTEST_GUILESS_MAIN(tst_LibraryImport)
-#include "tst_libraryimport.moc"
+QTEST_GUILESS_MAIN(tst_ImportJob)
+#include "tst_importjob.moc"

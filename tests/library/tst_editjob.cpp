@@ -1,4 +1,5 @@
-#include "library/roweditor.h"
+#include "library/editjob.h"
+#include "library/songedit.h"
 
 #include "tests/library/logcapture.h"
 #include "tests/library/testlibrary.h"
@@ -21,7 +22,7 @@ const char begin[] = "begin Aggiornamento file|Aggiorno la libreria...|Interromp
 
 } // namespace
 
-class tst_RowEditor : public QObject
+class tst_EditJob : public QObject
 {
     Q_OBJECT
 
@@ -40,11 +41,21 @@ private Q_SLOTS:
 
 private:
     SongInfo editedRecord() const;
+    QString whyOf(int row)
+    {
+        return m_library->model().cellIndex(row, 1).data(Qt::ToolTipRole).toString();
+    }
+    EditSummary applyToOthers(const ApplyToAll &fields, int leftOut, Disk &disk = Disk::real())
+    {
+        return EditJob(m_library->host(), disk)
+            .run(SongRows::paths(m_library->model()), fields.changeFrom(editedRecord()),
+                 SongRows::edited(m_library->model(), leftOut), leftOut);
+    }
 
     QScopedPointer<TestLibrary> m_library;
 };
 
-void tst_RowEditor::init()
+void tst_EditJob::init()
 {
     m_library.reset();
     m_library.reset(new TestLibrary({}));
@@ -55,7 +66,7 @@ void tst_RowEditor::init()
     m_library->import();
 }
 
-SongInfo tst_RowEditor::editedRecord() const
+SongInfo tst_EditJob::editedRecord() const
 {
     SongInfo info;
     info.title = text("New title");
@@ -65,15 +76,14 @@ SongInfo tst_RowEditor::editedRecord() const
     return info;
 }
 
-void tst_RowEditor::aSavedRowShowsWhatIsInTheFile()
+void tst_EditJob::aSavedRowShowsWhatIsInTheFile()
 {
     SongEdit song;
     QVERIFY(song.load(m_library->files().at(1)));
     SongInfo info = editedRecord();
     info.title = text("Città");
     info.length = 59;
-    RowEditor editor(m_library->model(), m_library->host());
-    QVERIFY(editor.saveRow(song, info, 1));
+    SongRows::showEdit(m_library->model(), 1, song.save(info));
     QCOMPARE(m_library->cell(1, "title"), text("CittÃ")); // required: UTF-8 read as Latin-1
     QCOMPARE(m_library->cell(1, "artist"), text("NEW ARTIST"));
     QCOMPARE(m_library->cell(1, "length"), text("00:59"));
@@ -81,33 +91,35 @@ void tst_RowEditor::aSavedRowShowsWhatIsInTheFile()
     QCOMPARE(m_library->host().events, QStringList());
 }
 
-void tst_RowEditor::aRowWhoseSaveFailsCountsAsEditedToo()
+void tst_EditJob::aRowWhoseSaveFailsCountsAsEditedToo()
 {
     FailingDisk disk;
     disk.failingWrite = 1;
     SongEdit song(disk);
     QVERIFY(song.load(m_library->files().at(0)));
-    RowEditor editor(m_library->model(), m_library->host(), disk);
     LogCapture log;
-    QVERIFY(!editor.saveRow(song, editedRecord(), 0));
+    const SongOutcome saved = song.save(editedRecord());
+    SongRows::showEdit(m_library->model(), 0, saved);
+    QCOMPARE(whyOf(0), text("Non salvata: ") + saved.cause.sentence());
     QVERIFY(LogCapture::has(text("Error!")));
     QCOMPARE(m_library->statuses(), QVector<int>({edited, listed, listed})); // required
     QCOMPARE(m_library->cell(0, "title"), text("Old title"));
 }
 
-void tst_RowEditor::aSongThatVanishedKeepsItsRow()
+void tst_EditJob::aSongThatVanishedKeepsItsRow()
 {
     SongEdit song;
     QVERIFY(song.load(m_library->files().at(0)));
     QVERIFY(QFile::remove(m_library->files().at(0)));
-    RowEditor editor(m_library->model(), m_library->host());
-    QVERIFY(!editor.saveRow(song, editedRecord(), 0));
+    const SongOutcome saved = song.save(editedRecord());
+    QCOMPARE(saved.cause.codeName(), text("not-found"));
+    SongRows::showEdit(m_library->model(), 0, saved);
     QCOMPARE(m_library->cell(0, "title"), text("Old title"));
     QCOMPARE(m_library->statuses().at(0), edited);
     QVERIFY(!QFileInfo::exists(m_library->files().at(0)));
 }
 
-void tst_RowEditor::applyToAll_data()
+void tst_EditJob::applyToAll_data()
 {
     QTest::addColumn<bool>("author");
     QTest::addColumn<bool>("artist");
@@ -120,7 +132,7 @@ void tst_RowEditor::applyToAll_data()
     QTest::newRow("all four") << true << true << true << true;
 }
 
-void tst_RowEditor::applyToAll()
+void tst_EditJob::applyToAll()
 {
     QFETCH(bool, author);
     QFETCH(bool, artist);
@@ -129,9 +141,7 @@ void tst_RowEditor::applyToAll()
     const QByteArray editedRowsFile = TestFiles::read(m_library->files().at(1));
     const ApplyToAll fields{author, artist, genre, title};
     QVERIFY(fields.any());
-    RowEditor editor(m_library->model(), m_library->host());
-    editor.applyToOthers(editedRecord(), fields, 1);
-    QCOMPARE(editor.failures(), QStringList());
+    QCOMPARE(applyToOthers(fields, 1).edited, 2);
     QCOMPARE(m_library->statuses(), QVector<int>({edited, listed, edited}));
     QVERIFY(TestFiles::read(m_library->files().at(1)) == editedRowsFile);
     for (int row : {0, 2}) {
@@ -146,29 +156,27 @@ void tst_RowEditor::applyToAll()
     }
 }
 
-void tst_RowEditor::theTitleOfEachSongIsItsOwnFileName()
+void tst_EditJob::theTitleOfEachSongIsItsOwnFileName()
 {
     ApplyToAll fields;
     fields.title = true;
-    RowEditor editor(m_library->model(), m_library->host());
-    editor.applyToOthers(editedRecord(), fields, 0);
+    applyToOthers(fields, 0);
     QCOMPARE(m_library->cell(1, "title"), text("b.one"));
     QCOMPARE(m_library->cell(2, "title"), text("c"));
 }
 
-void tst_RowEditor::progressLeavesOutTheEditedRow()
+void tst_EditJob::progressLeavesOutTheEditedRow()
 {
     ApplyToAll fields;
     fields.genre = true;
-    RowEditor editor(m_library->model(), m_library->host());
-    editor.applyToOthers(editedRecord(), fields, 1);
+    applyToOthers(fields, 1);
     QCOMPARE(m_library->host().events,
              QStringList({text(begin).arg(3), text("progress 1"), text("processPendingEvents"),
                           text("progress 3"), text("processPendingEvents"), text("end")}));
     QVERIFY(!ApplyToAll().any());
 }
 
-void tst_RowEditor::songsThatFailAreSkippedAndTold()
+void tst_EditJob::songsThatFailAreSkippedAndTold()
 {
     const QString gone = m_library->files().at(1);
     QVERIFY(QFile::remove(gone));
@@ -176,30 +184,36 @@ void tst_RowEditor::songsThatFailAreSkippedAndTold()
     disk.failingWrite = 1;
     ApplyToAll fields;
     fields.genre = true;
-    RowEditor editor(m_library->model(), m_library->host(), disk);
     LogCapture log;
-    editor.applyToOthers(editedRecord(), fields, -1);
-    QCOMPARE(editor.failures(), QStringList({m_library->files().at(0), gone}));
+    const EditSummary summary = applyToOthers(fields, -1, disk);
+    const QString noRoom = Outcome{Outcome::Code::NoRoom, {}, {}, {}}.sentence();
+    const QString notFound = Outcome{Outcome::Code::NotFound, {}, {}, {}}.sentence();
+    QCOMPARE(summary.edited, 1);
+    QCOMPARE(summary.unsaved, QStringList({m_library->files().at(0), gone}));
+    QCOMPARE(summary.problems,
+             QStringList({text("a.mid: ") + noRoom, text("b.one.mid: ") + notFound}));
+    QCOMPARE(whyOf(0), text("Non salvata: ") + noRoom);
+    QCOMPARE(whyOf(1), text("Non letta: ") + notFound);
+    QCOMPARE(whyOf(2), QString());
     QCOMPARE(m_library->statuses(), QVector<int>({edited, listed, edited}));
     QCOMPARE(m_library->cell(0, "genre"), text("OLD GENRE"));
     QCOMPARE(m_library->cell(2, "genre"), text("NEW GENRE"));
-    const QStringList &lines = LogCapture::lines();
-    QCOMPARE(lines.mid(lines.size() - 3),
-             QStringList({text("[MainWindow] WARNING: songs that failed: 2"),
-                          text("[MainWindow] failed: \"%1\"").arg(m_library->files().at(0)),
-                          text("[MainWindow] failed: \"%1\"").arg(gone)}));
+    QVERIFY(LogCapture::has(text("[EDIT] Reading %1 refused: %2").arg(gone, notFound)));
+
+    // An edit that succeeds takes the failure away.
+    QCOMPARE(applyToOthers(fields, -1).edited, 2);
+    QCOMPARE(whyOf(0), QString());
 }
 
-void tst_RowEditor::cancelStopsBeforeTheNextSong()
+void tst_EditJob::cancelStopsBeforeTheNextSong()
 {
     m_library->host().cancelAtProgress = 1;
     ApplyToAll fields;
     fields.genre = true;
-    RowEditor editor(m_library->model(), m_library->host());
-    editor.applyToOthers(editedRecord(), fields, -1);
+    applyToOthers(fields, -1);
     QCOMPARE(m_library->statuses(), QVector<int>({edited, listed, listed}));
     QCOMPARE(m_library->host().events.last(), text("end"));
 }
 
-QTEST_GUILESS_MAIN(tst_RowEditor)
-#include "tst_roweditor.moc"
+QTEST_GUILESS_MAIN(tst_EditJob)
+#include "tst_editjob.moc"

@@ -1,0 +1,103 @@
+#include "library/songrows.h"
+
+#include "db/database.h"
+#include "db/usersongsreltablemodel.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+
+namespace tarvel4 {
+
+namespace {
+
+class Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(SongRows)
+};
+
+/** Why a song is as it was; empty where it is not. */
+QString reason(const SongOutcome &song)
+{
+    switch (song.result) {
+    case SongResult::NotFound:
+        return Texts::tr("non è nel catalogo");
+    case SongResult::Refused:
+        return Texts::tr("non è stata pubblicata da K-Varo, lasciata com'era");
+    case SongResult::Unreadable:
+    case SongResult::Failed:
+        return song.cause.sentence();
+    default:
+        return {};
+    }
+}
+
+QString failureText(const QString &text, const SongOutcome &song)
+{
+    const QString why = reason(song);
+    return why.isEmpty() ? why : text.arg(why);
+}
+
+} // namespace
+
+QStringList SongRows::paths(UserSongsRelTableModel &model)
+{
+    QStringList paths;
+    const int rows = model.totalRows();
+    paths.reserve(rows);
+    for (int row = 0; row < rows; ++row)
+        paths += model.fileNameOf(row);
+    return paths;
+}
+
+bool SongRows::clear(Database &db, UserSongsRelTableModel &model)
+{
+    if (model.totalRows() == 0)
+        return true;
+    if (!db.clearUserSongs())
+        return false;
+    model.select();
+    return true;
+}
+
+SongObserver SongRows::imported(UserSongsRelTableModel &model)
+{
+    return [&model](const SongOutcome &song) {
+        if (!song.isFailure() && !model.appendSong(song.after))
+            qDebug() << "[importUserLibrary] WARNING: no row for" << song.path;
+    };
+}
+
+SongObserver SongRows::updated(UserSongsRelTableModel &model)
+{
+    return [&model, row = 0](const SongOutcome &song) mutable {
+        const bool isUpdated = song.result == SongResult::Updated;
+        if (isUpdated)
+            model.updateSong(row, song.after);
+        model.setStatus(
+            row, isUpdated ? UserSongsRelTableModel::Updated : UserSongsRelTableModel::Failed);
+        model.setFailure(row, failureText(Texts::tr("Non aggiornata: %1"), song));
+        ++row;
+    };
+}
+
+SongObserver SongRows::edited(UserSongsRelTableModel &model, int leftOut)
+{
+    return [&model, leftOut, row = 0](const SongOutcome &song) mutable {
+        row += row == leftOut ? 1 : 0;
+        showEdit(model, row++, song);
+    };
+}
+
+void SongRows::showEdit(UserSongsRelTableModel &model, int row, const SongOutcome &song)
+{
+    if (song.result == SongResult::Unreadable) {
+        model.setFailure(row, failureText(Texts::tr("Non letta: %1"), song));
+        return;
+    }
+    model.updateSong(row, song.after);
+    // required: a row counts as edited whatever became of its save
+    model.setStatus(row, UserSongsRelTableModel::Edited);
+    model.setFailure(row, failureText(Texts::tr("Non salvata: %1"), song));
+}
+
+} // namespace tarvel4
