@@ -192,7 +192,7 @@ Outcome CopyBatch::stage(const QString &source, const QString &destination, QStr
         staged.path = destination;
         return staged;
     }
-    staged = copyBytes(source, target);
+    staged = copyBytes(source, target, temporary);
     target.close();
     if (staged)
         return staged;
@@ -202,7 +202,7 @@ Outcome CopyBatch::stage(const QString &source, const QString &destination, QStr
     return staged;
 }
 
-Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target)
+Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target, const QString &temporary)
 {
     const FileStamp stamp(source);
     RegularFile file(source);
@@ -218,8 +218,7 @@ Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target)
         const QByteArray block =
             QByteArray::fromRawData(m_buffer.constData(), static_cast<int>(count));
         if (Outcome written = m_disk.write(target, block); !written) {
-            qDebug() << "[copyFiles] WARNING: can't be written:" << target.fileName()
-                     << written.sentence();
+            qDebug() << "[copyFiles] WARNING: can't be written:" << temporary << written.sentence();
             return written;
         }
         left -= count;
@@ -232,7 +231,7 @@ Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target)
         qDebug() << "[copyFiles] WARNING: changed while it was copied:" << source;
         return {Outcome::Code::ChangedMeanwhile, source, {}, {}};
     }
-    copyPermissions(source, target.fileName());
+    copyPermissions(source, temporary);
     if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
         qDebug() << "[copyFiles] WARNING: time not kept:" << source;
     m_stagedBytes += stamp.size();

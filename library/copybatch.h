@@ -80,7 +80,7 @@ private:
     };
 
     Outcome stage(const QString &source, const QString &destination, QString &temporary);
-    Outcome copyBytes(const QString &source, QFileDevice &target);
+    Outcome copyBytes(const QString &source, QFileDevice &target, const QString &temporary);
     Outcome place(const Staged &staged);
     Outcome publish(const QString &temporary, const QString &destination);
     void discard(const Staged &staged);

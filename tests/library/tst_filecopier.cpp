@@ -37,11 +37,11 @@ void tst_FileCopier::anEmptyChoiceSucceedsAtOnce()
 {
     m_host.cancelAtProgress = 0;
     FailingDisk disk;
-    const CopySummary summary = copy({}, m_dir->filePath(text("not there")), disk);
+    const CopySummary summary = copy({}, disk);
     QVERIFY(summary.isComplete());
+    QCOMPARE(summary.copied, 0);
     QCOMPARE(m_host.events, QStringList());
     QCOMPARE(disk.operations, QStringList());
-    QCOMPARE(summary.copied, 0);
 }
 
 void tst_FileCopier::aCopyIsTheWholeSongWithItsTime_data()
@@ -184,13 +184,13 @@ void tst_FileCopier::overwriteAnswers()
     }
     m_host.overwriteAnswers = answers;
 
-    const CopySummary summary = copy(files, targetFolder())); // a kept song is no failure
+    const CopySummary summary = copy(files);
+    QVERIFY(summary.isComplete()); // a kept song is no failure
     QCOMPARE(m_host.events, events);
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)),
                  replaced.contains(name) ? "new " + name.toUtf8() : oldBytes);
-    QCOMPARE(summary.copied, replaced.size();
-    QVERIFY(summary.isComplete());
+    QCOMPARE(summary.copied, replaced.size());
     QCOMPARE(summary.kept, names.size() - replaced.size());
     QCOMPARE(targetNames(), names);
 }
