@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <memory>
+
 namespace tarvel4 {
 
 /** A test whose files are in a folder, a new one for each row. */
