@@ -14,7 +14,8 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
-#include <vector>
+
+using namespace tarvel4;
 
 using namespace tarvel4;
 

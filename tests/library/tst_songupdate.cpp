@@ -33,7 +33,6 @@ private Q_SLOTS:
     void aSongChangedSinceItWasReadIsLeftAlone();
     void aFailingDiskLeavesTheOldBytes_data();
     void aFailingDiskLeavesTheOldBytes();
-    void unreadable();
 };
 
 void tst_SongUpdate::matching_data()
@@ -209,15 +208,6 @@ void tst_SongUpdate::aFailingDiskLeavesTheOldBytes()
     QCOMPARE(song.perform().codeName(), text("no-room"));
     QVERIFY(TestFiles::read(path) == bytes);
     QCOMPARE(TestFiles::namesIn(QFileInfo(path).path()), QStringList(fileName));
-}
-
-void tst_SongUpdate::unreadable()
-{
-    TestLibrary library(catalogue());
-    SongUpdate song;
-    QVERIFY(!song.load(library.add(text("12anni.mid"), "no song")));
-    SongUpdate vanished;
-    QVERIFY(!vanished.load(library.filePath("12anni.mid")));
 }
 
 QTEST_GUILESS_MAIN(tst_SongUpdate)

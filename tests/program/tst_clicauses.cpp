@@ -44,9 +44,9 @@ void tst_CliCauses::row(const char *code, const char *name, const char *setup,
     const QString codeText = QString::fromLatin1(code);
     m_codes.insert(codeText);
     for (const QString &command : commands)
-        QTest::newRow(qPrintable(
-            QStringLiteral("%1, %2: %3")
-                .arg(codeText, QString::fromUtf8(name), command.section(QLatin1Char(' '), 0, 0))))
+        QTest::newRow(qPrintable(QStringLiteral("%1, %2: %3")
+                                     .arg(codeText, QString::fromUtf8(name),
+                                          command.section(QLatin1String(" --title"), 0, 0))))
             << codeText << QString::fromUtf8(setup) << command << int(place);
 }
 

@@ -19,8 +19,6 @@ private Q_SLOTS:
     void printsTextForPeople();
     void readsASong_data();
     void readsASong();
-    void takesOnlyRegularFiles_data();
-    void takesOnlyRegularFiles();
     void refusesPaths_data();
     void refusesPaths();
     void leavesWhatAPowerCutLeftAside();
@@ -164,24 +162,6 @@ void tst_CliInfo::readsASong()
     QCOMPARE(record.contains(QStringLiteral("mfxLongName")), isMfx);
     QCOMPARE(record.contains(QStringLiteral("mfxFlags")), isMfx);
     QVERIFY(!record.value(QStringLiteral("title")).toString().isEmpty());
-}
-
-void tst_CliInfo::takesOnlyRegularFiles_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::newRow("a FIFO, without waiting for its writer") << "mkfifo x.mid";
-    QTest::newRow("a device") << "ln -s /dev/zero x.mid";
-}
-
-void tst_CliInfo::takesOnlyRegularFiles()
-{
-    QFETCH(QString, line);
-    const Run run = Program(m_folder->path())
-                        .shell(line + QLatin1String("; timeout 20 \"$cli\" info --json x.mid"));
-    QCOMPARE(run.out,
-             QByteArray(R"({"path":"x.mid","error":"Unknown/corrupted file","code":"not-a-file"})"
-                        "\n"));
-    QCOMPARE(run.status, 1);
 }
 
 void tst_CliInfo::refusesPaths_data()

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void summaryBoxIsKept_data();
     void summaryBoxIsKept();
     void noSummaryWhereTheSettingIsOff();
+    void aSongThatAPowerCutSetAsideGetsItsNameBack();
     void sameNamesInTwoFoldersAreTwoRows();
     void nextImportReplacesTheRows();
     void tableThatCantBeClearedKeepsItsRows();
@@ -231,6 +232,15 @@ void tst_WindowImport::noSummaryWhereTheSettingIsOff()
     m_window->import(threeSongs());
     QVERIFY(m_window->enabled("updateDataToolButton"));
     QVERIFY(m_window->enabled("transferFilesToolButton"));
+}
+
+void tst_WindowImport::aSongThatAPowerCutSetAsideGetsItsNameBack()
+{
+    skipSummaries();
+    m_window->open();
+    WindowFixture::write(m_window->path("songs/gone.mp3.tarvel4.bak"), "old");
+    m_window->import(threeSongs());
+    QVERIFY(QFile::exists(m_window->path("songs/gone.mp3")));
 }
 
 void tst_WindowImport::sameNamesInTwoFoldersAreTwoRows()

@@ -227,13 +227,12 @@ void tst_WindowTable::unreadableSongOpensNoDialog()
 void tst_WindowTable::failedSaveIsTold()
 {
     import(1);
-    retitle(QStringLiteral("Edited"),
-            [this] { QFile::remove(m_songs.at(0)); }); // a stick is pulled
+    retitle(QStringLiteral("Edited"), [this] { QFile::remove(m_songs.at(0)); });
     m_window->driver.answerBox(QMessageBox::Ok);
     m_window->doubleClick(0, WindowFixture::Title);
     QCOMPARE(m_window->driver.lastBox.icon, QMessageBox::Warning);
     QCOMPARE(m_window->driver.lastBox.format, Qt::PlainText);
-    QVERIFY(m_window->driver.boxes.constFirst().contains(QStringLiteral("s000.mid")));
+    QVERIFY(m_window->driver.boxes.at(0).contains(QStringLiteral("s000.mid")));
     const QString cause = Outcome{Outcome::Code::NotFound, {}, {}, {}}.sentence();
     QCOMPARE(m_window->driver.lastBox.details, QStringLiteral("s000.mid: ") + cause);
     QCOMPARE(m_window->column(WindowFixture::Status).at(0), QStringLiteral("2")); // all the same
