@@ -121,7 +121,9 @@ QString Outcome::sentence() const
     const Words *words = wordsOf(code);
     if (!words)
         return {};
-    const QString text = QCoreApplication::translate("Outcome", words->sentence);
+    QString text = QCoreApplication::translate("Outcome", words->sentence);
+    if (detail.isEmpty())
+        return text.remove(QLatin1String(" (%1)")).remove(QLatin1String(": %1"));
     return text.contains(QLatin1String("%1")) ? text.arg(detail) : text;
 }
 

@@ -196,6 +196,7 @@ void tst_BackupJob::aFailedCopyFails()
     if (lines.last().startsWith(text("gone")))
         files.append(m_dir->filePath(text("gone.mid")));
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     disk.failingWrite = failingWrite;
     disk.failingSync = failingSync;
     const BackupSummary summary = backUp(files, disk);

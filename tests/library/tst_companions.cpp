@@ -103,6 +103,7 @@ void tst_Companions::aPairIsCopiedWholeOrNotAtAll()
     TestFiles::write(source(text("s.cdg")), "graphics");
     TestFiles::write(target(text("s.mp3")), oldBytes);
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     disk.failingWrite = failingWrite;
     const CopySummary summary = copy({source(text("s.mp3"))}, disk);
     QVERIFY(!summary.isComplete());

@@ -41,6 +41,7 @@ private:
         if (child == 0) {
             ScriptedHost host;
             FailingDisk disk;
+            disk.cause = Outcome::Code::NoRoom;
             disk.isFat = isFat;
             disk.before = [&](const QString &done, int doneCount) {
                 if (done == operation && doneCount == count)
@@ -60,6 +61,7 @@ void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
     const QStringList files{TestFiles::write(source(text("1/s.mid")), "first"),
                             TestFiles::write(source(text("2/S.MID")), "second")};
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     QVERIFY(copy(files, disk).isComplete());
     QCOMPARE(disk.operations,
              strings({"write", "syncVolume", "replace", "rename", "write", "syncVolume", "replace",
@@ -72,6 +74,7 @@ void tst_CopyBatch::namesComeAfterTheBytesAndBeforeTheLastFlush()
     const QStringList files{TestFiles::write(source(text("a.mid")), newBytes),
                             TestFiles::write(source(text("b.mid")), newBytes)};
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     QStringList namesAtLastProgress;
     m_host.onProgress = [&](int value) {
         if (value == 2)
@@ -90,6 +93,7 @@ void tst_CopyBatch::manySongsAreFlushedInFewBatches()
     for (int i = 0; i < 501; ++i)
         files.append(TestFiles::write(source(QString::number(i) + text(".mid")), newBytes));
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     const CopySummary summary = copy(files, disk);
     QVERIFY(summary.isComplete());
     QCOMPARE(summary.copied, 501);
@@ -141,6 +145,7 @@ void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
     TestFiles::write(target(text("a.mid")), oldBytes);
     TestFiles::write(target(text("b.mid")), oldBytes);
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     disk.isFat = true;
     QStringList namesBeforeTheLastFlush;
     disk.before = [&](const QString &operation, int count) {
@@ -177,6 +182,7 @@ void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack()
     const QStringList names = strings({"a.mid", "b.mid"});
     const QStringList files = newOverOld(names);
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     disk.isFat = true;
     disk.failingReplace = failingReplace;
     disk.failingSync = failingSync;

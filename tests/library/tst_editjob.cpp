@@ -94,6 +94,7 @@ void tst_EditJob::aSavedRowShowsWhatIsInTheFile()
 void tst_EditJob::aRowWhoseSaveFailsCountsAsEditedToo()
 {
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     disk.failingWrite = 1;
     SongEdit song(disk);
     QVERIFY(song.load(m_library->files().at(0)));
@@ -181,6 +182,7 @@ void tst_EditJob::songsThatFailAreSkippedAndTold()
     const QString gone = m_library->files().at(1);
     QVERIFY(QFile::remove(gone));
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     disk.failingWrite = 1;
     ApplyToAll fields;
     fields.genre = true;

@@ -204,6 +204,7 @@ void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes()
     QFETCH(int, failingWrite);
     const QString path = song(name, bytes);
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     disk.failingWrite = failingWrite;
     SongEdit edit(disk);
     QVERIFY(edit.load(path));

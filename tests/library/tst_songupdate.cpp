@@ -202,6 +202,7 @@ void tst_SongUpdate::aFailingDiskLeavesTheOldBytes()
     TestLibrary library(catalogue());
     const QString path = library.add(fileName, bytes);
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     disk.failingWrite = 1;
     SongUpdate song(disk);
     QVERIFY(song.load(path) && song.match(library.db()) && song.prepare());

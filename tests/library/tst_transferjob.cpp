@@ -297,6 +297,7 @@ void tst_TransferJob::aCancelledCopyIsAFailure()
 void tst_TransferJob::anIndexThatCantBeWrittenIsAFailure()
 {
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     const QString file = song("a.mid");
     disk.failingWrite = 2; // the first one is the song's
     disk.staysBroken = true;

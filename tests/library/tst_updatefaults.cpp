@@ -82,6 +82,7 @@ void tst_UpdateFaults::theRunGoesOnAfterAFailure()
     m_library->import();
 
     FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
     if (fault == text("vanish") || fault == text("folder"))
         QVERIFY(QFile::remove(path));
     if (fault == text("folder"))

@@ -31,7 +31,7 @@ void tst_Causes::aDamagedIndex()
     const QTemporaryDir folder;
     const QString root = folder.filePath(QStringLiteral("card"));
     PreparedMemory::write(root);
-    PreparedMemory::writeFile(root + QStringLiteral("/index.id3"), "xyz");
+    TestFiles::write(root + QStringLiteral("/index.id3"), "xyz");
     DialogDriver driver;
     QString details;
     driver.expect<QMessageBox>([&details](QMessageBox &box) {

@@ -158,7 +158,8 @@ void tst_Dialogs::sizes()
     QVERIFY2(made->width() <= room.width(), qPrintable(QString::number(made->width())));
 
     for (const QPushButton *button : made->findChildren<QPushButton *>())
-        QVERIFY2(button->width() >= button->sizeHint().width(), qPrintable(button->text()));
+        QVERIFY2(!button->isVisible() || button->width() >= button->sizeHint().width(),
+                 qPrintable(button->text()));
     for (const QLabel *label : made->findChildren<QLabel *>())
         QVERIFY2(!label->isVisible() || !label->wordWrap()
                      || label->height() >= label->heightForWidth(label->width()),

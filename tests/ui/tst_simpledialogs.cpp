@@ -10,6 +10,8 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSettings>
@@ -44,6 +46,7 @@ private Q_SLOTS:
     void questionCanBeReplaced();
     void summaries();
     void tickedBoxShowsNoMore();
+    void filesThatWereNotReadAreShownOnDemand();
 
 private:
     static QSettings settings() { return QSettings(text("kvaro"), text("tarvel4soft")); }
@@ -272,6 +275,25 @@ void tst_SimpleDialogs::tickedBoxShowsNoMore()
     QVERIFY(!dialog.showAgain());
     QTest::keyClick(child(dialog, "checkBoxShowAgain"), Qt::Key_Space);
     QVERIFY(dialog.showAgain());
+}
+
+void tst_SimpleDialogs::filesThatWereNotReadAreShownOnDemand()
+{
+    ProceedDialog dialog;
+    dialog.show();
+    auto *show = child<QPushButton>(dialog, "problemsPushButton");
+    auto *list = child<QPlainTextEdit>(dialog, "problemsTextEdit");
+    QVERIFY(!show->isVisible() && !list->isVisible());
+
+    dialog.setProblems({text("a.mid: <b>x</b>"), text("b.mid: y")});
+    QVERIFY(show->isVisible() && !list->isVisible());
+    show->click();
+    QVERIFY(list->isVisible() && list->isReadOnly());
+    QCOMPARE(list->toPlainText(), text("a.mid: <b>x</b>\nb.mid: y"));
+    constexpr int smallScreen = 372;
+    QVERIFY2(dialog.height() <= smallScreen, qPrintable(QString::number(dialog.height())));
+    show->click();
+    QVERIFY(!list->isVisible());
 }
 
 QTEST_MAIN(tst_SimpleDialogs)
