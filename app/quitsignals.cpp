@@ -20,7 +20,7 @@ int ends[2]; // of a pipe: hardly anything but write() may be called while a sig
 extern "C" void passOn(int signal)
 {
     const int before = errno;
-    const char byte = char(signal);
+    const char byte = static_cast<char>(signal);
     const ssize_t written = write(ends[1], &byte, 1); // a full pipe holds signals enough
     Q_UNUSED(written)
     errno = before;

@@ -42,7 +42,8 @@ std::vector<QByteArray> noise(int values)
     QRandomGenerator generator(1);
     std::vector<QByteArray> texts(5, QByteArray(100000, Qt::Uninitialized));
     for (QByteArray &text : texts)
-        std::generate(text.begin(), text.end(), [&] { return char(generator.bounded(values)); });
+        std::generate(text.begin(), text.end(),
+                      [&] { return static_cast<char>(generator.bounded(values)); });
     return texts;
 }
 
@@ -51,7 +52,9 @@ std::vector<QByteArray> counting()
 {
     QByteArray text;
     for (int i = 0; text.size() < 100000; ++i)
-        text.append(char(0)).append(char(i >> 8)).append(char(i));
+        text.append(static_cast<char>(0))
+            .append(static_cast<char>(i >> 8))
+            .append(static_cast<char>(i));
     return {text};
 }
 
@@ -69,7 +72,7 @@ double speed(const Corpus &corpus, const std::function<void(std::size_t)> &job)
     qint64 bytes = 0;
     for (const QByteArray &text : corpus.texts)
         bytes += text.size();
-    return double(bytes) * 1e3 / double(best);
+    return static_cast<double>(bytes) * 1e3 / static_cast<double>(best);
 }
 
 void measure(const Corpus &corpus)
@@ -99,7 +102,7 @@ void measure(const Corpus &corpus)
             from += corpus.texts[i].size();
             to += streams[i].size();
         }
-        return 100.0 * double(to) / double(from);
+        return 100.0 * static_cast<double>(to) / static_cast<double>(from);
     };
     std::printf("%-22s %8.1f %8.1f %6.2f %9.1f %8.1f %6.2f %7.1f%% %6.1f%%\n", corpus.name,
                 compress, zlibCompress, compress / zlibCompress, expand, zlibExpand,

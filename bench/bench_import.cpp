@@ -17,7 +17,7 @@ namespace {
 
 double microseconds(const QElapsedTimer &timer, int songs)
 {
-    return double(timer.nsecsElapsed()) / 1000 / songs;
+    return static_cast<double>(timer.nsecsElapsed()) / 1000 / songs;
 }
 
 SongInfo song(int number)

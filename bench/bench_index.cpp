@@ -33,7 +33,7 @@ constexpr int runs = 7;
 
 QByteArray event(char type, const QByteArray &payload)
 {
-    return QByteArray("\x00\xFF", 2) + type + char(payload.size()) + payload;
+    return QByteArray("\x00\xFF", 2) + type + static_cast<char>(payload.size()) + payload;
 }
 
 QByteArray filledUp(QByteArray bytes, char filling)
@@ -54,7 +54,8 @@ QByteArray midiSong(int number)
 
 QByteArray frame(const QByteArray &id, const QByteArray &text)
 {
-    return id + QByteArray("\0\0\0", 3) + char(text.size() + 1) + QByteArray("\0\0\0", 3) + text;
+    return id + QByteArray("\0\0\0", 3) + static_cast<char>(text.size() + 1)
+        + QByteArray("\0\0\0", 3) + text;
 }
 
 QByteArray mp3Song(int number)
@@ -139,7 +140,7 @@ double processorSeconds()
     rusage usage = {};
     getrusage(RUSAGE_SELF, &usage);
     const auto seconds = [](const timeval &time) {
-        return double(time.tv_sec) + double(time.tv_usec) / 1e6;
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
     };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
@@ -151,7 +152,7 @@ Cost costOf(const std::function<bool()> &job)
     timer.start();
     if (!job())
         qFatal("a run failed");
-    return {double(timer.nsecsElapsed()) / 1e9, processorSeconds() - before};
+    return {static_cast<double>(timer.nsecsElapsed()) / 1e9, processorSeconds() - before};
 }
 
 double median(const std::vector<Cost> &costs, double Cost::*kind)

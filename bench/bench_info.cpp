@@ -36,7 +36,7 @@ Seconds seconds(const std::function<void()> &one, const std::function<void()> &o
     const auto time = [](const std::function<void()> &job) {
         const std::clock_t start = std::clock();
         job();
-        return double(std::clock() - start) / CLOCKS_PER_SEC;
+        return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
     };
     Seconds least;
     for (int run = 0; run < 5; ++run) {
@@ -76,7 +76,7 @@ int readWithTagLib(const QString &folder)
 
 void compare(const char *what, const QString &folder)
 {
-    const int count = int(QDir(folder).entryList(QDir::Files).size());
+    const int count = static_cast<int>(QDir(folder).entryList(QDir::Files).size());
     long long bytes = 0;
     int titles = 0;
     const Seconds time = seconds([&] { bytes = read_bytes(QFile::encodeName(folder).constData()); },
@@ -85,8 +85,8 @@ void compare(const char *what, const QString &folder)
         qFatal("not every song could be read");
     std::printf("%s: %d songs, %.1f MB read; bare reads %.1f us a song, records %.1f us, ratio "
                 "%.2f\n",
-                what, count, double(bytes) * 1e-6, time.one / count * 1e6, time.other / count * 1e6,
-                time.other / time.one);
+                what, count, static_cast<double>(bytes) * 1e-6, time.one / count * 1e6,
+                time.other / count * 1e6, time.other / time.one);
 }
 
 } // namespace

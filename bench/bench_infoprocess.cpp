@@ -41,7 +41,7 @@ double secondsOf(std::initializer_list<const char *> command)
     if (wait4(child, &status, 0, &usage) != child || status != 0)
         qFatal("%s failed", *command.begin());
     const auto seconds = [](const timeval &time) {
-        return double(time.tv_sec) + double(time.tv_usec) * 1e-6;
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
     };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }

@@ -66,7 +66,7 @@ QByteArray midiSong()
     const auto bigEndian = [](int number) {
         QByteArray bytes(4, '\0');
         for (int i = 0; i < 4; ++i)
-            bytes[i] = char(number >> (8 * (3 - i)) & 0xFF);
+            bytes[i] = static_cast<char>(number >> (8 * (3 - i)) & 0xFF);
         return bytes;
     };
     return "MThd"
@@ -97,7 +97,7 @@ QStringList makeSongs(const QString &folder, int count)
 
 double secondsSince(const QElapsedTimer &timer)
 {
-    return double(timer.nsecsElapsed()) / 1e9;
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
 }
 
 /** Writes the bytes that a file holds into it again. */
@@ -160,8 +160,8 @@ void measure(Database &db, const QString &base, int count)
     const double bare = rewrite(updated);
     std::printf("%6d songs, %5d updated: %6.2f s, %6.1f us a song; rewriting %6.2f s, ratio %.2f; "
                 "lookups %.3f s, %.1f %%\n",
-                count, int(updated.size()), ours, ours / count * 1e6, bare, ours / bare, lookups,
-                100 * lookups / ours);
+                count, static_cast<int>(updated.size()), ours, ours / count * 1e6, bare,
+                ours / bare, lookups, 100 * lookups / ours);
     std::fflush(stdout);
 }
 

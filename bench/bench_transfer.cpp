@@ -38,7 +38,7 @@ double secondsOf(const std::function<bool()> &job)
     timer.start();
     if (!job())
         qFatal("the copy failed");
-    return double(timer.nsecsElapsed()) / 1e9;
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
 }
 
 double copyWithCp(const QString &from, const QString &to)

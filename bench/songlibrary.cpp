@@ -21,13 +21,15 @@ QByteArray midiSong(std::mt19937 &random, bool hasFields)
         events += songInfo(1, "Pop") + songInfo(2, "Mina") + songInfo(3, "Conte")
             + songInfo(4, "215") + songInfo(5, "120") + marker(1, "Intro")
             + meta(0x59, hex("0200"));
-    const int notes = 2500 + int(random() % 3000);
+    const int notes = 2500 + static_cast<int>(random() % 3000);
     QByteArray music;
     for (int i = 0; i < notes; ++i) {
-        const char channel = char(random() % 16);
-        const char pitch = char(40 + random() % 40);
-        music += QByteArray(1, char(random() % 100)) + char(0x90 | channel) + pitch + char(100);
-        music += QByteArray(1, char(random() % 100)) + char(0x80 | channel) + pitch + char(0);
+        const char channel = static_cast<char>(random() % 16);
+        const char pitch = static_cast<char>(40 + random() % 40);
+        music += QByteArray(1, static_cast<char>(random() % 100))
+            + static_cast<char>(0x90 | channel) + pitch + static_cast<char>(100);
+        music += QByteArray(1, static_cast<char>(random() % 100))
+            + static_cast<char>(0x80 | channel) + pitch + static_cast<char>(0);
     }
     return midi(1, {track(events + endOfTrack()), track(music + endOfTrack())});
 }
@@ -39,7 +41,7 @@ QByteArray mp3Song(std::mt19937 &random, bool hasPicture)
         + frame("TLEN", "215000") + frame("TCON", "Pop");
     if (hasPicture) {
         QByteArray picture(40'000, '\0');
-        std::generate(picture.begin(), picture.end(), [&] { return char(random()); });
+        std::generate(picture.begin(), picture.end(), [&] { return static_cast<char>(random()); });
         body += frame("APIC", picture);
     }
     return tag(body + QByteArray(1024, '\0')) + audio(100);

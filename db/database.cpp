@@ -60,7 +60,7 @@ QSqlDatabase addConnection(const QString &name)
 QString folded(QString text)
 {
     for (QChar &c : text) {
-        if (c >= u'A' && c <= u'Z')
+        if (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
             c = QChar(c.unicode() - u'A' + u'a');
     }
     return text;
@@ -87,14 +87,15 @@ bool isColumnName(const QString &text)
 bool isPlain(const QString &text)
 {
     return std::none_of(text.begin(), text.end(), [](QChar c) {
-        return c == u'%' || c == u'_' || c.isNull() || c.isSurrogate() || c >= u'\uFFFD';
+        return c == QLatin1Char('%') || c == QLatin1Char('_') || c.isNull() || c.isSurrogate()
+            || c >= u'\uFFFD';
     });
 }
 
 /** False for a text whose statement could not have a row of its own: it is then not executed. */
 bool isAskable(const QString &text)
 {
-    return !text.contains(u'"') && !isColumnName(text);
+    return !text.contains(QLatin1Char('"')) && !isColumnName(text);
 }
 
 /** True for a text that is the same to LIKE as to a comparison of folded texts. */
@@ -118,7 +119,7 @@ qint32 toNumber(const QVariant &value)
 QVector<Marker> toMarkers(const QString &text)
 {
     QVector<Marker> markers;
-    const QStringList parts = text.split(u';', Qt::SkipEmptyParts);
+    const QStringList parts = text.split(QLatin1Char(';'), Qt::SkipEmptyParts);
     for (int i = 0; i + 1 < parts.size(); i += 2) {
         bool isNumber = false;
         const int bar = parts.at(i).toInt(&isNumber, 10);

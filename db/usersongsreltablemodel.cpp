@@ -72,10 +72,17 @@ void UserSongsRelTableModel::setHeaders()
 bool UserSongsRelTableModel::appendSong(const SongInfo &song)
 {
     // required: an unknown tempo stays negative here, while updateSong() makes it 0
-    const QVariant values[] = {song.format,    song.title,  song.artist,
-                               song.genre,     song.author, lengthText(song.length),
-                               song.bpm,       song.key,    song.filename,
-                               song.shortname, int(Listed)};
+    const QVariant values[] = {song.format,
+                               song.title,
+                               song.artist,
+                               song.genre,
+                               song.author,
+                               lengthText(song.length),
+                               song.bpm,
+                               song.key,
+                               song.filename,
+                               song.shortname,
+                               static_cast<int>(Listed)};
     int position = 0;
     for (const QVariant &value : values)
         m_insert.bindValue(position++, value);

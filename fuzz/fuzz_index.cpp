@@ -17,7 +17,7 @@ namespace {
 
 QString filePath(const QString &root, const char *name)
 {
-    return root + u'/' + QLatin1String(name);
+    return root + QLatin1Char('/') + QLatin1String(name);
 }
 
 void write(const QString &path, const QByteArray &bytes)
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     Index index;
     const int listed = index.writeSongList(root, lists.filePath(QStringLiteral("list")),
                                            static_cast<int>(size % 3));
-    Fuzzing::require(listed == int(isReadable));
+    Fuzzing::require(listed == static_cast<int>(isReadable));
 
     // An index that can be read is brought up to date, and what an update writes needs no other.
     Fuzzing::require(index.update(root) == isReadable);

@@ -19,7 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     QByteArray stream;
     codec.compress(input, stream);
-    const bool expandable = !input.isEmpty() && input.size() <= int(LzHuffFormat::maxTextSize);
+    const bool expandable =
+        !input.isEmpty() && input.size() <= static_cast<int>(LzHuffFormat::maxTextSize);
     Fuzzing::require(codec.expand(stream, text) == expandable);
     Fuzzing::require(!expandable || text == input);
     return 0;

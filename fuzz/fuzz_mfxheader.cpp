@@ -18,8 +18,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     header.setTitle(title);
     header.setBpm(header.bpm());
     header.setFlag(header.flags());
-    header.setTotalSize(quint32(size));
-    header.setUncompressedSize(quint32(size));
+    header.setTotalSize(static_cast<quint32>(size));
+    header.setUncompressedSize(static_cast<quint32>(size));
     Fuzzing::require(header.headerBytes().size() >= (header.version() == 0 ? 0 : input.size()));
     return 0;
 }

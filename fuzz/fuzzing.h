@@ -20,7 +20,7 @@ inline void silenceLog()
 
 inline QByteArray bytes(const std::uint8_t *data, std::size_t size)
 {
-    return QByteArray(reinterpret_cast<const char *>(data), int(size));
+    return QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size));
 }
 
 /** A promise that was broken is a crash, so that libFuzzer keeps the input. */

@@ -45,7 +45,7 @@ public:
         , m_root(root)
         , m_isMatched(songs.size(), false)
     {
-        m_candidates.reserve(std::max(std::size_t(known.size()), songs.size()));
+        m_candidates.reserve(std::max(static_cast<std::size_t>(known.size()), songs.size()));
         for (const IndexEntry &entry : known)
             m_candidates.push_back({entry, {}, false, false, false});
         m_knownCount = m_candidates.size();

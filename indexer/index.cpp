@@ -27,7 +27,7 @@ namespace {
 
 QString withoutTrailingSeparator(QString path)
 {
-    if (path.endsWith(u'/') || path.endsWith(u'\\'))
+    if (path.endsWith(QLatin1Char('/')) || path.endsWith(u'\\'))
         path.chop(1);
     return path;
 }
@@ -38,12 +38,12 @@ QString joinable(const QString &root)
     const QString path = withoutTrailingSeparator(root);
     if (path.isEmpty() || !QDir::isRelativePath(path))
         return path;
-    return withoutTrailingSeparator(QDir::cleanPath(QDir(path + u'/').absolutePath()));
+    return withoutTrailingSeparator(QDir::cleanPath(QDir(path + QLatin1Char('/')).absolutePath()));
 }
 
 QString filePath(const QString &root, const char *name)
 {
-    return withoutTrailingSeparator(root) + u'/' + QLatin1String(name);
+    return withoutTrailingSeparator(root) + QLatin1Char('/') + QLatin1String(name);
 }
 
 /** The first file that a prepared memory has and this one has not; empty where it has them all. */

@@ -61,7 +61,7 @@ Outcome IndexLoader::load()
 
 Outcome IndexLoader::readFile(const char *name, qint64 largestSize, QByteArray &records) const
 {
-    const QString path = m_root + u'/' + QLatin1String(name);
+    const QString path = m_root + QLatin1Char('/') + QLatin1String(name);
     RegularFile file(path);
     if (!file.outcome())
         return file.outcome();
@@ -81,7 +81,7 @@ Outcome IndexLoader::loadPaths()
     if (records.size() % PathRecord::size != 0) {
         const QString name = QLatin1String(pathFile);
         return {Outcome::Code::DamagedIndex,
-                m_root + u'/' + name,
+                m_root + QLatin1Char('/') + name,
                 tr("%1: l'ultimo record non è intero").arg(name),
                 {}};
     }

@@ -55,7 +55,7 @@ QByteArray pathSortKey(const QString &path)
 IndexVerifier::IndexVerifier(const QString &root)
     : m_root(root)
 {
-    if (m_root.endsWith(u'/') || m_root.endsWith(u'\\'))
+    if (m_root.endsWith(QLatin1Char('/')) || m_root.endsWith(u'\\'))
         m_root.chop(1);
 }
 
@@ -81,7 +81,7 @@ void IndexVerifier::report(const QString &file, int record, const QString &probl
 /** The whole records of a file; what is wrong with the file as such is reported. */
 QByteArray IndexVerifier::read(const QString &name, int recordSize, qint64 largestSize)
 {
-    QFile file(m_root + u'/' + name);
+    QFile file(m_root + QLatin1Char('/') + name);
     QByteArray bytes;
     if (QFileInfo(file).isFile() && file.size() <= largestSize && file.open(QIODevice::ReadOnly))
         bytes = file.readAll();

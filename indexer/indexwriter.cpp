@@ -71,7 +71,7 @@ IndexWriter::IndexWriter(const QString &root, const QVector<IndexEntry> &entries
 
 int IndexWriter::write(const char *name, const QByteArray &bytes)
 {
-    const QString path = m_root + u'/' + QLatin1String(name);
+    const QString path = m_root + QLatin1Char('/') + QLatin1String(name);
     QFile file(path);
     const bool isWritten =
         isDone(m_disk.openForWriting(file), path) && isDone(m_disk.write(file, bytes), path);
@@ -92,7 +92,7 @@ bool IndexWriter::isDone(Outcome outcome, const QString &path)
 int IndexWriter::writeOrdIndex()
 {
     qDebug() << "write ord index";
-    const QString path = m_root + u'/' + QLatin1String(ordFile);
+    const QString path = m_root + QLatin1Char('/') + QLatin1String(ordFile);
     QFile file(path);
     if (!isDone(m_disk.openForWriting(file), path))
         return -1;
@@ -199,8 +199,8 @@ int IndexWriter::writeNumfileIndex(int titleCount, int artistCount)
     QByteArray bytes(NumRecord::size, '\0');
     qToLittleEndian(static_cast<quint16>(titleCount), bytes.data() + NumRecord::titlesAt);
     qToLittleEndian(static_cast<quint16>(artistCount), bytes.data() + NumRecord::artistsAt);
-    const QString unfinished = m_root + u'/' + QLatin1String(unfinishedNumFile);
-    const QString path = m_root + u'/' + QLatin1String(numFile);
+    const QString unfinished = m_root + QLatin1Char('/') + QLatin1String(unfinishedNumFile);
+    const QString path = m_root + QLatin1Char('/') + QLatin1String(numFile);
     const bool written = write(unfinishedNumFile, bytes) == 0
         && isDone(m_disk.syncVolume(m_root), m_root)
         && isDone(m_disk.replace(unfinished, path), path)

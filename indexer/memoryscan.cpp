@@ -20,17 +20,17 @@ template <std::size_t N> bool isOneOf(QStringView name, const std::array<const c
 
 bool isSongOrFolder(const QString &name, bool isFolder)
 {
-    if (name.startsWith(u'.'))
+    if (name.startsWith(QLatin1Char('.')))
         return false;
     if (isFolder)
         return !isOneOf(name, IndexFormat::skippedFolders);
-    const int dot = name.lastIndexOf(u'.');
+    const int dot = name.lastIndexOf(QLatin1Char('.'));
     return dot >= 0 && isOneOf(QStringView(name).mid(dot + 1), IndexFormat::songSuffixes);
 }
 
 bool isSetAside(const QString &name, bool isFolder)
 {
-    return !isFolder && !name.startsWith(u'.') && Recovery::isRecoveryName(name);
+    return !isFolder && !name.startsWith(QLatin1Char('.')) && Recovery::isRecoveryName(name);
 }
 
 bool isWanted(const QString &name, bool isFolder)
@@ -46,7 +46,7 @@ MemoryScan::MemoryScan()
 
 Outcome MemoryScan::scan(const QString &root)
 {
-    walk(root + u'/');
+    walk(root + QLatin1Char('/'));
     return m_root;
 }
 
@@ -69,7 +69,8 @@ QByteArray MemoryScan::keyOf(const QByteArray &keyOfFolder, const FolderListing:
     const QByteArray name = SortKeys::ofPath(entry.name);
     const QByteArray folder = keyOfFolder.isEmpty() ? QByteArrayLiteral("/") : keyOfFolder;
     QByteArray key;
-    key.reserve(folder.size() + name.size() + int(entry.isFolder)); // thousands are kept
+    key.reserve(folder.size() + name.size()
+                + static_cast<int>(entry.isFolder)); // thousands are kept
     key += folder;
     key += name;
     if (entry.isFolder)

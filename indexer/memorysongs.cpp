@@ -48,7 +48,7 @@ MemorySongs::Match MemorySongs::take(const QString &recordedPath, const QByteArr
     };
     const auto best = std::find_if(candidates.begin(), candidates.end(), fits);
     if (best != candidates.end())
-        return {candidates.takeAt(int(best - candidates.begin())), true};
+        return {candidates.takeAt(static_cast<int>(best - candidates.begin())), true};
     const QString path = candidates.takeFirst();
     return {path, stampOf(path) == stamp};
 }
@@ -80,8 +80,8 @@ void MemorySongs::collect(const QString &below, QSet<QString> &entered)
     entered.insert(folder.canonicalPath());
     const auto entries = folder.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
     for (const QFileInfo &entry : entries) {
-        const QString path = below + u'/' + entry.fileName();
-        if (entry.fileName().startsWith(u'.'))
+        const QString path = below + QLatin1Char('/') + entry.fileName();
+        if (entry.fileName().startsWith(QLatin1Char('.')))
             continue;
         if (entry.isDir()) {
             if (!isOneOf(entry.fileName(), skippedFolders))

@@ -42,7 +42,8 @@ bool RecordedText::isTidy(const QByteArray &text, int fieldSize)
     const QString stored = QString::fromLatin1(text);
     const bool isCut = text.size() == fieldSize;
     // What was cut off may have stood behind the white space at the end.
-    const QString trimmed = isCut ? (stored + u'.').trimmed().chopped(1) : stored.trimmed();
+    const QString trimmed =
+        isCut ? (stored + QLatin1Char('.')).trimmed().chopped(1) : stored.trimmed();
     return trimmed.toUpper() == stored;
 }
 

@@ -12,7 +12,7 @@ namespace {
 QString line(const QString &title, const QString &artist, const QString &file)
 {
     // required: no quoting, so a title with a semicolon shifts the columns of its line
-    return title + u';' + artist + u';' + file + QLatin1String(";\n");
+    return title + QLatin1Char(';') + artist + QLatin1Char(';') + file + QLatin1String(";\n");
 }
 
 } // namespace

@@ -37,7 +37,7 @@ QString id3Text(const QByteArray &bytes, Id3Format::TextFrame frame)
     const int at = static_cast<int>(found - bytes.begin());
     const auto size = Bytes::bigEndianAt<quint32>(bytes, at + Id3Format::frameSizeOffset);
     return Bytes::text(bytes, at + Id3Format::frameHeaderSize + Id3Format::encodingSize,
-                       qint64(size) - Id3Format::encodingSize);
+                       static_cast<qint64>(size) - Id3Format::encodingSize);
 }
 
 void readMp3(const QByteArray &bytes, IndexEntry &entry)
@@ -107,7 +107,7 @@ private:
 
     void takeSongInfo(int begin, int size)
     {
-        const quint8 subType = size > 0 ? Bytes::byteAt(m_bytes, begin) : quint8(0);
+        const quint8 subType = size > 0 ? Bytes::byteAt(m_bytes, begin) : static_cast<quint8>(0);
         const int textBegin = begin + MidiFormat::subTypeSize;
         const int textSize = size - MidiFormat::subTypeSize;
         if (subType == static_cast<quint8>(MidiFormat::SubType::Genre))
@@ -169,8 +169,8 @@ void readFormat(const QByteArray &bytes, IndexEntry &entry)
 /** The file's name without its suffix, or with it where nothing but blanks is left. */
 QString defaultTitle(const QString &path)
 {
-    const QString name = path.mid(path.lastIndexOf(u'/') + 1);
-    const QString title = name.left(name.lastIndexOf(u'.'));
+    const QString name = path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+    const QString title = name.left(name.lastIndexOf(QLatin1Char('.')));
     return title.trimmed().isEmpty() ? name : title;
 }
 

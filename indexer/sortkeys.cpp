@@ -23,7 +23,8 @@ QByteArray SortKeys::ofPath(const QString &path)
     ushort all = 0;
     std::transform(path.begin(), path.end(), key.begin(), [&all](QChar c) {
         all |= c.unicode();
-        return c >= u'a' && c <= u'z' ? char(c.unicode() - u'a' + u'A') : char(c.unicode());
+        return c >= u'a' && c <= u'z' ? static_cast<char>(c.unicode() - u'a' + u'A')
+                                      : static_cast<char>(c.unicode());
     });
     return all < firstOther ? key : path.toUpper().toLatin1();
 }
@@ -43,7 +44,9 @@ QString SortKeys::ofText(const QString &text)
 std::vector<int> SortKeys::byPath(const std::vector<QByteArray> &keys)
 {
     const auto isLess = [&keys](int left, int right) {
-        return comparePaths(keys[std::size_t(left)], keys[std::size_t(right)]) < 0;
+        return comparePaths(keys[static_cast<std::size_t>(left)],
+                            keys[static_cast<std::size_t>(right)])
+            < 0;
     };
     std::vector<int> positions = allPositions(keys.size());
     // A rebuild finds the songs in this order, and an update most of them.
@@ -55,7 +58,7 @@ std::vector<int> SortKeys::byPath(const std::vector<QByteArray> &keys)
 std::vector<int> SortKeys::byPath(const QVector<IndexEntry> &entries)
 {
     std::vector<QByteArray> keys;
-    keys.reserve(std::size_t(entries.size()));
+    keys.reserve(static_cast<std::size_t>(entries.size()));
     for (const IndexEntry &entry : entries)
         keys.push_back(ofPath(entry.relativePath));
     return byPath(keys);
@@ -63,7 +66,7 @@ std::vector<int> SortKeys::byPath(const QVector<IndexEntry> &entries)
 
 std::vector<int> SortKeys::byText(const QVector<IndexEntry> &entries, QString IndexEntry::*text)
 {
-    return byText(entries, text, allPositions(std::size_t(entries.size())));
+    return byText(entries, text, allPositions(static_cast<std::size_t>(entries.size())));
 }
 
 std::vector<int> SortKeys::byText(const QVector<IndexEntry> &entries, QString IndexEntry::*text,

@@ -33,14 +33,14 @@ constexpr std::size_t batchSongs = 500;
 bool isRunning(qint64 pid)
 {
 #ifdef Q_OS_WIN
-    const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, DWORD(pid));
+    const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(pid));
     if (!process)
         return false;
     const bool running = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
     CloseHandle(process);
     return running;
 #else
-    return kill(pid_t(pid), 0) == 0 || errno == EPERM;
+    return kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM;
 #endif
 }
 

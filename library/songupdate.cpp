@@ -31,7 +31,7 @@ QVector<QPair<QString, QVariant>> storedFields(const SongInfo &info)
             {QStringLiteral("publisher"), info.isPublisher},
             {QStringLiteral("markers"), toVariants(info.markers)},
             {QStringLiteral("mfxLongName"), info.mfxLongName},
-            {QStringLiteral("mfxFlags"), int(info.mfxFlags)}};
+            {QStringLiteral("mfxFlags"), static_cast<int>(info.mfxFlags)}};
 }
 
 QVector<FieldChange> changesBetween(const SongInfo &oldInfo, const SongInfo &newInfo)

@@ -150,7 +150,8 @@ private:
         if (melody.size() != chords.size())
             qFatal("%s, %s: %d bars of melody, %d of chords", qPrintable(m_tune.title),
                    section.name, melody.size(), chords.size());
-        m_song.markers.append({quint16(m_song.bars + 1), QString::fromLatin1(section.name)});
+        m_song.markers.append(
+            {static_cast<quint16>(m_song.bars + 1), QString::fromLatin1(section.name)});
         m_syllables = Notation::wordsOf(section.syllables);
         const bool isLast = &section == &m_tune.sections.last();
         for (int bar = 0; bar < melody.size(); ++bar) {
@@ -199,13 +200,14 @@ private:
 
     void accompany(const QVector<Chord> &chords)
     {
-        const double share = double(m_tune.eighthsInBar) / chords.size();
+        const double share = static_cast<double>(m_tune.eighthsInBar) / chords.size();
         for (int i = 0; i < chords.size(); ++i) {
             for (int note : voicing(chords[i]))
                 add(Strings, i * share, share, note, 50);
         }
         for (const Stroke &stroke : strokesOf(m_tune.style)) {
-            const Chord &chord = chords[std::min(int(stroke.at / share), chords.size() - 1)];
+            const Chord &chord =
+                chords[std::min(static_cast<int>(stroke.at / share), chords.size() - 1)];
             play(stroke, chord);
         }
     }

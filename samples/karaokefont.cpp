@@ -53,7 +53,7 @@ constexpr Glyph glyphs[] = {
 std::array<quint8, height> glyph(char character)
 {
     const char capital =
-        character >= 'a' && character <= 'z' ? char(character - 'a' + 'A') : character;
+        character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
     const auto found =
         std::find_if(std::begin(glyphs), std::end(glyphs),
                      [capital](const Glyph &glyph) { return glyph.character == capital; });

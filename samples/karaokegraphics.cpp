@@ -35,7 +35,8 @@ bool dotOf(char character, int scale, int x, int y)
     const int column = x / scale;
     if (row < 0 || column >= KaraokeFont::width)
         return false;
-    return (KaraokeFont::glyph(character)[std::size_t(row)] >> (KaraokeFont::width - 1 - column))
+    return (KaraokeFont::glyph(character)[static_cast<std::size_t>(row)]
+            >> (KaraokeFont::width - 1 - column))
         & 1;
 }
 
@@ -47,8 +48,9 @@ QByteArray tileOf(char character, int scale, int tileX, int tileY)
         int bits = 0;
         for (int x = 0; x < tileWidth; ++x)
             bits = bits << 1
-                | int(dotOf(character, scale, tileX * tileWidth + x, tileY * tileHeight + y));
-        dots.append(char(bits));
+                | static_cast<int>(
+                       dotOf(character, scale, tileX * tileWidth + x, tileY * tileHeight + y));
+        dots.append(static_cast<char>(bits));
     }
     return dots;
 }
@@ -60,8 +62,9 @@ KaraokeGraphics::KaraokeGraphics()
     QByteArray colors(16, '\0');
     for (int i = 0; i < 4; ++i) {
         const int rgb = palette[i];
-        colors[2 * i] = char(rgb >> 6); // four bits of red, the upper two of green
-        colors[2 * i + 1] = char((rgb & 0x30) | (rgb & 0x0F)); // the lower two of green, blue
+        colors[2 * i] = static_cast<char>(rgb >> 6); // four bits of red, the upper two of green
+        colors[2 * i + 1] =
+            static_cast<char>((rgb & 0x30) | (rgb & 0x0F)); // the lower two of green, blue
     }
     addPacket(loadColors, colors);
     clear();
@@ -70,8 +73,8 @@ KaraokeGraphics::KaraokeGraphics()
 void KaraokeGraphics::clear()
 {
     for (int i = 0; i < presetRepeats; ++i)
-        addPacket(memoryPreset, QByteArray(1, char(Night)) + char(i));
-    addPacket(borderPreset, QByteArray(1, char(Night)));
+        addPacket(memoryPreset, QByteArray(1, static_cast<char>(Night)) + static_cast<char>(i));
+    addPacket(borderPreset, QByteArray(1, static_cast<char>(Night)));
 }
 
 void KaraokeGraphics::writeText(int row, int column, const QByteArray &text, Color color)
@@ -95,7 +98,7 @@ void KaraokeGraphics::writeLargeText(int row, int column, const QByteArray &text
 
 void KaraokeGraphics::waitUntil(double seconds)
 {
-    const int packets = int(seconds * packetsInSecond);
+    const int packets = static_cast<int>(seconds * packetsInSecond);
     const int missing = packets * packetSize - m_bytes.size();
     if (missing > 0)
         m_bytes.append(missing, '\0');
@@ -114,7 +117,8 @@ void KaraokeGraphics::addTile(int row, int column, Color color, const QByteArray
 {
     Q_ASSERT(row < rows && column < columns);
     addPacket(tileBlock,
-              QByteArray(1, char(Night)) + char(color) + char(row) + char(column) + dots);
+              QByteArray(1, static_cast<char>(Night)) + static_cast<char>(color)
+                  + static_cast<char>(row) + static_cast<char>(column) + dots);
 }
 
 } // namespace tarvel4

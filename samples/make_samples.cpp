@@ -94,8 +94,8 @@ QByteArray mfxSong(const Tune &tune, const Arrangement &song, const MfxFormat::V
     }
     QByteArray stream;
     LzHuff().compress(midi, stream);
-    header.setTotalSize(quint32(header.headerBytes().size() + stream.size()));
-    header.setUncompressedSize(quint32(midi.size()));
+    header.setTotalSize(static_cast<quint32>(header.headerBytes().size() + stream.size()));
+    header.setUncompressedSize(static_cast<quint32>(midi.size()));
     return header.headerBytes() + stream;
 }
 
@@ -126,7 +126,7 @@ QByteArray mp3Song(const Tune &tune, const Arrangement &song)
         qFatal("lame made no MP3 that a tag can be put before");
     tag.setTitle(tune.title);
     tag.setArtist(tune.artist);
-    return tag.tag() + audio.mid(int(tag.audioStart()));
+    return tag.tag() + audio.mid(static_cast<int>(tag.audioStart()));
 }
 
 QByteArray songOf(const Tune &tune, const Arrangement &song)

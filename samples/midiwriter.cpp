@@ -38,22 +38,23 @@ template <typename Number> QByteArray bigEndian(Number number)
 /** Seven bits a byte, the highest bit set in all but the last. */
 QByteArray variableLength(quint32 number)
 {
-    QByteArray bytes(1, char(number & 0x7F));
+    QByteArray bytes(1, static_cast<char>(number & 0x7F));
     while (number >>= 7)
-        bytes.prepend(char((number & 0x7F) | 0x80));
+        bytes.prepend(static_cast<char>((number & 0x7F) | 0x80));
     return bytes;
 }
 
 QByteArray meta(char type, const QByteArray &payload)
 {
-    return QByteArray("\xFF") + type + variableLength(quint32(payload.size())) + payload;
+    return QByteArray("\xFF") + type + variableLength(static_cast<quint32>(payload.size()))
+        + payload;
 }
 
 QByteArray message(char status, int channel, std::initializer_list<int> data)
 {
-    QByteArray bytes(1, char(status | channel));
+    QByteArray bytes(1, static_cast<char>(status | channel));
     for (int value : data)
-        bytes.append(char(value));
+        bytes.append(static_cast<char>(value));
     return bytes;
 }
 
@@ -63,8 +64,9 @@ QVector<Event> songEvents(const Tune &tune)
     const bool compound =
         tune.style == Tune::Style::Tarantella || tune.style == Tune::Style::Ballad;
     // Beats in a bar, the beat as a power of two, clocks a click, 32nds a quarter.
-    const QByteArray time = compound ? QByteArray::fromRawData("\x06\x03\x24\x08", 4)
-                                     : QByteArray(1, char(tune.eighthsInBar / 2)) + "\x02\x18\x08";
+    const QByteArray time = compound
+        ? QByteArray::fromRawData("\x06\x03\x24\x08", 4)
+        : QByteArray(1, static_cast<char>(tune.eighthsInBar / 2)) + "\x02\x18\x08";
     QVector<Event> events = {{0, meta(timeSignatureMeta, time)},
                              {0, meta(tempoMeta, bigEndian(microseconds).mid(1))}};
     if (!tune.copyright.isEmpty())
@@ -114,10 +116,10 @@ QByteArray track(QVector<Event> events, int endTick)
     QByteArray bytes;
     int before = 0;
     for (const Event &event : events) {
-        bytes += variableLength(quint32(event.tick - before)) + event.bytes;
+        bytes += variableLength(static_cast<quint32>(event.tick - before)) + event.bytes;
         before = event.tick;
     }
-    return "MTrk" + bigEndian(quint32(bytes.size())) + bytes;
+    return "MTrk" + bigEndian(static_cast<quint32>(bytes.size())) + bytes;
 }
 
 } // namespace
@@ -137,8 +139,9 @@ QByteArray write(const Tune &tune, const Arrangement &song, int format)
             tracks.append(track(name + partEvents(part), song.endTick()));
         }
     }
-    QByteArray bytes = "MThd" + bigEndian(quint32(6)) + bigEndian(quint16(format))
-        + bigEndian(quint16(tracks.size())) + bigEndian(quint16(Arrangement::ticksInQuarter));
+    QByteArray bytes = "MThd" + bigEndian(static_cast<quint32>(6))
+        + bigEndian(static_cast<quint16>(format)) + bigEndian(static_cast<quint16>(tracks.size()))
+        + bigEndian(static_cast<quint16>(Arrangement::ticksInQuarter));
     for (const QByteArray &chunk : tracks)
         bytes += chunk;
     return bytes;

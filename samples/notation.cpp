@@ -18,7 +18,9 @@ constexpr int semitonesInOctave = 12;
 int takeNoteName(QByteArray &text)
 {
     constexpr int ofLetter[] = {9, 11, 0, 2, 4, 5, 7}; // a to g
-    const int letter = text.isEmpty() ? -1 : QChar::toLower(uint(uchar(text.at(0)))) - 'a';
+    const int letter = text.isEmpty()
+        ? -1
+        : QChar::toLower(static_cast<uint>(static_cast<uchar>(text.at(0)))) - 'a';
     if (letter < 0 || letter > 6)
         qFatal("no note begins with \"%s\"", text.constData());
     text.remove(0, 1);

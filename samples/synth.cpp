@@ -53,7 +53,7 @@ class Mixer
 {
 public:
     explicit Mixer(double seconds)
-        : m_samples(std::size_t(seconds * sampleRate), 0.0)
+        : m_samples(static_cast<std::size_t>(seconds * sampleRate), 0.0)
     {}
 
     void playNote(const Voice &voice, double start, double length, int pitch, double strength)
@@ -64,7 +64,7 @@ public:
             const double phase = 2 * pi * frequency * (time + wobble);
             double wave = 0;
             for (std::size_t i = 0; i < voice.harmonics.size(); ++i)
-                wave += voice.harmonics[i] * std::sin(phase * double(i + 1));
+                wave += voice.harmonics[i] * std::sin(phase * static_cast<double>(i + 1));
             return wave * envelope(voice, time, length) * voice.gain * strength;
         });
     }
@@ -83,7 +83,8 @@ public:
         const double fall = drum == snare ? 22 : 60;
         const double gain = drum == snare ? 0.18 : 0.07;
         forSamples(start, 0.2, [&](double time) {
-            const double noise = double(m_random()) / double(std::mt19937::max()) * 2 - 1;
+            const double noise =
+                static_cast<double>(m_random()) / static_cast<double>(std::mt19937::max()) * 2 - 1;
             return gain * strength * noise * std::exp(-time * fall);
         });
     }
@@ -94,10 +95,10 @@ public:
         double peak = 1e-9;
         for (double sample : m_samples)
             peak = std::max(peak, std::abs(sample));
-        QByteArray bytes(int(m_samples.size()) * bytesInSample, Qt::Uninitialized);
+        QByteArray bytes(static_cast<int>(m_samples.size()) * bytesInSample, Qt::Uninitialized);
         char *out = bytes.data();
         for (double sample : m_samples) {
-            qToLittleEndian(qint16(std::lround(sample / peak * 29000)), out);
+            qToLittleEndian(static_cast<qint16>(std::lround(sample / peak * 29000)), out);
             out += bytesInSample;
         }
         return bytes;
@@ -106,10 +107,11 @@ public:
 private:
     template <typename Wave> void forSamples(double start, double length, Wave wave)
     {
-        const auto first = std::size_t(start * sampleRate);
-        const auto end = std::min(m_samples.size(), std::size_t((start + length) * sampleRate));
+        const auto first = static_cast<std::size_t>(start * sampleRate);
+        const auto end =
+            std::min(m_samples.size(), static_cast<std::size_t>((start + length) * sampleRate));
         for (std::size_t i = first; i < end; ++i)
-            m_samples[i] += wave(double(i - first) / sampleRate);
+            m_samples[i] += wave(static_cast<double>(i - first) / sampleRate);
     }
 
     std::vector<double> m_samples;
@@ -123,12 +125,14 @@ QByteArray wav(const QByteArray &pcm)
         qToLittleEndian(number, bytes.data());
         return bytes;
     };
-    const QByteArray format = little(quint16(1)) + little(quint16(1)) + little(quint32(sampleRate))
-        + little(quint32(sampleRate * bytesInSample)) + little(quint16(bytesInSample))
-        + little(quint16(8 * bytesInSample));
-    const QByteArray chunks = "WAVEfmt " + little(quint32(format.size())) + format + "data"
-        + little(quint32(pcm.size())) + pcm;
-    return "RIFF" + little(quint32(chunks.size())) + chunks;
+    const QByteArray format = little(static_cast<quint16>(1)) + little(static_cast<quint16>(1))
+        + little(static_cast<quint32>(sampleRate))
+        + little(static_cast<quint32>(sampleRate * bytesInSample))
+        + little(static_cast<quint16>(bytesInSample))
+        + little(static_cast<quint16>(8 * bytesInSample));
+    const QByteArray chunks = "WAVEfmt " + little(static_cast<quint32>(format.size())) + format
+        + "data" + little(static_cast<quint32>(pcm.size())) + pcm;
+    return "RIFF" + little(static_cast<quint32>(chunks.size())) + chunks;
 }
 
 } // namespace

@@ -16,7 +16,9 @@ namespace Bytes {
 /** The byte at \a offset; 0 outside the bytes. */
 inline quint8 byteAt(const QByteArray &bytes, qint64 offset)
 {
-    return offset >= 0 && offset < bytes.size() ? quint8(bytes.at(int(offset))) : quint8(0);
+    return offset >= 0 && offset < bytes.size()
+        ? static_cast<quint8>(bytes.at(static_cast<int>(offset)))
+        : static_cast<quint8>(0);
 }
 
 inline bool containsRange(const QByteArray &bytes, qint64 offset, qint64 count)
@@ -29,7 +31,7 @@ template <typename Number> Number bigEndianAt(const QByteArray &bytes, qint64 of
 {
     char raw[sizeof(Number)] = {};
     for (std::size_t i = 0; i < sizeof(Number); ++i)
-        raw[i] = char(byteAt(bytes, offset + qint64(i)));
+        raw[i] = static_cast<char>(byteAt(bytes, offset + static_cast<qint64>(i)));
     return qFromBigEndian<Number>(raw);
 }
 
@@ -45,7 +47,8 @@ inline QByteArray slice(const QByteArray &bytes, qint64 offset, qint64 count)
 {
     if (offset < 0 || offset >= bytes.size() || count <= 0)
         return QByteArray();
-    return bytes.mid(int(offset), int(std::min(count, bytes.size() - offset)));
+    return bytes.mid(static_cast<int>(offset),
+                     static_cast<int>(std::min(count, bytes.size() - offset)));
 }
 
 /** A text field as every format stores it: of those of the \a count bytes at \a offset that exist,
@@ -54,8 +57,8 @@ inline QString text(const QByteArray &bytes, qint64 offset, qint64 count)
 {
     const bool isThere = offset >= 0 && offset < bytes.size() && count > 0;
     const char *const field = isThere ? bytes.constData() + offset : "";
-    const auto size = isThere ? uint(std::min(count, bytes.size() - offset)) : 0U;
-    return QString::fromLatin1(field, int(qstrnlen(field, size))).trimmed();
+    const auto size = isThere ? static_cast<uint>(std::min(count, bytes.size() - offset)) : 0U;
+    return QString::fromLatin1(field, static_cast<int>(qstrnlen(field, size))).trimmed();
 }
 
 /** The first \a byte from \a from on; -1: none. Runs at the speed of memory. */
@@ -63,9 +66,9 @@ inline int indexOfByte(const QByteArray &bytes, char byte, int from)
 {
     if (from < 0 || from >= bytes.size())
         return -1;
-    const void *hit =
-        std::memchr(bytes.constData() + from, quint8(byte), std::size_t(bytes.size() - from));
-    return hit ? int(static_cast<const char *>(hit) - bytes.constData()) : -1;
+    const void *hit = std::memchr(bytes.constData() + from, static_cast<quint8>(byte),
+                                  static_cast<std::size_t>(bytes.size() - from));
+    return hit ? static_cast<int>(static_cast<const char *>(hit) - bytes.constData()) : -1;
 }
 
 } // namespace Bytes

@@ -9,7 +9,7 @@ namespace tarvel4 {
 bool FolderWalk::walk(const QString &root)
 {
     m_root = root;
-    m_start = root.endsWith(u'/') ? root.chopped(1) : root;
+    m_start = root.endsWith(QLatin1Char('/')) ? root.chopped(1) : root;
     return walkFolder(QString(), QByteArray(), false);
 }
 
@@ -48,7 +48,7 @@ bool FolderWalk::walkFolder(const QString &below, const QByteArray &key, bool is
         return true;
     const std::vector<Item> items = inOrder(listing, key);
     const bool goesOn = std::all_of(items.begin(), items.end(), [&](const Item &item) {
-        return walkItem(below % u'/' % item.entry.name, item);
+        return walkItem(below % QLatin1Char('/') % item.entry.name, item);
     });
     leave(below);
     return goesOn;

@@ -32,8 +32,8 @@ void Appearance::applyStyleSheet(const QString &path)
     if (file.open(QIODevice::ReadOnly)) {
         const QByteArray bytes = file.readAll();
         // required: the text ends at the first zero byte
-        qApp->setStyleSheet(
-            QString::fromLatin1(bytes.left(int(qstrnlen(bytes, uint(bytes.size()))))));
+        qApp->setStyleSheet(QString::fromLatin1(
+            bytes.left(static_cast<int>(qstrnlen(bytes, static_cast<uint>(bytes.size()))))));
     }
 }
 

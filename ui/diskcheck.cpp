@@ -17,7 +17,8 @@ constexpr char yesLetters[] = {'s', 'y', 'j', 'o'}; // Italian, English, German,
 /** The text that a chunk of output holds: what stands before its first zero byte. */
 QByteArray textOf(const QByteArray &chunk)
 {
-    return chunk.left(int(qstrnlen(chunk.constData(), uint(chunk.size()))));
+    return chunk.left(
+        static_cast<int>(qstrnlen(chunk.constData(), static_cast<uint>(chunk.size()))));
 }
 
 DiskCheck::Result resultOf(const QProcess &ended)
@@ -81,11 +82,11 @@ void DiskCheck::readOutput(QProcess &process)
             continue;
         qDebug() << QString::fromLocal8Bit(text);
         // a question may come in pieces
-        m_tail = (m_tail + text).right(int(qstrlen(questionEnd)));
+        m_tail = (m_tail + text).right(static_cast<int>(qstrlen(questionEnd)));
         if (m_tail != questionEnd)
             continue;
         process.write(QByteArray(1, yesLetters[m_answer]) + "\r\n");
-        m_answer = (m_answer + 1) % int(sizeof yesLetters);
+        m_answer = (m_answer + 1) % static_cast<int>(sizeof yesLetters);
     }
 }
 

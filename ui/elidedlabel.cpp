@@ -50,8 +50,8 @@ void ElidedLabel::paintEvent(QPaintEvent *event)
     QFrame::paintEvent(event);
     QPainter painter(this);
     style()->drawItemText(&painter, contentsRect(),
-                          int(QStyle::visualAlignment(layoutDirection(), alignment())), palette(),
-                          isEnabled(), elided(), foregroundRole());
+                          static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())),
+                          palette(), isEnabled(), elided(), foregroundRole());
 }
 
 QString ElidedLabel::elided() const

@@ -334,7 +334,7 @@ void MainWindow::on_dbgAddMarkerPushButton_clicked()
     const int row = ui->userLibraryTableView->currentIndex().row();
     if (row >= 0)
         SongDebug::addMarker(m_model->fileNameOf(row), row, ui->dbgMarkerTextLineEdit->text(),
-                             quint16(ui->dbgMarkerBarSpinBox->value()));
+                             static_cast<quint16>(ui->dbgMarkerBarSpinBox->value()));
 }
 
 void MainWindow::on_dbgShowDialogPushButton_clicked()

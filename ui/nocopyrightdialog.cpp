@@ -11,7 +11,8 @@ namespace {
 enum Result { Yes = 0, YesToAll = 1, No = 2, NoToAll = 3 };
 
 // required: to close the question is to say yes
-static_assert(int(Yes) == int(QDialog::Rejected), "closing a dialog rejects it");
+static_assert(static_cast<int>(Yes) == static_cast<int>(QDialog::Rejected),
+              "closing a dialog rejects it");
 
 } // namespace
 

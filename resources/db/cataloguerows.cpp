@@ -23,7 +23,7 @@ constexpr int longestFilename = 8;
 
 QStringList words(const char *text)
 {
-    return QString::fromUtf8(text).split(u'|');
+    return QString::fromUtf8(text).split(QLatin1Char('|'));
 }
 
 const QStringList genres = words(
@@ -158,7 +158,7 @@ private:
     {
         for (const QString &subject : subjects) {
             for (const QString &complement : complements)
-                m_titleList.append(subject + u' ' + complement);
+                m_titleList.append(subject + QLatin1Char(' ') + complement);
         }
         shuffle(m_titleList);
         m_titleList = m_titleList.mid(0, distinctTitles - taken);
@@ -169,7 +169,7 @@ private:
         QVector<QStringList> people;
         for (const QString &first : firstNames) {
             for (const QString &last : lastNames)
-                people.append({first + u' ' + last, last + u' ' + first});
+                people.append({first + QLatin1Char(' ') + last, last + QLatin1Char(' ') + first});
         }
         shuffle(people);
         people.resize(distinctAltArtists - m_altArtists.size());
@@ -189,7 +189,8 @@ private:
     {
         QString stem;
         for (const QChar c : title.toUpper()) {
-            if ((c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9'))
+            if ((c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
+                || (c >= QLatin1Char('0') && c <= QLatin1Char('9')))
                 stem.append(c);
         }
         stem = stem.left(between(5, longestFilename));

@@ -47,7 +47,7 @@ constexpr int frameCount = sizeof(frameIds) / sizeof(frameIds[0]);
 
 constexpr const char *frameId(TextFrame frame)
 {
-    return frameIds[int(frame)];
+    return frameIds[static_cast<int>(frame)];
 }
 
 } // namespace Id3Format

@@ -27,7 +27,7 @@ quint32 sizeIn(const QByteArray &header)
         if (byte > maxSizeByte)
             return 0;
         // A byte of 128 reaches into the bits of its neighbour.
-        size |= quint32(byte) << (sizeBytes - 1 - i) * sizeBitsPerByte;
+        size |= static_cast<quint32>(byte) << (sizeBytes - 1 - i) * sizeBitsPerByte;
     }
     return size;
 }
@@ -35,8 +35,8 @@ quint32 sizeIn(const QByteArray &header)
 QByteArray emptyTag()
 {
     QByteArray header(headerSize, '\0');
-    header.replace(0, int(qstrlen(tagMagic)), tagMagic);
-    header[int(qstrlen(tagMagic))] = majorVersion;
+    header.replace(0, static_cast<int>(qstrlen(tagMagic)), tagMagic);
+    header[static_cast<int>(qstrlen(tagMagic))] = majorVersion;
     return header;
 }
 
@@ -48,7 +48,7 @@ int frameAt(const QByteArray &tag, int at)
     const auto id = std::find_if(std::cbegin(frameIds), std::cend(frameIds), [&](const char *name) {
         return std::memcmp(name, tag.constData() + at, frameIdSize) == 0;
     });
-    return id == std::cend(frameIds) ? -1 : int(id - std::cbegin(frameIds));
+    return id == std::cend(frameIds) ? -1 : static_cast<int>(id - std::cbegin(frameIds));
 }
 
 /** A decimal number; 0 when the text is none, or a negative one. */
@@ -59,7 +59,7 @@ qint64 toNumber(const QString &text)
 
 int toInt(qint64 number)
 {
-    return number <= std::numeric_limits<int>::max() ? int(number) : 0;
+    return number <= std::numeric_limits<int>::max() ? static_cast<int>(number) : 0;
 }
 
 } // namespace
@@ -70,12 +70,12 @@ bool Id3v2Tag::parse(const QByteArray &bytes)
         return false;
     const bool tagged = isTagged(bytes);
     const quint32 size = tagged ? sizeIn(bytes) : 0;
-    if (quint32(bytes.size()) < size)
+    if (static_cast<quint32>(bytes.size()) < size)
         return false;
 
-    m_tag = tagged ? Bytes::slice(bytes, 0, qint64(size) + headerSize) : emptyTag();
+    m_tag = tagged ? Bytes::slice(bytes, 0, static_cast<qint64>(size) + headerSize) : emptyTag();
     m_tagSize = size;
-    m_audioStart = tagged ? qint64(size) + headerSize : 0;
+    m_audioStart = tagged ? static_cast<qint64>(size) + headerSize : 0;
     findFrames();
     return true;
 }
@@ -84,7 +84,7 @@ qint64 Id3v2Tag::bytesWanted(const QByteArray &header)
 {
     if (!isTagged(header))
         return headerSize;
-    return qint64(sizeIn(header)) + headerSize;
+    return static_cast<qint64>(sizeIn(header)) + headerSize;
 }
 
 QString Id3v2Tag::text(TextFrame frame) const
@@ -119,7 +119,7 @@ bool Id3v2Tag::hasEditMark() const
 
 void Id3v2Tag::setLength(int seconds)
 {
-    setText(TextFrame::Length, QString::number(qint64(seconds) * 1000));
+    setText(TextFrame::Length, QString::number(static_cast<qint64>(seconds) * 1000));
 }
 
 void Id3v2Tag::setBpm(int bpm)
@@ -146,9 +146,10 @@ void Id3v2Tag::removeFrame(TextFrame frame)
     if (start < 0)
         return;
     const qint64 size = Bytes::bigEndianAt<quint32>(m_tag, start + frameSizeOffset);
-    const auto removed = int(std::min<qint64>(size + frameHeaderSize, m_tag.size() - start));
+    const auto removed =
+        static_cast<int>(std::min<qint64>(size + frameHeaderSize, m_tag.size() - start));
     m_tag.remove(start, removed);
-    m_tagSize -= quint32(removed);
+    m_tagSize -= static_cast<quint32>(removed);
     tagResized();
 }
 
@@ -158,12 +159,13 @@ void Id3v2Tag::insertFrame(const char *id, const QByteArray &payload)
         return;
     QByteArray bytes(frameHeaderSize + encodingSize, '\0');
     bytes.replace(0, frameIdSize, id);
-    Bytes::putBigEndian(bytes, frameSizeOffset, quint32(payload.size() + encodingSize));
+    Bytes::putBigEndian(bytes, frameSizeOffset,
+                        static_cast<quint32>(payload.size() + encodingSize));
     bytes[frameHeaderSize] = encoding;
     bytes += payload;
 
     m_tag.insert(headerSize, bytes);
-    m_tagSize += quint32(bytes.size());
+    m_tagSize += static_cast<quint32>(bytes.size());
     tagResized();
 }
 
@@ -171,7 +173,8 @@ void Id3v2Tag::tagResized()
 {
     constexpr quint32 mask = (1U << sizeBitsPerByte) - 1;
     for (int i = 0; i < sizeBytes; ++i)
-        m_tag[sizeOffset + i] = char(m_tagSize >> (sizeBytes - 1 - i) * sizeBitsPerByte & mask);
+        m_tag[sizeOffset + i] =
+            static_cast<char>(m_tagSize >> (sizeBytes - 1 - i) * sizeBitsPerByte & mask);
     findFrames();
 }
 
@@ -182,8 +185,8 @@ void Id3v2Tag::findFrames()
     for (int at = Bytes::indexOfByte(m_tag, frameLetter, headerSize); at >= 0;
          at = Bytes::indexOfByte(m_tag, frameLetter, at + 1)) {
         const int frame = frameAt(m_tag, at);
-        if (frame >= 0 && m_positions[std::size_t(frame)] < 0)
-            m_positions[std::size_t(frame)] = at;
+        if (frame >= 0 && m_positions[static_cast<std::size_t>(frame)] < 0)
+            m_positions[static_cast<std::size_t>(frame)] = at;
     }
 }
 

@@ -64,7 +64,10 @@ public:
 
 private:
     bool has(Id3Format::TextFrame frame) const { return position(frame) >= 0; }
-    int position(Id3Format::TextFrame frame) const { return m_positions[std::size_t(frame)]; }
+    int position(Id3Format::TextFrame frame) const
+    {
+        return m_positions[static_cast<std::size_t>(frame)];
+    }
     void setText(Id3Format::TextFrame frame, const QString &text);
     void removeFrame(Id3Format::TextFrame frame);
     void insertFrame(const char *id, const QByteArray &payload);

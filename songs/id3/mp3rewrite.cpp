@@ -166,7 +166,7 @@ Outcome Mp3Rewrite::copyAudio(qint64 audioStart)
     if (count < 0)
         return {Outcome::Code::MediumFailed, m_path, m_source.errorString(), {}};
     // A tag may claim a few bytes more than its file has; then there is no audio.
-    if (copied != qMax(qint64(0), m_stamp.size() - audioStart))
+    if (copied != qMax(static_cast<qint64>(0), m_stamp.size() - audioStart))
         return {Outcome::Code::ChangedMeanwhile, m_path, {}, {}};
     return {};
 }

@@ -19,7 +19,7 @@ public:
     {
         for (; m_ready <= 56; m_ready += 8) {
             if (m_next != m_end)
-                m_bits |= quint64(uchar(*m_next++)) << (56 - m_ready);
+                m_bits |= static_cast<quint64>(uchar(*m_next++)) << (56 - m_ready);
         }
     }
 
@@ -33,7 +33,7 @@ public:
     }
 
     /** The next \a count bits, 1..31, without taking them. */
-    int peek(int count) const { return int(m_bits >> (64 - count)); }
+    int peek(int count) const { return static_cast<int>(m_bits >> (64 - count)); }
 
     void skip(int count)
     {

@@ -16,9 +16,9 @@ public:
     void put(quint32 value, int count)
     {
         m_waiting += count;
-        m_bits |= quint64(value) << (64 - m_waiting);
+        m_bits |= static_cast<quint64>(value) << (64 - m_waiting);
         for (; m_waiting >= 8; m_waiting -= 8) {
-            m_bytes.append(char(m_bits >> 56));
+            m_bytes.append(static_cast<char>(m_bits >> 56));
             m_bits <<= 8;
         }
     }
@@ -27,7 +27,7 @@ public:
     void finish()
     {
         if (m_waiting > 0)
-            m_bytes.append(char(m_bits >> 56));
+            m_bytes.append(static_cast<char>(m_bits >> 56));
         m_waiting = 0;
     }
 

@@ -94,9 +94,9 @@ QByteArray LzHuff::expanded(const QByteArray &input)
     BitReader bits(input, sizeFieldWidth);
     // The window as it is at first, then the text: what one looks back at lies in one piece.
     // required: the last match is copied whole, even past the size
-    QByteArray buffer(windowSize + int(textSize) + copyRoom, Qt::Uninitialized);
-    char *const begin =
-        std::fill_n(std::fill_n(buffer.data(), longestMatch, char(0)), windowStart, windowFill);
+    QByteArray buffer(windowSize + static_cast<int>(textSize) + copyRoom, Qt::Uninitialized);
+    char *const begin = std::fill_n(std::fill_n(buffer.data(), longestMatch, static_cast<char>(0)),
+                                    windowStart, windowFill);
     char *const end = begin + textSize;
     char *out = begin;
     while (out < end) {
@@ -109,13 +109,13 @@ QByteArray LzHuff::expanded(const QByteArray &input)
         copyMatch(out, distance, lengthOfSymbol(symbol));
         out += lengthOfSymbol(symbol);
     }
-    return QByteArray(begin, int(out - begin));
+    return QByteArray(begin, static_cast<int>(out - begin));
 }
 
 QByteArray LzHuff::compressed(const QByteArray &input)
 {
     QByteArray stream(sizeFieldWidth, Qt::Uninitialized);
-    qToLittleEndian(quint32(input.size()), stream.data());
+    qToLittleEndian(static_cast<quint32>(input.size()), stream.data());
     if (input.isEmpty())
         return stream;
 

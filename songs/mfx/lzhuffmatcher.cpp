@@ -20,10 +20,10 @@ constexpr int inWindow(int position)
 
 void LzHuffMatcher::start(const QByteArray &text)
 {
-    std::fill(m_right.begin() + firstRoot, m_right.end(), quint16(noNode));
+    std::fill(m_right.begin() + firstRoot, m_right.end(), static_cast<quint16>(noNode));
     m_parent.fill(noNode);
     m_window.fill(0);
-    std::fill_n(m_window.begin(), windowStart, uchar(windowFill));
+    std::fill_n(m_window.begin(), windowStart, static_cast<uchar>(windowFill));
 
     m_current = windowStart;
     m_ahead = std::min(text.size(), longestMatch);
@@ -72,8 +72,8 @@ void LzHuffMatcher::insert(int node)
     for (;;) {
         quint16 &child = greater ? m_right[parent] : m_left[parent];
         if (child == noNode) {
-            child = quint16(node);
-            m_parent[node] = quint16(parent);
+            child = static_cast<quint16>(node);
+            m_parent[node] = static_cast<quint16>(parent);
             return;
         }
         const int candidate = child;
@@ -108,7 +108,7 @@ int LzHuffMatcher::commonLength(int node, int candidate) const
     for (int at = 1;; at = std::min(at + step, last)) {
         const quint64 difference = eightAt(node + at) ^ eightAt(candidate + at);
         if (difference != 0)
-            return at + int(qCountTrailingZeroBits(difference)) / 8;
+            return at + static_cast<int>(qCountTrailingZeroBits(difference)) / 8;
         if (at == last)
             return longestMatch;
     }
@@ -137,7 +137,7 @@ int LzHuffMatcher::substituteFor(int node)
         giveLinks(node, substitute);
     } else {
         m_right[substitute] = m_right[node];
-        m_parent[m_right[node]] = quint16(substitute);
+        m_parent[m_right[node]] = static_cast<quint16>(substitute);
     }
     return substitute;
 }
@@ -147,8 +147,8 @@ void LzHuffMatcher::giveLinks(int from, int to)
 {
     m_left[to] = m_left[from];
     m_right[to] = m_right[from];
-    m_parent[m_left[to]] = quint16(to);
-    m_parent[m_right[to]] = quint16(to);
+    m_parent[m_left[to]] = static_cast<quint16>(to);
+    m_parent[m_right[to]] = static_cast<quint16>(to);
 }
 
 /** Hangs \a substitute where \a node hangs, and takes \a node out. */
@@ -156,10 +156,10 @@ void LzHuffMatcher::putInPlaceOf(int node, int substitute)
 {
     const int parent = m_parent[node];
     if (m_right[parent] == node)
-        m_right[parent] = quint16(substitute);
+        m_right[parent] = static_cast<quint16>(substitute);
     else
-        m_left[parent] = quint16(substitute);
-    m_parent[substitute] = quint16(parent);
+        m_left[parent] = static_cast<quint16>(substitute);
+    m_parent[substitute] = static_cast<quint16>(parent);
     m_parent[node] = noNode;
 }
 

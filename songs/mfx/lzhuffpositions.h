@@ -29,7 +29,7 @@ constexpr std::array<Code, LzHuffFormat::highPositionCount> makeCodes()
     for (int length = 1; length <= maxCodeLength; ++length) {
         bits <<= 1;
         for (int i = 0; i < valuesOfLength[length]; ++i)
-            codes[value++] = {quint8(bits++), quint8(length)};
+            codes[value++] = {static_cast<quint8>(bits++), static_cast<quint8>(length)};
     }
     return codes;
 }
@@ -43,7 +43,7 @@ constexpr std::array<quint8, 1 << maxCodeLength> makeValues()
     std::size_t next = 0;
     for (std::size_t value = 0; value < codes.size(); ++value) {
         for (int i = 0; i < 1 << (maxCodeLength - codes[value].length); ++i)
-            values[next++] = quint8(value);
+            values[next++] = static_cast<quint8>(value);
     }
     return values;
 }
@@ -56,7 +56,7 @@ inline void encode(int position, BitWriter &bits)
 {
     const Code code = codes[position >> LzHuffFormat::lowPositionBits];
     bits.put(code.bits, code.length);
-    bits.put(quint32(position) & ((1U << LzHuffFormat::lowPositionBits) - 1),
+    bits.put(static_cast<quint32>(position) & ((1U << LzHuffFormat::lowPositionBits) - 1),
              LzHuffFormat::lowPositionBits);
 }
 
@@ -65,7 +65,8 @@ inline int decode(BitReader &bits)
     bits.refill();
     const std::size_t high = values[bits.peek(maxCodeLength)];
     bits.skip(codes[high].length);
-    return int(high) << LzHuffFormat::lowPositionBits | bits.take(LzHuffFormat::lowPositionBits);
+    return static_cast<int>(high) << LzHuffFormat::lowPositionBits
+        | bits.take(LzHuffFormat::lowPositionBits);
 }
 
 } // namespace LzHuffPositions

@@ -15,7 +15,8 @@ Q_ALWAYS_INLINE void LzHuffTree::adoptChildren(int node)
 {
     const int child = m_child[node];
     // A leaf has one entry, which is written twice: a branch would be guessed wrong too often.
-    m_parent[child] = m_parent[child + int(child < nodeCount)] = quint16(node);
+    m_parent[child] = m_parent[child + static_cast<int>(child < nodeCount)] =
+        static_cast<quint16>(node);
 }
 
 /** The last node of a frequency, of which \a node is one. */
@@ -26,17 +27,19 @@ Q_ALWAYS_INLINE int LzHuffTree::lastOf(quint16 frequency, int node) const
     for (int next = node + 1;; next += searchStep) {
         quint64 frequencies;
         static_assert(sizeof(frequencies) == searchStep * sizeof(frequency));
-        std::memcpy(&frequencies, &m_frequency[std::size_t(next)], sizeof(frequencies));
+        std::memcpy(&frequencies, &m_frequency[static_cast<std::size_t>(next)],
+                    sizeof(frequencies));
         const quint64 difference = frequencies ^ same;
         if (difference != 0)
-            return next - 1 + int(qCountTrailingZeroBits(qFromLittleEndian(difference))) / 16;
+            return next - 1
+                + static_cast<int>(qCountTrailingZeroBits(qFromLittleEndian(difference))) / 16;
     }
 }
 
 /** Swaps a node that has become too frequent for its number with the last less frequent one. */
 Q_ALWAYS_INLINE int LzHuffTree::moveUp(int node)
 {
-    const int target = lastOf(quint16(m_frequency[node] - 1), node + 1);
+    const int target = lastOf(static_cast<quint16>(m_frequency[node] - 1), node + 1);
     std::swap(m_frequency[node], m_frequency[target]);
     std::swap(m_child[node], m_child[target]);
     adoptChildren(node);
@@ -48,13 +51,13 @@ void LzHuffTree::reset()
 {
     for (int symbol = 0; symbol < symbolCount; ++symbol) {
         m_frequency[symbol] = 1;
-        m_child[symbol] = quint16(nodeCount + symbol);
+        m_child[symbol] = static_cast<quint16>(nodeCount + symbol);
     }
     for (int node = symbolCount, child = 0; node < nodeCount; ++node, child += 2) {
-        m_frequency[node] = quint16(m_frequency[child] + m_frequency[child + 1]);
-        m_child[node] = quint16(child);
+        m_frequency[node] = static_cast<quint16>(m_frequency[child] + m_frequency[child + 1]);
+        m_child[node] = static_cast<quint16>(child);
     }
-    std::fill_n(m_frequency.begin() + nodeCount, searchStep, quint16(0xFFFF));
+    std::fill_n(m_frequency.begin() + nodeCount, searchStep, static_cast<quint16>(0xFFFF));
     for (int node = 0; node < nodeCount; ++node)
         adoptChildren(node);
 }
@@ -66,7 +69,7 @@ void LzHuffTree::encode(int symbol, BitWriter &bits)
     quint32 code = 0;
     int length = 0;
     for (int node = m_parent[nodeCount + symbol]; node != rootNode; node = m_parent[node])
-        code |= quint32(node & 1) << length++;
+        code |= static_cast<quint32>(node & 1) << length++;
     bits.put(code, length);
     count(symbol);
 }
@@ -102,12 +105,12 @@ void LzHuffTree::rebuild()
     for (int node = 0; node < nodeCount; ++node) {
         if (m_child[node] < nodeCount)
             continue;
-        m_frequency[leaves] = quint16((m_frequency[node] + 1) / 2);
+        m_frequency[leaves] = static_cast<quint16>((m_frequency[node] + 1) / 2);
         m_child[leaves] = m_child[node];
         ++leaves;
     }
     for (int node = symbolCount, child = 0; node < nodeCount; ++node, child += 2) {
-        const auto sum = quint16(m_frequency[child] + m_frequency[child + 1]);
+        const auto sum = static_cast<quint16>(m_frequency[child] + m_frequency[child + 1]);
         const auto begin = m_frequency.begin();
         const auto place = std::upper_bound(begin, begin + node, sum);
         std::move_backward(place, begin + node, begin + node + 1);

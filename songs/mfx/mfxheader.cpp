@@ -14,7 +14,7 @@ namespace {
 
 template <typename Number> Number numberAt(const QByteArray &header, int offset)
 {
-    if (header.size() - offset < int(sizeof(Number)))
+    if (header.size() - offset < static_cast<int>(sizeof(Number)))
         return 0;
     return qFromLittleEndian<Number>(header.constData() + offset);
 }
@@ -69,12 +69,12 @@ quint8 MfxHeader::flags() const
 
 void MfxHeader::setBpm(int bpm)
 {
-    setNumberAt(m_header, bpmOffset, quint16(bpm));
+    setNumberAt(m_header, bpmOffset, static_cast<quint16>(bpm));
 }
 
 void MfxHeader::setFlag(quint8 bits)
 {
-    setNumberAt(m_header, flagsOffset, quint8(flags() | bits));
+    setNumberAt(m_header, flagsOffset, static_cast<quint8>(flags() | bits));
 }
 
 void MfxHeader::setTotalSize(quint32 bytes)

@@ -27,7 +27,8 @@ QByteArray CutPadding::ofSize(int size)
 {
     QByteArray padding(qMax(size, chunkHeaderSize), '\0');
     padding.replace(0, magicSize, paddingId);
-    Bytes::putBigEndian(padding, chunkLengthOffset, quint32(padding.size() - chunkHeaderSize));
+    Bytes::putBigEndian(padding, chunkLengthOffset,
+                        static_cast<quint32>(padding.size() - chunkHeaderSize));
     return padding.left(size);
 }
 
@@ -35,15 +36,15 @@ void CutPadding::removeFrom(QByteArray &midi)
 {
     qint64 chunk = 0;
     while (chunk < midi.size()) {
-        const int at = int(chunk);
+        const int at = static_cast<int>(chunk);
         if (isPadding(midi, at)) {
             midi.truncate(at);
             return;
         }
         if (!Bytes::containsRange(midi, at, chunkHeaderSize))
             return;
-        chunk +=
-            chunkHeaderSize + qint64(Bytes::bigEndianAt<quint32>(midi, at + chunkLengthOffset));
+        chunk += chunkHeaderSize
+            + static_cast<qint64>(Bytes::bigEndianAt<quint32>(midi, at + chunkLengthOffset));
     }
 }
 

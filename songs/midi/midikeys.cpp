@@ -21,7 +21,7 @@ constexpr KeyRow keyTable[] = {
 
 constexpr quint16 keyCode(int sharps, bool isMinor)
 {
-    return quint16(quint8(sharps) << 8 | int(isMinor));
+    return static_cast<quint16>(static_cast<quint8>(sharps) << 8 | static_cast<int>(isMinor));
 }
 
 const QMap<quint16, QString> &nameByKey()

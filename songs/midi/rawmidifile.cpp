@@ -147,7 +147,7 @@ void RawMidiFile::setKey(const QString &name)
         return;
     }
     QByteArray payload(sizeof(quint16), '\0');
-    Bytes::putBigEndian(payload, 0, quint16(code));
+    Bytes::putBigEndian(payload, 0, static_cast<quint16>(code));
     insertEvent(Meta::KeySignature, payload);
 }
 
@@ -171,7 +171,7 @@ bool RawMidiFile::isKnownKey(const QString &name)
 int RawMidiFile::findMeta(Meta type) const
 {
     const auto event = std::find_if(m_events.cbegin(), m_events.cend(), [&](int at) {
-        return Bytes::byteAt(m_data, at + typeOffset) == quint8(type);
+        return Bytes::byteAt(m_data, at + typeOffset) == static_cast<quint8>(type);
     });
     return event == m_events.cend() ? -1 : *event;
 }
@@ -185,8 +185,8 @@ int RawMidiFile::findSongInfo(SubType subType) const
 
 bool RawMidiFile::isSongInfo(int event, SubType subType) const
 {
-    return Bytes::byteAt(m_data, event + typeOffset) == quint8(Meta::SongInfo)
-        && Bytes::byteAt(m_data, event + payloadOffset) == quint8(subType);
+    return Bytes::byteAt(m_data, event + typeOffset) == static_cast<quint8>(Meta::SongInfo)
+        && Bytes::byteAt(m_data, event + payloadOffset) == static_cast<quint8>(subType);
 }
 
 QString RawMidiFile::metaText(Meta type) const
@@ -220,8 +220,9 @@ void RawMidiFile::setSongInfo(SubType subType, const QString &text)
 
 void RawMidiFile::removeMeta(Meta type)
 {
-    removeEvents(
-        [&](int event) { return Bytes::byteAt(m_data, event + typeOffset) == quint8(type); });
+    removeEvents([&](int event) {
+        return Bytes::byteAt(m_data, event + typeOffset) == static_cast<quint8>(type);
+    });
 }
 
 void RawMidiFile::removeSongInfo(SubType subType)
@@ -233,7 +234,8 @@ void RawMidiFile::removeSongInfo(SubType subType)
  * pass, and never a byte behind its end. */
 template <typename Wanted> void RawMidiFile::removeEvents(Wanted isWanted)
 {
-    const qint64 trackEnd = std::min<qint64>(m_data.size(), qint64(m_trackStart) + m_trackLength);
+    const qint64 trackEnd =
+        std::min<qint64>(m_data.size(), static_cast<qint64>(m_trackStart) + m_trackLength);
     QByteArray kept;
     int from = 0;
     int searched = m_trackStart;
@@ -245,12 +247,12 @@ template <typename Wanted> void RawMidiFile::removeEvents(Wanted isWanted)
             continue;
         kept.append(m_data.constData() + from, delta - from);
         const qint64 eventEnd = event + payloadOffset + Bytes::byteAt(m_data, event + lengthOffset);
-        from = searched = int(std::min(eventEnd, trackEnd));
+        from = searched = static_cast<int>(std::min(eventEnd, trackEnd));
     }
     if (from == 0)
         return;
     kept.append(m_data.constData() + from, m_data.size() - from);
-    m_trackLength -= quint32(m_data.size() - kept.size());
+    m_trackLength -= static_cast<quint32>(m_data.size() - kept.size());
     m_data = kept;
     trackResized();
 }
@@ -260,18 +262,18 @@ int RawMidiFile::insertEvent(Meta type, const QByteArray &payload)
     if (m_type == 0)
         return 0;
     QByteArray event;
-    event.append(deltaTime).append(metaStatus).append(char(type));
-    event.append(char(payload.size())); // required: the length byte wraps
+    event.append(deltaTime).append(metaStatus).append(static_cast<char>(type));
+    event.append(static_cast<char>(payload.size())); // required: the length byte wraps
     event.append(payload);
     m_data.insert(m_trackStart, event);
-    m_trackLength += quint32(event.size());
+    m_trackLength += static_cast<quint32>(event.size());
     trackResized();
     return event.size();
 }
 
 int RawMidiFile::insertSongInfo(SubType subType, const QByteArray &payload)
 {
-    return insertEvent(Meta::SongInfo, char(subType) + payload);
+    return insertEvent(Meta::SongInfo, static_cast<char>(subType) + payload);
 }
 
 void RawMidiFile::trackResized()

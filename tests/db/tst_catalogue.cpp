@@ -147,11 +147,16 @@ private Q_SLOTS:
     {
         QTest::addColumn<qint64>("from");
         QTest::addColumn<qint64>("to"); // of what is overwritten; -1: the rest is cut off
-        QTest::newRow("a file cut in the middle is refused") << qint64(1000000) << qint64(-1);
-        QTest::newRow("a file cut behind its schema is refused") << qint64(2048) << qint64(-1);
-        QTest::newRow("overwritten pages are refused") << qint64(500000) << qint64(600000);
-        QTest::newRow("an overwritten header is refused") << qint64(0) << qint64(100);
-        QTest::newRow("an empty file is refused") << qint64(0) << qint64(-1);
+        QTest::newRow("a file cut in the middle is refused")
+            << static_cast<qint64>(1000000) << static_cast<qint64>(-1);
+        QTest::newRow("a file cut behind its schema is refused")
+            << static_cast<qint64>(2048) << static_cast<qint64>(-1);
+        QTest::newRow("overwritten pages are refused")
+            << static_cast<qint64>(500000) << static_cast<qint64>(600000);
+        QTest::newRow("an overwritten header is refused")
+            << static_cast<qint64>(0) << static_cast<qint64>(100);
+        QTest::newRow("an empty file is refused")
+            << static_cast<qint64>(0) << static_cast<qint64>(-1);
     }
     void damage()
     {
@@ -161,13 +166,14 @@ private Q_SLOTS:
         QVERIFY(whole.open(QIODevice::ReadOnly));
         QByteArray bytes = whole.readAll();
         if (to < 0)
-            bytes.truncate(int(from));
+            bytes.truncate(static_cast<int>(from));
         else
-            bytes.replace(int(from), int(to - from), QByteArray(int(to - from), '\x55'));
+            bytes.replace(static_cast<int>(from), static_cast<int>(to - from),
+                          QByteArray(static_cast<int>(to - from), '\x55'));
         const QString file = m_folder.filePath("damaged"_s);
         QFile damaged(file);
         QVERIFY(damaged.open(QIODevice::WriteOnly));
-        QCOMPARE(damaged.write(bytes), qint64(bytes.size()));
+        QCOMPARE(damaged.write(bytes), static_cast<qint64>(bytes.size()));
         damaged.close();
 
         QString errors;

@@ -44,8 +44,10 @@ private Q_SLOTS:
                 qPrintable("nor does a song with the title %1"_s.arg(QLatin1String(column))))
                 << true << QString::fromLatin1(column) << QString();
         }
-        QTest::newRow("a very long name") << false << QString(100000, u'A') << QString();
-        QTest::newRow("a very long pattern") << false << QString(100000, u'%') << QString();
+        QTest::newRow("a very long name")
+            << false << QString(100000, QLatin1Char('A')) << QString();
+        QTest::newRow("a very long pattern")
+            << false << QString(100000, QLatin1Char('%')) << QString();
         QTest::newRow("a name with a NUL inside") << false << "12ANNI"_s + QChar(0) << QString();
         QTest::newRow("a lone surrogate") << false << QString(QChar(0xD800)) << QString();
 
@@ -128,7 +130,7 @@ private Q_SLOTS:
             if (names.at() % 400 != 0)
                 continue;
             for (const QString &text : {names.value(0).toString(), names.value(1).toString()})
-                texts << text << text.toLower() << text + u'x' << text.chopped(1);
+                texts << text << text.toLower() << text + QLatin1Char('x') << text.chopped(1);
         }
         QVERIFY(texts.size() > 100);
         QSqlQuery query(QSqlDatabase::database("con_songsdb"_s));
@@ -153,8 +155,9 @@ private Q_SLOTS:
             words("back\\slash [a-z]*? it's true null songs current_date 100% %1 line\nbreak");
         texts << QStringLiteral("\uFFFD") << QStringLiteral("a\uFFFEb")
               << QStringLiteral("A\U00010041B") << QStringLiteral("\U0001F3B5")
-              << QStringLiteral("\u00E9") << QStringLiteral("\u212AEY") << QString(50000, u'L')
-              << QString(50001, u'L') << "NUL"_s + QChar(0) + "behind"_s
+              << QStringLiteral("\u00E9") << QStringLiteral("\u212AEY")
+              << QString(50000, QLatin1Char('L')) << QString(50001, QLatin1Char('L'))
+              << "NUL"_s + QChar(0) + "behind"_s
               << " blank "_s;
         const QString file = m_folder.filePath("odd"_s);
         execute(file,
@@ -167,10 +170,11 @@ private Q_SLOTS:
         texts += words("NUL blank IT'S %%%L songs.title ? :a @a 1");
         texts << "NUL"_s + QChar(0) << QString() << QStringLiteral("\uFFFF")
               << QStringLiteral("A\uFFFDB") << QStringLiteral("a\uFFFFB") << half
-              << half + QString(u'A') << QString(u'A') + half + u'A'
-              << QString(u'A') + half + u'A' + u'B' << QChar(0xDC00) << QStringLiteral("\u00C9")
-              << QStringLiteral("\u00E9\uFFFDA") << QStringLiteral("key\u0301")
-              << QString(50001, u'%') << "title "_s;
+              << half + QString(QLatin1Char('A'))
+              << QString(QLatin1Char('A')) + half + QLatin1Char('A')
+              << QString(QLatin1Char('A')) + half + QLatin1Char('A') + QLatin1Char('B')
+              << QChar(0xDC00) << QStringLiteral("\u00C9") << QStringLiteral("\u00E9\uFFFDA")
+              << QStringLiteral("key\u0301") << QString(50001, QLatin1Char('%')) << "title "_s;
         const QSqlDatabase catalogue = QSqlDatabase::database("con_songsdb"_s);
         int hits = 0;
         for (const QString &text : std::as_const(texts)) {
@@ -179,14 +183,15 @@ private Q_SLOTS:
                 QSqlQuery query(catalogue);
                 int rows = 0;
                 query.exec("SELECT title FROM songs WHERE %1 like \""_s.arg(QLatin1String(column))
-                           + text + u'"');
+                           + text + QLatin1Char('"'));
                 while (query.next())
                     ++rows;
                 SongInfo record;
                 const bool found = byTitle ? m_database->getRecordByTitle(text, record)
                                            : m_database->getRecordByFilename(text, record);
                 QVERIFY2(found == (byTitle ? rows == 1 : rows > 0),
-                         qPrintable(QLatin1String(column) + u' ' + text.toHtmlEscaped().left(99)));
+                         qPrintable(QLatin1String(column) + QLatin1Char(' ')
+                                    + text.toHtmlEscaped().left(99)));
                 hits += found;
             }
         }

@@ -230,7 +230,7 @@ private Q_SLOTS:
         const QString fields =
             "  Title     : \"T\"|  Genre     : \"G\"|  Artist    : \"A\"|  AltArtist : \"AA\"|"
             "  Author    : \"U\"|  Bpm       : 120|  Key       : \"C\"|  Length    : 60|"_s;
-        QCOMPARE(MessageCapture::messages().join(u'|'),
+        QCOMPARE(MessageCapture::messages().join(QLatin1Char('|')),
                  fields + "  NO Markers|"_s + fields + "  Markers:|    bar: 5   text: \"Verse\""_s);
     }
 };

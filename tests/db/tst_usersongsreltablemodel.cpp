@@ -106,7 +106,7 @@ private Q_SLOTS:
     void updateLeavesTypeFileNameShortNameAndStatus()
     {
         append("a");
-        QCOMPARE(m_model->statusOf(0), int(UserSongsRelTableModel::Listed));
+        QCOMPARE(m_model->statusOf(0), static_cast<int>(UserSongsRelTableModel::Listed));
         m_model->setStatus(0, UserSongsRelTableModel::Failed);
         SongInfo other = song("other"_s, 60, 99);
         other.format = other.artist = "A"_s;
@@ -261,7 +261,7 @@ private:
         QStringList cells;
         for (int column = 0; column < m_model->columnCount(); ++column)
             cells.append(m_model->cellIndex(row, column).data().toString());
-        return cells.join(u'|');
+        return cells.join(QLatin1Char('|'));
     }
     QString cell(int row, const char *field)
     {

@@ -29,7 +29,7 @@ public:
     void put(const QString &below, const QByteArray &bytes,
              const QDateTime &modified = QDateTime(QDate(2009, 3, 5), QTime(7, 8, 9)))
     {
-        QDir().mkpath(path(below.left(below.lastIndexOf(u'/'))));
+        QDir().mkpath(path(below.left(below.lastIndexOf(QLatin1Char('/')))));
         QFile file(path(below));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
             || !file.setFileTime(modified, QFileDevice::FileModificationTime))
@@ -55,13 +55,13 @@ public:
 
     QByteArray read(const char *name) const
     {
-        return SongBytes::read(root() + u'/' + QLatin1String(name));
+        return SongBytes::read(root() + QLatin1Char('/') + QLatin1String(name));
     }
 
     /** Overwrites the bytes at an offset of one of the files. */
     void patch(const char *name, int at, const QByteArray &bytes) const
     {
-        SongBytes::write(root() + u'/' + QLatin1String(name),
+        SongBytes::write(root() + QLatin1Char('/') + QLatin1String(name),
                          read(name).replace(at, bytes.size(), bytes));
     }
 
@@ -69,7 +69,8 @@ public:
     QByteArray record(const char *name, int size, int index, int at, int width) const
     {
         const QByteArray field = read(name).mid(size * index + at, width);
-        return field.left(int(qstrnlen(field.constData(), uint(field.size()))));
+        return field.left(
+            static_cast<int>(qstrnlen(field.constData(), static_cast<uint>(field.size()))));
     }
 
     QStringList titles() const { return texts("title.id3", 64, 4, 58); }

@@ -31,8 +31,9 @@ std::vector<ScannedSong> scanned(const QStringList &songs)
 {
     std::vector<ScannedSong> found;
     for (const QString &song : songs) {
-        const QString path = song.section(u'@', 0, 0);
-        found.push_back({path, SortKeys::ofPath(path), date, song.section(u'@', 1).toUInt()});
+        const QString path = song.section(QLatin1Char('@'), 0, 0);
+        found.push_back(
+            {path, SortKeys::ofPath(path), date, song.section(QLatin1Char('@'), 1).toUInt()});
     }
     return found;
 }
@@ -43,11 +44,12 @@ QStringList described(const std::vector<IndexCandidate> &candidates)
     QStringList texts;
     for (const IndexCandidate &candidate : candidates) {
         const IndexEntry &entry = candidate.entry;
-        const auto mark = [](bool isSet, char16_t sign) {
+        const auto mark = [](bool isSet, QLatin1Char sign) {
             return isSet ? QString(QChar(sign)) : QString();
         };
-        texts << entry.title + entry.relativePath + mark(!candidate.isFound, u'-')
-                + mark(candidate.mustBeRead, u'!') + mark(candidate.isRenamed, u'~');
+        texts << entry.title + entry.relativePath + mark(!candidate.isFound, QLatin1Char('-'))
+                + mark(candidate.mustBeRead, QLatin1Char('!'))
+                + mark(candidate.isRenamed, QLatin1Char('~'));
     }
     return texts;
 }
@@ -73,7 +75,7 @@ void tst_EntryMatcher::matching_data()
     const auto row = [](const char *what, const char *entries, const char *songs,
                         const char *candidates) {
         const auto list = [](const char *texts) {
-            return QString::fromUtf8(texts).split(u' ', Qt::SkipEmptyParts);
+            return QString::fromUtf8(texts).split(QLatin1Char(' '), Qt::SkipEmptyParts);
         };
         QTest::newRow(what) << list(entries) << list(songs) << list(candidates);
     };
@@ -136,11 +138,11 @@ void tst_EntryMatcher::manySongsOfOneFormTakeLinearTime()
     QStringList names;
     for (int i = 0; i < count; ++i) {
         paths.append(QStringLiteral("/??.mid"));
-        names.append(u'/' + QString(QChar(0x4E00 + i % 20'000)) + QChar(0x4E00 + i / 20'000)
-                     + QStringLiteral(".mid"));
+        names.append(QLatin1Char('/') + QString(QChar(0x4E00 + i % 20'000))
+                     + QChar(0x4E00 + i / 20'000) + QStringLiteral(".mid"));
     }
     const auto candidates = matchEntries(known(paths), scanned(names), QStringLiteral("/card"));
-    QCOMPARE(candidates.size(), std::size_t(count));
+    QCOMPARE(candidates.size(), static_cast<std::size_t>(count));
     QVERIFY(std::all_of(candidates.begin(), candidates.end(), [](const IndexCandidate &candidate) {
         return candidate.isFound && !candidate.mustBeRead;
     }));

@@ -53,7 +53,7 @@ void tst_IndexFaults::brokenIndexes()
     QFETCH(QString, detail);
     MemoryFixture memory;
     memory.prepare();
-    QVERIFY(QFile::resize(memory.path(u'/' + name), size));
+    QVERIFY(QFile::resize(memory.path(QLatin1Char('/') + name), size));
     memory.putMidi(QStringLiteral("/new.mid"), "new");
     const QStringList before = names(memory.root());
     FailingDisk disk;
@@ -62,11 +62,11 @@ void tst_IndexFaults::brokenIndexes()
     QVERIFY(index.failed());
     QVERIFY(!index.changed());
     QCOMPARE(index.outcome().codeName(), QStringLiteral("damaged-index"));
-    QCOMPARE(index.outcome().path, memory.path(u'/' + name));
+    QCOMPARE(index.outcome().path, memory.path(QLatin1Char('/') + name));
     QVERIFY2(index.outcome().detail.startsWith(detail), qPrintable(index.outcome().detail));
     QCOMPARE(disk.operations, QStringList());
     QCOMPARE(names(memory.root()), before);
-    QCOMPARE(QFileInfo(memory.path(u'/' + name)).size(), qint64(size));
+    QCOMPARE(QFileInfo(memory.path(QLatin1Char('/') + name)).size(), static_cast<qint64>(size));
     QVERIFY(index.rebuild(memory.root()));
 }
 
@@ -171,7 +171,7 @@ void tst_IndexFaults::aFailingStepLeavesNoIndex()
         const bool succeeded = update ? index.update(memory.root()) : index.rebuild(memory.root());
         if (failAt == 1)
             QVERIFY(!disk.operations.isEmpty());
-        steps = qMax(steps, qMin(int(disk.operations.size()), 40));
+        steps = qMax(steps, qMin(static_cast<int>(disk.operations.size()), 40));
         if (disk.operations.size() < failAt)
             break;
         const QByteArray step =
@@ -188,7 +188,7 @@ void tst_IndexFaults::aFailingStepLeavesNoIndex()
                     ? problems.last()
                     : QString());
             QVERIFY2(problems.isEmpty(),
-                     (step + ' ' + problems.join(u'|').toLocal8Bit()).constData());
+                     (step + ' ' + problems.join(QLatin1Char('|')).toLocal8Bit()).constData());
         }
         QVERIFY2(Index().update(memory.root()), step.constData());
         QVERIFY2(memory.problems().isEmpty(), step.constData());
@@ -269,7 +269,7 @@ void tst_IndexFaults::onlyRegularFilesAreOpened()
     MemoryFixture memory;
     memory.prepare();
     memory.putMidi(QStringLiteral("/new.mid"), "new");
-    const QString path = memory.path(u'/' + name);
+    const QString path = memory.path(QLatin1Char('/') + name);
     const QTemporaryDir elsewhere;
     const QString outside = elsewhere.filePath(QStringLiteral("file"));
     const QByteArray bytes = memory.read(name.toLatin1());

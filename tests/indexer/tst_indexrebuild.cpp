@@ -72,10 +72,10 @@ void tst_IndexRebuild::aMemoryWithoutSongsGetsNoIndexFiles()
 void tst_IndexRebuild::pathsOf252CharactersAreReported()
 {
     MemoryFixture memory;
-    const QString longest =
-        u'/' + QString(100, u'd') + u'/' + QString(145, u'x') + QStringLiteral(".mid"); // 251
-    const QString tooLong =
-        u'/' + QString(100, u'd') + u'/' + QString(146, u'x') + QStringLiteral(".mid"); // 252
+    const QString longest = QLatin1Char('/') + QString(100, QLatin1Char('d')) + QLatin1Char('/')
+        + QString(145, QLatin1Char('x')) + QStringLiteral(".mid"); // 251
+    const QString tooLong = QLatin1Char('/') + QString(100, QLatin1Char('d')) + QLatin1Char('/')
+        + QString(146, QLatin1Char('x')) + QStringLiteral(".mid"); // 252
     memory.put(longest, midi0());
     memory.put(tooLong, midi0());
     Index index;
@@ -118,7 +118,7 @@ void tst_IndexRebuild::otherFilesOfThePlayerStay()
                               QStringLiteral("aartist3.id3"), QStringLiteral("agenre3.id3"),
                               QStringLiteral("temp1.id3"),    QStringLiteral("temp2.id3")};
     for (const QString &name : deleted)
-        memory.put(u'/' + name, "x");
+        memory.put(QLatin1Char('/') + name, "x");
     memory.put(QStringLiteral("/sfx.id3"), "mine");
     memory.put(QStringLiteral("/playlist/playlist.dat"), "mine");
     memory.put(QStringLiteral("/.fsinfos.new"), "left by a killed run");
@@ -182,7 +182,7 @@ void tst_IndexRebuild::signalsTellTheProgress()
                 + (path.isEmpty() ? path : path.mid(memory.root().size()));
     });
     QVERIFY(index.rebuild(memory.root()));
-    QCOMPARE(signals_.join(u','),
+    QCOMPARE(signals_.join(QLatin1Char(',')),
              QStringLiteral(
                  "value 0,found 1,path /sub,found 2,max 2,path /a.mid,value 1,path /sub/b.mid,"
                  "value 2,path ,max 100,value 0,value 10,value 20,value 30,value 40,value 50,"
@@ -190,7 +190,7 @@ void tst_IndexRebuild::signalsTellTheProgress()
 
     signals_.clear();
     QVERIFY(index.update(memory.root())); // nothing changed: only up to the found count
-    QCOMPARE(signals_.join(u','),
+    QCOMPARE(signals_.join(QLatin1Char(',')),
              QStringLiteral(
                  "value 0,found 1,path /sub,found 2,max 2,path /a.mid,value 1,path /sub/b.mid,"
                  "value 2,path "));
@@ -217,7 +217,7 @@ void tst_IndexRebuild::theLogNamesEachStep()
     const LogCapture log;
     QVERIFY(index.rebuild(memory.root()));
     const auto quoted = [&memory](const char *below) {
-        return QString(u'"' + memory.path(QLatin1String(below)) + u'"');
+        return QString(QLatin1Char('"') + memory.path(QLatin1String(below)) + QLatin1Char('"'));
     };
     QCOMPARE(
         LogCapture::lines(),
@@ -236,7 +236,7 @@ void tst_IndexRebuild::realSongs()
         QSKIP("openttd-openmsx is not installed");
     MemoryFixture memory;
     for (const QString &name : midis)
-        QVERIFY(QFile::copy(songs.filePath(name), memory.root() + u'/' + name));
+        QVERIFY(QFile::copy(songs.filePath(name), memory.root() + QLatin1Char('/') + name));
     Index index;
     QVERIFY(index.rebuild(memory.root()));
     QCOMPARE(index.found(), midis.size());

@@ -64,13 +64,13 @@ void tst_IndexUpdate::whatIsLostComesBack_data()
     for (const QString &name : MemoryFixture::preparedFiles()) {
         row(name + QStringLiteral(" is missing: all songs are read"), [name](auto &memory) {
             memory.patch("title.id3", 4, "WRONG");
-            QVERIFY(QFile::remove(memory.path(u'/' + name)));
+            QVERIFY(QFile::remove(memory.path(QLatin1Char('/') + name)));
             QVERIFY(!Index::isPrepared(memory.root()));
         });
     }
     row(QStringLiteral("an index without entries"), [](auto &memory) {
         for (const QString &name : memory.indexFiles())
-            write(memory.path(u'/' + name), QByteArray());
+            write(memory.path(QLatin1Char('/') + name), QByteArray());
     });
     row(QStringLiteral("a title record shorter than 64 bytes"), [](auto &memory) {
         QVERIFY(QFile::resize(memory.path(QStringLiteral("/title.id3")), 63));
@@ -80,12 +80,12 @@ void tst_IndexUpdate::whatIsLostComesBack_data()
     });
     row(QStringLiteral("numbers that are not the places of their records"), [](auto &memory) {
         for (int i = 0; i < 3; ++i) {
-            const QByteArray number = QByteArray(3, '\0') + char(10 + i);
+            const QByteArray number = QByteArray(3, '\0') + static_cast<char>(10 + i);
             memory.patch("index.id3", 270 * i, number);
             memory.patch("title.id3", 64 * i, number);
         }
         for (const auto &[record, number] : {std::pair{1, 10}, {2, 12}, {4, 11}})
-            memory.patch("artist.id3", 64 * record + 3, QByteArray(1, char(number)));
+            memory.patch("artist.id3", 64 * record + 3, QByteArray(1, static_cast<char>(number)));
     });
 }
 
@@ -110,9 +110,9 @@ void tst_IndexUpdate::aDeletedSongLosesItsRecord()
     memory.patch("title.id3", 2 * 64 + 4, "GONG!");
     QVERIFY(QFile::remove(memory.path(QStringLiteral("/b.mid"))));
     QVERIFY(Index().update(memory.root()));
-    QCOMPARE(memory.paths().join(u','), QStringLiteral("/a.mid,/c.mid"));
+    QCOMPARE(memory.paths().join(QLatin1Char(',')), QStringLiteral("/a.mid,/c.mid"));
     QCOMPARE(memory.read("index.id3").mid(270, 4).toHex(), QByteArray("00000001"));
-    QCOMPARE(memory.titles().join(u','), QStringLiteral("ALFA,GONG!"));
+    QCOMPARE(memory.titles().join(QLatin1Char(',')), QStringLiteral("ALFA,GONG!"));
     QCOMPARE(memory.read("title.id3").mid(64, 4).toHex(), QByteArray("00000001"));
     QCOMPARE(memory.record("artist.id3", 64, 0, 4, 58), QByteArray("ADA"));
     QCOMPARE(memory.read("fsinfos.id3").left(4).toHex(), QByteArray("02000100"));
@@ -128,7 +128,8 @@ void tst_IndexUpdate::newSongsGetTheNextNumbers()
     Index index;
     QVERIFY(index.update(memory.root()));
     QCOMPARE(index.found(), 5);
-    QCOMPARE(memory.paths().join(u','), QStringLiteral("/a.mid,/b.mid,/c.mid,/0.mid,/z/1.kar"));
+    QCOMPARE(memory.paths().join(QLatin1Char(',')),
+             QStringLiteral("/a.mid,/b.mid,/c.mid,/0.mid,/z/1.kar"));
     QCOMPARE(memory.read("ordfile.id3").toHex(), QByteArray("03000000010002000400"));
     QCOMPARE(memory.problems(), QStringList());
 }
@@ -215,7 +216,7 @@ void tst_IndexUpdate::updateWithoutSongsWritesNothing()
     memory.prepare();
     for (const QString &name : memory.indexFiles()) {
         if (!hasEntries)
-            write(memory.path(u'/' + name), QByteArray());
+            write(memory.path(QLatin1Char('/') + name), QByteArray());
     }
     const auto before = snapshot(memory);
     for (const char *name : {"/a.mid", "/b.mid", "/c.mid"})
@@ -246,12 +247,12 @@ void tst_IndexUpdate::songsThatAllVanishDuringARunAreAFailure()
     memory.prepare();
     const QStringList songs = QDir(memory.root()).entryList({QStringLiteral("*.mid")});
     for (const QString &name : songs)
-        memory.put(u'/' + name, midi0(), QDateTime(QDate(2010, 1, 1), QTime(0, 0)));
+        memory.put(QLatin1Char('/') + name, midi0(), QDateTime(QDate(2010, 1, 1), QTime(0, 0)));
     const auto before = snapshot(memory);
     Index index;
     QObject::connect(&index, &Index::progressMaxSetup, [&] {
         for (const QString &name : songs)
-            QFile::remove(memory.path(u'/' + name));
+            QFile::remove(memory.path(QLatin1Char('/') + name));
     });
     QVERIFY(!index.update(memory.root()));
     QVERIFY(index.failed() && !index.changed());

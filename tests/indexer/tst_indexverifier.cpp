@@ -93,7 +93,7 @@ void makeMemory(const QString &root)
 Change patch(const char *file, int offset, const QByteArray &bytes)
 {
     return [=](const QString &root) {
-        QFile target(root + u'/' + QLatin1String(file));
+        QFile target(root + QLatin1Char('/') + QLatin1String(file));
         QVERIFY(target.open(QIODevice::ReadWrite));
         QVERIFY(target.seek(offset));
         QCOMPARE(target.write(bytes), bytes.size());
@@ -103,7 +103,7 @@ Change patch(const char *file, int offset, const QByteArray &bytes)
 Change resize(const char *file, int size)
 {
     return [=](const QString &root) {
-        QVERIFY(QFile::resize(root + u'/' + QLatin1String(file), size));
+        QVERIFY(QFile::resize(root + QLatin1Char('/') + QLatin1String(file), size));
     };
 }
 
@@ -264,13 +264,15 @@ void tst_IndexVerifier::whatTheFilesCannotHold_data()
         [](const QString &root) {
             for (const char *name : {"SFX", "sub/Bridge", ".Trash"}) {
                 QVERIFY(QDir(root).mkpath(QLatin1String(name)));
-                writeSong(root + u'/' + QLatin1String(name) + QStringLiteral("/x.mid"), stampTime);
+                writeSong(root + QLatin1Char('/') + QLatin1String(name) + QStringLiteral("/x.mid"),
+                          stampTime);
             }
             writeSong(root + QStringLiteral("/._b.mid"), stampTime);
             writeSong(root + QStringLiteral("/song.wav"), stampTime);
         });
     row("a song whose path has 252 characters is not missed", [](const QString &root) {
-        writeSong(root + u'/' + QString(247, u'x') + QStringLiteral(".mid"), stampTime);
+        writeSong(root + QLatin1Char('/') + QString(247, QLatin1Char('x')) + QStringLiteral(".mid"),
+                  stampTime);
     });
     row("a loop of links ends", [](const QString &root) {
         QVERIFY(QFile::link(root, root + QStringLiteral("/sub/loop")));
@@ -303,7 +305,7 @@ void tst_IndexVerifier::whatTheFilesCannotHold()
     QTemporaryDir folder;
     makeMemory(folder.path());
     change(folder.path());
-    for (const QString &root : {folder.path(), QString(folder.path() + u'/')}) {
+    for (const QString &root : {folder.path(), QString(folder.path() + QLatin1Char('/'))}) {
         for (const IndexProblem &problem : IndexVerifier(root).verify())
             QFAIL(qPrintable(QStringLiteral("%1 %2 %3")
                                  .arg(problem.file)

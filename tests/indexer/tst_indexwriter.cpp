@@ -73,7 +73,7 @@ void tst_IndexWriter::results()
     MemoryFixture memory;
     IndexWriter writer(memory.root(), songs, Disk::real());
     QCOMPARE(operation(writer), result);
-    QVERIFY(QFile::exists(memory.path(u'/' + name)));
+    QVERIFY(QFile::exists(memory.path(QLatin1Char('/') + name)));
 
     FailingDisk disk;
     disk.failAt = 1;
@@ -81,9 +81,9 @@ void tst_IndexWriter::results()
     QCOMPARE(operation(onFullCard), -1);
     QCOMPARE(disk.operations.value(0), QStringLiteral("write"));
     QVERIFY(onFullCard.outcome() == disk.cause);
-    QVERIFY(onFullCard.outcome().path.startsWith(memory.root() + u'/'));
+    QVERIFY(onFullCard.outcome().path.startsWith(memory.root() + QLatin1Char('/')));
 
-    QVERIFY(QFile::remove(memory.path(u'/' + name)));
+    QVERIFY(QFile::remove(memory.path(QLatin1Char('/') + name)));
     QVERIFY(QDir(memory.root()).mkpath(name + QStringLiteral("/in the way")));
     QCOMPARE(operation(writer), -1);
 }

@@ -44,7 +44,7 @@ struct Told
 
 QStringList list(const char *words)
 {
-    return QString::fromUtf8(words).split(u' ', Qt::SkipEmptyParts);
+    return QString::fromUtf8(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
 /** Runs a line of shell in the memory; false where there is no shell. */
@@ -146,7 +146,7 @@ void tst_MemoryScan::theOrderIsThatOfTheSortKeys()
         told.songs.begin(), told.songs.end(), [](const auto &left, const auto &right) {
             return SortKeys::comparePaths(left.sortKey, right.sortKey) < 0;
         });
-    QVERIFY2(isSorted, qPrintable(told.paths().join(u' ')));
+    QVERIFY2(isSorted, qPrintable(told.paths().join(QLatin1Char(' '))));
 }
 
 void tst_MemoryScan::datesAndTimesAreLocal_data()
@@ -227,7 +227,7 @@ void tst_MemoryScan::linksAndOddEntries()
     QVERIFY(told.isListed);
     QTEST(told.paths(), "songs");
     QVERIFY2(told.lines.filter(QStringLiteral("unreadable")).isEmpty(),
-             qPrintable(told.lines.join(u',')));
+             qPrintable(told.lines.join(QLatin1Char(','))));
 }
 
 void tst_MemoryScan::namesThatCannotBeSaidAreTold()

@@ -45,7 +45,7 @@ class Brackets : public QTranslator
 public:
     QString translate(const char *, const char *text, const char *, int) const override
     {
-        return u'[' + QString::fromUtf8(text) + u']';
+        return QLatin1Char('[') + QString::fromUtf8(text) + QLatin1Char(']');
     }
     bool isEmpty() const override { return false; }
 };
@@ -103,7 +103,7 @@ void tst_SongListWriter::orders()
     QStringList titles;
     for (const IndexEntry &entry : entries)
         titles.append(entry.title);
-    QTEST(titles.join(u' '), "titles");
+    QTEST(titles.join(QLatin1Char(' ')), "titles");
 }
 
 void tst_SongListWriter::linesAreNotEscaped()
@@ -127,7 +127,7 @@ void tst_SongListWriter::theListOfAMemory()
                         "ALFA; LIVE;ABBA;/Pop/b.mid;\n"
                         "BETA;ZUCCHERO;/a.mid;\n")
                  + QStringLiteral("CAFF\u00c8;<UNKNOWN>;/c.mid;\n").toLocal8Bit());
-    QCOMPARE(Index().writeSongList(memory.root() + u'/', target, Index::ByArtist), 1);
+    QCOMPARE(Index().writeSongList(memory.root() + QLatin1Char('/'), target, Index::ByArtist), 1);
     QVERIFY(memory.read("SongsList.csv").startsWith("TITOLO;ARTISTA;FILE;\nCAFF"));
 }
 
@@ -166,7 +166,7 @@ void tst_SongListWriter::signalsTellEachSong()
     QObject::connect(&index, &Index::progressValueChanged,
                      [&](int n) { told << QString::number(n); });
     QCOMPARE(index.writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0), 1);
-    QCOMPARE(told.join(u' '), QStringLiteral("max 3 /Pop/b.mid 1 /a.mid 2 /c.mid 3"));
+    QCOMPARE(told.join(QLatin1Char(' ')), QStringLiteral("max 3 /Pop/b.mid 1 /a.mid 2 /c.mid 3"));
 }
 
 void tst_SongListWriter::aMemoryThatIsNotPrepared_data()
@@ -182,10 +182,10 @@ void tst_SongListWriter::aMemoryThatIsNotPrepared()
     QFETCH(QString, missing);
     MemoryFixture memory;
     prepare(memory);
-    QVERIFY(QFile::remove(memory.path(u'/' + missing)));
+    QVERIFY(QFile::remove(memory.path(QLatin1Char('/') + missing)));
     Index index;
     QCOMPARE(index.writeSongList(memory.root(), memory.path(QStringLiteral("/l.csv")), 0), -1);
-    QCOMPARE(index.outcome().path, memory.path(u'/' + missing));
+    QCOMPARE(index.outcome().path, memory.path(QLatin1Char('/') + missing));
     QVERIFY(!QFile::exists(memory.path(QStringLiteral("/l.csv"))));
 }
 

@@ -135,7 +135,7 @@ void tst_SongReader::texts()
     entry.absolutePath = write(folder.filePath(name), bytes);
     entry.title = entry.artist = entry.genre = QStringLiteral("OLD");
     QVERIFY(SongReader::read(entry));
-    QCOMPARE(entry.title + u'|' + entry.artist + u'|' + entry.genre, texts);
+    QCOMPARE(entry.title + QLatin1Char('|') + entry.artist + QLatin1Char('|') + entry.genre, texts);
 }
 
 void tst_SongReader::attributes_data()
@@ -195,10 +195,10 @@ void tst_SongReader::attributes()
     entry.absolutePath = write(folder.filePath(name), bytes);
     entry.kind = entry.tempo = entry.reserved = entry.markers = 99;
     QVERIFY(SongReader::read(entry));
-    QTEST(int(entry.kind), "kind");
-    QTEST(int(entry.tempo), "tempo");
-    QTEST(int(entry.markers), "markers");
-    QCOMPARE(int(entry.reserved), 0);
+    QTEST(static_cast<int>(entry.kind), "kind");
+    QTEST(static_cast<int>(entry.tempo), "tempo");
+    QTEST(static_cast<int>(entry.markers), "markers");
+    QCOMPARE(static_cast<int>(entry.reserved), 0);
 }
 
 void tst_SongReader::everyTruncationIsRead_data()
@@ -254,8 +254,9 @@ void tst_SongReader::foldersAndFifosKeepTheDefaults()
         QVERIFY(SongReader::read(entry));
         QCOMPARE(entry.title, QString::fromLatin1(program).toUpper());
         QCOMPARE(entry.artist, QStringLiteral("<UNKNOWN>"));
-        QCOMPARE(int(entry.kind), 0);
-        QCOMPARE(int(entry.tempo), program == QByteArray("mkdir") ? 120 : 0); // an empty file has 0
+        QCOMPARE(static_cast<int>(entry.kind), 0);
+        QCOMPARE(static_cast<int>(entry.tempo),
+                 program == QByteArray("mkdir") ? 120 : 0); // an empty file has 0
     }
 }
 

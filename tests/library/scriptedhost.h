@@ -62,7 +62,7 @@ public:
 
     void recovered(const QString &path, Recovery::Result outcome) override
     {
-        add("recovered", QString::number(int(outcome)) + QLatin1Char(' ') + path);
+        add("recovered", QString::number(static_cast<int>(outcome)) + QLatin1Char(' ') + path);
     }
 
     Answer askNotPublished(const QString &fileName) override

@@ -103,11 +103,11 @@ void tst_BackupJob::answersThatMakeNoFolder_data()
     QTest::addColumn<bool>("mayProceed");
     QTest::addColumn<QStringList>("events");
     QTest::newRow("to proceed without")
-        << int(BackupChoice::ProceedWithout) << true << strings({"ask backup"});
+        << static_cast<int>(BackupChoice::ProceedWithout) << true << strings({"ask backup"});
     QTest::newRow("to cancel, or the dialog's frame, ends without a message")
-        << int(BackupChoice::Cancel) << false << strings({"ask backup"});
+        << static_cast<int>(BackupChoice::Cancel) << false << strings({"ask backup"});
     QTest::newRow("a backup without a folder fails")
-        << int(BackupChoice::Backup) << false << strings({"ask backup", failed});
+        << static_cast<int>(BackupChoice::Backup) << false << strings({"ask backup", failed});
 }
 
 void tst_BackupJob::answersThatMakeNoFolder()
@@ -133,7 +133,7 @@ void tst_BackupJob::aFolderThatCantBeMadeFails_data()
     QTest::newRow("the chosen folder is a file")
         << text("file") << text("file") << text("not-found");
     QTest::newRow("a name that is too long")
-        << QString() << QString(4096, u'x') << text("name-too-long");
+        << QString() << QString(4096, QLatin1Char('x')) << text("name-too-long");
 }
 
 void tst_BackupJob::aFolderThatCantBeMadeFails()
@@ -148,7 +148,8 @@ void tst_BackupJob::aFolderThatCantBeMadeFails()
     QVERIFY(!summary.mayProceed);
     QTEST(summary.cause.codeName(), "code");
     QCOMPARE(m_host.events,
-             QStringList({text("ask backup"), text(failed) + u'|' + summary.cause.message()}));
+             QStringList(
+                 {text("ask backup"), text(failed) + QLatin1Char('|') + summary.cause.message()}));
     QVERIFY(summary.cause.message().startsWith(m_host.backupChoice.folder + text("/backup_")));
     QCOMPARE(LogCapture::lines().last(), text("Dest root dir creation failed"));
     if (!existing.isEmpty())
@@ -205,11 +206,12 @@ void tst_BackupJob::aFailedCopyFails()
     QStringList details;
     for (const SongOutcome &failure : summary.songs.failures) {
         const QString name = QFileInfo(failure.path).fileName();
-        told += name + u' ' + failure.cause.codeName();
+        told += name + QLatin1Char(' ') + failure.cause.codeName();
         details += name + text(": ") + failure.cause.sentence();
     }
     QCOMPARE(told, lines);
-    QCOMPARE(m_host.events.last(), text(failed) + u'|' + details.join(u'|'));
+    QCOMPARE(m_host.events.last(),
+             text(failed) + QLatin1Char('|') + details.join(QLatin1Char('|')));
     QCOMPARE(m_host.eventsOf(text("information")), QStringList());
     QCOMPARE(TestFiles::read(files.first()), QByteArray("x"));
 }

@@ -155,9 +155,9 @@ void tst_CopyFaults::failingDisk_data()
 
     const auto row = [](const char *name, const char *operation, int failing, bool staysBroken,
                         const char *replaced, const char *results) {
-        const QStringList codes = text(results).split(u' ');
+        const QStringList codes = text(results).split(QLatin1Char(' '));
         QTest::newRow(name) << text(operation) << failing << staysBroken
-                            << text(replaced).split(u' ')
+                            << text(replaced).split(QLatin1Char(' '))
                             << QStringList({text("a.mid ") + codes.at(0),
                                             text("b.mid ") + codes.at(1),
                                             text("c.mid ") + codes.at(2)});

@@ -59,7 +59,7 @@ void tst_FileCopier::aCopyIsTheWholeSongWithItsTime()
     QFETCH(int, size);
     QByteArray bytes(size, Qt::Uninitialized);
     for (int i = 0; i < size; ++i)
-        bytes[i] = char(i * 31 + i / 251);
+        bytes[i] = static_cast<char>(i * 31 + i / 251);
     const QDateTime time(QDate(2016, 12, 9), QTime(17, 0, 45, 678));
     TestFiles::write(source(text("song.mid")), bytes);
     TestFiles::setModified(source(text("song.mid")), time);

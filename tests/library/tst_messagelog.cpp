@@ -63,12 +63,13 @@ void tst_MessageLog::lines_data()
     QTest::addColumn<QString>("message");
     QTest::addColumn<QByteArray>("line");
     const QString song = text("a song");
-    QTest::newRow("warning") << int(QtWarningMsg) << song << QByteArray("W| a song\n");
-    QTest::newRow("critical") << int(QtCriticalMsg) << song << QByteArray("C| a song\n");
+    QTest::newRow("warning") << static_cast<int>(QtWarningMsg) << song << QByteArray("W| a song\n");
+    QTest::newRow("critical") << static_cast<int>(QtCriticalMsg) << song
+                              << QByteArray("C| a song\n");
     QTest::newRow("an info message never reaches the file")
-        << int(QtInfoMsg) << song << QByteArray();
+        << static_cast<int>(QtInfoMsg) << song << QByteArray();
     const auto row = [](const char *name, const QString &message, const char *line) {
-        QTest::newRow(name) << int(QtDebugMsg) << message << QByteArray(line);
+        QTest::newRow(name) << static_cast<int>(QtDebugMsg) << message << QByteArray(line);
     };
     row("an empty message is a line of its own", QString(), "D| \n");
     row("line breaks are written as they are, with one added", text("one\ntwo\r\n"),

@@ -192,8 +192,8 @@ void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes_data()
         << text("a.mf3") << mfx(3, {"Old", "", "", "", "", 0, 0}, midi0()) << text("Città") << 0
         << text("letter-not-storable");
     QTest::newRow("an MP3 title of more than a tag can hold")
-        << text("a.mp3") << tag(frame("TIT2", "Old")) + audio() << QString(17 << 20, u'x') << 0
-        << text("text-too-long");
+        << text("a.mp3") << tag(frame("TIT2", "Old")) + audio()
+        << QString(17 << 20, QLatin1Char('x')) << 0 << text("text-too-long");
 }
 
 void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes()

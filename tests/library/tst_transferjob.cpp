@@ -307,7 +307,7 @@ void tst_TransferJob::anIndexThatCantBeWrittenIsAFailure()
     QVERIFY(summary.index.hasFailed && !summary.index.isPrepared);
     QCOMPARE(summary.index.cause.codeName(), text("no-room"));
     // required: the same words for both causes
-    QCOMPARE(m_host.events.last(), text(failed) + u'|' + summary.index.cause.message());
+    QCOMPARE(m_host.events.last(), text(failed) + QLatin1Char('|') + summary.index.cause.message());
 }
 
 void tst_TransferJob::anIndexThatCantBeReadIsAFailure()
@@ -318,7 +318,7 @@ void tst_TransferJob::anIndexThatCantBeReadIsAFailure()
     QVERIFY(summary.result == Result::Failed);
     QCOMPARE(summary.index.cause.codeName(), text("damaged-index"));
     QVERIFY(summary.index.cause.detail.startsWith(text("index.id3: ")));
-    QCOMPARE(m_host.events.last(), text(failed) + u'|' + summary.index.cause.message());
+    QCOMPARE(m_host.events.last(), text(failed) + QLatin1Char('|') + summary.index.cause.message());
 }
 
 void tst_TransferJob::aMemoryThatIsGoneIsAFailure()
@@ -328,7 +328,7 @@ void tst_TransferJob::aMemoryThatIsGoneIsAFailure()
         TransferJob(m_host, m_host, m_host, volume).run({}, path("gone/songs"));
     QVERIFY(summary.result == Result::Failed);
     QCOMPARE(summary.index.cause.codeName(), text("not-found"));
-    QCOMPARE(m_host.events.last(), text(failed) + u'|' + summary.index.cause.message());
+    QCOMPARE(m_host.events.last(), text(failed) + QLatin1Char('|') + summary.index.cause.message());
     QVERIFY(!QFileInfo::exists(path("gone")));
 }
 

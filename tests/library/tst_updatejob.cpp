@@ -78,9 +78,10 @@ void tst_UpdateJob::nothingIsWrittenWithoutTheBackup_data()
 {
     QTest::addColumn<int>("action");
     QTest::addColumn<QString>("folder");
-    QTest::newRow("cancelled") << int(BackupChoice::Cancel) << QString();
-    QTest::newRow("no folder") << int(BackupChoice::Backup) << QString();
-    QTest::newRow("a folder that does not exist") << int(BackupChoice::Backup) << text("none");
+    QTest::newRow("cancelled") << static_cast<int>(BackupChoice::Cancel) << QString();
+    QTest::newRow("no folder") << static_cast<int>(BackupChoice::Backup) << QString();
+    QTest::newRow("a folder that does not exist")
+        << static_cast<int>(BackupChoice::Backup) << text("none");
 }
 
 void tst_UpdateJob::nothingIsWrittenWithoutTheBackup()

@@ -13,14 +13,14 @@ namespace tarvel4 {
 QByteArray Fixtures::meta(int type, const QByteArray &payload)
 {
     QByteArray event("\0\xFF", 2);
-    event += char(type);
-    event += char(payload.size());
+    event += static_cast<char>(type);
+    event += static_cast<char>(payload.size());
     return event + payload;
 }
 
 QByteArray Fixtures::songInfo(int subType, const QByteArray &payload)
 {
-    return meta(0x4B, char(subType) + payload);
+    return meta(0x4B, static_cast<char>(subType) + payload);
 }
 
 QByteArray Fixtures::midi(const QByteArray &events)
@@ -30,7 +30,7 @@ QByteArray Fixtures::midi(const QByteArray &events)
                               "60 80 3C 40"
                               "00 FF 2F 00");
     QByteArray length(4, '\0');
-    qToBigEndian(quint32(track.size()), length.data());
+    qToBigEndian(static_cast<quint32>(track.size()), length.data());
     return "MThd" + QByteArray::fromHex("00000006 0000 0001 0060") + "MTrk" + length + track;
 }
 

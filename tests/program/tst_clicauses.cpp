@@ -47,7 +47,7 @@ void tst_CliCauses::row(const char *code, const char *name, const char *setup,
         QTest::newRow(qPrintable(QStringLiteral("%1, %2: %3")
                                      .arg(codeText, QString::fromUtf8(name),
                                           command.section(QLatin1String(" --title"), 0, 0))))
-            << codeText << QString::fromUtf8(setup) << command << int(place);
+            << codeText << QString::fromUtf8(setup) << command << static_cast<int>(place);
 }
 
 void tst_CliCauses::eachCauseHasItsCode_data()

@@ -78,7 +78,7 @@ void tst_CliTerminal::showsProgressInOneLine()
     QVERIFY(!run.out.contains('\n'));
     QVERIFY(run.out.endsWith("\r\033[K"));
     for (const QByteArray &line : run.out.split('\r'))
-        QVERIFY2(line.size() - int(qstrlen("\033[K")) < 30, line.constData());
+        QVERIFY2(line.size() - static_cast<int>(qstrlen("\033[K")) < 30, line.constData());
     QCOMPARE(Fixtures::read(path("out.json")).count('\n'), 4);
 }
 

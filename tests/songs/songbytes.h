@@ -26,7 +26,7 @@ inline QByteArray littleEndian(quint32 number, int width)
 {
     QByteArray bytes;
     for (int shift = 0; shift < 8 * width; shift += 8)
-        bytes.append(char(number >> shift & 0xFF));
+        bytes.append(static_cast<char>(number >> shift & 0xFF));
     return bytes;
 }
 
@@ -53,29 +53,29 @@ inline QByteArray note()
 /** A meta event at delta-time 0. */
 inline QByteArray meta(int type, const QByteArray &payload)
 {
-    return hex("00 FF") + char(type) + char(payload.size()) + payload;
+    return hex("00 FF") + static_cast<char>(type) + static_cast<char>(payload.size()) + payload;
 }
 
 /** A field of our own, at delta-time 0. */
 inline QByteArray songInfo(int subType, const QByteArray &payload)
 {
-    return meta(0x4B, char(subType) + payload);
+    return meta(0x4B, static_cast<char>(subType) + payload);
 }
 
 inline QByteArray marker(int bar, const QByteArray &text)
 {
-    return songInfo(6, bigEndian(quint32(bar), 2) + text);
+    return songInfo(6, bigEndian(static_cast<quint32>(bar), 2) + text);
 }
 
 inline QByteArray track(const QByteArray &events)
 {
-    return "MTrk" + bigEndian(quint32(events.size()), 4) + events;
+    return "MTrk" + bigEndian(static_cast<quint32>(events.size()), 4) + events;
 }
 
 inline QByteArray midi(int format, std::initializer_list<QByteArray> tracks)
 {
-    QByteArray bytes = "MThd" + hex("00000006") + bigEndian(quint32(format), 2)
-        + bigEndian(quint32(tracks.size()), 2) + hex("0060");
+    QByteArray bytes = "MThd" + hex("00000006") + bigEndian(static_cast<quint32>(format), 2)
+        + bigEndian(static_cast<quint32>(tracks.size()), 2) + hex("0060");
     for (const QByteArray &chunk : tracks)
         bytes += chunk;
     return bytes;
@@ -99,20 +99,20 @@ inline QByteArray syncSafe(quint32 size)
 {
     QByteArray bytes;
     for (int shift = 21; shift >= 0; shift -= 7)
-        bytes.append(char(size >> shift & 0x7F));
+        bytes.append(static_cast<char>(size >> shift & 0x7F));
     return bytes;
 }
 
 /** A text frame of an ID3v2.3 tag, Latin-1. */
 inline QByteArray frame(const char *id, const QByteArray &text)
 {
-    return id + bigEndian(quint32(text.size() + 1), 4) + hex("0000 00") + text;
+    return id + bigEndian(static_cast<quint32>(text.size() + 1), 4) + hex("0000 00") + text;
 }
 
 /** An ID3v2.3 tag around \a body. */
 inline QByteArray tag(const QByteArray &body = QByteArray())
 {
-    return "ID3" + hex("03 00 00") + syncSafe(quint32(body.size())) + body;
+    return "ID3" + hex("03 00 00") + syncSafe(static_cast<quint32>(body.size())) + body;
 }
 
 /** What the system marks an edited MP3 with. */
@@ -155,10 +155,10 @@ inline QByteArray mfxHeader(int version, const MfxFields &fields = MfxFields())
     put(0, 4, "_MF" + QByteArray::number(version));
     put(4, 4, QByteArray());
     put(12, 4, QByteArray());
-    put(38, 2, littleEndian(quint32(fields.bpm), 2));
+    put(38, 2, littleEndian(static_cast<quint32>(fields.bpm), 2));
     put(42, 13, fields.longName);
     put(122, 32, fields.title);
-    put(185, 1, QByteArray(1, char(fields.flags)));
+    put(185, 1, QByteArray(1, static_cast<char>(fields.flags)));
     put(186, 32, fields.author);
     put(218, 32, fields.artist);
     put(250, 32, fields.genre);
@@ -171,8 +171,8 @@ inline QByteArray mfx(int version, const MfxFields &fields, const QByteArray &mi
     QByteArray stream;
     LzHuff().compress(midi, stream);
     QByteArray header = mfxHeader(version, fields);
-    header.replace(4, 4, littleEndian(quint32(header.size() + stream.size()), 4));
-    header.replace(12, 4, littleEndian(quint32(midi.size()), 4));
+    header.replace(4, 4, littleEndian(static_cast<quint32>(header.size() + stream.size()), 4));
+    header.replace(12, 4, littleEndian(static_cast<quint32>(midi.size()), 4));
     return header + stream;
 }
 

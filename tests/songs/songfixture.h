@@ -61,7 +61,7 @@ inline QString textOf(const SongInfo &info)
 {
     QStringList markers;
     for (const Marker &marker : info.markers)
-        markers.append(QString::number(marker.bar) + u':' + marker.text);
+        markers.append(QString::number(marker.bar) + QLatin1Char(':') + marker.text);
     return QStringList{info.format,
                        info.title,
                        info.artist,
@@ -71,11 +71,11 @@ inline QString textOf(const SongInfo &info)
                        QString::number(info.length),
                        QString::number(info.bpm),
                        info.key,
-                       QString::number(int(info.isPublisher)),
-                       markers.join(u','),
+                       QString::number(static_cast<int>(info.isPublisher)),
+                       markers.join(QLatin1Char(',')),
                        info.mfxLongName,
                        QString::number(info.mfxFlags)}
-        .join(u'|');
+        .join(QLatin1Char('|'));
 }
 
 inline QString titleIn(const QString &file)

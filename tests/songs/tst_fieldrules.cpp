@@ -188,7 +188,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("index");
         QTest::addColumn<QString>("format");
         QTest::addColumn<QByteArray>("field");
-        for (int i = 0; i < int(std::size(rules)); ++i) {
+        for (int i = 0; i < static_cast<int>(std::size(rules)); ++i) {
             for (const QString &format : words(rules[i].formats)) {
                 for (const QString &field : words(rules[i].fields))
                     QTest::addRow("%s, %s: %s", qPrintable(format), qPrintable(field),
@@ -213,7 +213,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<int>("index");
         QTest::addColumn<QString>("format");
-        for (int i = 0; i < int(std::size(artistRules)); ++i) {
+        for (int i = 0; i < static_cast<int>(std::size(artistRules)); ++i) {
             for (const QString &format : words(artistRules[i].formats))
                 QTest::addRow("%s: %s", qPrintable(format), artistRules[i].sentence) << i << format;
         }

@@ -82,7 +82,7 @@ private Q_SLOTS:
                  QStringList({"[MetaSong] addMarker"_s, "Marker added, len=  12"_s,
                               "-----------------------------------"_s}));
         QCOMPARE(song.midiData(), midi0(marker(1, "Intro") + marker(5, "B")));
-        QCOMPARE(recordOf(song).mfxFlags, quint8(0));
+        QCOMPARE(recordOf(song).mfxFlags, static_cast<quint8>(0));
     }
 
     void anMp3TakesNoMarker()

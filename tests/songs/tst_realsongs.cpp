@@ -68,7 +68,7 @@ QStringList songsOfOpenttd()
 /** A key as mido calls it ("Ebm"), in our form ("Eb-"). */
 QString ourKey(QString midoKey)
 {
-    return midoKey.replace(u'm', u'-');
+    return midoKey.replace(QLatin1Char('m'), QLatin1Char('-'));
 }
 
 SongInfo editedRecord()
@@ -191,8 +191,8 @@ private Q_SLOTS:
         QCOMPARE(after.value("seconds"_s), before.value("seconds"_s));
         QVERIFY(after.value("seconds"_s).toDouble() > 1.9);
         // The audio is the same, byte by byte.
-        const int audioSize = old.size() - int(Id3v2Tag::bytesWanted(old.left(10)));
-        QVERIFY(read(file).endsWith(maker.endsWith(u'0') ? old : old.right(audioSize)));
+        const int audioSize = old.size() - static_cast<int>(Id3v2Tag::bytesWanted(old.left(10)));
+        QVERIFY(read(file).endsWith(maker.endsWith(QLatin1Char('0')) ? old : old.right(audioSize)));
     }
 
 private:
@@ -207,7 +207,7 @@ private:
                             {"--quiet"_s, "--add-id3v2"_s, "--tt"_s, "Volare"_s, sound, file});
         }
         QStringList arguments = tone;
-        if (maker.startsWith("ffmpeg"_s) && !maker.endsWith(u'0'))
+        if (maker.startsWith("ffmpeg"_s) && !maker.endsWith(QLatin1Char('0')))
             arguments << "-metadata"_s
                       << "title=Volare"_s
                       << "-id3v2_version"_s << maker.right(1);

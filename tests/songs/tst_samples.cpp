@@ -20,7 +20,7 @@ QString samplePath(const QString &name)
 QStringList cellsOf(const QString &row)
 {
     QStringList cells;
-    for (const QString &cell : row.mid(1, row.size() - 2).split(u'|'))
+    for (const QString &cell : row.mid(1, row.size() - 2).split(QLatin1Char('|')))
         cells.append(cell.trimmed());
     return cells;
 }
@@ -32,7 +32,7 @@ QMap<QString, Columns> readTables()
     QStringList header;
     const QString text = QString::fromUtf8(read(samplePath("README.md"_s)));
     for (const QString &line : text.split(u'\n')) {
-        if (!line.startsWith(u'|') || line.startsWith("|-"_s)) {
+        if (!line.startsWith(QLatin1Char('|')) || line.startsWith("|-"_s)) {
             if (line.isEmpty())
                 header.clear();
             continue;
@@ -142,8 +142,8 @@ private Q_SLOTS:
         QFETCH(int, tracks);
         const QByteArray midi = read(samplePath(QString::fromLatin1(QTest::currentDataTag())));
         QVERIFY(midi.startsWith("MThd"));
-        QCOMPARE(int(qFromBigEndian<quint16>(midi.constData() + 8)), format);
-        QCOMPARE(int(qFromBigEndian<quint16>(midi.constData() + 10)), tracks);
+        QCOMPARE(static_cast<int>(qFromBigEndian<quint16>(midi.constData() + 8)), format);
+        QCOMPARE(static_cast<int>(qFromBigEndian<quint16>(midi.constData() + 10)), tracks);
         int position = 14;
         for (int track = 0; track < tracks; ++track) {
             QCOMPARE(midi.mid(position, 4), QByteArray("MTrk"));
@@ -201,7 +201,7 @@ private Q_SLOTS:
         }
         QVERIFY2(tiles > 300, QByteArray::number(tiles));
         // 300 packets a second, and 8000 bytes a second of sound
-        const double seconds = graphics.size() / double(packetSize) / 300;
+        const double seconds = graphics.size() / static_cast<double>(packetSize) / 300;
         const double sound = read(samplePath("AULDLANG.mp3"_s)).size() / 8000.0;
         QVERIFY2(qAbs(seconds - sound) < 1.0, QByteArray::number(sound));
     }

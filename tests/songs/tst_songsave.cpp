@@ -35,7 +35,7 @@ private Q_SLOTS:
             << "genre" << QStringLiteral("a\U0001F3B5b") << QStringLiteral("\U0001F3B5");
         QTest::newRow("mf3: a letter that is cut off is stored as nothing")
             << "mf3"
-            << "title" << QString(32, u'x') + "\xE9"_s << QString();
+            << "title" << QString(32, QLatin1Char('x')) + "\xE9"_s << QString();
     }
     void aLetterBeyondAsciiIsNotStoredInAHeader()
     {
@@ -155,8 +155,8 @@ private Q_SLOTS:
         QCOMPARE(expanded(saved).size(), streamSize);
         // Nothing else in the header has changed.
         QByteArray header = old.left(suffix == "mf5"_s ? 1024 : 512);
-        header.replace(4, 4, littleEndian(quint32(saved.size()), 4));
-        header.replace(12, 4, littleEndian(quint32(streamSize), 4));
+        header.replace(4, 4, littleEndian(static_cast<quint32>(saved.size()), 4));
+        header.replace(12, 4, littleEndian(static_cast<quint32>(streamSize), 4));
         header.replace(122, 32, QByteArray("Ciao").leftJustified(32, '\0'));
         QCOMPARE(saved.left(header.size()), header);
     }

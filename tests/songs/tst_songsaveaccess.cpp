@@ -20,7 +20,7 @@ struct stat statusOf(const QString &file)
 
 int modeOf(const QString &file)
 {
-    return int(statusOf(file).st_mode & 07777);
+    return static_cast<int>(statusOf(file).st_mode & 07777);
 }
 
 void setMode(const QString &file, int mode)
@@ -75,7 +75,7 @@ private Q_SLOTS:
                 << suffix << 0444 << 0644;
         for (const char *suffix : {"mid", "mp3"}) {
             for (const int mode : {0600, 0640, 0666, 0755, 02660})
-                QTest::addRow("%s: mode %o and the owner stay", suffix, unsigned(mode))
+                QTest::addRow("%s: mode %o and the owner stay", suffix, static_cast<unsigned>(mode))
                     << suffix << mode << mode;
         }
     }

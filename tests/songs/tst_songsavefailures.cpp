@@ -23,7 +23,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("suffix");
         QTest::addColumn<QString>("title");
         QTest::addColumn<bool>("isFat");
-        const QString longer(60, u'T');
+        const QString longer(60, QLatin1Char('T'));
         QTest::newRow("a MIDI song that grows") << "mid" << longer << false;
         QTest::newRow("a MIDI song that shrinks") << "mid"
                                                   << "T" << false;
@@ -122,14 +122,15 @@ private Q_SLOTS:
         disk.cause = cause;
         disk.staysBroken = code == "not-restored"_s;
         MetaSong song = imported(file, disk);
-        setTitle(song, QString(60, u'T'));
+        setTitle(song, QString(60, QLatin1Char('T')));
         const LogCapture capture;
         const Outcome outcome = song.saveToFile(file);
         QCOMPARE(outcome.codeName(), code);
         QCOMPARE(outcome.path, file);
         QTEST(disk.operations.value(failAt - 1), "operation");
         const QStringList lines = capture.lines().filter("saveToFile"_s);
-        QVERIFY2(lines.value(suffix == "mid"_s).startsWith(line), qPrintable(lines.join(u'|')));
+        QVERIFY2(lines.value(suffix == "mid"_s).startsWith(line),
+                 qPrintable(lines.join(QLatin1Char('|'))));
         if (code != "not-restored"_s) {
             QCOMPARE(read(file) == old, code != "not-confirmed"_s);
             return;
@@ -186,8 +187,8 @@ private Q_SLOTS:
         const QString file = write(path("small/a."_s + suffix), old);
         MetaSong song = imported(file);
         for (int bar = 0; bar < 2000; ++bar) // an MFx stream grows by its changes, packed
-            song.addMarker(QString::number(bar * 7919 % 10007), quint16(bar * 31));
-        setTitle(song, QString(100, u'T'));
+            song.addMarker(QString::number(bar * 7919 % 10007), static_cast<quint16>(bar * 31));
+        setTitle(song, QString(100, QLatin1Char('T')));
 
         QFile filler(path("small/filler"));
         QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
@@ -212,7 +213,7 @@ private Q_SLOTS:
         const QByteArray old = songOf(suffix);
         const QString file = write(path("a."_s + suffix), old);
         MetaSong song = imported(file);
-        setTitle(song, QString(120, u'T'));
+        setTitle(song, QString(120, QLatin1Char('T')));
         struct rlimit unlimited;
         QCOMPARE(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
         const struct rlimit limit = {rlim_t(old.size() + 10), unlimited.rlim_max};

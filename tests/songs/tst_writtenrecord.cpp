@@ -106,14 +106,14 @@ private Q_SLOTS:
         QTest::addColumn<WrittenBy>("writtenBy");
         SongInfo odd;
         odd.title = "  K-VARO "_s + QChar(0) + "hidden"_s;
-        odd.artist = QString(200, u'A');
+        odd.artist = QString(200, QLatin1Char('A'));
         odd.author = "TIT2TPE1MEDT"_s;
         odd.genre = "\t"_s;
         odd.key = "G #"_s;
         odd.length = 2147483647;
         odd.bpm = 70000;
         odd.isPublisher = true;
-        odd.markers = {{0, QString()}, {3, QString(300, u'm')}};
+        odd.markers = {{0, QString()}, {3, QString(300, QLatin1Char('m'))}};
 
         SongInfo accents = fullRecord();
         accents.title = "Perch\xE9 no"_s;

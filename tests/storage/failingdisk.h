@@ -29,7 +29,7 @@ public:
 
     int countOf(const char *operation) const
     {
-        return int(operations.count(QLatin1String(operation)));
+        return static_cast<int>(operations.count(QLatin1String(operation)));
     }
 
     Outcome write(QFileDevice &file, const QByteArray &bytes) override
@@ -92,7 +92,7 @@ private:
         operations.append(QLatin1String(operation));
         if (before)
             before(operations.last(), countOf(operation));
-        if (isFailing(failAt, int(operations.size())) || isFailing(failing, count))
+        if (isFailing(failAt, static_cast<int>(operations.size())) || isFailing(failing, count))
             return {cause, {}, {}, {}};
         return {};
     }

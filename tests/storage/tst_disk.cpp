@@ -278,7 +278,7 @@ private Q_SLOTS:
                                         << "not-a-file";
         QTest::newRow("a folder that is missing") << "nowhere/x"
                                                   << "not-found";
-        QTest::newRow("a name of 300 letters") << QString(300, u'x') << "name-too-long";
+        QTest::newRow("a name of 300 letters") << QString(300, QLatin1Char('x')) << "name-too-long";
     }
     void openForWriting()
     {
@@ -355,7 +355,7 @@ private Q_SLOTS:
     {
         QFile file(path("a"));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write("x"), qint64(1));
+        QCOMPARE(file.write("x"), static_cast<qint64>(1));
         QVERIFY(Disk::real().sync(file));
         QCOMPARE(read(path("a")), QByteArray("x"));
         QVERIFY(Disk::real().syncFolder(path("a")));
@@ -381,10 +381,10 @@ private Q_SLOTS:
         Disk::inherit(file, model);
         struct stat status;
         QCOMPARE(fstat(file.handle(), &status), 0);
-        QCOMPARE(int(status.st_mode & 07777), 02710);
+        QCOMPARE(static_cast<int>(status.st_mode & 07777), 02710);
         if (isRoot) {
-            QCOMPARE(int(status.st_uid), 12345);
-            QCOMPARE(int(status.st_gid), 23456);
+            QCOMPARE(static_cast<int>(status.st_uid), 12345);
+            QCOMPARE(static_cast<int>(status.st_gid), 23456);
         }
 #endif
     }

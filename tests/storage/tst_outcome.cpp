@@ -33,10 +33,12 @@ private Q_SLOTS:
             QCoreApplication::installTranslator(&translator);
             found.clear();
             Outcome outcome{Code::NotFound, {}, "why"_s, {}};
-            for (; !outcome.codeName().isEmpty(); outcome.code = Code(int(outcome.code) + 1)) {
+            for (; !outcome.codeName().isEmpty();
+                 outcome.code = Code(static_cast<int>(outcome.code) + 1)) {
                 found.append(outcome.codeName());
                 sentences.append(outcome.sentence());
-                QVERIFY2(!outcome.sentence().contains(u'%'), qPrintable(outcome.sentence()));
+                QVERIFY2(!outcome.sentence().contains(QLatin1Char('%')),
+                         qPrintable(outcome.sentence()));
             }
             QCOMPARE(found, codeNames);
         }

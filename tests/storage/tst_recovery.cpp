@@ -31,8 +31,8 @@ private Q_SLOTS:
         QTest::addColumn<QVector<Recovery::Result>>("outcomes");
         const auto row = [](const char *name, const QByteArrayList &before, const char *names,
                             const QByteArray &song, const QVector<Recovery::Result> &outcomes) {
-            QTest::newRow(name) << before << QString::fromLatin1(names).split(u' ') << song
-                                << outcomes;
+            QTest::newRow(name) << before << QString::fromLatin1(names).split(QLatin1Char(' '))
+                                << song << outcomes;
         };
         const QVector<Recovery::Result> givenBack{Recovery::Result::GivenBack};
         const QVector<Recovery::Result> removed{Recovery::Result::Removed};
@@ -145,7 +145,7 @@ private Q_SLOTS:
                 return;
             QDir().mkdir(atCut);
             for (const QString &name : names())
-                QFile::copy(path(name), atCut + u'/' + name);
+                QFile::copy(path(name), atCut + QLatin1Char('/') + name);
         };
         QVERIFY(disk.replace(path("new"), path("a.mp3")));
         recoverAll(atCut);

@@ -14,7 +14,7 @@ inline QByteArray padded(const QByteArray &text, int size)
 
 inline QByteArray number(int value)
 {
-    return QByteArray(3, '\0') + char(value);
+    return QByteArray(3, '\0') + static_cast<char>(value);
 }
 
 inline QByteArray pathRecord(int index, const QByteArray &path)
@@ -24,13 +24,13 @@ inline QByteArray pathRecord(int index, const QByteArray &path)
 
 inline QByteArray titleRecord(int index, const QByteArray &title)
 {
-    return number(index) + padded(title, 58) + char(120) + '\0';
+    return number(index) + padded(title, 58) + static_cast<char>(120) + '\0';
 }
 
 inline QByteArray artistRecord(int before, int songs, const QByteArray &artist)
 {
-    return QByteArray(1, '\0') + char(before) + '\0' + char(songs) + padded(artist, 58) + '\0'
-        + '\xff';
+    return QByteArray(1, '\0') + static_cast<char>(before) + '\0' + static_cast<char>(songs)
+        + padded(artist, 58) + '\0' + '\xff';
 }
 
 /** A memory of three songs, two of one artist who is written in two ways. */

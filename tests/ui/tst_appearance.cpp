@@ -53,7 +53,7 @@ void tst_Appearance::styleSheets()
     QFETCH(QString, style);
     QTemporaryFile file;
     QVERIFY(file.open());
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+    QCOMPARE(file.write(bytes), static_cast<qint64>(bytes.size()));
     file.close();
     qApp->setStyleSheet(QString());
 

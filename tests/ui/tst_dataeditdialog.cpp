@@ -161,7 +161,7 @@ void tst_DataEditDialog::savingLeavesTheOtherFields()
              strings({"Azzurro", "alt", "/other.mid", "other.mid", "MF4", "LONG.MF4"}));
     QVERIFY(other.isPublisher);
     QCOMPARE(other.markers.size(), 1);
-    QCOMPARE(int(other.mfxFlags), 5);
+    QCOMPARE(static_cast<int>(other.mfxFlags), 5);
 }
 
 void tst_DataEditDialog::lengths_data()
@@ -353,7 +353,7 @@ void tst_DataEditDialog::applyToAll()
     QFETCH(QString, question);
     const char *name = QTest::currentDataTag();
     click(*m_dialog, "radioButtonTitle2");
-    for (const int key : {0, int(Qt::Key_Escape), int(Qt::Key_Return)}) {
+    for (const int key : {0, static_cast<int>(Qt::Key_Escape), static_cast<int>(Qt::Key_Return)}) {
         DialogDriver driver;
         if (key == 0)
             driver.answerBox(QMessageBox::No);

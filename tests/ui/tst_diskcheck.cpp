@@ -94,7 +94,7 @@ void tst_DiskCheck::exitCodes()
     QFETCH(QByteArray, script);
     QFETCH(int, result);
     QVERIFY(m_program->write(script));
-    QCOMPARE(int(check()), result);
+    QCOMPARE(static_cast<int>(check()), result);
 }
 
 void tst_DiskCheck::answers_data()

@@ -181,7 +181,8 @@ void tst_MainWindow::everyTextFitsItsWidget()
     for (const char *name : {"label_2", "label_3"}) {
         const auto *label = m_window->find<QLabel>(name);
         const QRect words = label->fontMetrics().boundingRect(
-            label->contentsRect(), int(Qt::TextWordWrap) | int(Qt::AlignVCenter), label->text());
+            label->contentsRect(),
+            static_cast<int>(Qt::TextWordWrap) | static_cast<int>(Qt::AlignVCenter), label->text());
         QVERIFY2(label->contentsRect().contains(words), name);
     }
     QVERIFY(m_window->table()->viewport()->height()

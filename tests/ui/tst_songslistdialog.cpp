@@ -121,7 +121,7 @@ void tst_SongsListDialog::browsingForTheFile()
             QCOMPARE(chooser.acceptMode(), QFileDialog::AcceptSave);
             QCOMPARE(chooser.nameFilters(), strings({"File (*.csv)"}));
             child<QLineEdit>(chooser, "fileNameEdit")->setText(path("new.csv"));
-            static_cast<QDialog &>(chooser).done(int(isChosen));
+            static_cast<QDialog &>(chooser).done(static_cast<int>(isChosen));
         });
         click(*m_dialog, "browseFilePushButton");
         QCOMPARE(driver.problems(), QString());

@@ -243,7 +243,7 @@ void tst_Startup::signalsEndTheProgram()
         QFile::remove(logName());
         startAndWait();
         QCOMPARE(catalogues().size(), 1);
-        QCOMPARE(kill(pid_t(m_program->processId()), signal), 0);
+        QCOMPARE(kill(static_cast<pid_t>(m_program->processId()), signal), 0);
         QVERIFY(m_program->waitForFinished(patience));
         QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
         QCOMPARE(m_program->exitCode(), 0);

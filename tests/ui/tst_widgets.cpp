@@ -163,7 +163,7 @@ void tst_Widgets::enterWithoutAChoiceIsTheDialogs()
         type(text("ab"));
         QVERIFY(m_completer->popup()->isVisible());
         QTest::keyClick(m_completer->popup(), key);
-        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(m_dialog->result(), static_cast<int>(QDialog::Accepted));
         QVERIFY(!m_dialog->isVisible());
         QCOMPARE(m_box->currentText(), text("ab"));
     }

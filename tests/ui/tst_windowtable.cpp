@@ -268,11 +268,14 @@ void tst_WindowTable::applyToAll_data()
 {
     QTest::addColumn<QString>("box");
     QTest::addColumn<int>("column");
-    QTest::newRow("author") << QStringLiteral("checkBoxToAllAuthor") << int(WindowFixture::Author);
-    QTest::newRow("artist") << QStringLiteral("checkBoxToAllArtist") << int(WindowFixture::Artist);
-    QTest::newRow("genre") << QStringLiteral("checkBoxToAllGenre") << int(WindowFixture::Genre);
+    QTest::newRow("author") << QStringLiteral("checkBoxToAllAuthor")
+                            << static_cast<int>(WindowFixture::Author);
+    QTest::newRow("artist") << QStringLiteral("checkBoxToAllArtist")
+                            << static_cast<int>(WindowFixture::Artist);
+    QTest::newRow("genre") << QStringLiteral("checkBoxToAllGenre")
+                           << static_cast<int>(WindowFixture::Genre);
     QTest::newRow("title: each song gets its own name")
-        << QStringLiteral("checkBoxToAllTitle") << int(WindowFixture::Title);
+        << QStringLiteral("checkBoxToAllTitle") << static_cast<int>(WindowFixture::Title);
 }
 
 void tst_WindowTable::applyToAll()

@@ -242,7 +242,8 @@ void tst_WindowTransfer::whatTheIndexCouldNotTakeInIsListed()
 {
     m_window->open();
     importSongs(twoSongs());
-    const QString folder = card("") + QString(125, u'd') + u'/' + QString(125, u'd');
+    const QString folder = card("") + QString(125, QLatin1Char('d')) + QLatin1Char('/')
+        + QString(125, QLatin1Char('d'));
     QVERIFY(QDir().mkpath(folder));
     QStringList told;
     m_window->driver.expect<QMessageBox>([&](QMessageBox &box) {

@@ -152,7 +152,7 @@ public:
             + meta(0x51, QByteArray::fromHex("07a120")) + QByteArray::fromHex("00903c4060803c40")
             + meta(0x2f, QByteArray());
         return QByteArray::fromHex("4d546864000000060000000100604d54726b000000")
-            + char(events.size()) + events;
+            + static_cast<char>(events.size()) + events;
     }
 
     std::unique_ptr<MainWindow> window;
@@ -171,7 +171,7 @@ private:
 
     static QByteArray meta(char type, const QByteArray &bytes)
     {
-        return QByteArray::fromHex("00ff") + type + char(bytes.size()) + bytes;
+        return QByteArray::fromHex("00ff") + type + static_cast<char>(bytes.size()) + bytes;
     }
 
     void writeCatalogue() const

@@ -85,16 +85,19 @@ private Q_SLOTS:
         Id3v2Tag object;
         QCOMPARE(object.parse(bytes), isParsed);
         QCOMPARE(object.tag(), tag);
-        QCOMPARE(object.audioStart(), qint64(audioStart));
+        QCOMPARE(object.audioStart(), static_cast<qint64>(audioStart));
     }
 
     void bytesWantedAreTheHeaderAndTheSizeInIt()
     {
-        QCOMPARE(Id3v2Tag::bytesWanted(audio().left(10)), qint64(10));
-        QCOMPARE(Id3v2Tag::bytesWanted(tag(QByteArray(300, 'x')).left(10)), qint64(310));
-        QCOMPARE(Id3v2Tag::bytesWanted("ID3" + hex("030000 81000000")), qint64(10)); // no size
-        QCOMPARE(Id3v2Tag::bytesWanted("ID3" + hex("030000 80808080")), qint64(0x10204080 + 10));
-        QCOMPARE(Id3v2Tag::bytesWanted("ID3\3"), qint64(10));
+        QCOMPARE(Id3v2Tag::bytesWanted(audio().left(10)), static_cast<qint64>(10));
+        QCOMPARE(Id3v2Tag::bytesWanted(tag(QByteArray(300, 'x')).left(10)),
+                 static_cast<qint64>(310));
+        QCOMPARE(Id3v2Tag::bytesWanted("ID3" + hex("030000 81000000")),
+                 static_cast<qint64>(10)); // no size
+        QCOMPARE(Id3v2Tag::bytesWanted("ID3" + hex("030000 80808080")),
+                 static_cast<qint64>(0x10204080 + 10));
+        QCOMPARE(Id3v2Tag::bytesWanted("ID3\3"), static_cast<qint64>(10));
     }
 
     void readText_data()
@@ -254,7 +257,7 @@ private Q_SLOTS:
         const qint64 audioStart = object.audioStart();
         edit(object);
         QCOMPARE(object.tag(), after);
-        QCOMPARE(object.tagSize(), quint32(after.size() - 10));
+        QCOMPARE(object.tagSize(), static_cast<quint32>(after.size() - 10));
         QCOMPARE(object.audioStart(), audioStart);
     }
 };

@@ -22,7 +22,7 @@ QByteArray lcg(int size)
     quint32 x = 12345;
     for (int i = 0; i < size; ++i) {
         x = (x * 1103515245U + 12345U) & 0x7FFFFFFFU;
-        bytes.append(char((x >> 16) & 15U));
+        bytes.append(static_cast<char>((x >> 16) & 15U));
     }
     return bytes;
 }
@@ -32,7 +32,7 @@ QByteArray random(int size, quint32 seed, int values = 256)
     QRandomGenerator generator(seed);
     QByteArray bytes;
     for (int i = 0; i < size; ++i)
-        bytes.append(char(generator.bounded(values)));
+        bytes.append(static_cast<char>(generator.bounded(values)));
     return bytes;
 }
 
@@ -180,7 +180,7 @@ private Q_SLOTS:
         QTest::newRow("random bits") << QByteArray::fromHex("20a10700") + random(100000, 4);
         for (int bit = 40; bit < 400; bit += 41) {
             QByteArray flipped = sound;
-            flipped[bit / 8] = char(flipped[bit / 8] ^ (1 << bit % 8));
+            flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
             QTest::addRow("bit %d flipped", bit) << flipped;
         }
     }

@@ -22,7 +22,7 @@ Symbols goldenSkewed()
     Symbols symbols;
     int symbol = 0;
     for (int count : {146, 274, 420, 695, 1116, 1812, 2929, 4742, 7672, 12415})
-        symbols.insert(symbols.end(), std::size_t(count), symbol++);
+        symbols.insert(symbols.end(), static_cast<std::size_t>(count), symbol++);
     return symbols;
 }
 
@@ -38,7 +38,7 @@ Symbols randomSymbols(int count)
     std::mt19937 random;
     Symbols symbols;
     for (int i = 0; i < count; ++i)
-        symbols.push_back(int(random() % symbolCount * (random() % 100) / 100));
+        symbols.push_back(static_cast<int>(random() % symbolCount * (random() % 100) / 100));
     return symbols;
 }
 
@@ -145,7 +145,7 @@ private Q_SLOTS:
         writer.finish();
         QByteArray written;
         for (char byte : bytes)
-            written += QByteArray::number(uchar(byte), 2).rightJustified(8, '0');
+            written += QByteArray::number(static_cast<uchar>(byte), 2).rightJustified(8, '0');
         QCOMPARE(written, bits.leftJustified(written.size(), '0'));
         QCOMPARE((bits.size() + 7) / 8, bytes.size());
     }

@@ -19,14 +19,14 @@ QByteArray header(int version)
 {
     QByteArray bytes(version == 5 ? 1024 : 512, '\0');
     for (int i = 0; i < bytes.size(); ++i)
-        bytes[i] = char(i * 7 + i / 256);
+        bytes[i] = static_cast<char>(i * 7 + i / 256);
     bytes.replace(0, 4, magics[version - 3]);
     bytes.replace(4, 4, hex("78563412"));
     bytes.replace(12, 4, hex("21a10700"));
     bytes.replace(38, 2, hex("7800"));
     bytes.replace(42, 13, QByteArray("SANTA LUCIA").leftJustified(13, '\0'));
     bytes.replace(122, 32, QByteArray("Santa Lucia").leftJustified(32, '\0'));
-    bytes[185] = char(0x42);
+    bytes[185] = static_cast<char>(0x42);
     bytes.replace(186, 32, QByteArray("Cottrau").leftJustified(32, '\0'));
     bytes.replace(218, 32, QByteArray("Tradizionale").leftJustified(32, '\0'));
     bytes.replace(250, 32, QByteArray("Folk").leftJustified(32, '\0'));
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(mfx.genre(), "Folk"_s);
         QCOMPARE(mfx.longName(), "SANTA LUCIA"_s);
         QCOMPARE(mfx.bpm(), 120);
-        QCOMPARE(mfx.flags(), quint8(0x42));
+        QCOMPARE(mfx.flags(), static_cast<quint8>(0x42));
     }
 
     void textField_data()
@@ -110,7 +110,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("field");
         QTest::addColumn<QString>("text");
         QTest::newRow("ends at the first zero byte") << QByteArray("Ciao\0more", 9) << "Ciao";
-        QTest::newRow("fills the whole field") << QByteArray(32, 'x') << QString(32, u'x');
+        QTest::newRow("fills the whole field")
+            << QByteArray(32, 'x') << QString(32, QLatin1Char('x'));
         QTest::newRow("white space around it goes")
             << QByteArray("\t Ciao bella \n") << "Ciao bella";
         QTest::newRow("is Latin-1") << QByteArray("Perch\xE9") << QString::fromUtf8("Perché");
@@ -173,7 +174,7 @@ private Q_SLOTS:
             return QByteArray(text).leftJustified(32, '\0');
         };
         const QByteArray xs(31, 'x');
-        const QString longText(32, u'x');
+        const QString longText(32, QLatin1Char('x'));
         row("the title Ciao is followed by 28 zero bytes at 122", EDIT(setTitle("Ciao"_s)), 122,
             "Ciao" + QByteArray(28, '\0'));
         row("author", EDIT(setAuthor("G. Verdi"_s)), 186, padded("G. Verdi"));
@@ -181,9 +182,10 @@ private Q_SLOTS:
         row("genre", EDIT(setGenre("Opera"_s)), 250, padded("Opera"));
         row("an empty text is 32 zero bytes", EDIT(setGenre({})), 250, padded(""));
         row("a text of 33 characters is cut, with no zero byte behind it",
-            EDIT(setTitle(QString(32, u'x') + u'y')), 122, xs + 'x');
+            EDIT(setTitle(QString(32, QLatin1Char('x')) + QLatin1Char('y'))), 122, xs + 'x');
         row("half a character at the cut becomes a question mark",
-            EDIT(setTitle(QString(31, u'x') + QStringLiteral("\U0001F3B5"))), 122, xs + '?');
+            EDIT(setTitle(QString(31, QLatin1Char('x')) + QStringLiteral("\U0001F3B5"))), 122,
+            xs + '?');
         row("one accent adds one byte to the header", EDIT(setTitle("Perch\xE9"_s)), 122,
             "Perch\xC3\xA9" + QByteArray(26, '\0'), 32);
         row("32 accents add 32 bytes", EDIT(setTitle(QString(32, QChar(0xE9)))), 122,
@@ -233,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(mfx.version(), 0);
         QCOMPARE(mfx.title() + mfx.longName(), QString());
         QCOMPARE(mfx.bpm(), 0);
-        QCOMPARE(mfx.flags(), quint8(0));
+        QCOMPARE(mfx.flags(), static_cast<quint8>(0));
         QVERIFY(!mfx.hasBpm());
     }
 };

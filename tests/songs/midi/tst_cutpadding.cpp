@@ -62,7 +62,7 @@ private Q_SLOTS:
         };
         MetaSong song = imported(file, disk);
         SongInfo info;
-        info.title = QString(60, u'T');
+        info.title = QString(60, QLatin1Char('T'));
         info.length = 1234567;
         song.setSongInfo(info, edit);
         QVERIFY(song.saveToFile(file));

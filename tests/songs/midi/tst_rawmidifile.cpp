@@ -23,8 +23,8 @@ QString shown(const QVector<Marker> &markers)
 {
     QStringList texts;
     for (const Marker &marker : markers)
-        texts.append(QString::number(marker.bar) + u':' + marker.text);
-    return texts.join(u',');
+        texts.append(QString::number(marker.bar) + QLatin1Char(':') + marker.text);
+    return texts.join(QLatin1Char(','));
 }
 
 } // namespace
@@ -47,8 +47,8 @@ private Q_SLOTS:
         QTest::newRow("format 2 is refused") << midi(2, {track(endOfTrack())}) << 0;
         QTest::newRow("format 256 is refused") << midi(256, {track(endOfTrack())}) << 0;
         QTest::newRow("an RMID wrapper is refused")
-            << "RIFF" + littleEndian(quint32(good.size() + 12), 4) + "RMIDdata"
-                + littleEndian(quint32(good.size()), 4) + good
+            << "RIFF" + littleEndian(static_cast<quint32>(good.size() + 12), 4) + "RMIDdata"
+                + littleEndian(static_cast<quint32>(good.size()), 4) + good
             << 0;
         QTest::newRow("junk before MThd is refused") << "x" + good << 0;
         QTest::newRow("a file without any MTrk is refused")
@@ -188,8 +188,10 @@ private:
         row(name, event, READ(trackName()), text);
         QByteArray field = event;
         for (int at = 0; (at = field.indexOf(hex("FF 03"), at)) >= 0; at += 4) {
-            const int length = quint8(field.at(at + 2));
-            field.replace(at, 3, hex("FF 4B") + char(qMin(255, length + 1)) + char(1));
+            const int length = static_cast<quint8>(field.at(at + 2));
+            field.replace(at, 3,
+                          hex("FF 4B") + static_cast<char>(qMin(255, length + 1))
+                              + static_cast<char>(1));
         }
         row(qPrintable("a field: "_s + QLatin1String(name)), field, READ(genre()), text);
     }
@@ -204,7 +206,8 @@ private:
         textRow("UTF-8 is, too", meta(3, "Perch\xC3\xA9"), "Perch\xC3\xA9"_s);
         textRow("the first of two counts", meta(3, "One") + meta(3, "Two"), "One"_s);
         textRow("an empty event is empty", meta(3, {}), {});
-        textRow("the length is a single byte", meta(3, QByteArray(200, 'x')), QString(200, u'x'));
+        textRow("the length is a single byte", meta(3, QByteArray(200, 'x')),
+                QString(200, QLatin1Char('x')));
         textRow("a length beyond the file ends with it", hex("00 FF 03 FF") + "Short", "Short"_s);
         textRow("bytes inside another event pass for an event", meta(1, hex("FF 03 02") + "No"),
                 "No"_s);
@@ -236,7 +239,9 @@ private:
         for (int sharps = -7; sharps <= 7; ++sharps) {
             for (const bool isMinor : {false, true}) {
                 const QString &name = (isMinor ? minors : majors).at(sharps + 7);
-                row(qPrintable(name), meta(0x59, QByteArray(1, char(sharps)) + char(isMinor)),
+                row(qPrintable(name),
+                    meta(0x59,
+                         QByteArray(1, static_cast<char>(sharps)) + static_cast<char>(isMinor)),
                     READ(key()), name);
             }
         }
@@ -275,7 +280,7 @@ private:
     static void addPublisherRows()
     {
         const auto publisher = [](const char *name, const QByteArray &notice, bool isPublisher) {
-            row(name, notice, READ(isPublisher()), shown(int(isPublisher)));
+            row(name, notice, READ(isPublisher()), shown(static_cast<int>(isPublisher)));
         };
         publisher("no notice", {}, false);
         publisher("another maker", meta(2, "(C) 1999 Somebody"), false);

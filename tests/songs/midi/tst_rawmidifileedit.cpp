@@ -92,7 +92,7 @@ private Q_SLOTS:
         const auto file = [](const QByteArray &events, int lengthField = -1) {
             QByteArray bytes = midi(1, {track(events), track(note())});
             if (lengthField >= 0)
-                bytes.replace(18, 4, bigEndian(quint32(lengthField), 4));
+                bytes.replace(18, 4, bigEndian(static_cast<quint32>(lengthField), 4));
             return bytes;
         };
         QTest::newRow("two in a row") << file(key + key + note()) << file(note());
@@ -164,7 +164,8 @@ private:
         row("an empty title is an empty event", meta(3, "One"), EDIT(setTrackName({})),
             hex("00 FF 03 00"));
         row("a title of 200 characters stores its first 125", {},
-            EDIT(setTrackName(QString(200, u'x'))), hex("00 FF 03 7D") + QByteArray(125, 'x'));
+            EDIT(setTrackName(QString(200, QLatin1Char('x')))),
+            hex("00 FF 03 7D") + QByteArray(125, 'x'));
         row("125 non-ASCII characters make the length byte hold 250", {},
             EDIT(setTrackName(QString(125, QChar(0xE8)))),
             hex("00 FF 03 FA") + QByteArray("\xC3\xA8").repeated(125));
@@ -194,7 +195,7 @@ private:
         row("an empty list of markers removes them", marker(1, "A") + note() + marker(2, "B"),
             EDIT(setMarkers({})), note());
         row("a marker's text is cut to 125 characters", {},
-            EDIT(setMarkers({{1, QString(130, u'm')}})),
+            EDIT(setMarkers({{1, QString(130, QLatin1Char('m'))}})),
             hex("00 FF 4B 80 06 0001") + QByteArray(125, 'm'));
         row("an added marker stands before those present", marker(5, "B"),
             EDIT(addMarker({9, "A"_s})), marker(9, "A") + marker(5, "B"));
