@@ -2,6 +2,8 @@
 
 #include <functional>
 
+#include <QtGlobal>
+
 QT_BEGIN_NAMESPACE
 class QObject;
 QT_END_NAMESPACE

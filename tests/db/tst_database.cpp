@@ -148,8 +148,15 @@ private Q_SLOTS:
     }
 
     /** Texts that SQLite does not compare, or not even read, letter by letter. */
+    void answersAsTheStatementWouldForOddTexts_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("rows that can be found by their numbers") << QString();
+        QTest::newRow("rows that have none") << " WITHOUT ROWID"_s;
+    }
     void answersAsTheStatementWouldForOddTexts()
     {
+        QFETCH(QString, kind);
         const QChar half(0xD800);
         QStringList texts =
             words("back\\slash [a-z]*? it's true null songs current_date 100% %1 line\nbreak");
@@ -159,9 +166,9 @@ private Q_SLOTS:
               << QString(50000, QLatin1Char('L')) << QString(50001, QLatin1Char('L'))
               << "NUL"_s + QChar(0) + "behind"_s
               << " blank "_s;
-        const QString file = m_folder.filePath("odd"_s);
+        const QString file = m_folder.filePath("odd"_s + kind);
         execute(file,
-                {schema(),
+                {schema() + kind,
                  "insert into Songs values (CAST(x'C3A9FF41' AS TEXT), '', '', '', 1, 1, '', "
                  "'BYTES', NULL, '')"_s},
                 texts);
