@@ -184,13 +184,13 @@ void tst_WindowMenus::shortcuts_data()
             QTest::addRow("%s%s", name, afterChange ? ", after the language has changed twice" : "")
                 << afterChange << key << QString::fromLatin1(dialog);
         };
-        row("Ctrl+O imports", Qt::CTRL + Qt::Key_O, "QFileDialog");
-        row("Ctrl+U synchronises", Qt::CTRL + Qt::Key_U, "tarvel4::BackupDialog");
-        row("Ctrl+T transfers", Qt::CTRL + Qt::Key_T, "QFileDialog");
+        row("Ctrl+O imports", static_cast<int>(Qt::CTRL) + Qt::Key_O, "QFileDialog");
+        row("Ctrl+U synchronises", static_cast<int>(Qt::CTRL) + Qt::Key_U, "tarvel4::BackupDialog");
+        row("Ctrl+T transfers", static_cast<int>(Qt::CTRL) + Qt::Key_T, "QFileDialog");
         row("F1 helps", Qt::Key_F1, "tarvel4::HelpDialog");
         row("Return edits the row", Qt::Key_Return, "tarvel4::DataEditDialog");
         row("Enter edits the row", Qt::Key_Enter, "tarvel4::DataEditDialog");
-        row("Ctrl+Q closes the window", Qt::CTRL + Qt::Key_Q, "");
+        row("Ctrl+Q closes the window", static_cast<int>(Qt::CTRL) + Qt::Key_Q, "");
     }
 }
 

@@ -28,7 +28,7 @@ private Q_SLOTS:
     void write_data()
     {
         QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<Edit>("edit");
+        QTest::addColumn<Edit>("change");
         QTest::addColumn<QByteArray>("after"); // the events at the head of the track
         addTextRows();
         addMarkerAndKeyRows();
@@ -36,13 +36,13 @@ private Q_SLOTS:
     void write()
     {
         QFETCH(QByteArray, before);
-        QFETCH(Edit, edit);
+        QFETCH(Edit, change);
         QFETCH(QByteArray, after);
         RawMidiFile zero = loaded(midi0(before));
-        edit(zero);
+        change(zero);
         QCOMPARE(zero.data(), midi0(after));
         RawMidiFile one = loaded(midi1(before));
-        edit(one);
+        change(one);
         QCOMPARE(one.data(), midi1(after));
     }
 
@@ -148,10 +148,10 @@ private Q_SLOTS:
     }
 
 private:
-    static void row(const char *name, const QByteArray &before, const Edit &edit,
+    static void row(const char *name, const QByteArray &before, const Edit &change,
                     const QByteArray &after)
     {
-        QTest::newRow(name) << before << edit << after;
+        QTest::newRow(name) << before << change << after;
     }
 
     static void addTextRows()
