@@ -140,7 +140,7 @@ void measure(Database &db, const QString &base, int count)
     QTemporaryDir dir(base + QStringLiteral("/bench_sync-XXXXXX"));
     const QStringList files = makeSongs(dir.path(), count);
     SilentHost host;
-    Disk::real().syncVolume(dir.path());
+    Disk::real().syncAll({dir.path()});
 
     QStringList updated;
     QElapsedTimer timer;

@@ -48,7 +48,7 @@ double copyWithCp(const QString &from, const QString &to)
         return QProcess::execute(QStringLiteral("cp"),
                                  {QStringLiteral("-r"), from + QStringLiteral("/."), to})
             == 0
-            && Disk::real().syncVolume(to);
+            && Disk::real().syncAll({to});
     });
 }
 
@@ -79,7 +79,7 @@ void compare(const char *name, const QString &folder, int count, int size)
         // Turn and turn about, each into a new folder, on a medium with nothing left to write.
         for (int turn = 0; turn < 2; ++turn) {
             QDir(to).removeRecursively();
-            Disk::real().syncVolume(folder);
+            Disk::real().syncAll({folder});
             if ((round + turn) % 2 == 0)
                 cp.push_back(copyWithCp(from, to));
             else

@@ -256,8 +256,12 @@ void Index::writeFiles()
  */
 bool Index::writeAll()
 {
-    if (!isDone(m_disk.remove(filePath(m_root, numFile)), filePath(m_root, numFile))
-        || !isDone(m_disk.syncVolume(m_root), m_root))
+    const QString counts = filePath(m_root, numFile);
+    if (!isDone(m_disk.remove(counts), counts))
+        return false;
+    Outcome flushed = m_disk.syncAll({counts});
+    flushed.path = m_root;
+    if (!isDone(flushed, m_root))
         return false;
     IndexWriter writer(m_root, m_entries, m_disk);
     if (!writeAll(writer))

@@ -89,6 +89,14 @@ bool IndexWriter::isDone(Outcome outcome, const QString &path)
     return false;
 }
 
+/** A failure is told of the memory, not of one of its files. */
+bool IndexWriter::isFlushed(const QStringList &files)
+{
+    Outcome outcome = m_disk.syncAll(files);
+    outcome.path = m_root;
+    return isDone(outcome, m_root);
+}
+
 int IndexWriter::writeOrdIndex()
 {
     qDebug() << "write ord index";
@@ -201,10 +209,11 @@ int IndexWriter::writeNumfileIndex(int titleCount, int artistCount)
     qToLittleEndian(static_cast<quint16>(artistCount), bytes.data() + NumRecord::artistsAt);
     const QString unfinished = m_root + QLatin1Char('/') + QLatin1String(unfinishedNumFile);
     const QString path = m_root + QLatin1Char('/') + QLatin1String(numFile);
-    const bool written = write(unfinishedNumFile, bytes) == 0
-        && isDone(m_disk.syncVolume(m_root), m_root)
-        && isDone(m_disk.replace(unfinished, path), path)
-        && isDone(m_disk.syncVolume(m_root), m_root);
+    QStringList files{unfinished};
+    for (const char *name : preparedFiles)
+        files.append(m_root + QLatin1Char('/') + QLatin1String(name));
+    const bool written = write(unfinishedNumFile, bytes) == 0 && isFlushed(files)
+        && isDone(m_disk.replace(unfinished, path), path) && isFlushed({path});
     return written ? 0 : -1;
 }
 

@@ -43,6 +43,7 @@ private:
     const std::vector<int> &byTitle();
     void claimSlot(const QString &text, int position);
     int write(const char *name, const QByteArray &bytes);
+    bool isFlushed(const QStringList &files);
     bool isDone(Outcome outcome, const QString &path);
 
     QString m_root;

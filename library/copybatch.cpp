@@ -138,7 +138,7 @@ Outcome CopyBatch::freeSpaceFor(const Song &song)
         return {Outcome::Code::NoRoom, song.destination, {}, {}};
     qDebug() << "[copyFiles] removed to make room:" << song.destination;
     const Outcome removed = m_disk.remove(song.destination);
-    return removed ? m_disk.syncVolume(m_folder) : removed;
+    return removed ? m_disk.syncAll({song.destination}) : removed;
 }
 
 bool CopyBatch::isFull() const
@@ -194,8 +194,10 @@ Outcome CopyBatch::stage(const QString &source, const QString &destination, QStr
     }
     staged = copyBytes(source, target, temporary);
     target.close();
-    if (staged)
+    if (staged) {
+        m_touched.append(temporary);
         return staged;
+    }
     m_disk.remove(temporary);
     if (staged.path != source)
         staged.path = destination;
@@ -252,6 +254,9 @@ Outcome CopyBatch::publish(const QString &temporary, const QString &destination)
     // Disk::replace() keeps the old file too, but flushes three times for each.
     const bool keepsOld = QFileInfo::exists(destination) && m_disk.losesReplacedFiles(destination);
     const QString old = keepsOld ? Recovery::recoveryPathOf(destination) : QString();
+    m_touched.append(destination);
+    if (keepsOld)
+        m_touched.append(old);
     Outcome named;
     if (keepsOld && QFileInfo::exists(old))
         named = {Outcome::Code::AlreadyExists, old, {}, {}};
@@ -284,7 +289,8 @@ void CopyBatch::discard(const Staged &staged)
 Outcome CopyBatch::flush()
 {
     m_isDirty = false;
-    Outcome flushed = m_disk.syncVolume(m_folder);
+    Outcome flushed = m_disk.syncAll(std::exchange(m_touched, {}));
+    flushed.path = m_folder; // one failure for all of them
     QHash<QString, Outcome> restored;
     if (flushed) {
         removeSetAside();
@@ -305,6 +311,7 @@ void CopyBatch::removeSetAside()
     for (const Replaced &old : m_setAside) {
         if (!m_disk.remove(old.path))
             qDebug() << "[copyFiles] WARNING: can't be removed:" << old.path;
+        m_touched.append(old.path);
     }
     m_isDirty = !m_setAside.empty();
     m_setAside.clear();

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <vector>
@@ -99,6 +100,7 @@ private:
     int m_nextName = 0;
     std::vector<Song> m_unflushed; ///< have their name, but are not yet on the medium
     std::vector<Replaced> m_setAside;
+    QStringList m_touched; ///< paths that were written, named or removed since the last flush
     bool m_isDirty = false; ///< names have changed since the last flush
 };
 

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 QT_BEGIN_NAMESPACE
 class QFile;
@@ -35,6 +36,13 @@ public:
     /** Writes all of \a bytes at the file's position and flushes them to the system. */
     virtual Outcome write(QFileDevice &file, const QByteArray &bytes);
 
+    /**
+     * Copies \a size bytes from the position of one open file to that of another one, and moves
+     * both on. ChangedMeanwhile, with the path of \a from, where that ends early; the bytes before
+     * that may have been written.
+     */
+    virtual Outcome copyRange(QFileDevice &from, QFileDevice &to, qint64 size);
+
     /** Makes sure that the file can grow to \a size bytes, without changing what it holds. Not
      * done: the file is as it was. */
     virtual Outcome reserve(QFileDevice &file, qint64 size);
@@ -48,9 +56,13 @@ public:
     /** Waits until the names in the folder of \a path are on the medium. */
     virtual Outcome syncFolder(const QString &path);
 
-    /** Waits until everything written to the volume that holds \a path, names included, is on the
-     * medium. */
-    virtual Outcome syncVolume(const QString &path);
+    /**
+     * Waits until these files' bytes and their names are on the medium; a file that is gone counts
+     * by its removed name, a folder with all that is in it. Each volume among them is flushed once
+     * where the system can do that, and what else is on it then waits, too; a single file is
+     * flushed by itself. A failure keeps none of the others from being flushed.
+     */
+    virtual Outcome syncAll(const QStringList &paths);
 
     /**
      * Gives the file \a from, which is on the medium, the name \a to, taking the place of an
@@ -77,6 +89,8 @@ protected:
 
 private:
     Outcome replaceKeepingOld(const QString &from, const QString &to);
+    Outcome growWithZeros(QFileDevice &file, qint64 size);
+    Outcome copyBlocks(QFileDevice &from, QFileDevice &to, qint64 size);
 };
 
 } // namespace tarvel4

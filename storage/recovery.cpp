@@ -53,9 +53,9 @@ Result decide(const QString &old, const QString &path, const IsSong &isSong)
 bool perform(Disk &disk, Result result, const QString &old, const QString &path)
 {
     if (result == Result::Removed)
-        return disk.remove(old) && disk.syncVolume(path);
+        return disk.remove(old) && disk.syncAll({old});
     return (!QFileInfo::exists(path) || disk.remove(path)) && disk.replace(old, path)
-        && disk.syncVolume(path);
+        && disk.syncAll({path, old});
 }
 
 } // namespace

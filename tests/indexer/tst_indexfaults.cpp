@@ -138,7 +138,7 @@ void tst_IndexFaults::anUpdateCutShortLeavesTheMemoryUnprepared()
     Index index(nullptr, disk);
     QVERIFY(update ? index.update(memory.root()) : index.rebuild(memory.root()));
     QVERIFY(written >= 8);
-    QVERIFY(disk.operations.endsWith(QStringLiteral("syncVolume")));
+    QVERIFY(disk.operations.endsWith(QStringLiteral("syncAll")));
     QCOMPARE(memory.problems(), QStringList());
 }
 

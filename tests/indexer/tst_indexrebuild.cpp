@@ -16,7 +16,7 @@ namespace {
 class UnflushedDisk : public Disk
 {
 public:
-    Outcome syncVolume(const QString &) override { return {}; }
+    Outcome syncAll(const QStringList &) override { return {}; }
 };
 
 /** A path of the \a i-th of many songs, a thousand a folder. */

@@ -64,8 +64,8 @@ void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
     disk.cause = Outcome::Code::NoRoom;
     QVERIFY(copy(files, disk).isComplete());
     QCOMPARE(disk.operations,
-             strings({"write", "syncVolume", "replace", "rename", "write", "syncVolume", "replace",
-                      "rename", "syncVolume"}));
+             strings({"write", "syncAll", "replace", "rename", "write", "syncAll", "replace",
+                      "rename", "syncAll"}));
     QCOMPARE(targetNames(), strings({"S.MID", "s.mid"}));
 }
 
@@ -81,8 +81,8 @@ void tst_CopyBatch::namesComeAfterTheBytesAndBeforeTheLastFlush()
             namesAtLastProgress = disk.operations;
     };
     QVERIFY(copy(files, disk).isComplete());
-    const QStringList expected = strings(
-        {"write", "write", "syncVolume", "replace", "rename", "replace", "rename", "syncVolume"});
+    const QStringList expected =
+        strings({"write", "write", "syncAll", "replace", "rename", "replace", "rename", "syncAll"});
     QCOMPARE(disk.operations, expected);
     QCOMPARE(namesAtLastProgress, expected); // a full progress bar means done
 }
@@ -97,7 +97,7 @@ void tst_CopyBatch::manySongsAreFlushedInFewBatches()
     const CopySummary summary = copy(files, disk);
     QVERIFY(summary.isComplete());
     QCOMPARE(summary.copied, 501);
-    QCOMPARE(disk.countOf("syncVolume"), 3);
+    QCOMPARE(disk.countOf("syncAll"), 3);
     QCOMPARE(targetNames().size(), 501);
 }
 
@@ -149,14 +149,14 @@ void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
     disk.isFat = true;
     QStringList namesBeforeTheLastFlush;
     disk.before = [&](const QString &operation, int count) {
-        if (operation == text("syncVolume") && count == 2)
+        if (operation == text("syncAll") && count == 2)
             namesBeforeTheLastFlush = targetNames();
     };
     QVERIFY(copy(files, disk).isComplete());
     QCOMPARE(namesBeforeTheLastFlush,
              strings({"a.mid", "a.mid.tarvel4.bak", "b.mid", "b.mid.tarvel4.bak", "c.mid"}));
     QCOMPARE(targetNames(), strings({"a.mid", "b.mid", "c.mid"}));
-    QCOMPARE(disk.countOf("syncVolume"), 3); // the bytes, the names, the old ones' removal
+    QCOMPARE(disk.countOf("syncAll"), 3); // the bytes, the names, the old ones' removal
 }
 
 void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack_data()
@@ -224,11 +224,11 @@ void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext_data()
     QTest::addColumn<QStringList>("replaced");
     QTest::newRow("killed at the first write") << text("write") << 1 << QStringList();
     QTest::newRow("killed at the third write") << text("write") << 3 << QStringList();
-    QTest::newRow("killed at the flush of the bytes") << text("syncVolume") << 1 << QStringList();
+    QTest::newRow("killed at the flush of the bytes") << text("syncAll") << 1 << QStringList();
     QTest::newRow("killed at the first name") << text("replace") << 1 << QStringList();
     QTest::newRow("killed at the second name") << text("replace") << 2 << strings({"a.mid"});
     QTest::newRow("killed at the last flush")
-        << text("syncVolume") << 2 << strings({"a.mid", "b.mid", "c.mid"});
+        << text("syncAll") << 2 << strings({"a.mid", "b.mid", "c.mid"});
 }
 
 void tst_CopyBatch::aKilledRunIsMadeGoodByTheNext()

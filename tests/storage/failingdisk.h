@@ -18,7 +18,7 @@ public:
     // The n-th call fails, counted from 1; 0: none does.
     int failAt = 0; ///< of all operations together
     int failingWrite = 0;
-    int failingSync = 0; ///< of a file or a volume
+    int failingSync = 0; ///< of a file or of many
     int failingReplace = 0;
     Outcome::Code cause = Outcome::Code::MediumFailed; ///< of the failure
     bool staysBroken = false; ///< every later call that is counted so fails, too
@@ -38,6 +38,12 @@ public:
         const Outcome written = Disk::write(file, entered ? bytes : bytes.left(bytes.size() / 2));
         return entered ? written : entered;
     }
+    Outcome copyRange(QFileDevice &from, QFileDevice &to, qint64 size) override
+    {
+        const Outcome entered = enter("write", failingWrite, countOf("write") + 1);
+        const Outcome copied = Disk::copyRange(from, to, entered ? size : size / 2);
+        return entered ? copied : entered;
+    }
     Outcome reserve(QFileDevice &file, qint64 size) override
     {
         const Outcome entered = enter("reserve");
@@ -54,9 +60,9 @@ public:
         return enter("sync", failingSync, syncCount() + 1);
     }
     Outcome syncFolder(const QString &) override { return enter("syncFolder"); }
-    Outcome syncVolume(const QString &) override
+    Outcome syncAll(const QStringList &) override
     {
-        return enter("syncVolume", failingSync, syncCount() + 1);
+        return enter("syncAll", failingSync, syncCount() + 1);
     }
     Outcome replace(const QString &from, const QString &to) override
     {
@@ -81,7 +87,7 @@ protected:
     }
 
 private:
-    int syncCount() const { return countOf("sync") + countOf("syncVolume"); }
+    int syncCount() const { return countOf("sync") + countOf("syncAll"); }
 
     bool isFailing(int failing, int count) const
     {

@@ -203,7 +203,7 @@ private Q_SLOTS:
         }
 #ifdef Q_OS_LINUX
         QCOMPARE(Disk::real().syncFolder(path("nowhere/a")).codeName(), "not-found"_s);
-        QCOMPARE(Disk::real().syncVolume(path("nowhere")).codeName(), "not-found"_s);
+        QCOMPARE(Disk::real().syncAll({path("nowhere/a")}).codeName(), "not-found"_s);
 #endif
     }
 
@@ -359,8 +359,6 @@ private Q_SLOTS:
         QVERIFY(Disk::real().sync(file));
         QCOMPARE(read(path("a")), QByteArray("x"));
         QVERIFY(Disk::real().syncFolder(path("a")));
-        QVERIFY(Disk::real().syncVolume(path("a")));
-        QVERIFY(Disk::real().syncVolume(path()));
     }
 
     void inherit()
@@ -390,8 +388,7 @@ private Q_SLOTS:
     }
 
 private:
-    const QStringList fatSteps =
-        words("replace syncVolume rename rename syncVolume remove syncVolume");
+    const QStringList fatSteps = words("replace syncAll rename rename syncAll remove syncAll");
 };
 
 QTEST_GUILESS_MAIN(tst_Disk)
