@@ -12,7 +12,7 @@ ExitStatus runBackup(const Arguments &arguments, Session &session)
     if (!arguments.has("to"))
         return wrongUsage(session, Cli::tr("manca --to DIR"));
     SongPaths paths(session);
-    if (!paths.collect(arguments.operands(), arguments.has("recursive")))
+    if (!paths.recoverAndCollect(arguments.operands(), arguments.has("recursive")))
         return ExitStatus::Failed;
     paths.removeRepeats();
     if (!chooseBackup(session, arguments.value("to"), paths.files()))

@@ -3,8 +3,7 @@
 #include "cli/arguments.h"
 #include "cli/recordwriter.h"
 #include "cli/terminalhost.h"
-#include "storage/outcome.h"
-
+#include "storage/journal.h"
 #include "storage/outcome.h"
 
 #include <climits>
@@ -16,6 +15,7 @@ struct Session
 {
     RecordWriter &records;
     TerminalHost &host;
+    Journal &journal;
     QString catalogue; ///< file in place of the built-in catalogue; empty where none is
 };
 

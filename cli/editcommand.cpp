@@ -121,8 +121,9 @@ ExitStatus runEdit(const Arguments &arguments, Session &session)
     const SongChange change{[&changes](const SongInfo &info) { return changed(info, changes); },
                             changes.markers};
     int next = 0;
+    SaveRun saves(Disk::real(), &session.journal, QStringLiteral("edit"));
     const EditSummary summary =
-        EditJob(session.host).run(paths.files(), change, [&](const SongOutcome &song) {
+        EditJob(session.host, saves).run(paths.files(), change, [&](const SongOutcome &song) {
             const QString &path = paths.songs().at(next++).given;
             Record record = session.records.begin();
             if (song.isFailure()) {

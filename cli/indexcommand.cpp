@@ -5,6 +5,7 @@
 #include "indexer/index.h"
 #include "indexer/indexverifier.h"
 #include "library/indexjob.h"
+#include "library/recoveryjob.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -75,6 +76,7 @@ ExitStatus runIndex(const Arguments &arguments, Session &session)
         return notAFolder(session, given);
     if (job == QLatin1String("verify"))
         return verify(root, given, session);
+    RecoveryJob(session.host).finishSaves(session.journal);
     if (job == QLatin1String("delete")) {
         Index index;
         return index.deleteIndex(root) ? ExitStatus::Done

@@ -3,6 +3,7 @@
 #include "cli/console.h"
 #include "cli/texts.h"
 #include "library/messagelog.h"
+#include "library/usersettings.h"
 
 #include <algorithm>
 #include <array>
@@ -131,7 +132,8 @@ ExitStatus Program::execute(const Command &command, const Arguments &arguments) 
                              return Console::write(Console::Output, bytes);
                          });
     host.setStopWhen([&records] { return records.failed(); });
-    Session session{records, host, arguments.value("catalogue")};
+    Journal journal(UserSettings::dataFolder(), [&host](const QString &text) { host.say(text); });
+    Session session{records, host, journal, arguments.value("catalogue")};
 
     const ExitStatus status = command.run(arguments, session);
     host.endProgress();

@@ -4,6 +4,7 @@
 #include "cli/songrecord.h"
 #include "cli/texts.h"
 #include "library/folderscan.h"
+#include "library/recoveryjob.h"
 #include "songs/metasong.h"
 #include "storage/disk.h"
 #include "storage/recovery.h"
@@ -39,6 +40,7 @@ bool SongPaths::collect(const QStringList &paths, bool recursive)
 
 bool SongPaths::recoverAndCollect(const QStringList &paths, bool recursive)
 {
+    RecoveryJob(m_session.host).finishSaves(m_session.journal);
     if (!areUsable(paths, recursive, SetAsideFile::Counts))
         return false;
     for (const QString &path : paths) {
@@ -113,7 +115,7 @@ void SongPaths::recover(const QString &file)
 {
     const Recovery::Result outcome = Recovery::recover(Disk::real(), file, MetaSong::isSong);
     if (outcome != Recovery::Result::NoneThere)
-        m_session.host.recovered(file, outcome);
+        m_session.host.recovered(file, outcome, {});
 }
 
 void SongPaths::walk(const QString &folder)

@@ -101,8 +101,9 @@ ExitStatus synchronise(const SongPaths &paths, Session &session, const UpdateJob
         backup = job.run(paths.files());
         return backup.mayProceed;
     };
-    const UpdateSummary summary =
-        UpdateJob(db, session.host, session.host, options).run(paths.files(), report, makeBackup);
+    SaveRun saves(Disk::real(), &session.journal, QStringLiteral("sync"));
+    const UpdateSummary summary = UpdateJob(db, session.host, session.host, options, saves)
+                                      .run(paths.files(), report, makeBackup);
     if (!summary.isComplete) {
         sayWhyNoBackup(session, backup, backupDir);
         return ExitStatus::Failed;

@@ -3,6 +3,7 @@
 #include "cli/console.h"
 #include "cli/printable.h"
 #include "cli/texts.h"
+#include "library/recoveryjob.h"
 
 #include <QHash>
 
@@ -82,15 +83,9 @@ bool TerminalHost::wasCancelled() const
     return m_hasNameClash || Console::interrupted() || (m_stopWhen && m_stopWhen());
 }
 
-void TerminalHost::recovered(const QString &path, Recovery::Result outcome)
+void TerminalHost::recovered(const QString &path, Recovery::Result result, const Outcome &cause)
 {
-    if (outcome == Recovery::Result::GivenBack)
-        say(Cli::tr("%1: rimesso al suo posto dopo un'interruzione").arg(path));
-    else if (outcome == Recovery::Result::Removed)
-        say(Cli::tr("%1: tolta la vecchia copia lasciata da un'interruzione").arg(path));
-    else
-        say(Cli::tr("%1: la vecchia copia lasciata da un'interruzione resta come %2")
-                .arg(path, Recovery::recoveryPathOf(path)));
+    say(RecoveryJob::sentence(path, result, cause));
 }
 
 Answer TerminalHost::askNotPublished(const QString &fileName)

@@ -49,7 +49,7 @@ public:
     void endProgress() override;
     bool wasCancelled() const override;
 
-    void recovered(const QString &path, Recovery::Result outcome) override;
+    void recovered(const QString &path, Recovery::Result result, const Outcome &cause) override;
 
     Answer askNotPublished(const QString &fileName) override;
     Answer askOverwrite(const QString &fileName) override;

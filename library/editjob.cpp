@@ -31,35 +31,46 @@ void EditSummary::add(const SongOutcome &song)
     }
 }
 
+void EditSummary::add(const EditSummary &later)
+{
+    edited += later.edited;
+    unsaved += later.unsaved;
+    problems += later.problems;
+}
+
 EditSummary EditJob::run(const QStringList &paths, const SongChange &change,
                          const SongObserver &observer, int leftOut)
 {
     EditSummary summary;
+    const auto tell = [&](const SongOutcome &song) {
+        summary.add(song);
+        observer(song);
+    };
     m_progress.beginProgress(
         {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), tr("Interrompi")}, paths.size());
     for (int i = 0; i < paths.size() && !m_progress.wasCancelled(); ++i) {
         if (i == leftOut)
             continue;
-        const SongOutcome song = edit(paths.at(i), change);
-        summary.add(song);
-        observer(song);
+        edit(paths.at(i), change, tell);
         m_progress.setProgress(i + 1);
         m_progress.processPendingEvents();
     }
+    m_saves.commit();
     m_progress.endProgress();
     return summary;
 }
 
-SongOutcome EditJob::edit(const QString &path, const SongChange &change)
+void EditJob::edit(const QString &path, const SongChange &change, const SongObserver &tell)
 {
-    SongEdit song(m_disk);
+    m_saves.beforeReading(path);
+    SongEdit song(m_saves.disk());
     Outcome outcome = song.load(path);
-    if (!outcome)
-        return song.failure(SongResult::Unreadable, outcome);
-    outcome = song.addMarkers(change.markers);
-    if (!outcome)
-        return song.failure(SongResult::Failed, outcome);
-    return song.save(change.record(song.info()));
+    const SongResult result = outcome ? SongResult::Failed : SongResult::Unreadable;
+    if (outcome)
+        outcome = song.addMarkers(change.markers);
+    if (outcome)
+        return song.save(change.record(song.info()), m_saves, tell);
+    m_saves.inTurn([tell, failed = song.failure(result, outcome)] { tell(failed); });
 }
 
 } // namespace tarvel4

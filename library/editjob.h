@@ -1,8 +1,8 @@
 #pragma once
 
 #include "library/progress.h"
+#include "library/saverun.h"
 #include "library/songoutcome.h"
-#include "storage/disk.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -39,6 +39,7 @@ struct EditSummary
     QStringList problems; ///< one line for each of them, "name: cause"
 
     void add(const SongOutcome &song);
+    void add(const EditSummary &later);
 };
 
 /** The same edit of many songs. Good for one run. */
@@ -47,9 +48,9 @@ class EditJob
     Q_DECLARE_TR_FUNCTIONS(EditJob)
 
 public:
-    explicit EditJob(Progress &progress, Disk &disk = Disk::real())
+    EditJob(Progress &progress, SaveRun &saves)
         : m_progress(progress)
-        , m_disk(disk)
+        , m_saves(saves)
     {}
 
     /** Edits each song until it is cancelled. The path at \a leftOut counts in the progress, but is
@@ -58,10 +59,10 @@ public:
                     const SongObserver &observer, int leftOut = -1);
 
 private:
-    SongOutcome edit(const QString &path, const SongChange &change);
+    void edit(const QString &path, const SongChange &change, const SongObserver &tell);
 
     Progress &m_progress;
-    Disk &m_disk;
+    SaveRun &m_saves;
 };
 
 } // namespace tarvel4

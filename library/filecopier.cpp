@@ -83,10 +83,11 @@ CopySummary FileCopier::copy(const QStringList &paths, const QString &destDir)
     if (paths.isEmpty())
         return m_summary;
 
-    Recovery::recoverAll(m_disk, destDir, MetaSong::isSong,
-                         [this](const QString &path, Recovery::Result result) {
-                             m_messages.recovered(path, result);
-                         });
+    Recovery::recoverAll(
+        m_disk, destDir, MetaSong::isSong,
+        [this](const QString &path, Recovery::Result result, const Outcome &cause) {
+            m_messages.recovered(path, result, cause);
+        });
     CopyBatch batch(m_disk, destDir, [this](int song, const Outcome &outcome) {
         setResult(song, outcome ? SongResult::Copied : SongResult::Failed, outcome);
     });

@@ -91,19 +91,6 @@ SongOutcome ImportJob::read(const QString &path)
     return outcome;
 }
 
-void ImportJob::recoverBeside(const QStringList &paths, Messages &messages)
-{
-    QSet<QString> folders;
-    for (const QString &path : paths)
-        folders.insert(QFileInfo(path).path());
-    for (const QString &folder : qAsConst(folders)) {
-        Recovery::recoverAll(Disk::real(), folder, MetaSong::isSong,
-                             [&messages](const QString &path, Recovery::Result result) {
-                                 messages.recovered(path, result);
-                             });
-    }
-}
-
 bool ImportJob::askSynchronise(const ImportSummary &summary, Questions &questions)
 {
     if (!UserSettings::copyrightAsk())

@@ -31,10 +31,6 @@ public:
     /** Reads one song. */
     static SongOutcome read(const QString &path);
 
-    /** A song that a power cut left under another name can't be chosen, but its neighbours can:
-     * those in the folders of \a paths get their names back. */
-    static void recoverBeside(const QStringList &paths, Messages &messages);
-
     /**
      * Shows the summary where the setting asks for it and keeps its box in the setting. True when
      * the user wants the songs synchronised now.

@@ -23,9 +23,10 @@ IndexSummary IndexJob::run(Kind kind, const QString &root, const ProgressTexts &
     IndexSummary summary;
     Index index(nullptr, m_disk);
     index.setStopWhen(m_stopWhen);
-    index.setOnRecovered([this](const QString &path, Recovery::Result result) {
-        m_messages.recovered(path, result);
-    });
+    index.setOnRecovered(
+        [this](const QString &path, Recovery::Result result, const Outcome &cause) {
+            m_messages.recovered(path, result, cause);
+        });
     QObject::connect(&index, &Index::fileFoundChanged,
                      [this](int count) { m_progress.setProgressValue(count); });
     QObject::connect(&index, &Index::progressMaxSetup,

@@ -5,8 +5,7 @@
 
 namespace tarvel4 {
 
-/** A song read from its file to be changed in memory and written back once, unless somebody else
- * changed the file in between. */
+/** A song read from its file to be changed in memory and, by a SaveRun, written back once. */
 class LoadedSong
 {
 public:
@@ -17,19 +16,18 @@ public:
     Outcome load(const QString &path);
     const QString &path() const { return m_path; }
 
+    /** The file as it was when load() began. */
+    const FileStamp &stamp() const { return m_stamp; }
+
     MetaSong &song() { return m_song; }
+    const MetaSong &song() const { return m_song; }
     /** The record of the song as it is in memory, with its path and name. */
     SongInfo info() const;
 
-    /** Why save() would write nothing of the song in memory; done where it would. */
+    /** Why nothing of the song in memory can be saved; done where it can. */
     Outcome whyNotSavable() const;
-    /** Not done: the file holds its old bytes, or those that somebody else wrote since load(),
-     * unless the outcome says otherwise. */
-    Outcome save();
 
 private:
-    Outcome changedSinceLoad() const;
-
     MetaSong m_song;
     QString m_path;
     FileStamp m_stamp;

@@ -20,11 +20,13 @@ public:
     virtual void critical(const QString &title, const QString &text,
                           const QStringList &details = {}) = 0;
 
-    /** A file that a power cut had left aside was met before the job began. */
-    virtual void recovered(const QString &path, Recovery::Result result)
+    /** A song that a power cut or a kill had caught was met before the job began; \a cause: why it
+     * waits. */
+    virtual void recovered(const QString &path, Recovery::Result result, const Outcome &cause)
     {
         Q_UNUSED(path)
         Q_UNUSED(result)
+        Q_UNUSED(cause)
     }
 };
 

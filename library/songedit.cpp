@@ -23,32 +23,37 @@ Outcome SongEdit::addMarkers(const QVector<Marker> &markers)
     return {};
 }
 
-SongOutcome SongEdit::save(const SongInfo &edited)
+void SongEdit::save(const SongInfo &edited, SaveRun &run, SongObserver tell)
 {
     m_song.song().setSongInfo(edited, WrittenBy::User);
     qDebug() << "Saving to file: " << m_song.path();
-    const Outcome cause = m_song.save();
-    qDebug() << (cause ? "Ok" : "Error!");
-    if (!cause)
-        return failure(SongResult::Failed, cause);
     SongOutcome outcome;
     outcome.path = m_song.path();
     outcome.result = SongResult::Edited;
     outcome.before = m_before;
     outcome.after = m_song.info();
-    return outcome;
+    run.save(m_song, [outcome, &disk = m_disk, tell = std::move(tell)](const Outcome &cause) {
+        qDebug() << (cause ? "Ok" : "Error!");
+        tell(cause ? outcome : failureOf(disk, outcome, SongResult::Failed, cause));
+    });
 }
 
 SongOutcome SongEdit::failure(SongResult result, const Outcome &cause) const
 {
     SongOutcome outcome;
     outcome.path = m_song.path();
+    outcome.before = m_before;
+    return failureOf(m_disk, outcome, result, cause);
+}
+
+SongOutcome SongEdit::failureOf(Disk &disk, SongOutcome outcome, SongResult result,
+                                const Outcome &cause)
+{
     outcome.result = result;
     outcome.cause = cause;
-    outcome.before = m_before;
-    LoadedSong now(m_disk);
-    const bool isReadable = result == SongResult::Failed && now.load(m_song.path());
-    outcome.after = isReadable ? now.info() : m_before;
+    LoadedSong now(disk);
+    const bool isReadable = result == SongResult::Failed && now.load(outcome.path);
+    outcome.after = isReadable ? now.info() : outcome.before;
     WorkflowLog::refused("[EDIT]", outcome);
     return outcome;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/loadedsong.h"
+#include "library/saverun.h"
 #include "library/songoutcome.h"
 
 namespace tarvel4 {
@@ -23,17 +24,20 @@ public:
     /** Puts markers ahead of those present, in this order. */
     Outcome addMarkers(const QVector<Marker> &markers);
 
-    /** Writes the edited record with the manual rules; after a failure the outcome tells what the
-     * file holds now. */
-    SongOutcome save(const SongInfo &edited);
+    /** Writes the edited record with the manual rules. \a tell learns how that ended; after a
+     * failure, what the file holds now. */
+    void save(const SongInfo &edited, SaveRun &run, SongObserver tell);
 
-    /** What is to be told of a song that was not saved. */
+    /** What is to be told of a song that was not saved; nothing was changed. */
     SongOutcome failure(SongResult result, const Outcome &cause) const;
 
     /** The file name of a path without its folder and the text after its last dot. */
     static QString titleFromPath(const QString &path);
 
 private:
+    static SongOutcome failureOf(Disk &disk, SongOutcome outcome, SongResult result,
+                                 const Outcome &cause);
+
     Disk &m_disk;
     LoadedSong m_song;
     SongInfo m_before;

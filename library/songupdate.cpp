@@ -98,11 +98,6 @@ Outcome SongUpdate::prepare()
     return outcome;
 }
 
-Outcome SongUpdate::perform()
-{
-    return m_song.save();
-}
-
 SongOutcome SongUpdate::outcome(SongResult result, const Outcome &cause) const
 {
     const bool isChanged = result == SongResult::Updated || cause == Outcome::Code::NotConfirmed;

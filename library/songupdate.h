@@ -9,8 +9,8 @@ class Database;
 
 /**
  * What an update would do to one song, worked out without touching its file: the match, the merged
- * record and the fields that change. The song in memory already carries the new record; perform()
- * writes it. Good for one song.
+ * record and the fields that change. The song in memory already carries the new record. Good for
+ * one song.
  */
 class SongUpdate
 {
@@ -32,8 +32,8 @@ public:
      * can't be saved. */
     Outcome prepare();
 
-    /** Saves the prepared song. */
-    Outcome perform();
+    /** The prepared song, to be saved. */
+    const LoadedSong &prepared() const { return m_song; }
 
     /** What is to be told of the song: how it ended, and why. */
     SongOutcome outcome(SongResult result, const Outcome &cause = {}) const;

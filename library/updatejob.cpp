@@ -24,11 +24,11 @@ void count(const SongOutcome &song, UpdateSummary &summary)
 } // namespace
 
 UpdateJob::UpdateJob(Database &db, Progress &progress, Questions &questions, const Options &options,
-                     Disk &disk)
+                     SaveRun &saves)
     : m_db(db)
     , m_progress(progress)
     , m_questions(questions)
-    , m_disk(disk)
+    , m_saves(saves)
     , m_options(options)
 {}
 
@@ -46,51 +46,63 @@ UpdateSummary UpdateJob::run(const QStringList &paths, const SongObserver &obser
 
     m_progress.beginProgress(
         {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), tr("Interrompi")}, paths.size());
+    const auto tell = [&](const SongOutcome &song) {
+        count(song, summary);
+        observer(song);
+    };
     int done = 0;
     for (const QString &path : paths) {
         if (m_progress.wasCancelled())
             break;
         qCDebug(debugLog) << "[UPDATE] rowIdx: " << done;
         qCDebug(debugLog) << "[UPDATE] updating file: " << path;
-        const SongOutcome song = update(path);
-        count(song, summary);
-        observer(song);
+        update(path, tell);
         m_progress.setProgress(++done);
         WorkflowLog::songEnd();
         qDebug() << "";
         m_progress.processPendingEvents();
     }
+    m_saves.commit();
     m_progress.endProgress();
     summary.isComplete = done == paths.size();
     return summary;
 }
 
-SongOutcome UpdateJob::update(const QString &path)
+void UpdateJob::update(const QString &path, const SongObserver &tell)
 {
-    SongUpdate song(m_disk);
-    const Outcome outcome = song.load(path);
-    const SongOutcome done = outcome ? update(song) : song.outcome(SongResult::Unreadable, outcome);
-    if (done.isFailure())
-        WorkflowLog::refused("[UPDATE]", done);
-    return done;
+    m_saves.beforeReading(path);
+    const auto song = std::make_shared<SongUpdate>(m_saves.disk());
+    const Outcome loaded = song->load(path);
+    const SongOutcome planned =
+        loaded ? plan(*song) : song->outcome(SongResult::Unreadable, loaded);
+    if (planned.isFailure())
+        WorkflowLog::refused("[UPDATE]", planned);
+    if (planned.result != SongResult::Updated || m_options.isDryRun)
+        return m_saves.inTurn([tell, planned] { tell(planned); });
+    m_saves.save(song->prepared(), [tell, song, planned](const Outcome &outcome) {
+        if (outcome)
+            return tell(planned);
+        const SongOutcome failed = song->outcome(SongResult::Failed, outcome);
+        WorkflowLog::refused("[UPDATE]", failed);
+        tell(failed);
+    });
 }
 
-SongOutcome UpdateJob::update(SongUpdate &song)
+SongOutcome UpdateJob::plan(SongUpdate &song)
 {
     if (!song.before().isPublisher && !mayChange(song.before()))
         return song.outcome(SongResult::Refused);
     if (!song.match(m_db))
         return song.outcome(SongResult::NotFound);
-    Outcome outcome = song.prepare();
-    if (outcome && !m_options.isDryRun)
-        outcome = song.perform();
-    return song.outcome(outcome ? SongResult::Updated : SongResult::Failed, outcome);
+    const Outcome prepared = song.prepare();
+    return song.outcome(prepared ? SongResult::Updated : SongResult::Failed, prepared);
 }
 
 bool UpdateJob::mayChange(const SongInfo &song)
 {
     if (!m_options.asksUnpublished)
         return m_options.changesUnpublished;
+    m_saves.commit(); // nothing waits for an answer
     const Answer answer = m_questions.askNotPublished(song.shortname);
     const bool accepted = answer == Answer::Yes || answer == Answer::YesToAll;
     if (answer == Answer::YesToAll || answer == Answer::NoToAll) {

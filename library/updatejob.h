@@ -2,8 +2,8 @@
 
 #include "library/progress.h"
 #include "library/questions.h"
+#include "library/saverun.h"
 #include "library/songoutcome.h"
-#include "storage/disk.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -39,21 +39,21 @@ public:
     };
 
     UpdateJob(Database &db, Progress &progress, Questions &questions, const Options &options,
-              Disk &disk = Disk::real());
+              SaveRun &saves);
 
     /** \a backup is made before the first song; where it is false nothing is written. */
     UpdateSummary run(const QStringList &paths, const SongObserver &observer,
                       const std::function<bool()> &backup);
 
 private:
-    SongOutcome update(const QString &path);
-    SongOutcome update(SongUpdate &song);
+    void update(const QString &path, const SongObserver &tell);
+    SongOutcome plan(SongUpdate &song);
     bool mayChange(const SongInfo &song);
 
     Database &m_db;
     Progress &m_progress;
     Questions &m_questions;
-    Disk &m_disk;
+    SaveRun &m_saves;
     Options m_options;
 };
 

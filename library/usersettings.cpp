@@ -1,6 +1,7 @@
 #include "library/usersettings.h"
 
 #include <QSettings>
+#include <QStandardPaths>
 
 namespace tarvel4 {
 
@@ -29,6 +30,13 @@ constexpr char copyrightAskKey[] = "copyrightAsk";
 constexpr char mediaRootKey[] = "mediaroot";
 
 } // namespace
+
+QString UserSettings::dataFolder()
+{
+    // AppLocalDataLocation of both programs, whatever their files are called
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QLatin1Char('/')
+        + QLatin1String(organisation) + QLatin1Char('/') + QLatin1String(application);
+}
 
 QString UserSettings::language(const QString &fallback)
 {

@@ -11,6 +11,10 @@ namespace UserSettings {
 constexpr char organisation[] = "kvaro";
 constexpr char application[] = "tarvel4soft";
 
+/** Where the journal of changes is kept: the user's own data folder of the program and of its
+ * command line. */
+QString dataFolder();
+
 /** "it", "en", "de"; \a fallback when never chosen. */
 QString language(const QString &fallback);
 void setLanguage(const QString &language);

@@ -6,6 +6,7 @@
 #include "songs/midi/midisong.h"
 #include "storage/recovery.h"
 #include "storage/regularfile.h"
+#include "storage/savebatch.h"
 
 #include <QDebug>
 
@@ -130,16 +131,35 @@ int MetaSong::addMarker(const QString &text, quint16 bar)
 
 Outcome MetaSong::whyNotSavable() const
 {
-    return m_song ? m_song->whyNotSavable() : Outcome{Outcome::Code::NotASong, {}, {}, {}};
+    Outcome outcome{Outcome::Code::NotASong, {}, {}, {}};
+    if (m_song)
+        outcome = m_song->whyNotSavable();
+    return outcome;
+}
+
+Outcome MetaSong::planSave(FileChange &change) const
+{
+    Outcome outcome = whyNotSavable();
+    if (outcome)
+        change = m_song->change();
+    else
+        qDebug() << "[MetaSong::saveToFile] UNKNOWN format (or data corrupted) in memory, aborting";
+    return outcome;
 }
 
 Outcome MetaSong::saveToFile(const QString &path)
 {
-    Outcome outcome = whyNotSavable();
-    if (outcome)
-        outcome = m_song->save(m_disk, path);
-    else
-        qDebug() << "[MetaSong::saveToFile] UNKNOWN format (or data corrupted) in memory, aborting";
+    FileChange change;
+    Outcome outcome = planSave(change);
+    if (outcome) {
+        if (change.way == FileChange::Way::InPlace)
+            change.oldHead = QByteArray(); // it may be another file than the one that was loaded
+        else
+            Recovery::recover(m_disk, path, isSong); // the name of what is set aside is needed
+        SaveBatch batch(m_disk);
+        batch.add(path, {}, change, [&outcome](const Outcome &saved) { outcome = saved; });
+        batch.commit();
+    }
     outcome.path = path;
     return outcome;
 }

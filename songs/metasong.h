@@ -2,6 +2,7 @@
 
 #include "songs/songinfo.h"
 #include "storage/disk.h"
+#include "storage/filechange.h"
 
 #include <QStringList>
 
@@ -50,8 +51,12 @@ public:
     /** Why saveToFile() would write nothing of the song in memory; done where it would. */
     Outcome whyNotSavable() const;
 
-    /** Writes the song over \a path. Not done: the file holds its old bytes, unless the outcome
-     * says otherwise, and the log says why. */
+    /** What saveToFile() would do to the file that the song was loaded from, for a batch of them.
+     * Not done: such a song can't be saved, and the log says so. */
+    Outcome planSave(FileChange &change) const;
+
+    /** Writes the song over \a path, at once. Not done: the file holds its old bytes, unless the
+     * outcome says otherwise, and the log says why. */
     Outcome saveToFile(const QString &path);
 
     /** Writes the song's record to the debug log. */

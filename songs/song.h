@@ -1,13 +1,12 @@
 #pragma once
 
 #include "songs/songinfo.h"
+#include "storage/filechange.h"
 #include "storage/outcome.h"
 
 #include <QByteArray>
 
 namespace tarvel4 {
-
-class Disk;
 
 /** The fields of a song that an edit or an update writes. */
 enum class SongField { Markers, Key, Length, Title, Author, Bpm, Artist, Genre };
@@ -48,9 +47,8 @@ public:
     /** Why the song as it is in memory can't be written; what could not be read again is not
      * written either. */
     virtual Outcome whyNotSavable() const = 0;
-    /** Writes a savable song over \a path. Not done: the file holds its old bytes, unless the
-     * outcome says otherwise; the log says why. */
-    virtual Outcome save(Disk &disk, const QString &path) const = 0;
+    /** What a savable song does to the file that it was loaded from. */
+    virtual FileChange change() const = 0;
 
     /** The SMF bytes of a MIDI song, or those expanded from an MFx song; empty for MP3. */
     virtual QByteArray midiData() const { return {}; }

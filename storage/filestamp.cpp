@@ -1,8 +1,30 @@
 #include "storage/filestamp.h"
 
+#include <QFile>
 #include <QFileInfo>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 namespace tarvel4 {
+
+namespace {
+
+QByteArray identityOf(const QFileInfo &info)
+{
+#ifdef Q_OS_UNIX
+    struct stat status = {};
+    if (stat(QFile::encodeName(info.filePath()).constData(), &status) != 0)
+        return {};
+    return QByteArray::number(static_cast<quint64>(status.st_dev)) + ' '
+        + QByteArray::number(static_cast<quint64>(status.st_ino));
+#else
+    return info.canonicalFilePath().toCaseFolded().toUtf8();
+#endif
+}
+
+} // namespace
 
 FileStamp::FileStamp(const QString &path)
 {
@@ -11,6 +33,7 @@ FileStamp::FileStamp(const QString &path)
         return;
     m_size = info.size();
     m_modified = info.lastModified();
+    m_identity = identityOf(info);
 }
 
 bool FileStamp::matches(const QString &path) const

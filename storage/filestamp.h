@@ -1,11 +1,12 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QString>
 
 namespace tarvel4 {
 
-/** Tells whether somebody else changed a file since it was read. */
+/** Tells whether somebody else changed a file since it was read, and which file it is. */
 class FileStamp
 {
 public:
@@ -20,9 +21,13 @@ public:
     qint64 size() const { return m_size; }
     const QDateTime &modified() const { return m_modified; }
 
+    /** The same for every name of one file; empty where none was there. */
+    const QByteArray &identity() const { return m_identity; }
+
 private:
     qint64 m_size = -1;
     QDateTime m_modified;
+    QByteArray m_identity;
 };
 
 } // namespace tarvel4

@@ -1,5 +1,6 @@
 #include "storage/inplacerewrite.h"
 
+#include "storage/contenthash.h"
 #include "storage/regularfile.h"
 
 #include <QCoreApplication>
@@ -10,11 +11,12 @@
 
 namespace tarvel4 {
 
-InPlaceRewrite::InPlaceRewrite(Disk &disk, const QString &path, Padding padding)
+InPlaceRewrite::InPlaceRewrite(Disk &disk, const QString &path, const FileChange &change)
     : m_disk(disk)
     , m_permission(path)
     , m_file(path)
-    , m_padding(padding)
+    , m_old(change.oldHead)
+    , m_new(change.newHead)
     , m_isNew(!QFileInfo::exists(path))
 {}
 
@@ -27,7 +29,7 @@ Outcome InPlaceRewrite::open()
         opened = {Outcome::Code::NotAFile, path, {}, {}};
     else if (!m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         opened = Outcome::ofSystemError(errno, path);
-    else if (!FileBytes::readAll(m_file, m_old))
+    else if (m_old.isNull() && !FileBytes::readAll(m_file, m_old))
         opened = Outcome::ofSystemError(errno, path, false);
     if (!opened)
         qDebug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
@@ -35,53 +37,58 @@ Outcome InPlaceRewrite::open()
     return opened;
 }
 
-Outcome InPlaceRewrite::write(const QByteArray &image)
+Outcome InPlaceRewrite::write()
 {
     // A full disk shows here, before the first old byte is touched.
-    Outcome outcome = m_disk.reserve(m_file, image.size());
+    Outcome outcome = m_disk.reserve(m_file, m_new.size());
     if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] No room for the new bytes, the old ones are kept:"
                  << m_file.fileName();
-    } else {
-        outcome = overwrite(image);
-        if (outcome) {
-            m_permission.keep();
-            return outcome;
-        }
-        qDebug() << "[MetaSong::saveToFile] Impossible to write all bytes, the old ones go back:"
-                 << m_file.fileName() << m_file.errorString();
-        outcome = putBack(outcome);
+        if (m_isNew)
+            m_disk.remove(m_file.fileName());
+        return outcome;
     }
+    outcome = overwrite(m_new);
+    return outcome ? outcome : takeBack(outcome);
+}
+
+Outcome InPlaceRewrite::takeBack(const Outcome &cause)
+{
+    qDebug() << "[MetaSong::saveToFile] Impossible to write all bytes, the old ones go back:"
+             << m_file.fileName() << m_file.errorString();
+    const bool isBack = overwrite(m_old) && m_disk.sync(m_file);
     if (m_isNew)
         m_disk.remove(m_file.fileName());
-    return outcome;
-}
-
-/** Cuts the file only when its new bytes are safe, so that putting back takes no new room. */
-Outcome InPlaceRewrite::overwrite(const QByteArray &bytes)
-{
-    const qint64 tooLong = m_file.size() - bytes.size();
-    const QByteArray padding = tooLong > 0 ? m_padding(static_cast<int>(tooLong)) : QByteArray();
-    if (!m_file.seek(0))
-        return Outcome::ofSystemError(errno, m_file.fileName());
-    Outcome outcome = m_disk.write(m_file, bytes + padding);
-    if (outcome)
-        outcome = m_disk.sync(m_file);
-    if (!outcome || m_file.size() == bytes.size())
-        return outcome;
-    outcome = m_disk.truncate(m_file, bytes.size());
-    return outcome ? m_disk.sync(m_file) : outcome;
-}
-
-/** Gives the file its old bytes; \a failure where it has them, for then it is all that happened. */
-Outcome InPlaceRewrite::putBack(const Outcome &failure)
-{
-    if (overwrite(m_old))
-        return failure;
+    if (isBack)
+        return cause;
     qDebug() << "[MetaSong::saveToFile] WARNING: the old bytes are NOT back:" << m_file.fileName()
              << m_file.errorString();
-    return {Outcome::Code::NotRestored, failure.path,
+    return {Outcome::Code::NotRestored, cause.path,
             QCoreApplication::translate("Outcome", "la song va ripresa da un backup"), QString()};
+}
+
+bool InPlaceRewrite::confirm(Outcome &outcome)
+{
+    if (outcome)
+        m_permission.keep();
+    return false;
+}
+
+QByteArray InPlaceRewrite::hash() const
+{
+    ContentHash hash;
+    hash.add(m_new);
+    return hash.result();
+}
+
+Outcome InPlaceRewrite::overwrite(const QByteArray &bytes)
+{
+    if (!m_file.seek(0))
+        return Outcome::ofSystemError(errno, m_file.fileName());
+    const Outcome outcome = m_disk.write(m_file, bytes);
+    if (!outcome || m_file.size() == bytes.size())
+        return outcome;
+    return m_disk.truncate(m_file, bytes.size());
 }
 
 } // namespace tarvel4

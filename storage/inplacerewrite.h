@@ -1,39 +1,34 @@
 #pragma once
 
-#include "storage/disk.h"
+#include "storage/filerewrite.h"
 #include "storage/writepermission.h"
 
-#include <QByteArray>
 #include <QFile>
 
 namespace tarvel4 {
 
-/** Gives a file new bytes in its own place, so that it stays the same file to whoever links to it,
- * and its old bytes again when that fails. */
-class InPlaceRewrite
+/** Gives a file new bytes in its own place, so that it stays the same file to whoever links to it.
+ */
+class InPlaceRewrite : public FileRewrite
 {
 public:
-    /** What stands behind the new bytes of a file that becomes shorter, until it is cut. */
-    using Padding = QByteArray (*)(int size);
+    InPlaceRewrite(Disk &disk, const QString &path, const FileChange &change);
 
-    InPlaceRewrite(Disk &disk, const QString &path, Padding padding);
-
-    /** Makes the file writable, opens it and keeps its bytes. Not done: it is as it was. */
-    Outcome open();
-
-    /** Done once the file has the new bytes, on the medium. Else it has its old ones, but for
-     * NotRestored; the log says why. */
-    Outcome write(const QByteArray &image);
+    Outcome open() override;
+    Outcome write() override;
+    QString written() const override { return m_file.fileName(); }
+    Outcome takeBack(const Outcome &cause) override;
+    bool confirm(Outcome &outcome) override;
+    QByteArray hash() const override;
 
 private:
     Outcome overwrite(const QByteArray &bytes);
-    Outcome putBack(const Outcome &failure);
 
     Disk &m_disk;
     WritePermission m_permission;
     QFile m_file;
-    Padding m_padding;
     QByteArray m_old;
+    QByteArray m_new;
     bool m_isNew;
 };
 

@@ -18,21 +18,6 @@ using Recovery::Result;
 constexpr char suffix[] = ".tarvel4.bak";
 constexpr int suffixSize = sizeof(suffix) - 1;
 
-/** True for a file of zeros, as a power cut leaves one that got its size but not its bytes; an MP3
- * may well begin with zeros. */
-bool isBlank(const QString &path)
-{
-    constexpr qint64 blockSize = 1 << 16;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    QByteArray block;
-    do {
-        block = file.read(blockSize);
-    } while (!block.isEmpty() && block.count('\0') == block.size());
-    return block.isEmpty();
-}
-
 /** What is to be done about \a old; the disk has not been touched. */
 Result decide(const QString &old, const QString &path, const IsSong &isSong)
 {
@@ -42,7 +27,9 @@ Result decide(const QString &old, const QString &path, const IsSong &isSong)
     // A file that was given its name but never got its bytes is none.
     if (!info.exists() || info.size() == 0)
         return Result::GivenBack;
-    const auto isWhole = [&isSong](const QString &file) { return isSong(file) && !isBlank(file); };
+    const auto isWhole = [&isSong](const QString &file) {
+        return isSong(file) && !Recovery::isBlank(file);
+    };
     if (isWhole(path))
         return Result::Removed;
     // What can't be read may be whole all the same.
@@ -59,6 +46,19 @@ bool perform(Disk &disk, Result result, const QString &old, const QString &path)
 }
 
 } // namespace
+
+bool Recovery::isBlank(const QString &path)
+{
+    constexpr qint64 blockSize = 1 << 16;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray block;
+    do {
+        block = file.read(blockSize);
+    } while (!block.isEmpty() && block.count('\0') == block.size());
+    return block.isEmpty();
+}
 
 QString Recovery::recoveryPathOf(const QString &path)
 {
@@ -102,7 +102,7 @@ void Recovery::recoverAll(Disk &disk, const QString &folder, const IsSong &isSon
         const QString path = dir.filePath(goesBackTo(name));
         const Result result = recover(disk, path, isSong);
         if (report && result != Result::NoneThere)
-            report(path, result);
+            report(path, result, {});
     }
 }
 

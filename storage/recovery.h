@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/outcome.h"
+
 #include <QString>
 
 #include <functional>
@@ -20,14 +22,22 @@ enum class Result {
     NoneThere,
     GivenBack, ///< it has its name again
     Removed, ///< its song is whole without it
-    Kept ///< nobody can tell which of the two is the song, or the disk failed
+    Kept, ///< nobody can tell which of the two is the song, or the disk failed
+    // of a song in the journal
+    PutBack, ///< it has its old bytes again
+    Waits, ///< it can't be read or written now
+    ChangedSince ///< it was given other bytes since, and is left alone
 };
 
 /** True for a file that can be read as a song; also asked about one that is set aside. */
 using IsSong = std::function<bool(const QString &path)>;
 
-/** Told of each file that was there, by the name that it goes back to. */
-using Report = std::function<void(const QString &path, Result result)>;
+/** Told of each file that was there, by the name that it goes back to; \a cause: why it waits. */
+using Report = std::function<void(const QString &path, Result result, const Outcome &cause)>;
+
+/** True for a file of zeros, as a power cut leaves one that got its size but not its bytes; an MP3
+ * may well begin with zeros. */
+bool isBlank(const QString &path);
 
 /** The name under which the file \a path waits. */
 QString recoveryPathOf(const QString &path);

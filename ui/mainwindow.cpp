@@ -3,6 +3,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "library/backupjob.h"
 #include "library/importjob.h"
+#include "library/recoveryjob.h"
 #include "library/songrows.h"
 #include "library/transferjob.h"
 #include "library/updatejob.h"
@@ -34,6 +35,7 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     , ui(std::make_unique<Ui::MainWindow>())
     , m_volume(std::move(volume))
     , m_host(this)
+    , m_journal(UserSettings::dataFolder())
 {
     ui->setupUi(this);
     resize(size().boundedTo(screen()->availableSize()));
@@ -123,7 +125,9 @@ void MainWindow::importUserLibrary()
 {
     if (!m_model)
         return;
-    ImportJob::recoverBeside(m_selectedFiles, m_host);
+    RecoveryJob recovery(m_host);
+    recovery.finishSaves(m_journal); // of songs on a card that is there only now
+    recovery.recoverBeside(m_selectedFiles);
     const ImportSummary summary =
         ImportJob(m_host, SongRows::imported(*m_model)).run(m_selectedFiles, [this] {
             return SongRows::clear(m_db, *m_model);
@@ -160,8 +164,9 @@ bool MainWindow::updateUserLibrary()
     const auto backup = [this] {
         return BackupJob(m_host, m_host, m_host).run(m_selectedFiles).mayProceed;
     };
+    SaveRun saves(Disk::real(), &m_journal, QStringLiteral("sync"));
     const UpdateSummary summary =
-        UpdateJob(m_db, m_host, m_host, options)
+        UpdateJob(m_db, m_host, m_host, options, saves)
             .run(SongRows::paths(*m_model), SongRows::updated(*m_model), backup);
     const bool done = summary.isComplete;
     m_host.endProgress();
@@ -202,7 +207,7 @@ void MainWindow::transferFiles()
 void MainWindow::onSongsTableViewDoubleClicked(QModelIndex index)
 {
     if (index.row() >= 0)
-        ManualEdit(this, m_db, *m_model, m_host).editRow(index.row());
+        ManualEdit(this, m_db, *m_model, m_host, m_journal).editRow(index.row());
 }
 
 void MainWindow::onSongsTableViewShowContextMenu(QPoint pos)

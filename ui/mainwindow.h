@@ -2,6 +2,7 @@
 
 #include "db/database.h"
 #include "library/volume.h"
+#include "storage/journal.h"
 #include "ui/windowhost.h"
 
 #include <QMainWindow>
@@ -79,6 +80,7 @@ private:
     std::unique_ptr<Ui::MainWindow> ui;
     std::unique_ptr<const Volume> m_volume;
     WindowHost m_host;
+    Journal m_journal;
     Database m_db;
     UserSongsRelTableModel *m_model = nullptr; ///< null when the database could not be opened
     bool m_askCopyright = true; ///< where the setting was never written

@@ -14,11 +14,12 @@
 namespace tarvel4 {
 
 ManualEdit::ManualEdit(QWidget *window, const Database &db, UserSongsRelTableModel &model,
-                       WindowHost &host)
+                       WindowHost &host, Journal &journal)
     : m_window(window)
     , m_db(db)
     , m_model(model)
     , m_host(host)
+    , m_journal(journal)
 {}
 
 void ManualEdit::editRow(int row)
@@ -49,19 +50,20 @@ void ManualEdit::editRow(int row)
     dialog.getSong(edited);
     dumpSongInfo(edited);
 
-    const SongOutcome saved = song.save(edited);
-    SongRows::showEdit(m_model, row, saved);
     EditSummary summary;
+    SaveRun saves(Disk::real(), &m_journal, QStringLiteral("edit"));
+    song.save(edited, saves, [this, row, &summary](const SongOutcome &saved) {
+        SongRows::showEdit(m_model, row, saved);
+        summary.add(saved);
+    });
+    saves.commit();
     const ApplyToAll fields{dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
                             dialog.applyToAllGenre(), dialog.applyToAllTitle()};
     if (fields.any())
-        summary = EditJob(m_host).run(SongRows::paths(m_model), fields.changeFrom(edited),
-                                      SongRows::edited(m_model, row), row);
+        summary.add(EditJob(m_host, saves)
+                        .run(SongRows::paths(m_model), fields.changeFrom(edited),
+                             SongRows::edited(m_model, row), row));
     m_host.endProgress();
-    if (saved.isFailure()) {
-        summary.unsaved.prepend(path);
-        summary.problems.prepend(saved.problem());
-    }
     tellUnsaved(summary);
 }
 

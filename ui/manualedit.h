@@ -10,6 +10,7 @@ namespace tarvel4 {
 
 class Database;
 struct EditSummary;
+class Journal;
 class UserSongsRelTableModel;
 class WindowHost;
 
@@ -19,8 +20,8 @@ class ManualEdit
     Q_DECLARE_TR_FUNCTIONS(ManualEdit)
 
 public:
-    ManualEdit(QWidget *window, const Database &db, UserSongsRelTableModel &model,
-               WindowHost &host);
+    ManualEdit(QWidget *window, const Database &db, UserSongsRelTableModel &model, WindowHost &host,
+               Journal &journal);
 
     /** Shows nothing where the song can't be read; tells which songs could not be saved. */
     void editRow(int row);
@@ -32,6 +33,7 @@ private:
     const Database &m_db;
     UserSongsRelTableModel &m_model;
     WindowHost &m_host;
+    Journal &m_journal;
 };
 
 } // namespace tarvel4

@@ -1,8 +1,6 @@
 #include "songs/id3/mp3song.h"
 
-#include "songs/id3/mp3rewrite.h"
 #include "songs/metasong.h"
-#include "storage/recovery.h"
 #include "storage/regularfile.h"
 
 #include <QCoreApplication>
@@ -131,10 +129,9 @@ Outcome Mp3Song::whyNotSavable() const
     return {code, {}, detail, m_fieldTooLong};
 }
 
-Outcome Mp3Song::save(Disk &disk, const QString &path) const
+FileChange Mp3Song::change() const
 {
-    Recovery::recover(disk, path, MetaSong::isSong); // its name is needed
-    return Mp3Rewrite(disk, path).write(m_tag.tag(), m_oldStart, m_tag.audioStart());
+    return {FileChange::Way::Beside, m_oldStart, m_tag.tag(), m_tag.audioStart(), nullptr};
 }
 
 } // namespace tarvel4

@@ -24,7 +24,7 @@ public:
     void write(SongField field, const SongInfo &info) override;
     void noteChange(const SongInfo &info) override;
     Outcome whyNotSavable() const override;
-    Outcome save(Disk &disk, const QString &path) const override;
+    FileChange change() const override;
 
 private:
     void set(SongField field, const SongInfo &info);

@@ -2,9 +2,7 @@
 
 #include "songs/mfx/lzhuff.h"
 #include "songs/mfx/lzhuffformat.h"
-#include "songs/midi/cutpadding.h"
 #include "songs/midi/midiformat.h"
-#include "storage/inplacerewrite.h"
 #include "storage/regularfile.h"
 
 #include <QCoreApplication>
@@ -59,6 +57,7 @@ bool MfxSong::isRecognised(const QByteArray &start)
 
 Outcome MfxSong::load(const QByteArray &bytes)
 {
+    m_oldBytes = bytes;
     const int size = headerSize(bytes);
     if (!m_header.parse(bytes.left(size)))
         return damaged(QT_TRANSLATE_NOOP("Outcome", "l'intestazione è incompleta"));
@@ -170,15 +169,9 @@ Outcome MfxSong::whyNotSavable() const
     return {Outcome::Code::TooLarge, {}, FileBytes::sizeLimitText(LzHuffFormat::maxTextSize), {}};
 }
 
-Outcome MfxSong::save(Disk &disk, const QString &path) const
+FileChange MfxSong::change() const
 {
-    const QByteArray bytes = image();
-    InPlaceRewrite rewrite(disk, path, CutPadding::ofSize);
-    const Outcome opened = rewrite.open();
-    if (!opened)
-        return opened;
-    qDebug() << "[MetaSong::saveToFile] MFx";
-    return rewrite.write(bytes);
+    return {FileChange::Way::InPlace, m_oldBytes, image(), 0, "[MetaSong::saveToFile] MFx"};
 }
 
 /** The MIDI bytes as an MFx file of this version holds them, before compression. */

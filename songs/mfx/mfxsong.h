@@ -25,7 +25,7 @@ public:
     bool bpmNeedsPublisher() const override { return false; }
     void noteChange(const SongInfo &info) override;
     Outcome whyNotSavable() const override;
-    Outcome save(Disk &disk, const QString &path) const override;
+    FileChange change() const override;
     QByteArray midiData() const override { return m_midi.data(); }
 
 private:
@@ -35,6 +35,7 @@ private:
 
     MfxHeader m_header;
     RawMidiFile m_midi;
+    QByteArray m_oldBytes; ///< as they were in the file
     Outcome m_misfit; ///< the first text that the header could not hold
 };
 

@@ -1,7 +1,5 @@
 #include "songs/midi/midisong.h"
 
-#include "songs/midi/cutpadding.h"
-#include "storage/inplacerewrite.h"
 #include "storage/regularfile.h"
 
 #include <QCoreApplication>
@@ -11,9 +9,8 @@ namespace tarvel4 {
 
 Outcome MidiSong::load(const QByteArray &bytes)
 {
-    QByteArray midi = bytes;
-    CutPadding::removeFrom(midi);
-    if (m_midi.load(midi))
+    m_oldBytes = bytes;
+    if (m_midi.load(bytes))
         return {};
     return {Outcome::Code::DamagedSong,
             {},
@@ -92,14 +89,9 @@ Outcome MidiSong::whyNotSavable() const
     return {Outcome::Code::TooLarge, {}, FileBytes::sizeLimitText(FileBytes::maxSize), {}};
 }
 
-Outcome MidiSong::save(Disk &disk, const QString &path) const
+FileChange MidiSong::change() const
 {
-    InPlaceRewrite rewrite(disk, path, CutPadding::ofSize);
-    const Outcome opened = rewrite.open();
-    if (!opened)
-        return opened;
-    qDebug() << "[MetaSong::saveToFile] MIDI";
-    return rewrite.write(m_midi.data());
+    return {FileChange::Way::InPlace, m_oldBytes, m_midi.data(), 0, "[MetaSong::saveToFile] MIDI"};
 }
 
 } // namespace tarvel4

@@ -20,11 +20,12 @@ public:
     int addMarker(const Marker &marker) override { return m_midi.addMarker(marker); }
     bool yieldsTitleTo(const QString &title) const override;
     Outcome whyNotSavable() const override;
-    Outcome save(Disk &disk, const QString &path) const override;
+    FileChange change() const override;
     QByteArray midiData() const override { return m_midi.data(); }
 
 private:
     RawMidiFile m_midi;
+    QByteArray m_oldBytes; ///< as they were in the file
 };
 
 } // namespace tarvel4

@@ -319,7 +319,7 @@ void tst_IndexFaults::songsThatAPowerCutLeftAsideComeBack()
     Index index;
     QStringList recovered;
     index.setOnRecovered(
-        [&](const QString &path, Recovery::Result) { recovered += QFileInfo(path).fileName(); });
+        [&](const QString &path, Recovery::Result, const Outcome &) { recovered += QFileInfo(path).fileName(); });
     QVERIFY(update ? index.update(memory.root()) : index.rebuild(memory.root()));
     QCOMPARE(recovered.size(), 2);
     QVERIFY(recovered.contains(QStringLiteral("gone.mid")));

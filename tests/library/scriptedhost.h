@@ -60,7 +60,7 @@ public:
     void endProgress() override { events.append(QStringLiteral("end")); }
     bool wasCancelled() const override { return m_cancelled; }
 
-    void recovered(const QString &path, Recovery::Result outcome) override
+    void recovered(const QString &path, Recovery::Result outcome, const Outcome &) override
     {
         add("recovered", QString::number(static_cast<int>(outcome)) + QLatin1Char(' ') + path);
     }

@@ -47,7 +47,8 @@ private:
     }
     EditSummary applyToOthers(const ApplyToAll &fields, int leftOut, Disk &disk = Disk::real())
     {
-        return EditJob(m_library->host(), disk)
+        SaveRun saves(disk, nullptr, text("edit"));
+        return EditJob(m_library->host(), saves)
             .run(SongRows::paths(m_library->model()), fields.changeFrom(editedRecord()),
                  SongRows::edited(m_library->model(), leftOut), leftOut);
     }

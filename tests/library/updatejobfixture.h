@@ -34,7 +34,8 @@ protected:
     {
         ScriptedHost &host = m_library->host();
         const SongObserver table = SongRows::updated(m_library->model());
-        return UpdateJob(m_library->db(), host, host, options, disk)
+        SaveRun saves(disk, nullptr, QStringLiteral("sync"));
+        return UpdateJob(m_library->db(), host, host, options, saves)
             .run(
                 SongRows::paths(m_library->model()),
                 [&](const SongOutcome &song) {

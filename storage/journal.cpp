@@ -1,0 +1,336 @@
+#include "storage/journal.h"
+
+#include "storage/runlock.h"
+
+#include <QDir>
+#include <QUuid>
+
+namespace tarvel4 {
+
+namespace {
+
+constexpr char entryColumns[] =
+    "SELECT id, path, way, oldSize, newSize, prefix, suffix, oldMiddle, newHash FROM song ";
+
+/** From the columns above. */
+JournalEntry readEntry(const QSqlQuery &row)
+{
+    JournalEntry entry;
+    int column = 0;
+    entry.id = row.value(column++).toLongLong();
+    entry.path = row.value(column++).toString();
+    entry.way = static_cast<FileChange::Way>(row.value(column++).toInt());
+    entry.oldSize = row.value(column++).toLongLong();
+    entry.newSize = row.value(column++).toLongLong();
+    entry.splice.prefix = row.value(column++).toLongLong();
+    entry.splice.suffix = row.value(column++).toLongLong();
+    entry.splice.oldMiddle = row.value(column++).toByteArray();
+    entry.newHash = row.value(column++).toByteArray();
+    return entry;
+}
+
+/** An empty array is a blob too, and not NULL. */
+QByteArray blob(const QByteArray &bytes)
+{
+    return bytes.isNull() ? QByteArray("") : bytes;
+}
+
+} // namespace
+
+JournalEntry JournalEntry::of(const QString &path, const FileChange &change, qint64 oldSize)
+{
+    JournalEntry entry;
+    entry.path = QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    entry.way = change.way;
+    entry.oldSize = oldSize;
+    QByteArray oldHead = change.oldHead;
+    qint64 rest = 0;
+    if (change.way == FileChange::Way::Beside) {
+        oldHead.truncate(static_cast<int>(qMin<qint64>(change.tail, oldHead.size())));
+        rest = qMax<qint64>(0, oldSize - change.tail);
+    } else {
+        entry.oldBytes = change.oldHead;
+    }
+    entry.newSize = change.newHead.size() + rest;
+    entry.splice = Splice::between(oldHead, change.newHead, rest);
+    return entry;
+}
+
+Journal::Journal(const QString &folder, JournalFile::Notice notice)
+    : m_file(folder, std::move(notice))
+{}
+
+QString Journal::lockPath(const QString &name) const
+{
+    return m_file.folder() + QLatin1Char('/') + name;
+}
+
+// ---- writing
+
+Journal::Run::Run(Journal &journal, const QString &what)
+    : m_journal(journal)
+    , m_what(what)
+{}
+
+Journal::Run::~Run()
+{
+    if (m_id != 0)
+        m_journal.m_file.transaction([this] { return m_journal.tidy(); });
+    end();
+}
+
+bool Journal::Run::begin()
+{
+    if (!m_journal.m_file.open(JournalFile::Access::Write))
+        return false;
+    m_lockName = QLatin1String("run-") + QUuid::createUuid().toString(QUuid::WithoutBraces)
+        + QLatin1String(".lock");
+    m_lock = std::make_unique<RunLock>(m_journal.lockPath(m_lockName));
+    if (m_lock->isHeld())
+        return true;
+    end();
+    return false;
+}
+
+void Journal::Run::end()
+{
+    if (!m_lock)
+        return;
+    m_journal.m_file.close();
+    m_lock.reset();
+    m_id = 0;
+}
+
+bool Journal::Run::add(QVector<JournalEntry> &entries)
+{
+    if (entries.isEmpty())
+        return true;
+    const auto tryOnce = [&] {
+        return (m_lock || begin())
+            && m_journal.m_file.transaction([&] { return insertRun() && insert(entries); });
+    };
+    bool isAdded = !m_hasFailed && tryOnce();
+    if (!isAdded && !m_hasFailed && m_journal.m_file.wasSetAside()) {
+        end(); // what it noted so far was in that file
+        isAdded = tryOnce();
+    }
+    m_hasFailed = !isAdded;
+    return isAdded;
+}
+
+/** Each time: another program forgets runs of which no song is left. */
+bool Journal::Run::insertRun()
+{
+    JournalFile &file = m_journal.m_file;
+    QSqlQuery query =
+        file.prepare("INSERT OR IGNORE INTO run (id, time, what, lock) VALUES (?, ?, ?, ?)");
+    query.addBindValue(m_id == 0 ? QVariant() : m_id);
+    query.addBindValue(QDateTime::currentMSecsSinceEpoch());
+    query.addBindValue(m_what);
+    query.addBindValue(m_lockName);
+    if (!file.exec(query))
+        return false;
+    if (m_id == 0)
+        m_id = query.lastInsertId().toLongLong();
+    return true;
+}
+
+bool Journal::Run::insert(QVector<JournalEntry> &entries)
+{
+    JournalFile &file = m_journal.m_file;
+    QSqlQuery song = file.prepare(
+        "INSERT INTO song (run, path, way, oldSize, newSize, prefix, suffix, oldMiddle)"
+        " VALUES (?, ?, ?, ?, ?, ?, ?, ?)");
+    QSqlQuery pending = file.prepare("INSERT INTO pending (song, isTold, temporary, newMiddle, "
+                                     "oldBytes) VALUES (?, 0, ?, ?, ?)");
+    for (JournalEntry &entry : entries) {
+        int column = 0;
+        song.bindValue(column++, m_id);
+        song.bindValue(column++, entry.path);
+        song.bindValue(column++, static_cast<int>(entry.way));
+        song.bindValue(column++, entry.oldSize);
+        song.bindValue(column++, entry.newSize);
+        song.bindValue(column++, entry.splice.prefix);
+        song.bindValue(column++, entry.splice.suffix);
+        song.bindValue(column++, blob(entry.splice.oldMiddle));
+        if (!file.exec(song))
+            return false;
+        entry.id = song.lastInsertId().toLongLong();
+        column = 0;
+        pending.bindValue(column++, entry.id);
+        pending.bindValue(column++, entry.temporary.isNull() ? QLatin1String("") : entry.temporary);
+        pending.bindValue(column++, blob(entry.splice.newMiddle));
+        pending.bindValue(column++, blob(entry.oldBytes));
+        if (!file.exec(pending))
+            return false;
+    }
+    return true;
+}
+
+void Journal::Run::settle(const QVector<Settled> &songs)
+{
+    if (m_id != 0)
+        m_journal.m_file.transaction([&] { return m_journal.settle(songs); });
+}
+
+bool Journal::settle(const QVector<Settled> &songs)
+{
+    QSqlQuery pending = m_file.prepare("DELETE FROM pending WHERE song = ?");
+    QSqlQuery written = m_file.prepare("UPDATE song SET newHash = ? WHERE id = ?");
+    QSqlQuery asBefore = m_file.prepare("DELETE FROM song WHERE id = ?");
+    for (const Settled &song : songs) {
+        pending.bindValue(0, song.entry);
+        QSqlQuery &last = song.newHash.isEmpty() ? asBefore : written;
+        if (!song.newHash.isEmpty())
+            last.bindValue(0, song.newHash);
+        last.bindValue(song.newHash.isEmpty() ? 0 : 1, song.entry);
+        if (!m_file.exec(pending) || !m_file.exec(last))
+            return false;
+    }
+    return true;
+}
+
+/** Forgets runs without songs, and the oldest where there are too many; in a transaction. */
+bool Journal::tidy()
+{
+    constexpr char oldest[] =
+        "WITH size AS (SELECT run, sum(length(oldMiddle)) AS bytes FROM song"
+        " WHERE newHash IS NOT NULL GROUP BY run),"
+        " later AS (SELECT run, count(*) OVER newer AS runs, sum(bytes) OVER newer AS bytes"
+        " FROM size WINDOW newer AS (ORDER BY run DESC))"
+        " DELETE FROM song WHERE newHash IS NOT NULL"
+        " AND run IN (SELECT run FROM later WHERE runs > ? OR (runs > 1 AND bytes > ?))";
+    QSqlQuery query = m_file.prepare(oldest);
+    query.addBindValue(keptRuns);
+    query.addBindValue(keptBytes);
+    return m_file.exec(query)
+        && m_file.exec("DELETE FROM run WHERE id NOT IN (SELECT run FROM song)");
+}
+
+bool Journal::clear()
+{
+    if (!m_file.exists())
+        return true;
+    if (!m_file.open(JournalFile::Access::Write))
+        return false;
+    const bool isDone = m_file.transaction(
+        [this] { return m_file.exec("DELETE FROM song WHERE newHash IS NOT NULL") && tidy(); });
+    m_file.close();
+    return isDone;
+}
+
+// ---- reading
+
+QVector<JournalRun> Journal::runs()
+{
+    QVector<JournalRun> runs;
+    if (!m_file.open(JournalFile::Access::Read))
+        return runs;
+    QSqlQuery query = m_file.prepare(
+        "SELECT run.id, time, what, count(*), max(newHash = (SELECT newHash FROM song AS later"
+        " WHERE later.path = song.path AND newHash IS NOT NULL ORDER BY later.id DESC LIMIT 1))"
+        " FROM run JOIN song ON song.run = run.id WHERE newHash IS NOT NULL"
+        " GROUP BY run.id ORDER BY run.id DESC");
+    if (m_file.exec(query)) {
+        while (query.next())
+            runs.append({query.value(0).toLongLong(),
+                         QDateTime::fromMSecsSinceEpoch(query.value(1).toLongLong()),
+                         query.value(2).toString(), query.value(3).toInt(),
+                         query.value(4).toBool()});
+    }
+    query = QSqlQuery();
+    m_file.close();
+    return runs;
+}
+
+QVector<JournalEntry> Journal::songsOf(qint64 run)
+{
+    QVector<JournalEntry> songs;
+    if (!m_file.open(JournalFile::Access::Read))
+        return songs;
+    QSqlQuery query = m_file.prepare(
+        QByteArray(entryColumns).append("WHERE run = ? AND newHash IS NOT NULL ORDER BY id"));
+    query.addBindValue(run);
+    if (m_file.exec(query)) {
+        while (query.next())
+            songs.append(readEntry(query));
+    }
+    query = QSqlQuery();
+    m_file.close();
+    return songs;
+}
+
+// ---- recovery
+
+void Journal::settleUnfinished(const Decision &decide)
+{
+    if (!m_file.exists() || !m_file.open(JournalFile::Access::Write))
+        return;
+    QVector<QPair<qint64, QString>> runs;
+    QSqlQuery query = m_file.prepare(
+        "SELECT id, lock FROM run WHERE id IN"
+        " (SELECT run FROM song JOIN pending ON pending.song = song.id) ORDER BY id DESC");
+    if (m_file.exec(query)) {
+        while (query.next())
+            runs.append({query.value(0).toLongLong(), query.value(1).toString()});
+    }
+    query = QSqlQuery();
+    for (const auto &run : runs) {
+        const RunLock ended(lockPath(run.second));
+        if (ended.isHeld())
+            settleRun(run.first, decide);
+    }
+    m_file.transaction([this] { return tidy(); });
+    m_file.close();
+}
+
+void Journal::settleRun(qint64 run, const Decision &decide)
+{
+    QVector<JournalEntry> entries;
+    QSqlQuery query = m_file.prepare(
+        QByteArray(entryColumns)
+            .append("JOIN pending ON pending.song = song.id WHERE run = ? ORDER BY id DESC"));
+    query.addBindValue(run);
+    if (m_file.exec(query)) {
+        while (query.next())
+            entries.append(readEntry(query));
+    }
+    query = QSqlQuery();
+    for (JournalEntry &entry : entries) {
+        if (!readPending(entry))
+            return;
+        const std::optional<QByteArray> newHash = decide(entry);
+        const bool isStored = newHash ? m_file.transaction([&] {
+            return settle({{entry.id, *newHash}});
+        })
+                                      : storeTold(entry);
+        if (!isStored)
+            return;
+    }
+}
+
+/** One song at a time: it may be large. */
+bool Journal::readPending(JournalEntry &entry)
+{
+    QSqlQuery query =
+        m_file.prepare("SELECT isTold, temporary, newMiddle, oldBytes FROM pending WHERE song = ?");
+    query.addBindValue(entry.id);
+    if (!m_file.exec(query) || !query.next())
+        return false;
+    int column = 0;
+    entry.isTold = query.value(column++).toBool();
+    entry.temporary = query.value(column++).toString();
+    entry.splice.newMiddle = query.value(column++).toByteArray();
+    entry.oldBytes = query.value(column++).toByteArray();
+    return true;
+}
+
+bool Journal::storeTold(const JournalEntry &entry)
+{
+    QSqlQuery query = m_file.prepare("UPDATE pending SET isTold = ? WHERE song = ?");
+    query.addBindValue(entry.isTold);
+    query.addBindValue(entry.id);
+    return m_file.exec(query);
+}
+
+} // namespace tarvel4

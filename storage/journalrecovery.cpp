@@ -1,0 +1,170 @@
+#include "storage/journalrecovery.h"
+
+#include "storage/contenthash.h"
+#include "storage/journal.h"
+#include "storage/regularfile.h"
+#include "storage/savebatch.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace tarvel4 {
+
+namespace {
+
+using Recovery::Result;
+
+/** True for what a save that was cut short leaves of a song in its own place: each byte is that of
+ * the old or of the new bytes. Where the file grew, a medium may hold anything until it is written.
+ */
+bool isTorn(const QByteArray &bytes, const QByteArray &oldBytes, const QByteArray &newBytes)
+{
+    if (bytes.size() > qMax(oldBytes.size(), newBytes.size()))
+        return false;
+    const int explained = qMin(bytes.size(), oldBytes.size());
+    for (int i = 0; i < explained; ++i) {
+        const char byte = bytes.at(i);
+        if (byte != oldBytes.at(i) && (i >= newBytes.size() || byte != newBytes.at(i)))
+            return false;
+    }
+    return true;
+}
+
+/** True when the two files go on with the same bytes, until \a count or the end of the first. */
+bool sameBytes(QFile &first, QFile &second, qint64 count)
+{
+    constexpr qint64 blockSize = 1 << 16;
+    while (count > 0) {
+        const QByteArray bytes = first.read(qMin(count, blockSize));
+        if (bytes.isEmpty())
+            break;
+        if (second.read(bytes.size()) != bytes)
+            return false;
+        count -= bytes.size();
+    }
+    return true;
+}
+
+/** True for a new file that did not come to its name: nothing, zeros, or as much of it as was
+ * written. What else has the name is not ours. */
+bool isUnfinished(const JournalEntry &entry)
+{
+    QFile file(entry.temporary);
+    QFile song(entry.path);
+    const QFileInfo info(entry.temporary);
+    if (!info.isFile() || info.isSymLink() || info.size() > entry.newSize
+        || !file.open(QIODevice::ReadOnly) || !song.open(QIODevice::ReadOnly))
+        return false;
+    if (Recovery::isBlank(entry.temporary))
+        return true;
+    const Splice &splice = entry.splice;
+    if (!sameBytes(file, song, splice.prefix))
+        return false;
+    const QByteArray middle = file.read(splice.newMiddle.size());
+    return splice.newMiddle.startsWith(middle) && song.seek(splice.prefix + splice.oldMiddle.size())
+        && sameBytes(file, song, splice.suffix);
+}
+
+/** Of a file that is replaced as a whole: its size and what stands where the two differ. */
+bool holds(const JournalEntry &entry, qint64 size, const QByteArray &middle)
+{
+    QFile file(entry.path);
+    return file.open(QIODevice::ReadOnly) && file.size() == size && file.seek(entry.splice.prefix)
+        && file.read(middle.size()) == middle;
+}
+
+class Deciding
+{
+public:
+    Deciding(Disk &disk, const Recovery::IsSong &isSong, const Recovery::Report &report)
+        : m_disk(disk)
+        , m_isSong(isSong)
+        , m_report(report)
+    {}
+
+    std::optional<QByteArray> operator()(JournalEntry &entry) const
+    {
+        const Result setAside = Recovery::recover(m_disk, entry.path, m_isSong);
+        if (setAside != Result::NoneThere)
+            m_report(entry.path, setAside, {});
+        const Outcome readable = RegularFile(entry.path).outcome();
+        if (!readable)
+            return waiting(entry, readable);
+        const std::optional<QByteArray> settled =
+            entry.way == FileChange::Way::Beside ? beside(entry) : inPlace(entry);
+        if (!settled)
+            return settled;
+        // What was only in the system's memory when the run ended must not be lost now.
+        const Outcome flushed = m_disk.syncAll({entry.path});
+        return flushed ? settled : waiting(entry, flushed);
+    }
+
+private:
+    std::optional<QByteArray> beside(const JournalEntry &entry) const
+    {
+        if (!entry.temporary.isEmpty() && isUnfinished(entry))
+            m_disk.remove(entry.temporary);
+        if (holds(entry, entry.newSize, entry.splice.newMiddle)) {
+            Outcome outcome;
+            return ContentHash::ofFile(entry.path, outcome);
+        }
+        if (!holds(entry, entry.oldSize, entry.splice.oldMiddle))
+            m_report(entry.path, Result::ChangedSince, {});
+        return QByteArray();
+    }
+
+    std::optional<QByteArray> inPlace(JournalEntry &entry) const
+    {
+        RegularFile file(entry.path);
+        QByteArray bytes;
+        if (const Outcome read = file.readUpTo(file.size(), bytes); !read)
+            return waiting(entry, read);
+        if (bytes == entry.oldBytes)
+            return QByteArray();
+        const QByteArray newBytes = entry.splice.newOf(entry.oldBytes);
+        if (bytes == newBytes) {
+            ContentHash hash;
+            hash.add(bytes);
+            return hash.result();
+        }
+        if (!isTorn(bytes, entry.oldBytes, newBytes) && m_isSong(entry.path)) {
+            m_report(entry.path, Result::ChangedSince, {});
+            return QByteArray();
+        }
+        Outcome outcome;
+        SaveBatch batch(m_disk);
+        batch.add(entry.path, {}, {FileChange::Way::InPlace, bytes, entry.oldBytes, 0, nullptr},
+                  [&outcome](const Outcome &saved) { outcome = saved; });
+        batch.commit();
+        if (!outcome)
+            return waiting(entry, outcome);
+        qDebug() << "[JournalRecovery] the old bytes are back:" << entry.path;
+        m_report(entry.path, Result::PutBack, {});
+        return QByteArray();
+    }
+
+    std::optional<QByteArray> waiting(JournalEntry &entry, const Outcome &cause) const
+    {
+        if (!entry.isTold)
+            m_report(entry.path, Result::Waits, cause);
+        entry.isTold = true;
+        return std::nullopt;
+    }
+
+    Disk &m_disk;
+    const Recovery::IsSong &m_isSong;
+    const Recovery::Report &m_report;
+};
+
+} // namespace
+
+void JournalRecovery::recover(Journal &journal, Disk &disk, const Recovery::IsSong &isSong,
+                              const Recovery::Report &report)
+{
+    journal.settleUnfinished(Deciding(disk, isSong, report));
+}
+
+} // namespace tarvel4
