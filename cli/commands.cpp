@@ -7,8 +7,9 @@ namespace tarvel4 {
 
 QVector<Command> allCommands()
 {
-    return {infoCommand(),  editCommand(), syncCommand(),    backupCommand(),   transferCommand(),
-            indexCommand(), listCommand(), extractCommand(), catalogueCommand()};
+    return {infoCommand(),  editCommand(),    syncCommand(),    historyCommand(),
+            undoCommand(),  restoreCommand(), backupCommand(),  transferCommand(),
+            indexCommand(), listCommand(),    extractCommand(), catalogueCommand()};
 }
 
 Option recursiveOption()

@@ -16,6 +16,7 @@ enum class SongResult {
     Read, ///< imported
     Updated, ///< from the catalogue; in a dry run: would be
     Edited,
+    Restored, ///< has earlier bytes again; in a dry run: would
     Copied,
     Kept, ///< not copied, as the user chose
     NotFound, ///< not in the catalogue: an answer, no failure

@@ -3,7 +3,6 @@
 #include "storage/runlock.h"
 
 #include <QDir>
-#include <QUuid>
 
 namespace tarvel4 {
 
@@ -83,8 +82,7 @@ bool Journal::Run::begin()
 {
     if (!m_journal.m_file.open(JournalFile::Access::Write))
         return false;
-    m_lockName = QLatin1String("run-") + QUuid::createUuid().toString(QUuid::WithoutBraces)
-        + QLatin1String(".lock");
+    m_lockName = RunLock::newName();
     m_lock = std::make_unique<RunLock>(m_journal.lockPath(m_lockName));
     if (m_lock->isHeld())
         return true;
@@ -221,17 +219,21 @@ bool Journal::clear()
 
 // ---- reading
 
-QVector<JournalRun> Journal::runs()
+std::optional<QVector<JournalRun>> Journal::runs()
 {
     QVector<JournalRun> runs;
-    if (!m_file.open(JournalFile::Access::Read))
+    if (!m_file.exists())
         return runs;
+    if (!m_file.open(JournalFile::Access::Read))
+        return std::nullopt;
     QSqlQuery query = m_file.prepare(
-        "SELECT run.id, time, what, count(*), max(newHash = (SELECT newHash FROM song AS later"
+        "SELECT run.id, time, what, count(DISTINCT path), max(newHash = (SELECT newHash FROM song "
+        "AS later"
         " WHERE later.path = song.path AND newHash IS NOT NULL ORDER BY later.id DESC LIMIT 1))"
         " FROM run JOIN song ON song.run = run.id WHERE newHash IS NOT NULL"
         " GROUP BY run.id ORDER BY run.id DESC");
-    if (m_file.exec(query)) {
+    const bool isRead = m_file.exec(query);
+    if (isRead) {
         while (query.next())
             runs.append({query.value(0).toLongLong(),
                          QDateTime::fromMSecsSinceEpoch(query.value(1).toLongLong()),
@@ -240,7 +242,7 @@ QVector<JournalRun> Journal::runs()
     }
     query = QSqlQuery();
     m_file.close();
-    return runs;
+    return isRead ? std::make_optional(runs) : std::nullopt;
 }
 
 QVector<JournalEntry> Journal::songsOf(qint64 run)
@@ -282,6 +284,7 @@ void Journal::settleUnfinished(const Decision &decide)
     }
     m_file.transaction([this] { return tidy(); });
     m_file.close();
+    RunLock::removeEnded(m_file.folder());
 }
 
 void Journal::settleRun(qint64 run, const Decision &decide)

@@ -94,8 +94,9 @@ public:
         bool m_hasFailed = false;
     };
 
-    /** Runs that wrote songs, the newest first. */
-    QVector<JournalRun> runs();
+    /** Runs that wrote songs, the newest first; nothing, and the user is told why, where the
+     * journal can't be read. */
+    std::optional<QVector<JournalRun>> runs();
     /** The songs that a run wrote, in their order; empty where there is no such run. */
     QVector<JournalEntry> songsOf(qint64 run);
     /** Forgets every run; what is not settled stays. False when it could not. */

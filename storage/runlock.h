@@ -16,6 +16,12 @@ public:
     /** False where another run, of this program too, holds it, or the file can't be made. */
     bool isHeld() const { return m_isHeld; }
 
+    /** A name that no other run's lock has. */
+    static QString newName();
+
+    /** Removes what runs that were killed left in \a folder. */
+    static void removeEnded(const QString &folder);
+
 private:
     QString m_path;
     QString m_connection;

@@ -1,0 +1,117 @@
+#include "cli/command.h"
+#include "cli/songpaths.h"
+#include "cli/songrecord.h"
+#include "cli/texts.h"
+#include "library/recoveryjob.h"
+#include "library/undojob.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace tarvel4 {
+
+namespace {
+
+Option dryRunOption()
+{
+    return {"dry-run", Option::Flag, nullptr,
+            QT_TRANSLATE_NOOP("Cli", "mostra che cosa cambierebbe e non scrive nulla")};
+}
+
+/** Writes the record of a song, by the path that the user knows it by. */
+void report(Session &session, const QString &path, const SongOutcome &song, bool isDryRun)
+{
+    Record record = session.records.begin();
+    record.addText("path", path);
+    if (song.isFailure()) {
+        sayFailure(session, path, song.cause);
+        record.addText("status", QStringLiteral("failed"));
+        addFailure(record, song.cause);
+    } else {
+        record.addText("status",
+                       isDryRun ? QStringLiteral("would-restore") : QStringLiteral("restored"));
+        addSong(record, path, song.after);
+    }
+    session.records.write(record);
+}
+
+ExitStatus runUndo(const Arguments &arguments, Session &session)
+{
+    const bool isDryRun = arguments.has("dry-run");
+    if (!isDryRun)
+        RecoveryJob(session.host).finishSaves(session.journal);
+    const auto runs = session.journal.runs();
+    if (!runs)
+        return ExitStatus::Failed;
+    const QString given = arguments.operands().value(0);
+    const auto run =
+        std::find_if(runs->begin(), runs->end(), [&given](const JournalRun &candidate) {
+            return given.isEmpty() || given == QString::number(candidate.id);
+        });
+    if (run == runs->end())
+        return given.isEmpty()
+            ? jobFailed(session, Cli::tr("non c'è nulla da annullare"))
+            : wrongUsage(session, Cli::tr("nessuna modifica ha il numero %1").arg(given));
+
+    SaveRun saves(Disk::real(), &session.journal, QStringLiteral("undo"));
+    const UndoSummary summary =
+        UndoJob(session.host, saves, isDryRun)
+            .undo(session.journal.songsOf(run->id),
+                  [&](const SongOutcome &song) { report(session, song.path, song, isDryRun); });
+    return summary.failed > 0 ? ExitStatus::SomeFailed : ExitStatus::Done;
+}
+
+ExitStatus runRestore(const Arguments &arguments, Session &session)
+{
+    if (!arguments.has("from"))
+        return wrongUsage(session, Cli::tr("manca --from BACKUP"));
+    const QString backup = arguments.value("from");
+    const bool isDryRun = arguments.has("dry-run");
+    if (!QFileInfo(Arguments::onDisk(backup)).isDir())
+        return notAFolder(session, backup);
+    SongPaths paths(session);
+    const bool isRecursive = arguments.has("recursive");
+    if (!(isDryRun ? paths.collect(arguments.operands(), isRecursive)
+                   : paths.recoverAndCollect(arguments.operands(), isRecursive)))
+        return ExitStatus::Failed;
+    paths.removeRepeats();
+
+    SaveRun saves(Disk::real(), &session.journal, QStringLiteral("restore"));
+    int next = 0;
+    const UndoSummary summary =
+        UndoJob(session.host, saves, isDryRun)
+            .restore(paths.files(), Arguments::onDisk(backup), [&](const SongOutcome &song) {
+                report(session, paths.songs().at(next++).given, song, isDryRun);
+            });
+    return summary.failed > 0 || paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
+}
+
+} // namespace
+
+Command undoCommand()
+{
+    return {
+        "undo",
+        "[RUN]",
+        QT_TRANSLATE_NOOP("Cli", "Rimette le song com'erano prima di una modifica, byte per byte."),
+        {dryRunOption()},
+        0,
+        1,
+        runUndo};
+}
+
+Command restoreCommand()
+{
+    return {"restore",
+            "PATH...",
+            QT_TRANSLATE_NOOP("Cli", "Rimette le song come sono in un backup."),
+            {{"from", Option::Path, "BACKUP", QT_TRANSLATE_NOOP("Cli", "cartella del backup")},
+             dryRunOption(),
+             recursiveOption()},
+            1,
+            INT_MAX,
+            runRestore};
+}
+
+} // namespace tarvel4

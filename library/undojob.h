@@ -1,0 +1,62 @@
+#pragma once
+
+#include "library/progress.h"
+#include "library/saverun.h"
+#include "library/songoutcome.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <QVector>
+
+#include <functional>
+
+namespace tarvel4 {
+
+/** What an undo or a restore did. */
+struct UndoSummary
+{
+    int restored = 0;
+    int failed = 0;
+    QStringList problems; ///< one line for each song that failed, "name: cause"
+};
+
+/** Gives songs the bytes back that they had before a run, or that a backup holds. Good for one run,
+ * which the history shows like any other and which can be taken back like any other. */
+class UndoJob
+{
+    Q_DECLARE_TR_FUNCTIONS(UndoJob)
+
+public:
+    /** \a isDryRun: nothing is written, and each outcome is what would become of the song. */
+    UndoJob(Progress &progress, SaveRun &saves, bool isDryRun = false);
+
+    /** Takes back the songs of a run, the last one first, each that still has the bytes that the
+     * run wrote; ChangedMeanwhile for the others. */
+    UndoSummary undo(const QVector<JournalEntry> &songs, const SongObserver &observer);
+
+    /** Gives each song the bytes of the file of its name in the folder \a backup. */
+    UndoSummary restore(const QStringList &paths, const QString &backup,
+                        const SongObserver &observer);
+
+private:
+    /** A song's way back, worked out without touching it. */
+    struct Plan
+    {
+        Outcome outcome;
+        FileStamp stamp;
+        FileChange change;
+        bool isNeeded = true; ///< false where the song has those bytes
+    };
+    using Planner = std::function<Plan(int)>;
+
+    UndoSummary run(const QStringList &paths, const Planner &plan, const SongObserver &observer);
+    void give(const QString &path, const Plan &plan, const SongObserver &tell);
+    static Plan planUndo(const JournalEntry &song);
+    static Plan planRestore(const QString &path, const QString &source);
+
+    Progress &m_progress;
+    SaveRun &m_saves;
+    bool m_isDryRun;
+};
+
+} // namespace tarvel4
