@@ -137,7 +137,7 @@ bool FileBytes::grow(QByteArray &bytes, qint64 size)
 
 bool FileBytes::readUpTo(QFileDevice &file, qint64 size, QByteArray &bytes)
 {
-    const int begun = bytes.size();
+    const qint64 begun = bytes.size();
     return size <= begun
         || (grow(bytes, size) && file.read(bytes.data() + begun, size - begun) == size - begun);
 }

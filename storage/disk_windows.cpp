@@ -1,0 +1,296 @@
+#include "storage/disk.h"
+
+#include "storage/systemerror.h"
+#include "storage/writepermission.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDevice>
+#include <QFileInfo>
+#include <QHash>
+#include <QVector>
+
+#include <array>
+#include <optional>
+
+#include <windows.h>
+
+#include <io.h>
+
+namespace tarvel4 {
+
+using SystemError::outcomeOf;
+
+namespace {
+
+/** A handle of the system's, open as long as this is there. */
+class Handle
+{
+public:
+    explicit Handle(HANDLE handle)
+        : m_handle(handle)
+    {}
+    ~Handle()
+    {
+        if (isOpen())
+            CloseHandle(m_handle);
+    }
+    Q_DISABLE_COPY(Handle)
+
+    bool isOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
+    HANDLE get() const { return m_handle; }
+
+private:
+    HANDLE m_handle;
+};
+
+QString native(const QString &path)
+{
+    return QDir::toNativeSeparators(path);
+}
+
+const wchar_t *wide(const QString &path)
+{
+    return reinterpret_cast<const wchar_t *>(path.utf16());
+}
+
+HANDLE openToWrite(const QString &path, DWORD disposition, DWORD flags = FILE_ATTRIBUTE_NORMAL)
+{
+    constexpr DWORD sharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    return CreateFileW(wide(native(path)), GENERIC_WRITE, sharedByAll, nullptr, disposition, flags,
+                       nullptr);
+}
+
+Outcome::Code codeOf(DWORD error, bool isWriting)
+{
+    constexpr DWORD diskQuotaExceeded = 1295; // not in every compiler's headers
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_BAD_NETPATH:
+        return Outcome::Code::NotFound;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_PRIVILEGE_NOT_HELD:
+        return isWriting ? Outcome::Code::WriteDenied : Outcome::Code::ReadDenied;
+    case ERROR_WRITE_PROTECT:
+        return Outcome::Code::ReadOnlyVolume;
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+    case diskQuotaExceeded:
+        return Outcome::Code::NoRoom;
+    case ERROR_FILE_TOO_LARGE:
+        return Outcome::Code::TooLarge;
+    case ERROR_FILENAME_EXCED_RANGE:
+        return Outcome::Code::NameTooLong;
+    case ERROR_FILE_EXISTS:
+    case ERROR_ALREADY_EXISTS:
+        return Outcome::Code::AlreadyExists;
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_BUSY:
+        return Outcome::Code::InUse;
+    default:
+        return Outcome::Code::MediumFailed;
+    }
+}
+
+/** Some file systems have nothing to flush for a volume or a folder, and say so. */
+bool hasNothingToFlush(DWORD error)
+{
+    return error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED
+        || error == ERROR_INVALID_PARAMETER;
+}
+
+Outcome flushFile(const QString &path)
+{
+    const WritePermission permission(path); // what is read-only can't be opened to be flushed
+    const Handle file(openToWrite(path, OPEN_EXISTING));
+    return outcomeOf(file.isOpen() && FlushFileBuffers(file.get()) != 0, path);
+}
+
+Outcome flushFolder(const QString &folder)
+{
+    const Handle handle(openToWrite(folder, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    if (!handle.isOpen())
+        return outcomeOf(false, folder);
+    return outcomeOf(FlushFileBuffers(handle.get()) != 0 || hasNothingToFlush(GetLastError()),
+                     folder);
+}
+
+/** Where the volume of a path is mounted, with a backslash at its end: "C:\", or a folder. */
+QString mountPointOf(const QString &path)
+{
+    const QString absolute = native(QFileInfo(path).absoluteFilePath());
+    QVector<wchar_t> buffer(absolute.size() + MAX_PATH);
+    if (!GetVolumePathNameW(wide(absolute), buffer.data(), static_cast<DWORD>(buffer.size())))
+        return {};
+    return QString::fromWCharArray(buffer.constData());
+}
+
+/** The name by which the volume itself is opened; empty where it has none, as on the network. */
+QString deviceOf(const QString &mountPoint)
+{
+    constexpr int driveSize = 3;
+    if (mountPoint.size() == driveSize && mountPoint.at(1) == QLatin1Char(':'))
+        return QLatin1String("\\\\.\\") + mountPoint.left(2);
+    std::array<wchar_t, MAX_PATH> name{};
+    if (!GetVolumeNameForVolumeMountPointW(wide(mountPoint), name.data(),
+                                           static_cast<DWORD>(name.size())))
+        return {};
+    const QString device = QString::fromWCharArray(name.data());
+    return device.left(device.size() - 1);
+}
+
+/** Flushes all files and names of a volume; nothing where the system does not allow that, which it
+ * does to few users. */
+std::optional<Outcome> flushVolume(const QString &mountPoint)
+{
+    const QString device = deviceOf(mountPoint);
+    if (device.isEmpty())
+        return {};
+    const Handle volume(openToWrite(device, OPEN_EXISTING));
+    if (!volume.isOpen())
+        return {};
+    if (FlushFileBuffers(volume.get()))
+        return Outcome();
+    const DWORD error = GetLastError();
+    if (error == ERROR_ACCESS_DENIED || hasNothingToFlush(error))
+        return {};
+    return outcomeOf(false, mountPoint);
+}
+
+/** Waits until the names in these folders are on the medium. */
+Outcome flushFolders(const QStringList &folders)
+{
+    Outcome outcome;
+    QHash<QString, std::optional<Outcome>> volumes;
+    for (const QString &folder : folders) {
+        const QString mountPoint = mountPointOf(folder);
+        auto volume = volumes.find(mountPoint);
+        if (volume == volumes.end())
+            volume = volumes.insert(mountPoint, flushVolume(mountPoint));
+        Outcome flushed = volume->has_value() ? **volume : flushFolder(folder);
+        if (flushed && !QFileInfo(folder).isDir())
+            flushed = {Outcome::Code::NotFound, folder, {}, {}};
+        if (outcome)
+            outcome = flushed;
+    }
+    return outcome;
+}
+
+/** Opens \a file by its name, which it keeps, after a call whose error the system tells. */
+Outcome openAs(QFile &file, DWORD disposition)
+{
+    const QString path = file.fileName();
+    if (const Handle handle(openToWrite(path, disposition)); !handle.isOpen()) {
+        const Outcome denied = outcomeOf(false, path);
+        return disposition != CREATE_NEW && QFileInfo(path).isDir()
+            ? Outcome{Outcome::Code::NotAFile, path, {}, {}}
+            : denied;
+    }
+    SystemError::presumeFailedMedium();
+    return outcomeOf(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered), path);
+}
+
+} // namespace
+
+void SystemError::presumeFullDisk()
+{
+    SetLastError(ERROR_DISK_FULL);
+}
+
+void SystemError::presumeFailedMedium()
+{
+    SetLastError(ERROR_IO_DEVICE);
+}
+
+Outcome SystemError::outcomeOf(bool isDone, const QString &path, bool isWriting)
+{
+    if (isDone)
+        return {Outcome::Code::Done, path, {}, {}};
+    const DWORD error = GetLastError();
+    const Outcome::Code code = codeOf(error, isWriting);
+    const bool isTold = code == Outcome::Code::MediumFailed;
+    return {code, path, isTold ? qt_error_string(static_cast<int>(error)) : QString(), {}};
+}
+
+Outcome Disk::openForWriting(QFile &file)
+{
+    const QString path = file.fileName();
+    if (QFileInfo(path).isSymLink() && !remove(path))
+        return {Outcome::Code::LinkOutOfMemory, path, {}, {}};
+    return openAs(file, OPEN_ALWAYS);
+}
+
+Outcome Disk::createNew(QFile &file)
+{
+    return openAs(file, CREATE_NEW);
+}
+
+Outcome Disk::copyRange(QFileDevice &from, QFileDevice &to, qint64 size)
+{
+    return copyBlocks(from, to, size);
+}
+
+Outcome Disk::reserve(QFileDevice &file, qint64 size)
+{
+    return growWithZeros(file, size);
+}
+
+Outcome Disk::sync(QFileDevice &file)
+{
+    if (!file.flush())
+        return outcomeOf(false, file.fileName());
+    const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
+    return outcomeOf(FlushFileBuffers(handle) != 0, file.fileName());
+}
+
+Outcome Disk::syncFolder(const QString &path)
+{
+    return flushFolders({QFileInfo(path).absolutePath()});
+}
+
+Outcome Disk::syncAll(const QStringList &paths)
+{
+    Outcome outcome;
+    QStringList folders;
+    for (const QString &path : paths) {
+        const QFileInfo info(path);
+        folders.append(info.isDir() ? info.absoluteFilePath() : info.absolutePath());
+        if (info.isSymLink() && info.isFile())
+            folders.append(info.canonicalPath());
+        if (!info.isFile())
+            continue;
+        const Outcome flushed = flushFile(path);
+        if (outcome)
+            outcome = flushed;
+    }
+    folders.removeDuplicates();
+    const Outcome named = flushFolders(folders);
+    return outcome ? named : outcome;
+}
+
+void Disk::inherit(QFileDevice &file, const QFileDevice &model)
+{
+    file.setPermissions(model.permissions());
+}
+
+Outcome Disk::rename(const QString &from, const QString &to)
+{
+    constexpr DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    return outcomeOf(MoveFileExW(wide(native(from)), wide(native(to)), flags) != 0, to);
+}
+
+bool Disk::losesReplacedFiles(const QString &path) const
+{
+    std::array<wchar_t, MAX_PATH> name{};
+    if (!GetVolumeInformationW(wide(mountPointOf(path)), nullptr, 0, nullptr, nullptr, nullptr,
+                               name.data(), static_cast<DWORD>(name.size())))
+        return false;
+    const QString fileSystem = QString::fromWCharArray(name.data());
+    return fileSystem.startsWith(QLatin1String("FAT"), Qt::CaseInsensitive)
+        || fileSystem.compare(QLatin1String("exFAT"), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace tarvel4
