@@ -351,16 +351,6 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo::exists(path(name)), !code.isEmpty());
     }
 
-    void syncs()
-    {
-        QFile file(path("a"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write("x"), static_cast<qint64>(1));
-        QVERIFY(Disk::real().sync(file));
-        QCOMPARE(read(path("a")), QByteArray("x"));
-        QVERIFY(Disk::real().syncFolder(path("a")));
-    }
-
     void inherit()
     {
 #ifndef Q_OS_UNIX
