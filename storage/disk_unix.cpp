@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <map>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -79,17 +79,23 @@ bool isGone(int error)
 /** What can be opened of a volume, one of it as good as the other. */
 struct Volume
 {
+    dev_t device;
     QString path; ///< to blame
     QStringList places;
 };
 
-using Volumes = std::map<dev_t, Volume>;
+using Volumes = std::vector<Volume>; // in the order of their first paths
 
 /** Adds the volume of a file's bytes and that of its name, which a link holds apart. */
 Outcome addVolumes(const QString &path, Volumes &volumes)
 {
     const auto add = [&](dev_t device, const QString &place) {
-        volumes.try_emplace(device, Volume{path, {}}).first->second.places.append(place);
+        auto volume = std::find_if(volumes.begin(), volumes.end(), [device](const Volume &other) {
+            return other.device == device;
+        });
+        if (volume == volumes.end())
+            volume = volumes.insert(volumes.end(), {device, path, {}});
+        volume->places.append(place);
     };
     struct stat status = {};
     const bool isThere = stat(QFile::encodeName(path).constData(), &status) == 0;
@@ -107,12 +113,24 @@ Outcome addVolumes(const QString &path, Volumes &volumes)
     return {};
 }
 
+/** Opens \a place if it is still on its volume, which may have been taken out meanwhile. */
+int openOn(dev_t device, const QString &place)
+{
+    struct stat status = {};
+    const int fd = openToFlush(place);
+    if (fd < 0 || (fstat(fd, &status) == 0 && status.st_dev == device))
+        return fd;
+    close(fd);
+    errno = ENOENT;
+    return -1;
+}
+
 Outcome flushVolume(const Volume &volume)
 {
     int fd = -1;
     errno = EACCES;
-    for (int i = 0; i < volume.places.size() && fd < 0 && errno == EACCES; ++i)
-        fd = openToFlush(volume.places.at(i));
+    for (int i = 0; i < volume.places.size() && fd < 0 && (errno == EACCES || isGone(errno)); ++i)
+        fd = openOn(volume.device, volume.places.at(i));
     return flushAndClose(fd, volume.path, syncfs);
 }
 
@@ -178,9 +196,6 @@ Outcome Disk::copyRange(QFileDevice &from, QFileDevice &to, qint64 size)
 {
     qint64 left = size;
 #ifdef Q_OS_LINUX
-    SystemError::presumeFullDisk();
-    if (!to.flush())
-        return outcomeOf(false, to.fileName());
     off64_t source = from.pos();
     off64_t target = to.pos();
     ssize_t count = 1;
@@ -191,7 +206,7 @@ Outcome Disk::copyRange(QFileDevice &from, QFileDevice &to, qint64 size)
     }
     if (count < 0 && (errno == ENOSPC || errno == EDQUOT || errno == EFBIG))
         return outcomeOf(false, to.fileName());
-    // The system's call moves neither file on.
+    // The system's call moves neither file on; what waits in a buffer is written here, too.
     SystemError::presumeFailedMedium();
     if (!from.seek(source) || !to.seek(target))
         return outcomeOf(false, to.fileName());
@@ -248,8 +263,8 @@ Outcome Disk::syncAll(const QStringList &paths)
     };
     for (const QString &path : paths)
         keepFailure(addVolumes(path, volumes));
-    for (const auto &volume : volumes)
-        keepFailure(flushVolume(volume.second));
+    for (const Volume &volume : volumes)
+        keepFailure(flushVolume(volume));
     return outcome;
 }
 
