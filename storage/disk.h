@@ -58,7 +58,7 @@ public:
 
     /**
      * Waits until these files' bytes and their names are on the medium; a file that is gone counts
-     * by its removed name, a folder with all that is in it. Each volume among them is flushed once
+     * by its removed name, a folder by the names in it. Each volume among them is flushed once
      * where the system can do that, and what else is on it then waits, too; a single file is
      * flushed by itself. A failure keeps none of the others from being flushed.
      */

@@ -58,14 +58,13 @@ Outcome flushAndClose(int fd, const QString &path, int (*flush)(int))
     return outcome;
 }
 
-Outcome flushFolderOf(const QString &path)
+Outcome flushFolder(const QString &folder)
 {
     // Some file systems have nothing to flush for a folder, and say so with EINVAL.
     const auto flush = [](int fd) {
         const int result = flushFile(fd);
         return result < 0 && errno == EINVAL ? 0 : result;
     };
-    const QString folder = QFileInfo(path).absolutePath();
     return flushAndClose(openToFlush(folder), folder, flush);
 }
 
@@ -238,7 +237,7 @@ Outcome Disk::sync(QFileDevice &file)
 
 Outcome Disk::syncFolder(const QString &path)
 {
-    return flushFolderOf(path);
+    return flushFolder(QFileInfo(path).absolutePath());
 }
 
 #ifdef Q_OS_LINUX
@@ -252,7 +251,7 @@ Outcome Disk::syncAll(const QStringList &paths)
         const int fd = openToFlush(paths.first());
         if (fd >= 0) {
             Outcome flushed = flushAndClose(fd, paths.first(), flushFile);
-            return flushed ? flushFolderOf(paths.first()) : flushed;
+            return flushed ? syncFolder(paths.first()) : flushed;
         }
     }
     Volumes volumes;
@@ -281,18 +280,20 @@ Outcome Disk::syncAll(const QStringList &paths)
     for (const QString &path : paths) {
         struct stat status = {};
         const QFileInfo info(path);
-        folders.append(path);
+        folders.append(info.absolutePath());
         if (stat(QFile::encodeName(path).constData(), &status) != 0) {
             if (!isGone(errno))
                 keepFailure(outcomeOf(false, path));
-        } else if (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) {
-            if (info.isSymLink())
-                folders.append(info.canonicalFilePath());
+        } else if (S_ISDIR(status.st_mode)) {
+            folders.append(info.absoluteFilePath());
+        } else if (S_ISREG(status.st_mode)) {
+            folders.append(QFileInfo(info.canonicalFilePath()).path()); // a link's file's
             keepFailure(flushAndClose(openToFlush(path), path, flushFile));
         }
     }
-    for (const QString &path : folders)
-        keepFailure(flushFolderOf(path));
+    folders.removeDuplicates();
+    for (const QString &folder : folders)
+        keepFailure(flushFolder(folder));
     return outcome;
 }
 
