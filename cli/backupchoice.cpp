@@ -32,6 +32,9 @@ void sayWhyNoBackup(Session &session, const BackupSummary &summary, const QStrin
 {
     if (!summary.cause)
         jobFailed(session, dir, summary.cause);
+    if (!summary.incompleteFolder.isEmpty())
+        session.host.say(
+            Cli::tr("%1: qui resta il backup incompleto").arg(summary.incompleteFolder));
 }
 
 } // namespace tarvel4

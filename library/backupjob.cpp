@@ -5,11 +5,56 @@
 #include "library/questions.h"
 #include "library/songpath.h"
 #include "library/workflowlog.h"
+#include "storage/nativepath.h"
 
 #include <QDebug>
 #include <QHash>
 
+#include <filesystem>
+
 namespace tarvel4 {
+
+namespace {
+
+/** What a backup's folder is called until it is whole; FAT and Windows take each letter of it. */
+QString incompleteName(const QString &destination)
+{
+    return destination + QLatin1String(" (incomplete)");
+}
+
+/** True for anything of that name, a link that leads nowhere included. */
+bool exists(const QString &path)
+{
+    std::error_code error;
+    return std::filesystem::exists(std::filesystem::symlink_status(nativePath(path), error));
+}
+
+/** False where the folder holds anything. */
+bool removeEmpty(const QString &folder)
+{
+    std::error_code error;
+    return std::filesystem::remove(nativePath(folder), error);
+}
+
+/** Makes the folder under its incomplete name, where none has either name. */
+Outcome makeFolder(const QString &destination)
+{
+    const QString folder = incompleteName(destination);
+    Outcome made = CopyBatch::makeFolder(folder);
+    if (made == Outcome::Code::AlreadyExists)
+        return made;
+    if (!made) {
+        made.path = destination;
+        return made;
+    }
+    // In this order two programs can't both find the names free.
+    if (!exists(destination))
+        return {};
+    removeEmpty(folder);
+    return {Outcome::Code::AlreadyExists, destination, {}, {}};
+}
+
+} // namespace
 
 BackupJob::BackupJob(Progress &progress, Questions &questions, Messages &messages, Disk &disk,
                      Clock clock)
@@ -37,15 +82,17 @@ BackupSummary BackupJob::run(const QStringList &paths)
     const QString destination = choice.folder + QLatin1String("/backup_kvaro_")
         + m_clock().toString(QStringLiteral("yyyy_MM_dd_hh-mm-ss"));
     qDebug() << "Making new root backup dir:" << destination;
-    summary.cause = CopyBatch::makeFolder(destination);
+    summary.cause = makeFolder(destination);
     if (!summary.cause) {
         qDebug() << "Dest root dir creation failed";
         fail({summary.cause.message()});
         return summary;
     }
     summary.songs = copyInto(destination, paths);
-    if (!summary.songs.isComplete()) {
-        fail(summary.songs.details());
+    if (summary.songs.isComplete())
+        summary.cause = publish(destination);
+    if (!summary.songs.isComplete() || !summary.cause) {
+        failIncomplete(destination, summary);
         return summary;
     }
     summary.mayProceed = true;
@@ -69,17 +116,48 @@ QVector<QPair<QString, QString>> BackupJob::sameNames(const QStringList &paths)
     return pairs;
 }
 
-CopySummary BackupJob::copyInto(const QString &folder, const QStringList &paths)
+CopySummary BackupJob::copyInto(const QString &destination, const QStringList &paths)
 {
     m_progress.beginProgress(
         {tr("Backup"), tr("Eseguo backup dellla libreria..."), tr("Interrompi")}, paths.size());
-    const CopySummary summary =
-        FileCopier(m_progress, m_questions, m_messages, m_disk, m_observer).copy(paths, folder);
+    const CopySummary summary = FileCopier(m_progress, m_questions, m_messages, m_disk, m_observer)
+                                    .copy(paths, incompleteName(destination), destination);
     m_progress.endProgress();
     // Two songs of one name: the user's answers decide which the folder holds, and the log says so.
     for (const QString &path : summary.displaced)
         qDebug() << "[BACKUP] WARNING: not in the backup, as chosen:" << path;
     return summary;
+}
+
+/** Gives the folder, whose songs are on the medium, its name. */
+Outcome BackupJob::publish(const QString &destination)
+{
+    const QString folder = incompleteName(destination);
+    if (exists(destination))
+        return {Outcome::Code::AlreadyExists, destination, {}, {}};
+    Outcome named = m_disk.replace(folder, destination);
+    if (named) {
+        named = m_disk.syncFolder(destination);
+        if (!named)
+            m_disk.replace(destination, folder);
+    }
+    named.path = destination;
+    return named;
+}
+
+/** Leaves what was copied, under the name that tells it from a backup, and says where. */
+void BackupJob::failIncomplete(const QString &destination, BackupSummary &summary)
+{
+    QStringList details = summary.songs.details();
+    if (!summary.cause)
+        details += summary.cause.message();
+    const QString folder = incompleteName(destination);
+    if (exists(folder) && !removeEmpty(folder)) {
+        qDebug() << "[BACKUP] WARNING: incomplete:" << folder;
+        details += tr("%1: qui resta il backup incompleto").arg(folder);
+        summary.incompleteFolder = folder;
+    }
+    fail(details);
 }
 
 void BackupJob::fail(const QStringList &details)

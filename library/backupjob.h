@@ -17,11 +17,13 @@ struct BackupSummary
 {
     bool mayProceed = false; ///< it is complete, or the user wants none
     QString folder; ///< empty where none was made or it is not complete
-    Outcome cause; ///< why the folder could not be made
+    QString incompleteFolder; ///< what a failed one left of its songs, marked so by its name
+    Outcome cause; ///< why the folder could not be made, filled or given its name
     CopySummary songs;
 };
 
-/** Saves the chosen songs into a new, dated folder before they are rewritten. */
+/** Saves the chosen songs into a new, dated folder before they are rewritten. The folder has its
+ * name only when all of them are on the medium; until then the name says that it is incomplete. */
 class BackupJob
 {
     Q_DECLARE_TR_FUNCTIONS(BackupJob)
@@ -42,7 +44,9 @@ public:
     static QVector<QPair<QString, QString>> sameNames(const QStringList &paths);
 
 private:
-    CopySummary copyInto(const QString &folder, const QStringList &paths);
+    CopySummary copyInto(const QString &destination, const QStringList &paths);
+    Outcome publish(const QString &destination);
+    void failIncomplete(const QString &destination, BackupSummary &summary);
     void fail(const QStringList &details);
 
     Progress &m_progress;

@@ -76,9 +76,11 @@ FileCopier::FileCopier(Progress &progress, Questions &questions, Messages &messa
     , m_observer(std::move(observer))
 {}
 
-CopySummary FileCopier::copy(const QStringList &paths, const QString &destDir)
+CopySummary FileCopier::copy(const QStringList &paths, const QString &destDir,
+                             const QString &finalDir)
 {
     m_paths = paths;
+    m_finalDir = finalDir.isEmpty() ? destDir : finalDir;
     m_results.resize(static_cast<std::size_t>(paths.size()));
     if (paths.isEmpty())
         return m_summary;
@@ -109,8 +111,11 @@ bool FileCopier::copyEach(const QString &destDir, CopyBatch &batch)
         const QString destination =
             destDir + QLatin1Char('/') + SongPath::fileName(m_paths.at(song));
         // required: a song that is in place or kept does not move the progress
-        if (!copySong(song, destination, batch))
+        if (!copySong(song, destination, batch)) {
+            if (m_progress.wasCancelled())
+                return false; // whoever was asked wants no such copy
             continue;
+        }
         if (song + 1 == m_paths.size())
             batch.finish();
         m_progress.setProgress(song + 1);
@@ -126,7 +131,8 @@ bool FileCopier::copySong(int song, const QString &destination, CopyBatch &batch
         setResult(song, SongResult::Copied);
         return false;
     }
-    qDebug() << "Copying file:" << source << "to:" << destination;
+    qDebug() << "Copying file:" << source
+             << "to:" << m_finalDir + QLatin1Char('/') + SongPath::fileName(source);
     if (batch.hasPending(destination))
         batch.commit();
     if (exists(destination) && !mayReplace(source, destination)) {

@@ -41,9 +41,11 @@ public:
 
     /**
      * Copies the songs of \a paths into \a destDir, asking about names that exist there. Moves the
-     * running progress by one a song. Once it returns all is on the medium.
+     * running progress by one a song. Once it returns all is on the medium. The log names the
+     * folder \a finalDir where it will be called so later.
      */
-    CopySummary copy(const QStringList &paths, const QString &destDir);
+    CopySummary copy(const QStringList &paths, const QString &destDir,
+                     const QString &finalDir = {});
 
 private:
     struct Result
@@ -64,6 +66,7 @@ private:
     Disk &m_disk;
     SongObserver m_observer;
     QStringList m_paths;
+    QString m_finalDir;
     std::vector<std::optional<Result>> m_results; ///< by song; some are known before earlier ones
     int m_told = 0; ///< songs that the observer was told of
     CopySummary m_summary;

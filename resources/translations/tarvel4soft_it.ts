@@ -23,6 +23,10 @@
         <source>Backup FALLITO !!!</source>
         <translation>Backup FALLITO !!!</translation>
     </message>
+    <message>
+        <source>%1: qui resta il backup incompleto</source>
+        <translation>%1: qui resta il backup incompleto</translation>
+    </message>
 </context>
 <context>
     <name>Cli</name>
@@ -445,6 +449,10 @@
     <message>
         <source>%1: non è un catalogo, o è danneggiato</source>
         <translation>%1: non è un catalogo, o è danneggiato</translation>
+    </message>
+    <message>
+        <source>%1: qui resta il backup incompleto</source>
+        <translation>%1: qui resta il backup incompleto</translation>
     </message>
 </context>
 <context>

@@ -21,6 +21,7 @@ QDateTime theTime()
 }
 
 const char folderName[] = "backup_kvaro_2016_12_09_07-00-45";
+const char incompleteName[] = "backup_kvaro_2016_12_09_07-00-45 (incomplete)";
 const char failed[] = "critical Backup|Backup FALLITO !!!";
 const char succeeded[] = "information Backup|Backup eseguito correttamente";
 
@@ -39,7 +40,11 @@ private Q_SLOTS:
     void aFolderThatCantBeMadeFails_data();
     void aFolderThatCantBeMadeFails();
     void anImportWithoutSongsGivesAnEmptyFolder();
+    void aCancelledBackupFails_data();
     void aCancelledBackupFails();
+    void theFolderHasItsNameOnlyWhenItIsWhole_data();
+    void theFolderHasItsNameOnlyWhenItIsWhole();
+    void aNameThatIsTakenMeanwhileFails();
     void aFailedCopyFails_data();
     void aFailedCopyFails();
     void sameNamesAreDecidedByTheQuestion_data();
@@ -56,6 +61,12 @@ private:
     BackupSummary backUp(const QStringList &files, Disk &disk = Disk::real())
     {
         return BackupJob(m_host, m_host, m_host, disk, &theTime).run(files);
+    }
+
+    QStringList made() const { return TestFiles::namesIn(m_dir->filePath(text("to"))); }
+    QString whereItIs() const // as the details say it
+    {
+        return to(incompleteName) + text(": qui resta il backup incompleto");
     }
 
     QScopedPointer<QTemporaryDir> m_dir;
@@ -80,7 +91,9 @@ void tst_BackupJob::theBackupHoldsTheChosenSongsFlat()
     const BackupSummary summary = backUp(files);
     QVERIFY(summary.mayProceed);
     QCOMPARE(summary.folder, to(folderName));
+    QCOMPARE(summary.incompleteFolder, QString());
     QCOMPARE(summary.songs.copied, 3);
+    QCOMPARE(made(), strings({folderName}));
     QCOMPARE(TestFiles::namesIn(to(folderName)),
              QStringList({text("a.mid"), text("b.cdg"), text("b.mp3"), text("c.mid")}));
     QCOMPARE(TestFiles::read(to(folderName) + text("/a.mid")), QByteArray("first"));
@@ -128,6 +141,8 @@ void tst_BackupJob::aFolderThatCantBeMadeFails_data()
     QTest::addColumn<QString>("code");
     QTest::newRow("two backups within one second")
         << text("to/") + text(folderName) + text("/old") << text("to") << text("already-exists");
+    QTest::newRow("an incomplete backup of the same second") << text("to/") + text(incompleteName)
+            + text("/old") << text("to") << text("already-exists");
     QTest::newRow("the chosen folder does not exist")
         << QString() << text("to/none") << text("not-found");
     QTest::newRow("the chosen folder is a file")
@@ -143,6 +158,7 @@ void tst_BackupJob::aFolderThatCantBeMadeFails()
     if (!existing.isEmpty())
         TestFiles::write(m_dir->filePath(existing), "old");
     m_host.backupChoice.folder = m_dir->filePath(chosen);
+    const QStringList before = made();
     LogCapture log;
     const BackupSummary summary = backUp({song("a.mid", "x")});
     QVERIFY(!summary.mayProceed);
@@ -152,6 +168,7 @@ void tst_BackupJob::aFolderThatCantBeMadeFails()
                  {text("ask backup"), text(failed) + QLatin1Char('|') + summary.cause.message()}));
     QVERIFY(summary.cause.message().startsWith(m_host.backupChoice.folder + text("/backup_")));
     QCOMPARE(LogCapture::lines().last(), text("Dest root dir creation failed"));
+    QCOMPARE(made(), before);
     if (!existing.isEmpty())
         QCOMPARE(TestFiles::read(m_dir->filePath(existing)), QByteArray("old"));
     QCOMPARE(summary.folder, QString());
@@ -160,19 +177,92 @@ void tst_BackupJob::aFolderThatCantBeMadeFails()
 void tst_BackupJob::anImportWithoutSongsGivesAnEmptyFolder()
 {
     QVERIFY(backUp({}).mayProceed);
-    QVERIFY(QFileInfo(to(folderName)).isDir());
+    QCOMPARE(made(), strings({folderName}));
     QCOMPARE(m_host.events.last(), text(succeeded));
+}
+
+void tst_BackupJob::aCancelledBackupFails_data()
+{
+    QTest::addColumn<int>("cancelAtProgress");
+    QTest::addColumn<QStringList>("left");
+    QTest::newRow("what was copied stays, marked as incomplete") << 1 << strings({incompleteName});
+    QTest::newRow("an empty folder goes") << 0 << QStringList();
 }
 
 void tst_BackupJob::aCancelledBackupFails()
 {
-    m_host.cancelAtProgress = 1;
+    QFETCH(QStringList, left);
+    QFETCH(int, cancelAtProgress);
+    m_host.cancelAtProgress = cancelAtProgress;
+    LogCapture log;
     const BackupSummary summary = backUp({song("a.mid", "x"), song("b.mid", "y")});
     QVERIFY(!summary.mayProceed);
-    QCOMPARE(m_host.events.last(), text(failed));
+    QString event = text(failed);
+    if (!left.isEmpty())
+        event += QLatin1Char('|') + whereItIs();
+    QCOMPARE(m_host.events.last(), event);
     QVERIFY(m_host.events.contains(text("end")));
     QCOMPARE(summary.songs.copied, 0);
     QCOMPARE(summary.folder, QString());
+    QCOMPARE(summary.incompleteFolder, left.isEmpty() ? QString() : to(incompleteName));
+    QCOMPARE(LogCapture::tells({text("WARNING: incomplete"), to(incompleteName)}), !left.isEmpty());
+    QCOMPARE(made(), left);
+    if (!left.isEmpty())
+        QCOMPARE(TestFiles::namesIn(to(incompleteName)), strings({"a.mid"}));
+}
+
+void tst_BackupJob::theFolderHasItsNameOnlyWhenItIsWhole_data()
+{
+    QTest::addColumn<bool>("staysBroken");
+    QTest::newRow("whatever step fails") << false;
+    QTest::newRow("whatever step is the last that the medium does") << true;
+}
+
+void tst_BackupJob::theFolderHasItsNameOnlyWhenItIsWhole()
+{
+    QFETCH(bool, staysBroken);
+    const QStringList files{song("a.mid", "x"), song("b.mp3", "y")};
+    song("b.cdg", "graphics");
+    const QStringList whole = strings({"a.mid", "b.cdg", "b.mp3"});
+    bool isDone = false;
+    int failures = 0;
+    for (int failAt = 1; !isDone; ++failAt) {
+        FailingDisk disk;
+        disk.failAt = failAt;
+        disk.staysBroken = staysBroken;
+        QStringList flushed; // what the incomplete folder held when the medium was flushed last
+        disk.before = [&](const QString &operation, int) {
+            if (operation == text("syncVolume"))
+                flushed = TestFiles::namesIn(to(incompleteName));
+            QVERIFY(!QFileInfo::exists(to(folderName)) || flushed == whole);
+        };
+        const BackupSummary summary = backUp(files, disk);
+        isDone = disk.operations.size() < failAt;
+        failures += summary.mayProceed ? 0 : 1;
+        if (isDone) // nothing relies on a name that a power cut can take back
+            QCOMPARE(disk.operations.mid(disk.operations.size() - 3),
+                     strings({"replace", "rename", "syncFolder"}));
+        QVERIFY(!summary.mayProceed || made() == strings({folderName}));
+        if (QFileInfo::exists(to(folderName)))
+            QCOMPARE(TestFiles::namesIn(to(folderName)), whole);
+        if (!summary.mayProceed && QFileInfo::exists(to(incompleteName)))
+            QVERIFY(m_host.events.last().endsWith(whereItIs()));
+        for (const QString &name : made())
+            QVERIFY(QDir(to("") + name).removeRecursively());
+    }
+    QVERIFY2(failures > 10, qPrintable(QString::number(failures))); // each of them is met
+}
+
+void tst_BackupJob::aNameThatIsTakenMeanwhileFails()
+{
+    const QStringList files{song("a.mid", "x")};
+    FailingDisk disk;
+    disk.before = [this](const QString &, int) { QDir().mkdir(to(folderName)); };
+    const BackupSummary summary = backUp(files, disk);
+    QVERIFY(!summary.mayProceed);
+    QCOMPARE(summary.cause.codeName(), text("already-exists"));
+    QCOMPARE(TestFiles::namesIn(to(folderName)), QStringList());
+    QCOMPARE(TestFiles::namesIn(to(incompleteName)), strings({"a.mid"}));
 }
 
 void tst_BackupJob::aFailedCopyFails_data()
@@ -180,12 +270,16 @@ void tst_BackupJob::aFailedCopyFails_data()
     QTest::addColumn<int>("failingWrite");
     QTest::addColumn<int>("failingSync");
     QTest::addColumn<QStringList>("lines"); // beside the box: name and code
-    QTest::newRow("a short write") << 1 << 0 << strings({"a.mid no-room"});
+    QTest::addColumn<QStringList>("left"); // in the folder, which is marked or gone
+    QTest::newRow("a short write") << 1 << 0 << strings({"a.mid no-room"}) << strings({"b.mid"});
     QTest::newRow("bytes that do not reach the medium")
-        << 0 << 1 << strings({"a.mid no-room", "b.mid no-room", "gone.mid not-found"});
+        << 0 << 1 << strings({"a.mid no-room", "b.mid no-room", "gone.mid not-found"})
+        << QStringList();
     QTest::newRow("names that do not reach the medium")
-        << 0 << 2 << strings({"a.mid not-confirmed", "b.mid not-confirmed", "gone.mid not-found"});
-    QTest::newRow("a song that has vanished") << 0 << 0 << strings({"gone.mid not-found"});
+        << 0 << 2 << strings({"a.mid not-confirmed", "b.mid not-confirmed", "gone.mid not-found"})
+        << strings({"a.mid", "b.mid"});
+    QTest::newRow("a song that has vanished")
+        << 0 << 0 << strings({"gone.mid not-found"}) << strings({"a.mid", "b.mid"});
 }
 
 void tst_BackupJob::aFailedCopyFails()
@@ -193,6 +287,7 @@ void tst_BackupJob::aFailedCopyFails()
     QFETCH(int, failingWrite);
     QFETCH(int, failingSync);
     QFETCH(QStringList, lines);
+    QFETCH(QStringList, left);
     QStringList files{song("a.mid", "x"), song("b.mid", "y")};
     if (lines.last().startsWith(text("gone")))
         files.append(m_dir->filePath(text("gone.mid")));
@@ -210,6 +305,10 @@ void tst_BackupJob::aFailedCopyFails()
         details += name + text(": ") + failure.cause.sentence();
     }
     QCOMPARE(told, lines);
+    if (!left.isEmpty())
+        details += whereItIs();
+    QCOMPARE(made(), left.isEmpty() ? QStringList() : strings({incompleteName}));
+    QCOMPARE(TestFiles::namesIn(to(incompleteName)), left);
     QCOMPARE(m_host.events.last(),
              text(failed) + QLatin1Char('|') + details.join(QLatin1Char('|')));
     QCOMPARE(m_host.eventsOf(text("information")), QStringList());

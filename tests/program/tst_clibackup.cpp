@@ -3,6 +3,7 @@
 #include "tests/storage/tmpfsmount.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QtTest>
 
 using namespace tarvel4;
@@ -24,6 +25,11 @@ private Q_SLOTS:
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
+
+    QStringList made() const
+    {
+        return QDir(path(QStringLiteral("to"))).entryList(QDir::AllDirs | QDir::NoDotAndDotDot);
+    }
 
     QScopedPointer<QTemporaryDir> m_folder;
 };
@@ -57,10 +63,8 @@ void tst_CliBackup::printsTheFolderForPeople()
 {
     const Run run =
         Program(m_folder->path()).shell(QStringLiteral("\"$cli\" backup --to to/ lib/a/1.mid"));
-    const QStringList made =
-        QDir(path(QStringLiteral("to"))).entryList(QDir::AllDirs | QDir::NoDotAndDotDot);
-    QCOMPARE(made.size(), 1);
-    QCOMPARE(run.out, QByteArray("to/") + made[0].toUtf8() + '\n');
+    QCOMPARE(made().size(), 1);
+    QCOMPARE(run.out, QByteArray("to/") + made()[0].toUtf8() + '\n');
     QCOMPARE(run.status, 0);
 }
 
@@ -134,7 +138,11 @@ void tst_CliBackup::namesEachSongThatFailed()
     // strace says a word of its own first
     QCOMPARE(run.err.mid(run.err.indexOf("tarvel4soft-cli")),
              "tarvel4soft-cli: lib/a/1.mid: " + error
-                 + "\ntarvel4soft-cli: Backup FAILED !!!\n2\n");
+                 + "\ntarvel4soft-cli: Backup FAILED !!!\ntarvel4soft-cli: to/"
+                 + made().value(0).toUtf8() + ": the incomplete backup stays here\n2\n");
+    QVERIFY(QRegularExpression(QStringLiteral("^backup_kvaro_[\\d_-]+ \\(incomplete\\)$"))
+                .match(made().join(QLatin1Char('/')))
+                .hasMatch());
     QCOMPARE(run.status, 3);
 }
 
