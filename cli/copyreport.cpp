@@ -13,12 +13,12 @@ void CopyReport::add(const SongOutcome &song)
     const QString &given = m_paths.songs().at(m_next++).given;
     if (!song.isFailure())
         return;
-    sayFailure(m_session, given, song.cause);
+    m_session.host.say(given + QLatin1String(": ") + song.sentence());
     if (m_records == Records::None)
         return;
     Record record = m_session.records.begin();
     record.addText("path", given);
-    addFailure(record, song.cause);
+    addFailure(record, song.cause, song.sentence());
     m_session.records.write(record);
 }
 

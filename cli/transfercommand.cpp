@@ -40,8 +40,9 @@ void writeSummary(const TransferSummary &summary, Session &session)
     record.addFlag("prepared", summary.index.isPrepared);
     record.addValue("errors", QJsonArray::fromStringList(summary.index.errors),
                     summary.index.errors.join(QLatin1String(", ")));
-    if (!summary.index.cause)
-        addFailure(record, summary.index.cause);
+    const Outcome &cause = summary.songs.cause ? summary.index.cause : summary.songs.cause;
+    if (!cause)
+        addFailure(record, cause);
     session.records.write(record);
 }
 
@@ -57,6 +58,8 @@ ExitStatus transfer(const SongPaths &paths, const QString &dir, const Volume &vo
     writeSummary(summary, session);
     if (summary.result == TransferSummary::Result::Done)
         return paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
+    if (!summary.songs.cause)
+        return jobFailed(session, dir, summary.songs.cause); // no song was begun
     const IndexSummary &index = summary.index;
     if (!summary.songs.failures.isEmpty() || (!index.errors.isEmpty() && !index.hasFailed))
         return ExitStatus::SomeFailed;

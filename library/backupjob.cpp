@@ -89,6 +89,7 @@ BackupSummary BackupJob::run(const QStringList &paths)
         return summary;
     }
     summary.songs = copyInto(destination, paths);
+    summary.cause = summary.songs.cause;
     if (summary.songs.isComplete())
         summary.cause = publish(destination);
     if (!summary.songs.isComplete() || !summary.cause) {
@@ -149,7 +150,7 @@ Outcome BackupJob::publish(const QString &destination)
 void BackupJob::failIncomplete(const QString &destination, BackupSummary &summary)
 {
     QStringList details = summary.songs.details();
-    if (!summary.cause)
+    if (!summary.cause && summary.songs.cause)
         details += summary.cause.message();
     const QString folder = incompleteName(destination);
     if (exists(folder) && !removeEmpty(folder)) {

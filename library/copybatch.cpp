@@ -244,8 +244,10 @@ Outcome CopyBatch::place(const Staged &staged)
 {
     // The companion comes last, since without its song it would stand in the way of the next try.
     Outcome placed = publish(staged.temporary, staged.song.destination);
-    if (placed && !staged.companionTemporary.isEmpty())
-        placed = publish(staged.companionTemporary, staged.song.companionDestination);
+    if (!placed || staged.companionTemporary.isEmpty())
+        return placed;
+    placed = publish(staged.companionTemporary, staged.song.companionDestination);
+    placed.path = staged.song.companionDestination;
     return placed;
 }
 

@@ -1,5 +1,7 @@
 #include "library/filecopier.h"
 
+#include "library/companion.h"
+#include "library/freespace.h"
 #include "library/messages.h"
 #include "library/progress.h"
 #include "library/questions.h"
@@ -16,10 +18,6 @@
 namespace tarvel4 {
 
 namespace {
-
-constexpr char songSuffix[] = ".mp3";
-constexpr char companionSuffix[] = ".cdg";
-constexpr int suffixLength = sizeof(companionSuffix) - 1;
 
 /** True for anything of that name, a link that leads nowhere included. */
 bool exists(const QString &path)
@@ -38,32 +36,15 @@ bool isInPlace(const QString &source, const QString &destination)
         && std::filesystem::equivalent(nativePath(source), nativePath(destination), error);
 }
 
-/** The karaoke graphics of an MP3's path, in whatever case their suffix stands; empty: none. */
-QString companionOf(const QString &songPath)
-{
-    if (!songPath.endsWith(QLatin1String(songSuffix), Qt::CaseInsensitive))
-        return QString();
-    const QString stem = songPath.chopped(suffixLength);
-    const int letters = suffixLength - 1;
-    for (int upperCase = 0; upperCase < 1 << letters; ++upperCase) {
-        QString suffix = QLatin1String(companionSuffix);
-        for (int letter = 0; letter < letters; ++letter) {
-            if (upperCase & 1 << letter)
-                suffix[letter + 1] = suffix.at(letter + 1).toUpper();
-        }
-        if (QFileInfo(stem + suffix).isFile())
-            return stem + suffix;
-    }
-    return QString();
-}
-
 } // namespace
 
 QStringList CopySummary::details() const
 {
     QStringList lines;
+    if (!cause)
+        lines += cause.message();
     for (const SongOutcome &song : failures)
-        lines += SongPath::fileName(song.path) + QLatin1String(": ") + song.cause.sentence();
+        lines += song.problem();
     return lines;
 }
 
@@ -94,6 +75,12 @@ CopySummary FileCopier::copy(const QStringList &paths, const QString &destDir,
         setResult(song, outcome ? SongResult::Copied : SongResult::Failed, outcome);
     });
     batch.removeLeftovers();
+    m_summary.cause = FreeSpace::check(paths, destDir, m_disk);
+    if (!m_summary.cause) {
+        m_summary.cause.path = m_finalDir;
+        qDebug() << "[copyFiles] WARNING: not begun:" << m_summary.cause.message();
+        return m_summary;
+    }
     m_summary.isCancelled = !copyEach(destDir, batch);
     batch.finish();
     if (m_summary.isCancelled) {
@@ -151,14 +138,13 @@ bool FileCopier::copySong(int song, const QString &destination, CopyBatch &batch
 void FileCopier::addToBatch(int song, const QString &destination, CopyBatch &batch)
 {
     const QString source = m_paths.at(song);
-    CopyBatch::Song copy{song, source, destination, companionOf(source), QString()};
+    CopyBatch::Song copy{song, source, destination, Companion::of(source), QString()};
     if (!copy.companionSource.isEmpty()) {
-        copy.companionDestination =
-            destination.chopped(suffixLength) + QLatin1String(companionSuffix);
+        copy.companionDestination = Companion::destinationFor(destination);
         if (batch.hasPending(copy.companionDestination))
             batch.commit();
         // required: nobody is asked about a companion that is there already; its copy fails
-        if (!companionOf(destination).isEmpty()) {
+        if (!Companion::of(destination).isEmpty()) {
             qDebug() << "[copyFiles] WARNING: exists already:" << copy.companionDestination;
             copy.companionSource.clear();
             setResult(song, SongResult::Failed,

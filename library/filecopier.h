@@ -25,9 +25,10 @@ struct CopySummary
     /** Songs whose name another one has at the destination, as the user chose. */
     QStringList displaced;
     bool isCancelled = false;
+    Outcome cause; ///< why the copy was not even begun
 
-    bool isComplete() const { return !isCancelled && failures.isEmpty(); }
-    /** One line a song that failed, "name: cause". */
+    bool isComplete() const { return cause && !isCancelled && failures.isEmpty(); }
+    /** Why it was not begun, and one line a song that failed, "name: cause". */
     QStringList details() const;
 };
 
@@ -41,7 +42,8 @@ public:
 
     /**
      * Copies the songs of \a paths into \a destDir, asking about names that exist there. Moves the
-     * running progress by one a song. Once it returns all is on the medium. The log names the
+     * running progress by one a song. Nothing is copied where there is no room for all of it. Once
+     * it returns all is on the medium. The log names the
      * folder \a finalDir where it will be called so later.
      */
     CopySummary copy(const QStringList &paths, const QString &destDir,

@@ -49,11 +49,10 @@ struct SongOutcome
         return result == SongResult::Unreadable || result == SongResult::Failed;
     }
 
+    /** The cause; ahead of it the name of the companion where that is the file that failed. */
+    QString sentence() const;
     /** A failure as a line of a message's details: "name: cause". */
-    QString problem() const
-    {
-        return SongPath::fileName(path) + QLatin1String(": ") + cause.sentence();
-    }
+    QString problem() const;
 };
 
 /** Told of each song as soon as its job is done with it, in the order of the job's paths. */

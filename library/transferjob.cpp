@@ -47,6 +47,8 @@ TransferSummary TransferJob::run(const QStringList &paths, const QString &dir)
     summary.songs = copySongs(paths, destination);
     if (summary.songs.isComplete())
         summary.index = updateIndex(root);
+    else if (!summary.songs.cause && m_hasMadeFolder)
+        QDir().rmdir(destination); // nothing on the card is to change then
     m_progress.endProgress();
     summary.index.isPrepared = Index::isPrepared(root);
     if (!summary.index.isDone || !summary.index.errors.isEmpty()) {
@@ -70,7 +72,8 @@ QString TransferJob::destinationFor(const QString &dir)
     QString destination = dir;
     if (m_volume.isRootFolder(dir)) {
         destination = QDir(dir).filePath(QLatin1String(songsFolder));
-        if (!QFileInfo(destination).isDir() && !QDir().mkdir(destination))
+        m_hasMadeFolder = !QFileInfo(destination).isDir();
+        if (m_hasMadeFolder && !QDir().mkdir(destination))
             return refuse(tr("Non è possibile copiare i file sulla cartella principale, creare o "
                              "selezionare una sottocartella"));
     }

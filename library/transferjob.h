@@ -45,6 +45,7 @@ private:
     const Volume &m_volume;
     Disk &m_disk;
     SongObserver m_observer;
+    bool m_hasMadeFolder = false; ///< the destination
 };
 
 } // namespace tarvel4

@@ -30,7 +30,7 @@ struct Outcome
         ChangedMeanwhile,
         WriteDenied,
         ReadOnlyVolume,
-        NoRoom,
+        NoRoom, ///< detail: how much is missing, where that is known
         MediumFailed, ///< detail: the system's own words
         NameTooLong,
         AlreadyExists,

@@ -713,10 +713,6 @@
         <translation>the disk or card is write-protected</translation>
     </message>
     <message>
-        <source>non c&apos;è abbastanza spazio libero sul disco o sulla memoria</source>
-        <translation>there is not enough free room on the disk or card</translation>
-    </message>
-    <message>
         <source>il disco o la memoria ha dato un errore (%1)</source>
         <translation>the disk or card reported an error (%1)</translation>
     </message>
@@ -755,6 +751,14 @@
     <message>
         <source>sono ammessi al massimo %1 byte</source>
         <translation>at most %1 bytes are allowed</translation>
+    </message>
+    <message>
+        <source>mancano almeno %1</source>
+        <translation>at least %1 are missing</translation>
+    </message>
+    <message>
+        <source>non c&apos;è abbastanza spazio libero sul disco o sulla memoria: %1</source>
+        <translation>there is not enough free room on the disk or card: %1</translation>
     </message>
 </context>
 <context>

@@ -713,10 +713,6 @@
         <translation>il disco o la memoria è protetta da scrittura</translation>
     </message>
     <message>
-        <source>non c'è abbastanza spazio libero sul disco o sulla memoria</source>
-        <translation>non c'è abbastanza spazio libero sul disco o sulla memoria</translation>
-    </message>
-    <message>
         <source>il disco o la memoria ha dato un errore (%1)</source>
         <translation>il disco o la memoria ha dato un errore (%1)</translation>
     </message>
@@ -755,6 +751,14 @@
     <message>
         <source>sono ammessi al massimo %1 byte</source>
         <translation>sono ammessi al massimo %1 byte</translation>
+    </message>
+    <message>
+        <source>mancano almeno %1</source>
+        <translation>mancano almeno %1</translation>
+    </message>
+    <message>
+        <source>non c'è abbastanza spazio libero sul disco o sulla memoria: %1</source>
+        <translation>non c'è abbastanza spazio libero sul disco o sulla memoria: %1</translation>
     </message>
 </context>
 <context>

@@ -5,6 +5,7 @@
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
 #include "tests/storage/failingdisk.h"
+#include "tests/storage/tmpfsmount.h"
 
 #include <QtTest>
 
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void aNameThatIsTakenMeanwhileFails();
     void aFailedCopyFails_data();
     void aFailedCopyFails();
+    void aBackupThatDoesNotFitIsNotBegun();
     void sameNamesAreDecidedByTheQuestion_data();
     void sameNamesAreDecidedByTheQuestion();
     void sameNames();
@@ -313,6 +315,21 @@ void tst_BackupJob::aFailedCopyFails()
              text(failed) + QLatin1Char('|') + details.join(QLatin1Char('|')));
     QCOMPARE(m_host.eventsOf(text("information")), QStringList());
     QCOMPARE(TestFiles::read(files.first()), QByteArray("x"));
+}
+
+void tst_BackupJob::aBackupThatDoesNotFitIsNotBegun()
+{
+    const TmpfsMount volume(m_dir->filePath(text("to")), "size=64k");
+    if (!volume.isMounted())
+        QSKIP("mounting is not possible here");
+    const QStringList files{song("a.mid", "x"), song("b.mid", QByteArray(100000, 'b'))};
+    const BackupSummary summary = backUp(files);
+    QVERIFY(!summary.mayProceed);
+    QCOMPARE(summary.cause.codeName(), text("no-room"));
+    QCOMPARE(summary.incompleteFolder, QString());
+    QCOMPARE(made(), QStringList());
+    QCOMPARE(m_host.events.last(), text(failed) + QLatin1Char('|') + summary.cause.message());
+    QVERIFY(summary.cause.message().startsWith(to(folderName) + text(": ")));
 }
 
 void tst_BackupJob::sameNamesAreDecidedByTheQuestion_data()

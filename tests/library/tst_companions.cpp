@@ -16,6 +16,8 @@ private Q_SLOTS:
     void companions();
     void anExistingCompanionMakesItsCopyFail_data();
     void anExistingCompanionMakesItsCopyFail();
+    void theOneThatFailedIsNamed_data();
+    void theOneThatFailedIsNamed();
     void aPairIsCopiedWholeOrNotAtAll_data();
     void aPairIsCopiedWholeOrNotAtAll();
 };
@@ -87,6 +89,48 @@ void tst_Companions::anExistingCompanionMakesItsCopyFail()
     QCOMPARE(TestFiles::read(target(existing)), oldBytes);
     QCOMPARE(TestFiles::read(target(text("s.mp3"))), QByteArray("song"));
     QCOMPARE(targetNames().size(), 2);
+}
+
+void tst_Companions::theOneThatFailedIsNamed_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<int>("failing");
+    QTest::addColumn<QString>("line"); // of the details, ahead of the cause
+    QTest::newRow("a song that can't be written") << text("write") << 1 << text("s.mp3: ");
+    QTest::newRow("a companion that can't be written")
+        << text("write") << 2 << text("s.mp3: s.cdg: ");
+    QTest::newRow("a companion that changes meanwhile")
+        << text("change") << 2 << text("s.mp3: s.cdg: ");
+    QTest::newRow("a song that can't be named") << text("replace") << 1 << text("s.mp3: ");
+    QTest::newRow("a companion that can't be named")
+        << text("replace") << 2 << text("s.mp3: s.cdg: ");
+    QTest::newRow("a companion that exists") << text("exists") << 0 << text("s.mp3: s.cdg: ");
+}
+
+void tst_Companions::theOneThatFailedIsNamed()
+{
+    QFETCH(QString, operation);
+    QFETCH(int, failing);
+    QFETCH(QString, line);
+    TestFiles::write(source(text("s.mp3")), "song");
+    TestFiles::write(source(text("s.cdg")), "graphics");
+    if (operation == text("exists"))
+        TestFiles::write(target(text("s.cdg")), oldBytes);
+    FailingDisk disk;
+    disk.cause = Outcome::Code::InUse;
+    disk.failingWrite = operation == text("write") ? failing : 0;
+    disk.failingReplace = operation == text("replace") ? failing : 0;
+    disk.before = [&](const QString &, int count) {
+        if (operation == text("change") && count == failing)
+            TestFiles::write(source(text("s.cdg")), "longer graphics");
+    };
+    const CopySummary summary = copy({source(text("s.mp3"))}, disk);
+    QCOMPARE(summary.failures.size(), 1);
+    const SongOutcome &song = summary.failures.at(0);
+    QCOMPARE(song.path, source(text("s.mp3")));
+    QCOMPARE(summary.details(), QStringList(line + song.cause.sentence()));
+    QCOMPARE(song.problem(), summary.details().at(0));
+    QVERIFY(!song.cause.sentence().isEmpty());
 }
 
 void tst_Companions::aPairIsCopiedWholeOrNotAtAll_data()

@@ -47,7 +47,8 @@ private Q_SLOTS:
     void failingDisk();
     void aSourceThatChangesWhileCopiedFails_data();
     void aSourceThatChangesWhileCopiedFails();
-    void aFullVolume();
+    void aVolumeThatOthersFillMeanwhile();
+    void songsThatDoNotFitAreNotBegun();
     void replacedSongsMakeRoomOnAFullVolume();
     void aSongThatDoesNotFitBesideItsOldOne_data();
     void aSongThatDoesNotFitBesideItsOldOne();
@@ -230,20 +231,46 @@ void tst_CopyFaults::aSourceThatChangesWhileCopiedFails()
     QCOMPARE(TestFiles::read(target(text("a.mid"))), oldBytes);
 }
 
-void tst_CopyFaults::aFullVolume()
+void tst_CopyFaults::aVolumeThatOthersFillMeanwhile()
 {
     TmpfsMount volume(targetFolder(), "size=64k");
     if (!volume.isMounted())
         QSKIP("mounting is not possible here");
     const QStringList files{TestFiles::write(source(text("small.mid")), QByteArray(1000, 's')),
-                            TestFiles::write(source(text("big.mid")), QByteArray(100000, 'b')),
+                            TestFiles::write(source(text("big.mid")), QByteArray(45000, 'b')),
                             TestFiles::write(source(text("tiny.mid")), QByteArray(100, 't'))};
-    const CopySummary summary = copy(files);
+    FailingDisk disk;
+    disk.before = [this](const QString &, int count) {
+        if (count == 1)
+            TestFiles::write(target(text("x")), QByteArray(20000, 'x'));
+    };
+    const CopySummary summary = copy(files, disk);
     QVERIFY(!summary.isComplete());
     QCOMPARE(summary.copied, 2);
     QCOMPARE(m_told, strings({"small.mid copied", "big.mid no-room", "tiny.mid copied"}));
-    QCOMPARE(targetNames(), strings({"small.mid", "tiny.mid"}));
+    QCOMPARE(targetNames(), strings({"small.mid", "tiny.mid", "x"}));
     QCOMPARE(TestFiles::read(target(text("small.mid"))), QByteArray(1000, 's'));
+}
+
+void tst_CopyFaults::songsThatDoNotFitAreNotBegun()
+{
+    TmpfsMount volume(targetFolder(), "size=64k");
+    if (!volume.isMounted())
+        QSKIP("mounting is not possible here");
+    const QStringList files{TestFiles::write(source(text("a.mid")), newBytes),
+                            TestFiles::write(source(text("big.mid")), QByteArray(100000, 'b'))};
+    TestFiles::write(target(text("a.mid")), oldBytes);
+    LogCapture log;
+    const CopySummary summary = copy(files);
+    QVERIFY(!summary.isComplete());
+    QCOMPARE(summary.cause.codeName(), text("no-room"));
+    QCOMPARE(summary.details(), QStringList(summary.cause.message()));
+    QVERIFY(summary.cause.message().startsWith(targetFolder() + text(": ")));
+    QVERIFY(LogCapture::tells({text("WARNING"), summary.cause.message()}));
+    QCOMPARE(m_told, QStringList());
+    QCOMPARE(m_host.events, QStringList()); // not even a question
+    QCOMPARE(targetNames(), strings({"a.mid"}));
+    QCOMPARE(TestFiles::read(target(text("a.mid"))), oldBytes);
 }
 
 void tst_CopyFaults::replacedSongsMakeRoomOnAFullVolume()

@@ -8,6 +8,7 @@
 #include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
 #include "tests/storage/failingdisk.h"
+#include "tests/storage/tmpfsmount.h"
 
 #include <QtTest>
 
@@ -61,6 +62,8 @@ private Q_SLOTS:
     void relativePathsMeanTheSameFolders();
     void keptSongsAreNoFailure();
     void aFailedCopyLeavesTheIndexAlone();
+    void songsThatDoNotFitChangeNothing_data();
+    void songsThatDoNotFitChangeNothing();
     void aCancelledCopyIsAFailure();
     void anIndexThatCantBeWrittenIsAFailure();
     void anIndexThatCantBeReadIsAFailure();
@@ -282,6 +285,38 @@ void tst_TransferJob::aFailedCopyLeavesTheIndexAlone()
              QStringList({text("end"), text(failed) + text("|vanished.mid: ") + cause.sentence()}));
     QCOMPARE(m_host.eventsOf(text("begin")).size(), 1);
     QCOMPARE(TestFiles::namesIn(card()), strings({"songs"}));
+}
+
+void tst_TransferJob::songsThatDoNotFitChangeNothing_data()
+{
+    QTest::addColumn<QString>("dir");
+    QTest::addColumn<QString>("made");
+    QTest::newRow("in a folder") << text("card/Pop") << text("Pop");
+    QTest::newRow("in the root, where no folder is left that was made for them")
+        << text("card") << QString();
+    QTest::newRow("in the root, where the folder was there") << text("card") << text("songs");
+}
+
+void tst_TransferJob::songsThatDoNotFitChangeNothing()
+{
+    QFETCH(QString, dir);
+    QFETCH(QString, made);
+    const TmpfsMount volume(card(), "size=64k");
+    if (!volume.isMounted())
+        QSKIP("mounting is not possible here");
+    if (!made.isEmpty())
+        QVERIFY(QDir(card()).mkdir(made));
+    const QStringList before = TestFiles::namesIn(card());
+    const QString big = TestFiles::write(path("from/big.mid"), QByteArray(100000, 'b'));
+    const TransferSummary summary = transfer({song("a.mid"), big}, m_dir->filePath(dir));
+    QVERIFY(summary.result == Result::Failed);
+    QCOMPARE(summary.songs.cause.codeName(), text("no-room"));
+    QCOMPARE(summary.songs.copied + summary.songs.failures.size(), 0);
+    QCOMPARE(m_host.events,
+             QStringList({text(copying).arg(2), text("end"),
+                          text(failed) + QLatin1Char('|') + summary.songs.cause.message()}));
+    QCOMPARE(TestFiles::namesIn(card()), before);
+    QCOMPARE(TestFiles::namesIn(card("/") + made).filter(text(".mid")), QStringList());
 }
 
 void tst_TransferJob::aCancelledCopyIsAFailure()

@@ -22,6 +22,8 @@ private Q_SLOTS:
     void namesEachSongThatFailed_data();
     void namesEachSongThatFailed();
     void saysWhyTheFolderCantBeMade();
+    void saysHowMuchRoomIsMissing_data();
+    void saysHowMuchRoomIsMissing();
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -106,7 +108,6 @@ void tst_CliBackup::namesEachSongThatFailed_data()
 {
     QTest::addColumn<QString>("injected"); // into the opening of lib/a/1.mid
     QTest::addColumn<QString>("code");
-    QTest::newRow("a song that does not fit") << QString() << "no-room";
     QTest::newRow("a song that must not be read") << "EACCES"
                                                   << "read-denied";
     QTest::newRow("a song that has vanished meanwhile") << "ENOENT"
@@ -119,11 +120,8 @@ void tst_CliBackup::namesEachSongThatFailed()
 {
     QFETCH(QString, injected);
     QFETCH(QString, code);
-    const TmpfsMount volume(path(QStringLiteral("to")), "size=64k");
-    if (!volume.isMounted() || !canTrace())
-        QSKIP("mounting or tracing is not possible here");
-    if (injected.isEmpty())
-        QVERIFY(Fixtures::write(path(QStringLiteral("lib/a/1.mid")), QByteArray(100000, 'b')));
+    if (!canTrace())
+        QSKIP("tracing is not possible here");
     const Run run =
         Program(m_folder->path())
             .shell(failingToOpen(QStringLiteral("lib/a/1.mid"), injected)
@@ -157,6 +155,33 @@ void tst_CliBackup::saysWhyTheFolderCantBeMade()
     QVERIFY2(run.err.contains("tarvel4soft-cli: to: the disk or card is write-protected\n"),
              run.err.constData());
     QCOMPARE(run.status, 3);
+}
+
+void tst_CliBackup::saysHowMuchRoomIsMissing_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::newRow("backup") << "backup --to to lib/a/1.mid lib/b/2.kar";
+    QTest::newRow("sync") << "sync --backup to lib/a/1.mid lib/b/2.kar";
+}
+
+void tst_CliBackup::saysHowMuchRoomIsMissing()
+{
+    QFETCH(QString, command);
+    const TmpfsMount volume(path(QStringLiteral("to")), "size=64k");
+    if (!volume.isMounted())
+        QSKIP("mounting is not possible here");
+    QVERIFY(Fixtures::write(path(QStringLiteral("lib/a/1.mid")), QByteArray(100000, 'b')));
+    const Run run =
+        Program(m_folder->path())
+            .shell(QStringLiteral("export LC_NUMERIC=C; \"$cli\" --json --quiet %1").arg(command));
+    QCOMPARE(run.out, QByteArray());
+    // 25 blocks and 1 of 4 KiB, and there are 16
+    QCOMPARE(run.err,
+             QByteArray("tarvel4soft-cli: Backup FAILED !!!\n"
+                        "tarvel4soft-cli: to: there is not enough free room on the disk or card: "
+                        "at least 40.0 kB are missing\n"));
+    QCOMPARE(run.status, 3);
+    QCOMPARE(made(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_CliBackup)

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void refusesTheSystemDisk();
     void saysWhichSongFailed_data();
     void saysWhichSongFailed();
+    void saysHowMuchRoomIsMissing();
     void saysWhyTheIndexFailed();
     void saysWhatTheIndexCouldNotTakeIn();
 
@@ -147,39 +148,28 @@ void tst_CliTransfer::refusesTheSystemDisk()
 void tst_CliTransfer::saysWhichSongFailed_data()
 {
     QTest::addColumn<QString>("before"); // in the shell
-    QTest::addColumn<QString>("mountOptions"); // of the folder of the songs
     QTest::addColumn<QString>("injected"); // into the opening of lib/x.mp3
     QTest::addColumn<QString>("code");
     const QString none;
-    QTest::newRow("a song that does not fit") << "truncate -s 99999 lib/x.mp3"
-                                              << "size=64k" << none << "no-room";
     QTest::newRow("a song that is larger than a file may be")
-        << "truncate -s 9000 lib/x.mp3; ulimit -f 4" << none << none << "too-large";
-    QTest::newRow("a song that must not be read") << none << none << "EACCES"
+        << "truncate -s 9000 lib/x.mp3; ulimit -f 4" << none << "too-large";
+    QTest::newRow("a song that must not be read") << none << "EACCES"
                                                   << "read-denied";
-    QTest::newRow("a song that has vanished meanwhile") << none << none << "ENOENT"
+    QTest::newRow("a song that has vanished meanwhile") << none << "ENOENT"
                                                         << "not-found";
-    QTest::newRow("a song on a dying disk") << none << none << "EIO"
+    QTest::newRow("a song on a dying disk") << none << "EIO"
                                             << "medium-failed";
     QTest::newRow("a companion that is there already")
-        << "touch lib/x.cdg mem/Pop/x.cdg" << none << none << "already-exists";
-    QTest::newRow("a folder of its name") << "mkdir mem/Pop/x.mp3" << none << none << "not-a-file";
+        << "touch lib/x.cdg mem/Pop/x.cdg" << none << "already-exists";
+    QTest::newRow("a folder of its name") << "mkdir mem/Pop/x.mp3" << none << "not-a-file";
 }
 
 void tst_CliTransfer::saysWhichSongFailed()
 {
     QFETCH(QString, before);
-    QFETCH(QString, mountOptions);
     QFETCH(QString, injected);
     if (!injected.isEmpty() && !canTrace())
         QSKIP("tracing is not possible here");
-    QScopedPointer<TmpfsMount> volume;
-    if (!mountOptions.isEmpty()) {
-        volume.reset(
-            new TmpfsMount(path(QStringLiteral("mem/Pop")), mountOptions.toLatin1().constData()));
-        if (!volume->isMounted())
-            QSKIP("mounting is not possible here");
-    }
     QVERIFY(Fixtures::write(path(QStringLiteral("lib/x.mp3")), "song"));
     const Run run =
         Program(m_folder->path())
@@ -192,6 +182,7 @@ void tst_CliTransfer::saysWhichSongFailed()
     const QByteArray error = records[0].value(QStringLiteral("error")).toString().toUtf8();
     QCOMPARE(records[0].value(QStringLiteral("path")).toString(), QStringLiteral("lib/x.mp3"));
     QTEST(records[0].value(QStringLiteral("code")).toString(), "code");
+    QCOMPARE(error.startsWith("x.cdg: "), before.contains(QLatin1String("x.cdg")));
     QVERIFY(run.out.endsWith(R"({"copied":2,"failed":1,"kept":0,"found":0,"prepared":false,)"
                              R"("errors":[]})"
                              "\n"));
@@ -200,6 +191,32 @@ void tst_CliTransfer::saysWhichSongFailed()
              "tarvel4soft-cli: lib/x.mp3: " + error
                  + "\ntarvel4soft-cli: One or more files could not be copied\n");
     QCOMPARE(run.status, 1);
+}
+
+void tst_CliTransfer::saysHowMuchRoomIsMissing()
+{
+    const TmpfsMount volume(path(QStringLiteral("mem/Pop")), "size=64k");
+    if (!volume.isMounted())
+        QSKIP("mounting is not possible here");
+    QVERIFY(Fixtures::write(path(QStringLiteral("lib/x.mp3")), QByteArray(100000, 'b')));
+    QVERIFY(Fixtures::write(path(QStringLiteral("mem/Pop/a.mid")), "old"));
+    const Run run =
+        Program(m_folder->path())
+            .shell(QStringLiteral("export LC_NUMERIC=C; find mem >before; \"$cli\" transfer --json "
+                                  "--quiet --to mem/Pop --memory mem --overwrite yes lib/a.mid "
+                                  "lib/x.mp3; s=$?; find mem | diff before -; exit $s"));
+    // 25 blocks of 4 KiB, and there are 15
+    const QByteArray error = "there is not enough free room on the disk or card: at least 40.0 kB "
+                             "are missing";
+    QCOMPARE(run.out,
+             R"({"copied":0,"failed":0,"kept":0,"found":0,"prepared":false,"errors":[],"error":")"
+                 + error + R"(","code":"no-room"})" + '\n');
+    QCOMPARE(run.err,
+             "tarvel4soft-cli: One or more files could not be copied\ntarvel4soft-cli: "
+                 + QFileInfo(path(QStringLiteral("mem/Pop"))).canonicalFilePath().toUtf8() + ": "
+                 + error + '\n');
+    QCOMPARE(run.status, 3); // no song was begun
+    QCOMPARE(Fixtures::read(path(QStringLiteral("mem/Pop/a.mid"))), QByteArray("old"));
 }
 
 void tst_CliTransfer::saysWhyTheIndexFailed()
