@@ -117,10 +117,12 @@ ProceedChoice TerminalHost::askProceed(const ImportSummary &)
     return {true, true};
 }
 
-void TerminalHost::information(const QString &, const QString &text, const QStringList &)
+void TerminalHost::information(const QString &, const QString &text, const QStringList &details)
 {
-    if (!m_quiet)
-        say(text);
+    if (m_quiet)
+        return;
+    for (const QString &line : QStringList(text) + details)
+        say(line);
 }
 
 void TerminalHost::warning(const QString &, const QString &text, const QStringList &)

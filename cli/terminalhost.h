@@ -56,9 +56,9 @@ public:
     BackupChoice askBackup() override { return m_backup; }
     ProceedChoice askProceed(const ImportSummary &summary) override;
 
-    /** These leave out the details: each command says what failed, by the path as it was given. */
     void information(const QString &title, const QString &text,
                      const QStringList &details) override;
+    /** These leave out the details: each command says what failed, by the path as it was given. */
     void warning(const QString &title, const QString &text, const QStringList &details) override;
     void critical(const QString &title, const QString &text, const QStringList &details) override;
 

@@ -99,7 +99,10 @@ void CopyBatch::removeLeftovers()
     const QStringList names = folder.entryList({QStringLiteral(".tarvel4soft-*.part")},
                                                QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QString &name : names) {
-        if (isLeftover(name) && !m_disk.remove(folder.filePath(name)))
+        if (!isLeftover(name))
+            continue;
+        m_isDirty = true;
+        if (!m_disk.remove(folder.filePath(name)))
             qDebug() << "[copyFiles] WARNING: can't be removed:" << folder.filePath(name);
     }
 }

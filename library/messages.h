@@ -7,7 +7,7 @@
 namespace tarvel4 {
 
 /** What a job tells at its end, as translated plain text; \a details: one line for each thing that
- * went wrong, "name: cause". */
+ * went wrong, "name: cause", or what else is to be known where all went well. */
 class Messages
 {
 public:

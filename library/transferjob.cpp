@@ -58,8 +58,9 @@ TransferSummary TransferJob::run(const QStringList &paths, const QString &dir)
         return summary;
     }
     summary.result = TransferSummary::Result::Done;
-    m_messages.information(tr("Trasferimento"),
-                           tr("Tutti i file sono stati copiati correttamente"));
+    qDebug() << "[TRANSFER] all is on the medium:" << root;
+    m_messages.information(tr("Trasferimento"), tr("Tutti i file sono stati copiati correttamente"),
+                           {tr("Tutto è scritto: ora si può togliere la memoria.")});
     qDebug() << "";
     return summary;
 }
@@ -100,10 +101,17 @@ IndexSummary TransferJob::updateIndex(const QString &root)
         return summary;
     }
     constexpr int defaultMaximum = 100;
-    return IndexJob(m_progress, m_messages, m_disk)
-        .run(IndexJob::Kind::Update, root,
-             {tr("Aggiornamento"), tr("Aggiornamento database..."), tr("Interrompi"), false},
-             defaultMaximum);
+    IndexSummary summary =
+        IndexJob(m_progress, m_messages, m_disk)
+            .run(IndexJob::Kind::Update, root,
+                 {tr("Aggiornamento"), tr("Aggiornamento database..."), tr("Interrompi"), false},
+                 defaultMaximum);
+    // Only behind this one, whatever the copies and the index flushed, may the card be pulled.
+    if (summary.isDone && !m_disk.syncVolume(root)) {
+        summary.isDone = false;
+        summary.cause = {Outcome::Code::NotConfirmed, root, {}, {}};
+    }
+    return summary;
 }
 
 QString TransferJob::refuse(const QString &text)

@@ -121,7 +121,10 @@ void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QSt
 {
     QMessageBox box(icon, title, text, QMessageBox::Ok, dialogParent());
     box.setTextFormat(Qt::PlainText);
-    box.setDetailedText(details.join(u'\n')); // no button for it where there is none
+    if (icon == QMessageBox::Information)
+        box.setInformativeText(details.join(u'\n')); // too few and too welcome to be hidden
+    else
+        box.setDetailedText(details.join(u'\n')); // no button for it where there is none
     box.exec();
 }
 

@@ -856,6 +856,10 @@
         <source>Aggiornamento database...</source>
         <translation>Updating the database...</translation>
     </message>
+    <message>
+        <source>Tutto è scritto: ora si può togliere la memoria.</source>
+        <translation>Everything is written: the memory can be taken out now.</translation>
+    </message>
 </context>
 <context>
     <name>UpdateJob</name>

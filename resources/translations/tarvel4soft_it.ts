@@ -856,6 +856,10 @@
         <source>Aggiornamento database...</source>
         <translation>Aggiornamento database...</translation>
     </message>
+    <message>
+        <source>Tutto è scritto: ora si può togliere la memoria.</source>
+        <translation>Tutto è scritto: ora si può togliere la memoria.</translation>
+    </message>
 </context>
 <context>
     <name>UpdateJob</name>

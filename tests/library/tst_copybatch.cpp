@@ -123,6 +123,12 @@ void tst_CopyBatch::leftovers()
     QVERIFY(copy({source(text("a.mid"))}).isComplete());
     QCOMPARE(targetNames().contains(name), stays);
     QCOMPARE(TestFiles::read(target(text("a.mid"))), newBytes);
+
+    // Nothing else to do: what was removed is flushed all the same.
+    TestFiles::write(target(name), "half");
+    FailingDisk disk;
+    QVERIFY(copy({target(text("a.mid"))}, disk).isComplete());
+    QCOMPARE(disk.operations, stays ? QStringList() : strings({"remove", "syncVolume"}));
 }
 
 void tst_CopyBatch::whatAPowerCutLeftAsideIsPutInOrderFirst()

@@ -20,7 +20,8 @@ using Result = TransferSummary::Result;
 
 namespace {
 
-const char done[] = "information Trasferimento|Tutti i file sono stati copiati correttamente";
+const char done[] = "information Trasferimento|Tutti i file sono stati copiati correttamente|"
+                    "Tutto è scritto: ora si può togliere la memoria.";
 const char failed[] = "critical Trasferimento|Non è stato possibile copiare uno o più file";
 const char systemDisk[] =
     "warning Trasferimento|Non è possibile copiare i file sul disco di sistema";
@@ -55,6 +56,8 @@ private Q_SLOTS:
     void theCardsRootGetsASongsFolder_data();
     void theCardsRootGetsASongsFolder();
     void aTransferCopiesAndIndexes();
+    void theCardMayBePulledOnceAllIsFlushed_data();
+    void theCardMayBePulledOnceAllIsFlushed();
     void theIndexReportsThroughTheHost();
     void noSongsGoStraightOnToTheIndex();
     void noSongsOnAnEmptyMemoryIsAFailure();
@@ -201,6 +204,53 @@ void tst_TransferJob::aTransferCopiesAndIndexes()
                   text("Copying file: \"%1\" to: \"%2\"").arg(files.at(0), card("/songs/a.mid")),
                   text("Copying file: \"%1\" to: \"%2\"").arg(files.at(1), card("/songs/b.mid"))}));
     QCOMPARE(LogCapture::lines().last(), QString());
+    QCOMPARE(LogCapture::lines().at(LogCapture::lines().size() - 2),
+             text("[TRANSFER] all is on the medium: \"%1\"").arg(card()));
+}
+
+void tst_TransferJob::theCardMayBePulledOnceAllIsFlushed_data()
+{
+    QTest::addColumn<QString>("changed"); // by the run
+    QTest::addColumn<bool>("isFlushed");
+    QTest::newRow("songs and the index") << text("songs") << true;
+    QTest::newRow("nothing but a folder that was made") << text("folder") << true;
+    QTest::newRow("nothing but what a killed run had left") << text("leftover") << true;
+    QTest::newRow("not when the last flush fails") << text("songs") << false;
+}
+
+void tst_TransferJob::theCardMayBePulledOnceAllIsFlushed()
+{
+    QFETCH(QString, changed);
+    QFETCH(bool, isFlushed);
+    const QString old = TestFiles::write(card("/Pop/a.mid"), SongBytes::midi0());
+    QVERIFY(transfer({}, card("/Pop")).result == Result::Done);
+    QStringList files;
+    if (changed == text("songs")) {
+        files = QStringList{song("b.mid")};
+    } else if (changed == text("leftover")) {
+        TestFiles::write(
+            card("/Pop/.tarvel4soft-%1-0.part").arg(QCoreApplication::applicationPid()), "part");
+        files = QStringList{old};
+    }
+    m_host.events.clear();
+    FailingDisk disk;
+    if (!isFlushed) // two of the copy and three of the index come first
+        disk.failingSync = 6;
+    disk.before = [this](const QString &, int) {
+        QCOMPARE(m_host.eventsOf(text("information")), QStringList());
+    };
+    const TransferSummary summary =
+        transfer(files, changed == text("folder") ? card() : card("/Pop"), disk);
+    QCOMPARE(disk.operations.mid(disk.operations.size() - 1), strings({"syncVolume"}));
+    QCOMPARE(summary.songs.copied, files.size());
+    QVERIFY(summary.index.isPrepared);
+    QVERIFY(summary.result == (isFlushed ? Result::Done : Result::Failed));
+    if (!isFlushed)
+        QCOMPARE(summary.index.cause.codeName(), text("not-confirmed"));
+    QCOMPARE(m_host.events.last(),
+             isFlushed ? text(done)
+                       : text(failed) + QLatin1Char('|') + summary.index.cause.message());
+    QCOMPARE(TestFiles::namesIn(card("/Pop")).filter(text(".part")), QStringList());
 }
 
 void tst_TransferJob::theIndexReportsThroughTheHost()

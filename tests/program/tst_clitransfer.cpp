@@ -16,6 +16,7 @@ class tst_CliTransfer : public QObject
 private Q_SLOTS:
     void init();
     void preparesAFolderMemory();
+    void saysLastThatTheCardMayBePulled();
     void copiesIntoSongsWhereTheRootIsNamed();
     void decidesAboutSongsThatExist_data();
     void decidesAboutSongsThatExist();
@@ -55,6 +56,37 @@ void tst_CliTransfer::preparesAFolderMemory()
              QByteArray(R"({"copied":2,"failed":0,"kept":0,"found":2,"prepared":true,"errors":[]})"
                         "\n"));
     QCOMPARE(run.status, 0);
+}
+
+void tst_CliTransfer::saysLastThatTheCardMayBePulled()
+{
+    if (!canTrace())
+        QSKIP("tracing is not possible here");
+    const Run run =
+        Program(m_folder->path())
+            .shell(QStringLiteral("export ASAN_OPTIONS=detect_leaks=0; strace -f -y -qq -o trace "
+                                  "-e trace=%file,%desc \"$cli\" transfer --to mem/Pop --memory "
+                                  "mem --recursive lib >/dev/null 2>messages; cat messages"));
+    QVERIFY2(run.out.endsWith("tarvel4soft-cli: All files were copied correctly\n"
+                              "tarvel4soft-cli: Everything is written: the memory can be taken out "
+                              "now.\n"),
+             run.out.constData());
+    // Behind the last flush the memory is only asked whether its files are there.
+    const QList<QByteArray> calls = Fixtures::read(path(QStringLiteral("trace"))).split('\n');
+    int flushed = -1;
+    int said = -1;
+    int touched = -1;
+    for (int i = 0; i < calls.size(); ++i) {
+        const QByteArray call = calls.at(i).mid(calls.at(i).indexOf(' ') + 1).trimmed();
+        if (call.startsWith("syncfs("))
+            flushed = i;
+        else if (call.startsWith("write(") && call.contains("Everything is"))
+            said = i;
+        else if (call.contains("/mem") && !call.contains("stat") && !call.startsWith("access("))
+            touched = call.startsWith("close(") ? touched : i;
+    }
+    QVERIFY(touched > 0 && said > 0);
+    QVERIFY2(touched < flushed && flushed < said, calls.value(touched).constData());
 }
 
 void tst_CliTransfer::copiesIntoSongsWhereTheRootIsNamed()

@@ -64,7 +64,8 @@ public:
     {
         expect<QMessageBox>([this, button](QMessageBox &box) {
             boxes.append(box.windowTitle() + QLatin1Char('|') + box.text());
-            lastBox = {box.icon(), box.standardButtons(), box.textFormat(), box.detailedText()};
+            lastBox = {box.icon(), box.standardButtons(), box.textFormat(), box.detailedText(),
+                       box.informativeText()};
             if (QAbstractButton *found = box.button(button))
                 QTest::mouseClick(found, Qt::LeftButton);
             else
@@ -122,6 +123,7 @@ public:
         QMessageBox::StandardButtons buttons;
         Qt::TextFormat format;
         QString details;
+        QString addition;
     };
 
     QStringList boxes; ///< "TITLE|TEXT" of each message box that was answered

@@ -41,7 +41,9 @@ namespace {
 /** The line that names a file and the cause of a code, up to the cause's detail. */
 QString lineOf(const QString &file, Outcome::Code code)
 {
-    const QString sentence = Outcome{code, {}, QStringLiteral("@"), {}}.sentence();
+    // how much room is missing is known only where songs are copied
+    const QString detail = code == Outcome::Code::NoRoom ? QString() : QStringLiteral("@");
+    const QString sentence = Outcome{code, {}, detail, {}}.sentence();
     return file + QStringLiteral(": ") + sentence.section(QLatin1Char('@'), 0, 0);
 }
 

@@ -88,6 +88,9 @@ void tst_WindowTransfer::songsAreCopiedAndIndexed()
                  {QStringLiteral("Trasferimento|Tutti i file sono stati copiati correttamente")}));
     QCOMPARE(m_window->driver.lastBox.icon, QMessageBox::Information);
     QCOMPARE(m_window->driver.lastBox.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
+    QCOMPARE(m_window->driver.lastBox.addition,
+             QStringLiteral("Tutto è scritto: ora si può togliere la memoria."));
+    QCOMPARE(m_window->driver.lastBox.details, QString()); // nothing is hidden behind a button
     QCOMPARE(WindowFixture::read(card("music/a.mid")), WindowFixture::read(songs.at(0)));
     QCOMPARE(WindowFixture::read(card("music/b.mid")), WindowFixture::read(songs.at(1)));
     QVERIFY(QFile::exists(card("fsinfos.id3")));
