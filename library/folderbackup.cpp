@@ -29,22 +29,19 @@ public:
         , m_dest(dest)
     {}
 
-    bool isComplete() const { return m_isComplete; }
+    /** The first failure. */
+    const Outcome &outcome() const { return m_outcome; }
 
 private:
     bool enter(const QString &below, const Outcome &listed) override
     {
         const QString dest = m_dest + below;
         qDebug() << "Backing up directory:" << pathOf(below) << "to:" << dest;
-        if (!listed || !make(dest)) {
-            m_isComplete = false;
+        if (!isDone(listed, pathOf(below)) || !isDone(make(dest), dest))
             return false;
-        }
         leaveOut(dest); // it may lie in what is copied
-        m_batches.push_back(
-            std::make_unique<CopyBatch>(m_disk, dest, [this](int, const Outcome &outcome) {
-                m_isComplete = m_isComplete && outcome;
-            }));
+        m_batches.push_back(std::make_unique<CopyBatch>(
+            m_disk, dest, [this, dest](int, const Outcome &outcome) { isDone(outcome, dest); }));
         return true;
     }
 
@@ -60,41 +57,53 @@ private:
         const QString target = m_dest + below;
         qDebug() << "Copying file:" << source;
         CopyBatch &batch = *m_batches.back();
-        const bool isAdded =
-            !QFileInfo::exists(target) && batch.add({0, source, target, QString(), QString()});
+        if (QFileInfo::exists(target))
+            isDone({Outcome::Code::AlreadyExists, target, {}, {}}, target);
+        else
+            isDone(batch.add({0, source, target, QString(), QString()}), target);
         if (batch.isFull())
             batch.commit();
-        m_isComplete = m_isComplete && isAdded;
         return true;
     }
 
     void unreachable(const QString &below) override
     {
         qDebug() << "[backupDir] WARNING: can't be read:" << pathOf(below);
-        m_isComplete = false;
+        isDone({Outcome::Code::NotFound, pathOf(below), {}, {}}, pathOf(below));
     }
 
-    static bool make(const QString &folder)
+    static Outcome make(const QString &folder)
     {
         if (QFileInfo(folder).isDir())
-            return true;
+            return {};
         qDebug() << "Making new dir:" << folder;
-        return static_cast<bool>(CopyBatch::makeFolder(folder));
+        return CopyBatch::makeFolder(folder);
+    }
+
+    /** Keeps the first failure; \a path is what it happened to where it does not say so. */
+    bool isDone(const Outcome &outcome, const QString &path)
+    {
+        if (!outcome && m_outcome) {
+            m_outcome = outcome;
+            if (m_outcome.path.isEmpty())
+                m_outcome.path = path;
+        }
+        return static_cast<bool>(outcome);
     }
 
     Disk &m_disk;
     QString m_dest;
     std::vector<std::unique_ptr<CopyBatch>> m_batches; ///< of the folders on the way down
-    bool m_isComplete = true;
+    Outcome m_outcome;
 };
 
 } // namespace
 
-bool FolderBackup::backupDir(const QString &source, const QString &dest, Disk &disk)
+Outcome FolderBackup::backupDir(const QString &source, const QString &dest, Disk &disk)
 {
     TreeCopy copy(disk, dest);
     copy.walk(source);
-    return copy.isComplete();
+    return copy.outcome();
 }
 
 } // namespace tarvel4

@@ -11,10 +11,10 @@ namespace FolderBackup {
 
 /**
  * Copies what the folder \a source holds, sub-folders included, into \a dest, which is made where
- * it is missing. What stands there is not replaced. False when anything could not be copied; the
- * rest is.
+ * it is missing. What stands there is not replaced. Where anything could not be copied the rest is,
+ * and the outcome is the first cause, with the path that it happened to.
  */
-bool backupDir(const QString &source, const QString &dest, Disk &disk = Disk::real());
+Outcome backupDir(const QString &source, const QString &dest, Disk &disk = Disk::real());
 
 } // namespace FolderBackup
 

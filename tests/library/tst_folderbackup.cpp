@@ -75,7 +75,11 @@ void tst_FolderBackup::theLogTellsEachStep()
 void tst_FolderBackup::whatStandsThereIsNotReplaced()
 {
     TestFiles::write(at("to/b.mid"), "older");
-    QVERIFY(!FolderBackup::backupDir(at("from"), at("to")));
+    TestFiles::write(at("to/sub/deep/c.mid"), "older");
+    TestFiles::write(at("from/sub/deep/c.mid"), "c");
+    const Outcome outcome = FolderBackup::backupDir(at("from"), at("to"));
+    QCOMPARE(outcome.codeName(), QStringLiteral("already-exists"));
+    QCOMPARE(outcome.path, at("to/b.mid")); // the first of them
     QCOMPARE(TestFiles::read(at("to/b.mid")), QByteArray("older"));
     QCOMPARE(TestFiles::read(at("to/sub/deep/a.mp3")), QByteArray("a"));
 }
@@ -99,20 +103,30 @@ void tst_FolderBackup::unusableFolders_data()
 {
     QTest::addColumn<QString>("source");
     QTest::addColumn<QString>("dest");
-    QTest::newRow("a source that is not there") << QStringLiteral("none") << QStringLiteral("to");
-    QTest::newRow("a source that is a file")
-        << QStringLiteral("from/b.mid") << QStringLiteral("to");
-    QTest::newRow("a destination that is a file")
-        << QStringLiteral("from/sub") << QStringLiteral("from/b.mid");
-    QTest::newRow("a destination in a folder that is not there")
-        << QStringLiteral("from") << QStringLiteral("none/to");
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("path"); // that it happened to
+    const auto row = [](const char *name, const QString &source, const QString &dest,
+                        const char *code, const QString &path) {
+        QTest::newRow(name) << source << dest << QString::fromLatin1(code) << path;
+    };
+    const QString file = QStringLiteral("from/b.mid");
+    const QString none = QStringLiteral("none");
+    const QString to = QStringLiteral("to");
+    row("a source that is not there", none, to, "not-found", none);
+    row("a source that is a file", file, to, "not-found", file);
+    row("a destination that is a file", QStringLiteral("from/sub"), file, "already-exists", file);
+    row("a destination in a folder that is not there", QStringLiteral("from"),
+        QStringLiteral("none/to"), "not-found", QStringLiteral("none/to"));
 }
 
 void tst_FolderBackup::unusableFolders()
 {
     QFETCH(QString, source);
     QFETCH(QString, dest);
-    QVERIFY(!FolderBackup::backupDir(m_dir->filePath(source), m_dir->filePath(dest)));
+    QFETCH(QString, path);
+    const Outcome outcome = FolderBackup::backupDir(m_dir->filePath(source), m_dir->filePath(dest));
+    QTEST(outcome.codeName(), "code");
+    QCOMPARE(outcome.path, m_dir->filePath(path));
     QCOMPARE(TestFiles::namesIn(m_dir->path()), QStringList{QStringLiteral("from")});
 }
 
@@ -123,9 +137,10 @@ void tst_FolderBackup::aNameThatCantBeSaidIsAFailure()
     std::filesystem::create_symlink("b.mid", bad.toStdString(), refused);
     if (refused)
         QSKIP("the file system takes only names in UTF-8");
-    const bool isComplete = FolderBackup::backupDir(at("from"), at("to"));
+    const Outcome outcome = FolderBackup::backupDir(at("from"), at("to"));
     std::filesystem::remove(bad.toStdString()); // Qt can't
-    QVERIFY(!isComplete);
+    QCOMPARE(outcome.codeName(), QStringLiteral("not-found"));
+    QVERIFY(outcome.path.startsWith(at("from/bad")));
     QCOMPARE(TestFiles::namesIn(at("to")), TestFiles::namesIn(at("from")));
 }
 
@@ -134,14 +149,19 @@ void tst_FolderBackup::aFileThatFailsStopsNoOther()
     TestFiles::write(at("from/c.mid"), "c");
     FailingDisk disk;
     disk.failingWrite = 1;
-    QVERIFY(!FolderBackup::backupDir(at("from"), at("to"), disk));
+    disk.cause = Outcome::Code::NoRoom;
+    Outcome outcome = FolderBackup::backupDir(at("from"), at("to"), disk);
+    QCOMPARE(outcome.codeName(), QStringLiteral("no-room"));
+    QCOMPARE(outcome.path, at("to/b.mid"));
     QCOMPARE(TestFiles::namesIn(at("to")),
              QStringList({QStringLiteral("c.mid"), QStringLiteral("sub")}));
 
     disk = FailingDisk();
     disk.failingSync = 1; // of the deepest folder, which is flushed first
     QVERIFY(QDir(at("to")).removeRecursively());
-    QVERIFY(!FolderBackup::backupDir(at("from"), at("to"), disk));
+    outcome = FolderBackup::backupDir(at("from"), at("to"), disk);
+    QCOMPARE(outcome.codeName(), QStringLiteral("medium-failed"));
+    QCOMPARE(outcome.path, at("to/sub/deep"));
     QCOMPARE(TestFiles::namesIn(at("to/sub/deep")), QStringList());
     QCOMPARE(TestFiles::read(at("to/c.mid")), QByteArray("c"));
 }
