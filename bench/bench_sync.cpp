@@ -1,21 +1,20 @@
-// Synchronises a library of which a third is in the catalogue, beside a program that only rewrites
-// the same bytes into the same files with the same flushing.
+// Synchronises a library of which a third is in the catalogue, against a program that reads every
+// song and writes the bytes of that third again. Usage: bench_sync [FOLDER [CLI]]
+#include "bench/measure.h"
 #include "db/database.h"
 #include "library/messagelog.h"
 #include "library/songpath.h"
-#include "library/updatejob.h"
-
-#include "bench/silenthost.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QSqlQuery>
 #include <QTemporaryDir>
+#include <QVariant>
 
+#include <algorithm>
 #include <cstdio>
-
-using namespace tarvel4;
+#include <vector>
 
 using namespace tarvel4;
 
@@ -23,11 +22,14 @@ namespace {
 
 constexpr int catalogueRows = 8642;
 constexpr int songsPerFolder = 500;
+constexpr int songsNotFound = 1; // the status that a synchronisation exits with then
 constexpr int songSize = 40 << 10;
+
+const auto knownPrefix = QStringLiteral("CAT"); // of the names that the catalogue has
 
 QString catalogueName(int number)
 {
-    return QStringLiteral("S%1").arg(number, 7, 10, QLatin1Char('0'));
+    return knownPrefix + QStringLiteral("%1").arg(number, 5, 10, QLatin1Char('0'));
 }
 
 void makeCatalogue(const QString &path)
@@ -95,33 +97,6 @@ QStringList makeSongs(const QString &folder, int count)
     return files;
 }
 
-double secondsSince(const QElapsedTimer &timer)
-{
-    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
-}
-
-/** Writes the bytes that a file holds into it again. */
-double rewrite(const QStringList &files)
-{
-    double seconds = 0;
-    for (const QString &path : files) {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-            qFatal("can't open %s", qPrintable(path));
-        const QByteArray bytes = file.readAll();
-        file.close();
-        QElapsedTimer timer;
-        timer.start();
-        if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)
-            || file.write(bytes) != bytes.size() || !Disk::real().sync(file)) {
-            qFatal("can't rewrite %s", qPrintable(path));
-        }
-        file.close();
-        seconds += secondsSince(timer);
-    }
-    return seconds;
-}
-
 /** The lookups of an update alone: by file name, then by title. */
 double lookUp(Database &db, const QStringList &files)
 {
@@ -132,37 +107,32 @@ double lookUp(Database &db, const QStringList &files)
         if (!db.getRecordByFilename(SongPath::catalogueKey(SongPath::fileName(path)), record))
             db.getRecordByTitle(QString(), record);
     }
-    return secondsSince(timer);
+    return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
 }
 
-void measure(Database &db, const QString &base, int count)
+/** Returns the microseconds a song. */
+double measure(const Measure::Setup &setup, const QString &catalogue, Database &db, int count)
 {
-    QTemporaryDir dir(base + QStringLiteral("/bench_sync-XXXXXX"));
-    const QStringList files = makeSongs(dir.path(), count);
-    SilentHost host;
-    Disk::real().syncAll({dir.path()});
-
-    QStringList updated;
-    QElapsedTimer timer;
-    timer.start();
-    const UpdateSummary summary = UpdateJob(db, host, host, {})
-                                      .run(
-                                          files,
-                                          [&updated](const SongOutcome &song) {
-                                              if (song.result == SongResult::Updated)
-                                                  updated.append(song.path);
-                                          },
-                                          [] { return true; });
-    if (!summary.isComplete)
-        qFatal("the update failed");
-    const double ours = secondsSince(timer);
+    const QTemporaryDir folder(setup.folder + QStringLiteral("/bench_sync-XXXXXX"));
+    const QString from = folder.filePath(QStringLiteral("from"));
+    const QString work = folder.filePath(QStringLiteral("work"));
+    const QString songs = work + QStringLiteral("/songs");
+    const QStringList files = makeSongs(from, count);
+    const auto copy = [&] {
+        Measure::run({QStringLiteral("cp"), QStringLiteral("-r"), from, songs});
+    };
+    const Measure::Side plain = {{QStringLiteral(TARVEL4_REWRITEFOLDER), songs, knownPrefix}, copy};
+    const Measure::Side ours = {{setup.cli, QStringLiteral("sync"), QStringLiteral("--no-backup"),
+                                 QStringLiteral("--unpublished"), QStringLiteral("yes"),
+                                 QStringLiteral("--quiet"), QStringLiteral("--catalogue"),
+                                 catalogue, QStringLiteral("--recursive"), songs},
+                                copy,
+                                songsNotFound};
+    const Measure::Cost cost = Measure::compare(QStringLiteral("%1 songs of 40 kB").arg(count),
+                                                count, work, plain, ours, count > 10000 ? 3 : 5);
     const double lookups = lookUp(db, files);
-    const double bare = rewrite(updated);
-    std::printf("%6d songs, %5d updated: %6.2f s, %6.1f us a song; rewriting %6.2f s, ratio %.2f; "
-                "lookups %.3f s, %.1f %%\n",
-                count, static_cast<int>(updated.size()), ours, ours / count * 1e6, bare,
-                ours / bare, lookups, 100 * lookups / ours);
-    std::fflush(stdout);
+    std::printf("  lookups %.3f s, %.1f %% of the whole\n", lookups, 100 * lookups / cost.wall);
+    return cost.wall / count * 1e6;
 }
 
 } // namespace
@@ -170,16 +140,20 @@ void measure(Database &db, const QString &base, int count)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    // The medium is the folder given, else the one for temporary files.
-    const QString base = argc > 1 ? QFile::decodeName(argv[1]) : QDir::tempPath();
     MessageLog::silence(); // as the programs do when no log is kept
-    QTemporaryDir dir;
+    const Measure::Setup setup = Measure::setup(argc, argv);
+    const QTemporaryDir dir;
     const QString catalogue = dir.filePath(QStringLiteral("catalogue"));
     makeCatalogue(catalogue);
     Database db;
     if (!db.init(catalogue))
         qFatal("no catalogue");
-    for (int count : {1000, 10000, 50000})
-        measure(db, base, count);
+    Measure::printHeading("rewriting", "sync");
+    std::vector<double> perSong;
+    for (const int count : {1000, 10000, 50000})
+        perSong.push_back(measure(setup, catalogue, db, count));
+    const auto range = std::minmax_element(perSong.begin(), perSong.end());
+    std::printf("time a song at the three sizes: the most is %.2f times the least\n",
+                *range.second / *range.first);
     return 0;
 }

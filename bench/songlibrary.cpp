@@ -35,7 +35,7 @@ QByteArray midiSong(std::mt19937 &random, bool hasFields)
 }
 
 /** An MP3 with a picture in every third tag. */
-QByteArray mp3Song(std::mt19937 &random, bool hasPicture)
+QByteArray mp3Song(std::mt19937 &random, bool hasPicture, int frames)
 {
     QByteArray body = frame("TIT2", "Song title") + frame("TPE1", "Mina") + frame("TALB", "Album")
         + frame("TLEN", "215000") + frame("TCON", "Pop");
@@ -44,7 +44,7 @@ QByteArray mp3Song(std::mt19937 &random, bool hasPicture)
         std::generate(picture.begin(), picture.end(), [&] { return static_cast<char>(random()); });
         body += frame("APIC", picture);
     }
-    return tag(body + QByteArray(1024, '\0')) + audio(100);
+    return tag(body + QByteArray(1024, '\0')) + audio(frames);
 }
 
 } // namespace
@@ -60,8 +60,11 @@ void SongLibrary::make(const QString &folder, const Counts &counts)
     std::mt19937 random(4);
     for (int i = 0; i < counts.midi; ++i)
         write(midi.filePath(QStringLiteral("%1.mid").arg(i)), midiSong(random, i % 2 == 0));
-    for (int i = 0; i < counts.mp3; ++i)
-        write(mp3.filePath(QStringLiteral("%1.mp3").arg(i)), mp3Song(random, i % 3 == 0));
+    std::uniform_int_distribution<int> frames(counts.leastMp3Frames, counts.mostMp3Frames);
+    for (int i = 0; i < counts.mp3; ++i) {
+        write(mp3.filePath(QStringLiteral("%1.mp3").arg(i)),
+              mp3Song(random, i % 3 == 0, frames(random)));
+    }
     QByteArray packed[20];
     for (QByteArray &song : packed)
         song =

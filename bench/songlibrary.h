@@ -16,6 +16,8 @@ struct Counts
     int midi;
     int mp3;
     int mfx;
+    int leastMp3Frames = 100; //!< of 417 bytes
+    int mostMp3Frames = 100;
 };
 
 /** Writes that many songs, each kind to its folder below \a folder. */

@@ -144,7 +144,7 @@ Outcome FreeSpace::check(const QStringList &paths, const QString &folder, Disk &
         need.add(path, folder + QLatin1Char('/') + SongPath::fileName(path));
     if (need.sum() <= freeBytes(folder))
         return {};
-    disk.syncVolume(folder);
+    disk.syncAll({folder});
     const qint64 missing = need.sum() - freeBytes(folder);
     if (missing <= 0)
         return {};
