@@ -107,7 +107,7 @@ IndexSummary TransferJob::updateIndex(const QString &root)
                  {tr("Aggiornamento"), tr("Aggiornamento database..."), tr("Interrompi"), false},
                  defaultMaximum);
     // Only behind this one, whatever the copies and the index flushed, may the card be pulled.
-    if (summary.isDone && !m_disk.syncVolume(root)) {
+    if (summary.isDone && !m_disk.syncAll({root})) {
         summary.isDone = false;
         summary.cause = {Outcome::Code::NotConfirmed, root, {}, {}};
     }

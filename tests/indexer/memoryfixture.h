@@ -3,9 +3,11 @@
 #include "indexer/index.h"
 #include "indexer/indexverifier.h"
 #include "tests/songs/songbytes.h"
+#include "tests/storage/table.h"
 
 #include <QDateTime>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,6 +26,9 @@ public:
 
     QString root() const { return m_folder.path(); }
     QString path(const QString &below) const { return root() + below; }
+    /** Of a file of the index, by its name. */
+    QString file(const QString &name) const { return m_folder.filePath(name); }
+    QString file(const char *name) const { return file(QString::fromLatin1(name)); }
 
     /** Writes a song below the root, folders included, last changed on 5 March 2009 at 07:08:09. */
     void put(const QString &below, const QByteArray &bytes,
@@ -44,25 +49,18 @@ public:
                              + (artist.isEmpty() ? artist : SongBytes::songInfo(2, artist))));
     }
 
-    /** A memory with the songs /a.mid "ALFA", /b.mid "BETA", /c.mid "GAMMA", prepared. */
-    void prepare()
-    {
-        putMidi(QStringLiteral("/a.mid"), "Alfa", "Ada");
-        putMidi(QStringLiteral("/b.mid"), "Beta", "Bice");
-        putMidi(QStringLiteral("/c.mid"), "Gamma", "Ada");
-        QVERIFY(Index().rebuild(root()));
-    }
+    void putNewSong() { putMidi("/new.mid"_s, "new"); }
 
-    QByteArray read(const char *name) const
+    QByteArray read(const char *name) const { return SongBytes::read(file(name)); }
+    QString hexOf(const char *name, int at = 0, int size = -1) const
     {
-        return SongBytes::read(root() + QLatin1Char('/') + QLatin1String(name));
+        return QString::fromLatin1(read(name).mid(at, size).toHex());
     }
 
     /** Overwrites the bytes at an offset of one of the files. */
     void patch(const char *name, int at, const QByteArray &bytes) const
     {
-        SongBytes::write(root() + QLatin1Char('/') + QLatin1String(name),
-                         read(name).replace(at, bytes.size(), bytes));
+        SongBytes::write(file(name), read(name).replace(at, bytes.size(), bytes));
     }
 
     /** A record of one of the files, without the zero bytes at its end. */
@@ -81,29 +79,38 @@ public:
         QStringList texts;
         const auto found = IndexVerifier(root()).verify();
         for (const IndexProblem &problem : found)
-            texts.append(QStringLiteral("%1 %2: %3")
-                             .arg(problem.file)
-                             .arg(problem.record)
-                             .arg(problem.problem));
+            texts.append("%1 %2: %3"_s.arg(problem.file).arg(problem.record).arg(problem.problem));
         return texts;
     }
 
     /** The names of the seven files, in their order. */
     static QStringList preparedFiles()
     {
-        return {QStringLiteral("aartist.id3"), QStringLiteral("artist.id3"),
-                QStringLiteral("atitle.id3"),  QStringLiteral("fsinfos.id3"),
-                QStringLiteral("index.id3"),   QStringLiteral("ordfile.id3"),
-                QStringLiteral("title.id3")};
+        return {"aartist.id3"_s, "artist.id3"_s,  "atitle.id3"_s, "fsinfos.id3"_s,
+                "index.id3"_s,   "ordfile.id3"_s, "title.id3"_s};
+    }
+
+    /** The bytes of every file below the root that has such a name, by path. */
+    QMap<QString, QByteArray> files(const QStringList &names = {}) const
+    {
+        QMap<QString, QByteArray> bytes;
+        QDirIterator paths(root(), names, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (paths.hasNext()) {
+            const QString path = paths.next();
+            bytes.insert(path, SongBytes::read(path));
+        }
+        return bytes;
     }
 
     QStringList indexFiles() const
     {
-        return QDir(root()).entryList({QStringLiteral("*.id3"), QStringLiteral(".fsinfos*")},
-                                      QDir::Files | QDir::Hidden, QDir::Name);
+        return QDir(root()).entryList(indexNames(), QDir::Files | QDir::Hidden, QDir::Name);
     }
+    QMap<QString, QByteArray> index() const { return files(indexNames()); }
 
 private:
+    static QStringList indexNames() { return {"*.id3"_s, ".fsinfos*"_s}; }
+
     QStringList texts(const char *name, int size, int at, int width) const
     {
         QStringList texts;
@@ -113,6 +120,20 @@ private:
     }
 
     QTemporaryDir m_folder;
+};
+
+/** A memory with the songs /a.mid "ALFA", /b.mid "BETA" and /c.mid "GAMMA" and their index. */
+class PreparedMemory : public MemoryFixture
+{
+public:
+    PreparedMemory()
+    {
+        putMidi("/a.mid"_s, "Alfa", "Ada");
+        putMidi("/b.mid"_s, "Beta", "Bice");
+        putMidi("/c.mid"_s, "Gamma", "Ada");
+        if (!Index().rebuild(root()))
+            qFatal("the memory is not prepared");
+    }
 };
 
 } // namespace tarvel4

@@ -4,7 +4,6 @@
 #include "tests/storage/failingdisk.h"
 
 using namespace tarvel4;
-
 using namespace SongBytes;
 
 namespace {
@@ -15,7 +14,7 @@ IndexEntry entry(int number, const char *title, const char *artist)
 {
     IndexEntry entry;
     entry.number = entry.order = number;
-    entry.relativePath = QStringLiteral("/%1.mid").arg(number, 6, 10, QLatin1Char('0'));
+    entry.relativePath = "/%1.mid"_s.arg(number, 6, 10, QLatin1Char('0'));
     entry.title = QString::fromLatin1(title);
     entry.artist = QString::fromLatin1(artist);
     return entry;
@@ -36,123 +35,102 @@ class tst_IndexWriter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void results_data();
-    void results();
-    void ordValuesAreWrittenInBlocks_data();
-    void ordValuesAreWrittenInBlocks();
-    void anAlphaIndexIsThatOfTheWriterBefore();
-    void countsWrapAt16Bits();
+    void results_data()
+    {
+        const Table<QString, int, Operation> row;
+        row("ord index: 0", "ordfile.id3", 0, [](IndexWriter &w) { return w.writeOrdIndex(); });
+        row("path index: 0", "index.id3", 0, [](IndexWriter &w) { return w.writePathIndex(); });
+        row("title index: the records", "title.id3", 3,
+            [](IndexWriter &w) { return w.writeTitleIndex(); });
+        row("artist index: the groups", "artist.id3", 2,
+            [](IndexWriter &w) { return w.writeArtistIndex(); });
+        row("alpha index: 0", "atitle.id3", 0,
+            [](IndexWriter &w) { return w.writeAlphaIndex("atitle.id3"); });
+        row("numfile index: 0", "fsinfos.id3", 0,
+            [](IndexWriter &w) { return w.writeNumfileIndex(3, 2); });
+    }
+    void results()
+    {
+        const auto [name, result, operation] = cells<QString, int, Operation>();
+        const QVector<IndexEntry> songs = threeSongs();
+        MemoryFixture memory;
+        IndexWriter writer(memory.root(), songs, Disk::real());
+        QCOMPARE(operation(writer), result);
+        QVERIFY(QFile::exists(memory.file(name)));
+
+        FailingDisk disk;
+        disk.failAt = 1;
+        IndexWriter onFullCard(memory.root(), songs, disk);
+        QCOMPARE(operation(onFullCard), -1);
+        QCOMPARE(disk.operations.value(0), "write"_s);
+        QVERIFY(onFullCard.outcome() == disk.cause);
+        QVERIFY(onFullCard.outcome().path.startsWith(memory.root() + QLatin1Char('/')));
+
+        QVERIFY(QFile::remove(memory.file(name)));
+        QVERIFY(QDir(memory.root()).mkpath(name + "/in the way"_s));
+        QCOMPARE(operation(writer), -1);
+    }
+
+    void ordValuesAreWrittenInBlocks_data()
+    {
+        const Table<int, int, QByteArray> row;
+        row("512 values are one block", 512, 1, "ff01");
+        row("513 values are two", 513, 2, "0002");
+        row("1024 values are two", 1024, 2, "ff03");
+    }
+    void ordValuesAreWrittenInBlocks()
+    {
+        const auto [songs, writes, last] = cells<int, int, QByteArray>();
+        QVector<IndexEntry> entries;
+        for (int i = 0; i < songs; ++i)
+            entries.append(entry(i, "T", "A"));
+        MemoryFixture memory;
+        FailingDisk disk;
+        QCOMPARE(IndexWriter(memory.root(), entries, disk).writeOrdIndex(), 0);
+        QCOMPARE(disk.operations.count("write"_s), writes);
+        QCOMPARE(memory.read("ordfile.id3").size(), 2 * songs);
+        QCOMPARE(memory.read("ordfile.id3").right(2).toHex(), last);
+
+        disk.failAt = disk.operations.size() + writes;
+        QCOMPARE(IndexWriter(memory.root(), entries, disk).writeOrdIndex(), -1);
+        QVERIFY(memory.read("ordfile.id3").size() < 2 * songs);
+    }
+
+    void anAlphaIndexIsThatOfTheWriterBefore()
+    {
+        const QVector<IndexEntry> songs = threeSongs();
+        MemoryFixture memory;
+        IndexWriter writer(memory.root(), songs, Disk::real());
+        QCOMPARE(writer.writeTitleIndex(), 3);
+        QCOMPARE(writer.writeAlphaIndex("atitle.id3"), 0);
+        QCOMPARE(writer.writeArtistIndex(), 2);
+        QCOMPARE(writer.writeAlphaIndex("aartist.id3"), 0);
+        const QByteArray unclaimed(4, '\xFF');
+        QCOMPARE(memory.hexOf("atitle.id3", 4 * 33, 12), "000000000000004000000080"_s);
+        QCOMPARE(memory.read("aartist.id3").mid(4 * 33, 12).toHex(),
+                 QByteArray("00000000000000c0") + unclaimed.toHex()); // "C" began a title only
+    }
+
+    void countsWrapAt16Bits()
+    {
+        constexpr int songs = 65537;
+        QVector<IndexEntry> entries;
+        for (int i = 0; i < songs; ++i)
+            entries.append(entry(i, "T", "ADA"));
+        entries.append(entry(songs, "U", "BICE"));
+        MemoryFixture memory;
+        IndexWriter writer(memory.root(), entries, Disk::real());
+        QCOMPARE(writer.writeArtistIndex(), 2);
+        QCOMPARE(writer.writeAlphaIndex("aartist.id3"), 0);
+        const QByteArray artists = memory.read("artist.id3");
+        QCOMPARE(artists.left(4).toHex(), QByteArray("00000001"));
+        QCOMPARE(artists.mid(64 * (songs + 1), 4).toHex(), QByteArray("00010001"));
+        QCOMPARE(artists.right(64).left(4).toHex(), QByteArray("00010001")); // a number does not
+        QCOMPARE(memory.hexOf("aartist.id3", 4 * ('B' - ' '), 4), "00400080"_s);
+        QCOMPARE(writer.writeNumfileIndex(65538, 65541), 0);
+        QCOMPARE(memory.hexOf("fsinfos.id3"), "020005000000000000000000"_s);
+    }
 };
-
-void tst_IndexWriter::results_data()
-{
-    QTest::addColumn<Operation>("operation");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("result");
-    const auto row = [](const char *what, const char *name, int result, Operation operation) {
-        QTest::newRow(what) << operation << QString::fromLatin1(name) << result;
-    };
-    row("ord index: 0", "ordfile.id3", 0, [](IndexWriter &w) { return w.writeOrdIndex(); });
-    row("path index: 0", "index.id3", 0, [](IndexWriter &w) { return w.writePathIndex(); });
-    row("title index: the records", "title.id3", 3,
-        [](IndexWriter &w) { return w.writeTitleIndex(); });
-    row("artist index: the groups", "artist.id3", 2,
-        [](IndexWriter &w) { return w.writeArtistIndex(); });
-    row("alpha index: 0", "atitle.id3", 0,
-        [](IndexWriter &w) { return w.writeAlphaIndex("atitle.id3"); });
-    row("numfile index: 0", "fsinfos.id3", 0,
-        [](IndexWriter &w) { return w.writeNumfileIndex(3, 2); });
-}
-
-void tst_IndexWriter::results()
-{
-    QFETCH(Operation, operation);
-    QFETCH(QString, name);
-    QFETCH(int, result);
-    const QVector<IndexEntry> songs = threeSongs();
-    MemoryFixture memory;
-    IndexWriter writer(memory.root(), songs, Disk::real());
-    QCOMPARE(operation(writer), result);
-    QVERIFY(QFile::exists(memory.path(QLatin1Char('/') + name)));
-
-    FailingDisk disk;
-    disk.failAt = 1;
-    IndexWriter onFullCard(memory.root(), songs, disk);
-    QCOMPARE(operation(onFullCard), -1);
-    QCOMPARE(disk.operations.value(0), QStringLiteral("write"));
-    QVERIFY(onFullCard.outcome() == disk.cause);
-    QVERIFY(onFullCard.outcome().path.startsWith(memory.root() + QLatin1Char('/')));
-
-    QVERIFY(QFile::remove(memory.path(QLatin1Char('/') + name)));
-    QVERIFY(QDir(memory.root()).mkpath(name + QStringLiteral("/in the way")));
-    QCOMPARE(operation(writer), -1);
-}
-
-void tst_IndexWriter::ordValuesAreWrittenInBlocks_data()
-{
-    QTest::addColumn<int>("songs");
-    QTest::addColumn<int>("writes");
-    QTest::addColumn<QByteArray>("last");
-    QTest::newRow("512 values are one block") << 512 << 1 << QByteArray("ff01");
-    QTest::newRow("513 values are two") << 513 << 2 << QByteArray("0002");
-    QTest::newRow("1024 values are two") << 1024 << 2 << QByteArray("ff03");
-}
-
-void tst_IndexWriter::ordValuesAreWrittenInBlocks()
-{
-    QFETCH(int, songs);
-    QFETCH(int, writes);
-    QFETCH(QByteArray, last);
-    QVector<IndexEntry> entries;
-    for (int i = 0; i < songs; ++i)
-        entries.append(entry(i, "T", "A"));
-    MemoryFixture memory;
-    FailingDisk disk;
-    QCOMPARE(IndexWriter(memory.root(), entries, disk).writeOrdIndex(), 0);
-    QCOMPARE(disk.operations.count(QStringLiteral("write")), writes);
-    QCOMPARE(memory.read("ordfile.id3").size(), 2 * songs);
-    QCOMPARE(memory.read("ordfile.id3").right(2).toHex(), last);
-
-    disk.failAt = disk.operations.size() + writes;
-    QCOMPARE(IndexWriter(memory.root(), entries, disk).writeOrdIndex(), -1);
-    QVERIFY(memory.read("ordfile.id3").size() < 2 * songs);
-}
-
-void tst_IndexWriter::anAlphaIndexIsThatOfTheWriterBefore()
-{
-    const QVector<IndexEntry> songs = threeSongs();
-    MemoryFixture memory;
-    IndexWriter writer(memory.root(), songs, Disk::real());
-    QCOMPARE(writer.writeTitleIndex(), 3);
-    QCOMPARE(writer.writeAlphaIndex("atitle.id3"), 0);
-    QCOMPARE(writer.writeArtistIndex(), 2);
-    QCOMPARE(writer.writeAlphaIndex("aartist.id3"), 0);
-    const QByteArray unclaimed(4, '\xFF');
-    QCOMPARE(memory.read("atitle.id3").mid(4 * 33, 12).toHex(),
-             QByteArray("000000000000004000000080"));
-    QCOMPARE(memory.read("aartist.id3").mid(4 * 33, 12).toHex(),
-             QByteArray("00000000000000c0") + unclaimed.toHex()); // "C" began a title only
-}
-
-void tst_IndexWriter::countsWrapAt16Bits()
-{
-    constexpr int songs = 65537;
-    QVector<IndexEntry> entries;
-    for (int i = 0; i < songs; ++i)
-        entries.append(entry(i, "T", "ADA"));
-    entries.append(entry(songs, "U", "BICE"));
-    MemoryFixture memory;
-    IndexWriter writer(memory.root(), entries, Disk::real());
-    QCOMPARE(writer.writeArtistIndex(), 2);
-    QCOMPARE(writer.writeAlphaIndex("aartist.id3"), 0);
-    const QByteArray artists = memory.read("artist.id3");
-    QCOMPARE(artists.left(4).toHex(), QByteArray("00000001"));
-    QCOMPARE(artists.mid(64 * (songs + 1), 4).toHex(), QByteArray("00010001"));
-    QCOMPARE(artists.right(64).left(4).toHex(), QByteArray("00010001")); // a number does not
-    QCOMPARE(memory.read("aartist.id3").mid(4 * ('B' - ' '), 4).toHex(), QByteArray("00400080"));
-    QCOMPARE(writer.writeNumfileIndex(65538, 65541), 0);
-    QCOMPARE(memory.read("fsinfos.id3").toHex(), QByteArray("020005000000000000000000"));
-}
 
 QTEST_GUILESS_MAIN(tst_IndexWriter)
 #include "tst_indexwriter.moc"

@@ -234,7 +234,7 @@ void tst_BackupJob::theFolderHasItsNameOnlyWhenItIsWhole()
         disk.staysBroken = staysBroken;
         QStringList flushed; // what the incomplete folder held when the medium was flushed last
         disk.before = [&](const QString &operation, int) {
-            if (operation == text("syncVolume"))
+            if (operation == text("syncAll"))
                 flushed = TestFiles::namesIn(to(incompleteName));
             QVERIFY(!QFileInfo::exists(to(folderName)) || flushed == whole);
         };

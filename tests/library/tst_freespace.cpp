@@ -105,7 +105,7 @@ void tst_FreeSpace::check()
     FailingDisk disk;
     const Outcome outcome = FreeSpace::check(paths, folder, disk);
     QCOMPARE(outcome.codeName(), missing > 0 ? text("no-room") : QString());
-    QCOMPARE(disk.operations, missing > 0 ? strings({"syncVolume"}) : QStringList());
+    QCOMPARE(disk.operations, missing > 0 ? strings({"syncAll"}) : QStringList());
     if (missing == 0)
         return;
     const QString amount =

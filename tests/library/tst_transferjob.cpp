@@ -241,7 +241,7 @@ void tst_TransferJob::theCardMayBePulledOnceAllIsFlushed()
     };
     const TransferSummary summary =
         transfer(files, changed == text("folder") ? card() : card("/Pop"), disk);
-    QCOMPARE(disk.operations.mid(disk.operations.size() - 1), strings({"syncVolume"}));
+    QCOMPARE(disk.operations.mid(disk.operations.size() - 1), strings({"syncAll"}));
     QCOMPARE(summary.songs.copied, files.size());
     QVERIFY(summary.index.isPrepared);
     QVERIFY(summary.result == (isFlushed ? Result::Done : Result::Failed));

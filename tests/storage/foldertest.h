@@ -3,7 +3,7 @@
 #include "tests/library/logcapture.h"
 #include "tests/songs/songbytes.h"
 #include "tests/storage/failingdisk.h"
-#include "tests/storage/textliteral.h"
+#include "tests/storage/table.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
