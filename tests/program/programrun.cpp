@@ -31,6 +31,21 @@ QVector<QJsonObject> Run::records() const
     return records;
 }
 
+QStringList Run::texts(const char *key) const
+{
+    QStringList texts;
+    for (const QJsonObject &record : records())
+        texts += record.value(QLatin1String(key)).toString();
+    return texts;
+}
+
+char *toString(const Run &run)
+{
+    return qstrdup(
+        ("status " + QByteArray::number(run.status) + "\nout: " + run.out + "\nerr: " + run.err)
+            .constData());
+}
+
 Program::Program(const QString &folder)
     : m_folder(folder)
 {}

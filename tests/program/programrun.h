@@ -20,7 +20,18 @@ struct Run
 
     /** The records of a run with --json; fails the test where a line is no JSON object. */
     QVector<QJsonObject> records() const;
+
+    /** A text of each record, empty where it has none. */
+    QStringList texts(const char *key) const;
 };
+
+inline bool operator==(const Run &left, const Run &right)
+{
+    return left.status == right.status && left.out == right.out && left.err == right.err;
+}
+
+/** For QCOMPARE(). */
+char *toString(const Run &run);
 
 /** Runs tarvel4soft-cli in a folder, as a user does. */
 class Program

@@ -1,183 +1,120 @@
-#include "tests/program/fixtures.h"
-#include "tests/program/programrun.h"
+#include "tests/program/programtest.h"
 
-#include <QDir>
 #include <QJsonArray>
-#include <QtTest>
 
 using namespace tarvel4;
+using namespace Fixtures;
 
 /** `edit`: the user's own correction of a song. */
-class tst_CliEdit : public QObject
+class tst_CliEdit : public ProgramTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void changesTheNamedFields_data();
-    void changesTheNamedFields();
-    void addsMarkers_data();
-    void addsMarkers();
-    void editsEverySample_data();
-    void editsEverySample();
-    void leavesEverythingElseOfASong();
-    void leavesEverythingElseOfAnMp3();
-    void refusesAndLeavesTheFileAlone_data();
-    void refusesAndLeavesTheFileAlone();
-    void saysWhatCouldNotBeEdited_data();
-    void saysWhatCouldNotBeEdited();
+    void init()
+    {
+        makeFolder();
+        write("a.mid", wholeSong());
+    }
 
-private:
-    QString path(const QString &name) const { return m_folder->filePath(name); }
+    void changesTheNamedFields_data()
+    {
+        const Table<QString, QString, QJsonValue> row;
+        row("the title", "--title=Nuova", "title", "Nuova"_s);
+        row("the title, to nothing", "--title=", "title", ""_s);
+        row("a text is trimmed as in the window", "--title=  Nuova  ", "title", "Nuova"_s);
+        row("the title from the file's name", "--title-from-name", "title", "a"_s);
+        row("the artist", "--artist=Altri", "artist", "Altri"_s);
+        row("the genre", "--genre=DANCE", "genre", "DANCE"_s);
+        row("the author", "--author=Rossi", "author", "Rossi"_s);
+        row("the length", "--length=61", "length", 61);
+        row("the length, to nothing", "--length=0", "length", 0);
+        row("the tempo", "--bpm=99", "bpm", 99);
+        row("the key", "--key=Bb", "key", "Bb"_s);
+        row("the key, with a blank", "--key=C# -", "key", "C#-"_s);
+        row("the key by another name", "--key=D#", "key", "Eb"_s);
+        row("the key by another name that stands for E", "--key=G#", "key", "E"_s);
+        row("the key, to nothing", "--key=", "key", ""_s);
+        // required: texts are written as UTF-8 and read back as Latin-1
+        row("a text outside ASCII", "--title=Perch\u00E9", "title",
+            QStringLiteral("Perch\u00C3\u00A9"));
+    }
+    void changesTheNamedFields()
+    {
+        const auto [option, field, value] = cells<QString, QString, QJsonValue>();
+        QJsonObject expected = cli("info --json a.mid").records().value(0);
+        expected.insert(field, value);
 
-    QScopedPointer<QTemporaryDir> m_folder;
-};
+        const Run run = cliWith({"edit"_s, "--json"_s, option, "a.mid"_s});
+        QCOMPARE(run.err, QByteArray());
+        QCOMPARE(run.status, 0);
+        QCOMPARE(run.records().value(0), expected);
+        QCOMPARE(cli("info --json a.mid").out, run.out);
+    }
 
-void tst_CliEdit::init()
-{
-    m_folder.reset(new QTemporaryDir);
-    QVERIFY(m_folder->isValid());
-    QVERIFY(Fixtures::write(path(QStringLiteral("a.mid")), Fixtures::wholeSong()));
-}
+    void addsMarkers_data()
+    {
+        const Table<QString, QByteArray> row;
+        row("one, ahead of those present", "--add-marker 3:Ponte", R"({"bar":3,"text":"Ponte"})");
+        row("several, in the order given", "--add-marker 7:Uno --add-marker=8:Due",
+            R"({"bar":7,"text":"Uno"},{"bar":8,"text":"Due"})");
+        row("with a colon in its text, at the last bar there is", "--add-marker 65535:a:b",
+            R"({"bar":65535,"text":"a:b"})");
+    }
+    void addsMarkers()
+    {
+        const auto [options, added] = cells<QString, QByteArray>();
+        const Run run = cli("edit --json %1 a.mid"_s.arg(options));
+        QCOMPARE(run.status, 0);
+        const QByteArray present = R"({"bar":1,"text":"Intro"},{"bar":5,"text":"Strofa"})";
+        QVERIFY2(run.out.contains("\"markers\":[" + added + ',' + present + ']'),
+                 run.out.constData());
+    }
 
-void tst_CliEdit::changesTheNamedFields_data()
-{
-    QTest::addColumn<QStringList>("options");
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<QJsonValue>("value");
-    const auto row = [](const char *name, const QStringList &options, const char *field,
-                        const QJsonValue &value) {
-        QTest::newRow(name) << options << QString::fromLatin1(field) << value;
-    };
-    const auto text = [](const char *value) { return QString::fromUtf8(value); };
-    row("the title", {text("--title=Nuova")}, "title", text("Nuova"));
-    row("the title, to nothing", {text("--title=")}, "title", text(""));
-    row("a text is trimmed as in the window", {text("--title=  Nuova  ")}, "title", text("Nuova"));
-    row("the title from the file's name", {text("--title-from-name")}, "title", text("a"));
-    row("the artist", {text("--artist=Altri")}, "artist", text("Altri"));
-    row("the genre", {text("--genre=DANCE")}, "genre", text("DANCE"));
-    row("the author", {text("--author=Rossi")}, "author", text("Rossi"));
-    row("the length", {text("--length=61")}, "length", 61);
-    row("the length, to nothing", {text("--length=0")}, "length", 0);
-    row("the tempo", {text("--bpm=99")}, "bpm", 99);
-    row("the key", {text("--key=Bb")}, "key", text("Bb"));
-    row("the key, with a blank", {text("--key=C# -")}, "key", text("C#-"));
-    row("the key by another name", {text("--key=D#")}, "key", text("Eb"));
-    row("the key by another name that stands for E", {text("--key=G#")}, "key", text("E"));
-    row("the key, to nothing", {text("--key=")}, "key", text(""));
-    // required: texts are written as UTF-8 and read back as Latin-1
-    row("a text outside ASCII", {text("--title=Perch\u00E9")}, "title", text("Perch\u00C3\u00A9"));
-}
+    void editsEverySample_data()
+    {
+        const Table<QString> row;
+        for (const QString &song : sampleSongs())
+            row(qPrintable(QFileInfo(song).fileName()), song);
+    }
+    void editsEverySample()
+    {
+        const auto [sample] = cells<QString>();
+        QVERIFY(QFile::copy(sample, path(QFileInfo(sample).fileName())));
+        const Run run =
+            cli("edit --json --title='T x' --artist='A x' --genre='G x' --author='U x' --length=77 "
+                "--bpm=88 --key=F#- "_s
+                + QFileInfo(sample).fileName());
+        QCOMPARE(run.err, QByteArray());
+        QCOMPARE(run.status, 0);
+        const QByteArray edited = R"("title":"T x","artist":"A x","genre":"G x","author":"U x",)"
+                                  R"("length":77,"bpm":88,"key":"F#-")";
+        QVERIFY2(run.out.contains(edited), run.out.constData());
+    }
 
-void tst_CliEdit::changesTheNamedFields()
-{
-    QFETCH(QStringList, options);
-    QFETCH(QString, field);
-    QFETCH(QJsonValue, value);
-    const Program program(m_folder->path());
-    const QJsonObject before =
-        program.run({QStringLiteral("info"), QStringLiteral("--json"), QStringLiteral("a.mid")})
-            .records()
-            .value(0);
-    QJsonObject expected = before;
-    expected.insert(field, value);
+    void leavesEverythingElseOfASong()
+    {
+        if (shell("/usr/bin/python3 -c 'import mido'").status != 0)
+            QSKIP("python3-mido is not installed");
+        const Run packaged = shell(
+            "cp $(dpkg -L openttd-openmsx | grep '\\.mid$' | sed -n '1~3p') . && mkdir before && "
+            "cp *.mid before");
+        if (packaged.status != 0)
+            QSKIP("the package openttd-openmsx is not installed");
 
-    const Run run = program.run(QStringList{QStringLiteral("edit"), QStringLiteral("--json")}
-                                + options + QStringList{QStringLiteral("a.mid")});
-    QCOMPARE(run.err, QByteArray());
-    QCOMPARE(run.status, 0);
-    QCOMPARE(run.records().value(0), expected);
-    QCOMPARE(
-        program.run({QStringLiteral("info"), QStringLiteral("--json"), QStringLiteral("a.mid")})
-            .out,
-        run.out);
-}
+        const Run run = cli("edit --title Nuova --key Bb --length 61 --add-marker 2:Ponte *.mid");
+        QVERIFY2(run.status == 0, run.err.constData());
+        const Run compared = shell(QStringLiteral("/usr/bin/python3 " TARVEL4_TEST_PROGRAM
+                                                  "/compare_midi.py before/*.mid -- *.mid"));
+        QCOMPARE(compared, (Run{0, "12 songs hold the same music\n", ""}));
+    }
 
-void tst_CliEdit::addsMarkers_data()
-{
-    QTest::addColumn<QString>("options");
-    QTest::addColumn<QByteArray>("markers");
-    QTest::newRow("one, ahead of those present")
-        << "--add-marker 3:Ponte"
-        << QByteArray(R"([{"bar":3,"text":"Ponte"},{"bar":1,"text":"Intro"},)"
-                      R"({"bar":5,"text":"Strofa"}])");
-    QTest::newRow("several, in the order given")
-        << "--add-marker 7:Uno --add-marker=8:Due"
-        << QByteArray(R"([{"bar":7,"text":"Uno"},{"bar":8,"text":"Due"},)"
-                      R"({"bar":1,"text":"Intro"},{"bar":5,"text":"Strofa"}])");
-    QTest::newRow("with a colon in its text, at the last bar there is")
-        << "--add-marker 65535:a:b"
-        << QByteArray(R"([{"bar":65535,"text":"a:b"},{"bar":1,"text":"Intro"},)"
-                      R"({"bar":5,"text":"Strofa"}])");
-}
-
-void tst_CliEdit::addsMarkers()
-{
-    QFETCH(QString, options);
-    QFETCH(QByteArray, markers);
-    const Run run = Program(m_folder->path())
-                        .shell(QStringLiteral("\"$cli\" edit --json %1 a.mid").arg(options));
-    QCOMPARE(run.status, 0);
-    QVERIFY2(run.out.contains("\"markers\":" + markers), run.out.constData());
-}
-
-void tst_CliEdit::editsEverySample_data()
-{
-    QTest::addColumn<QString>("sample");
-    const QDir samples(QStringLiteral(TARVEL4_SAMPLES));
-    const QStringList names = samples.entryList({QStringLiteral("*.mid"), QStringLiteral("*.kar"),
-                                                 QStringLiteral("*.mf?"), QStringLiteral("*.mp3")},
-                                                QDir::Files);
-    for (const QString &name : names)
-        QTest::newRow(qPrintable(name)) << samples.filePath(name);
-}
-
-void tst_CliEdit::editsEverySample()
-{
-    QFETCH(QString, sample);
-    const QString copy = path(QFileInfo(sample).fileName());
-    QVERIFY(QFile::copy(sample, copy));
-    const Run run =
-        Program(m_folder->path())
-            .run({QStringLiteral("edit"), QStringLiteral("--json"), QStringLiteral("--title=T x"),
-                  QStringLiteral("--artist=A x"), QStringLiteral("--genre=G x"),
-                  QStringLiteral("--author=U x"), QStringLiteral("--length=77"),
-                  QStringLiteral("--bpm=88"), QStringLiteral("--key=F#-"), copy});
-    QCOMPARE(run.err, QByteArray());
-    QCOMPARE(run.status, 0);
-    const QByteArray edited = R"("title":"T x","artist":"A x","genre":"G x","author":"U x",)"
-                              R"("length":77,"bpm":88,"key":"F#-")";
-    QVERIFY2(run.out.contains(edited), run.out.constData());
-}
-
-void tst_CliEdit::leavesEverythingElseOfASong()
-{
-    const Program program(m_folder->path());
-    if (program.shell(QStringLiteral("/usr/bin/python3 -c 'import mido'")).status != 0)
-        QSKIP("python3-mido is not installed");
-    const Run packaged = program.shell(QStringLiteral(
-        "cp $(dpkg -L openttd-openmsx | grep '\\.mid$' | sed -n '1~3p') . && mkdir before && "
-        "cp *.mid before"));
-    if (packaged.status != 0)
-        QSKIP("the package openttd-openmsx is not installed");
-
-    const Run run = program.shell(QStringLiteral(
-        "\"$cli\" edit --title Nuova --key Bb --length 61 --add-marker 2:Ponte *.mid"));
-    QVERIFY2(run.status == 0, run.err.constData());
-    const Run compared = program.shell(QStringLiteral("/usr/bin/python3 " TARVEL4_TEST_PROGRAM
-                                                      "/compare_midi.py before/*.mid -- *.mid"));
-    QCOMPARE(compared.out, QByteArray("12 songs hold the same music\n"));
-    QCOMPARE(compared.status, 0);
-}
-
-void tst_CliEdit::leavesEverythingElseOfAnMp3()
-{
-    const Program program(m_folder->path());
-    if (program.shell(QStringLiteral("/usr/bin/python3 -c 'import mutagen' && type ffmpeg")).status
-        != 0)
-        QSKIP("ffmpeg and python3-mutagen are not installed");
-    const Run run = program.shell(QLatin1String(
-        R"(ffmpeg -v error -f lavfi -i sine=440:duration=2 -id3v2_version 3 -metadata title=Tono \
+    void leavesEverythingElseOfAnMp3()
+    {
+        if (shell("/usr/bin/python3 -c 'import mutagen' && type ffmpeg").status != 0)
+            QSKIP("ffmpeg and python3-mutagen are not installed");
+        const Run run = shell(
+            R"(ffmpeg -v error -f lavfi -i sine=440:duration=2 -id3v2_version 3 -metadata title=Tono \
              -metadata album=Disco before.mp3
            cp before.mp3 after.mp3
            "$cli" edit --title "Nuovo titolo" --artist Altri --length 61 after.mp3 >/dev/null || exit
@@ -185,83 +122,77 @@ void tst_CliEdit::leavesEverythingElseOfAnMp3()
 tags = mutagen.File("after.mp3").tags
 print(tags["TIT2"], tags["TPE1"], tags["TLEN"], tags["TALB"], sep="|")'
            for f in before after; do ffmpeg -v error -i $f.mp3 -map 0:a -c copy -f data - | md5sum; done |
-             uniq | wc -l)"));
-    QCOMPARE(run.err, QByteArray());
-    QCOMPARE(run.out, QByteArray("Nuovo titolo|Altri|61000|Disco\n1\n"));
-}
+             uniq | wc -l)");
+        QCOMPARE(run.err, QByteArray());
+        QCOMPARE(run.out, QByteArray("Nuovo titolo|Altri|61000|Disco\n1\n"));
+    }
 
-void tst_CliEdit::refusesAndLeavesTheFileAlone_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<int>("status");
-    QTest::newRow("nothing to change") << "a.mid" << 2;
-    QTest::newRow("a key that nobody knows") << "--key H a.mid" << 2;
-    QTest::newRow("a key in small letters") << "--key bb a.mid" << 2;
-    QTest::newRow("a length that is no number") << "--length 3:05 a.mid" << 2;
-    QTest::newRow("a length below zero") << "--length=-1 a.mid" << 2;
-    QTest::newRow("a length beyond all bounds") << "--length 99999999999 a.mid" << 2;
-    QTest::newRow("a tempo that is no number") << "--bpm fast a.mid" << 2;
-    QTest::newRow("an empty tempo") << "--bpm= a.mid" << 2;
-    QTest::newRow("a marker without a bar") << "--add-marker Intro a.mid" << 2;
-    QTest::newRow("a marker without a text") << "--add-marker 5: a.mid" << 2;
-    QTest::newRow("a marker at bar 0") << "--add-marker 0:Intro a.mid" << 2;
-    QTest::newRow("a marker beyond the last bar") << "--add-marker 65536:Intro a.mid" << 2;
-    QTest::newRow("two sources of the title") << "--title x --title-from-name a.mid" << 2;
-    QTest::newRow("no song") << "--title x" << 2;
-    QTest::newRow("a song missing among others") << "--title x a.mid gone.mid" << 3;
-    QTest::newRow("a folder") << "--title x a.mid ." << 3;
-}
+    void refusesAndLeavesTheFileAlone_data()
+    {
+        const Table<QString, int> row;
+        row("nothing to change", "a.mid", 2);
+        row("a key that nobody knows", "--key H a.mid", 2);
+        row("a key in small letters", "--key bb a.mid", 2);
+        row("a length that is no number", "--length 3:05 a.mid", 2);
+        row("a length below zero", "--length=-1 a.mid", 2);
+        row("a length beyond all bounds", "--length 99999999999 a.mid", 2);
+        row("a tempo that is no number", "--bpm fast a.mid", 2);
+        row("an empty tempo", "--bpm= a.mid", 2);
+        row("a marker without a bar", "--add-marker Intro a.mid", 2);
+        row("a marker without a text", "--add-marker 5: a.mid", 2);
+        row("a marker at bar 0", "--add-marker 0:Intro a.mid", 2);
+        row("a marker beyond the last bar", "--add-marker 65536:Intro a.mid", 2);
+        row("two sources of the title", "--title x --title-from-name a.mid", 2);
+        row("no song", "--title x", 2);
+        row("a song missing among others", "--title x a.mid gone.mid", 3);
+        row("a folder", "--title x a.mid .", 3);
+    }
+    void refusesAndLeavesTheFileAlone()
+    {
+        const auto [line, status] = cells<QString, int>();
+        const Run run = cli("edit "_s + line);
+        QCOMPARE(run.out, QByteArray());
+        QVERIFY(run.err.startsWith("tarvel4soft-cli: "));
+        QCOMPARE(run.status, status);
+        QCOMPARE(read("a.mid"), wholeSong());
+    }
 
-void tst_CliEdit::refusesAndLeavesTheFileAlone()
-{
-    QFETCH(QString, line);
-    QFETCH(int, status);
-    const Run run = Program(m_folder->path()).shell(QLatin1String("\"$cli\" edit ") + line);
-    QCOMPARE(run.out, QByteArray());
-    QVERIFY(run.err.startsWith("tarvel4soft-cli: "));
-    QCOMPARE(run.status, status);
-    QCOMPARE(Fixtures::read(path(QStringLiteral("a.mid"))), Fixtures::wholeSong());
-}
+    void saysWhatCouldNotBeEdited_data();
+    void saysWhatCouldNotBeEdited()
+    {
+        const auto [line, out, err] = cells<QString, QByteArray, QByteArray>();
+        const Run run = shell("set -o pipefail\n"_s + line);
+        QCOMPARE(run.out, out);
+        QCOMPARE(run.err, "tarvel4soft-cli: " + err + '\n');
+    }
+};
 
+// Outside of the class: moc loses its way in these raw strings.
 void tst_CliEdit::saysWhatCouldNotBeEdited_data()
 {
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QByteArray>("out");
-    QTest::addColumn<QByteArray>("err");
-    QTest::newRow("a file that is no song, and the next one is edited")
-        << R"(echo x >x.mid; "$cli" edit --json --title Nuova x.mid a.mid | cut -c-61)"
-        << QByteArray(R"({"path":"x.mid","error":"it is no .mid, .kar, .mp3, .mf3, .mf)"
-                      "\n"
-                      R"({"path":"a.mid","name":"a.mid","format":"MIDI","title":"Nuova)"
-                      "\n")
-        << QByteArray("x.mid: it is no .mid, .kar, .mp3, .mf3, .mf4 or .mf5 song");
-    QTest::newRow("an MP3 takes no marker")
-        << R"(printf 'ID3\3\0\0\0\0\0\0\377\373' >x.mp3
+    const Table<QString, QByteArray, QByteArray> row;
+    row("a file that is no song, and the next one is edited",
+        R"(echo x >x.mid; "$cli" edit --json --title Nuova x.mid a.mid | cut -c-61)",
+        R"({"path":"x.mid","error":"it is no .mid, .kar, .mp3, .mf3, .mf)"
+        "\n"
+        R"({"path":"a.mid","name":"a.mid","format":"MIDI","title":"Nuova)"
+        "\n",
+        "x.mid: it is no .mid, .kar, .mp3, .mf3, .mf4 or .mf5 song");
+    row("an MP3 takes no marker", R"(printf 'ID3\3\0\0\0\0\0\0\377\373' >x.mp3
               "$cli" edit --json --title x --add-marker 1:x x.mp3
-              printf 'ID3\3\0\0\0\0\0\0\377\373' | cmp - x.mp3)"
-        << QByteArray(R"({"path":"x.mp3","error":"this format can't hold markers",)"
-                      R"("code":"no-markers","field":"markers"})"
-                      "\n")
-        << QByteArray("x.mp3: this format can't hold markers");
-    QTest::newRow("a song that can't grow, and stays as it was")
-        << R"x(truncate -s 1000 a.mid; cp a.mid old; ulimit -f 1
+              printf 'ID3\3\0\0\0\0\0\0\377\373' | cmp - x.mp3)",
+        R"({"path":"x.mp3","error":"this format can't hold markers",)"
+        R"("code":"no-markers","field":"markers"})"
+        "\n",
+        "x.mp3: this format can't hold markers");
+    row("a song that can't grow, and stays as it was",
+        R"x(truncate -s 1000 a.mid; cp a.mid old; ulimit -f 1
               "$cli" edit --json --title "$(printf %0120d 0)" --add-marker 1:x a.mid
-              cmp a.mid old)x"
-        << QByteArray(
-               R"({"path":"a.mid","error":"it is too large: more than the disk or card takes",)"
-               R"("code":"too-large"})"
-               "\n")
-        << QByteArray("a.mid: it is too large: more than the disk or card takes");
-}
-
-void tst_CliEdit::saysWhatCouldNotBeEdited()
-{
-    QFETCH(QString, line);
-    QFETCH(QByteArray, out);
-    QFETCH(QByteArray, err);
-    const Run run = Program(m_folder->path()).shell(QLatin1String("set -o pipefail\n") + line);
-    QCOMPARE(run.out, out);
-    QCOMPARE(run.err, "tarvel4soft-cli: " + err + '\n');
+              cmp a.mid old)x",
+        QByteArray(R"({"path":"a.mid","error":"it is too large: more than the disk or card takes",)"
+                   R"("code":"too-large"})"
+                   "\n"),
+        "a.mid: it is too large: more than the disk or card takes");
 }
 
 QTEST_GUILESS_MAIN(tst_CliEdit)
