@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QAbstractButton>
-#include <QApplication>
+#include "tests/ui/forms.h"
+
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
@@ -20,12 +19,19 @@ namespace tarvel4 {
 /**
  * Plays the user while the test's own call is blocked in a dialog: takes its steps one after
  * another, each as soon as its dialog is on show. A dialog that nobody expected, or that does not
- * come, is closed after some seconds and remembered as a problem, so that no test hangs.
+ * come, is closed after some seconds, so that no test hangs, and fails the test in the end.
  */
 class DialogDriver : public QObject
 {
 public:
     DialogDriver() { wait(); }
+    ~DialogDriver() override
+    {
+        for (const Step &step : m_steps)
+            m_problems.append(text("never came: ") + step.dialog);
+        QVERIFY2(m_problems.isEmpty(), qPrintable(m_problems.join(text("; "))));
+    }
+    Q_DISABLE_COPY(DialogDriver)
 
     /** Adds a step for the next modal dialog or menu of class \a Dialog. */
     template <class Dialog> void expect(std::function<void(Dialog &)> act)
@@ -47,11 +53,17 @@ public:
         m_steps.pop_back();
     }
 
-    /** Clicks a button, by object name, in the next dialog of class \a Dialog. */
+    /** Clicks a button, by object name, in the next dialog of class \a Dialog; where it has no
+     * name, closes the dialog by its frame. */
     template <class Dialog> void click(const QString &button)
     {
-        expect<Dialog>([this, button](Dialog &dialog) { clickIn(dialog, button); });
+        if (button.isEmpty())
+            closeFrame<Dialog>();
+        else
+            expect<Dialog>(
+                [button](Dialog &dialog) { tarvel4::click(dialog, qPrintable(button)); });
     }
+    template <class Dialog> void click(const char *button) { click<Dialog>(text(button)); }
 
     /** Closes the next dialog of class \a Dialog by its frame. */
     template <class Dialog> void closeFrame()
@@ -69,7 +81,7 @@ public:
             if (QAbstractButton *found = box.button(button))
                 QTest::mouseClick(found, Qt::LeftButton);
             else
-                m_problems.append(QStringLiteral("no such button in ") + box.text());
+                m_problems.append(text("no such button in ") + box.text());
         });
     }
 
@@ -77,11 +89,11 @@ public:
     void chooseFiles(const QStringList &paths)
     {
         expect<QFileDialog>([paths](QFileDialog &dialog) {
-            auto *edit = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            auto *edit = child<QLineEdit>(dialog, "fileNameEdit");
             const QSignalBlocker noCompletion(edit);
-            edit->setText(paths.size() == 1 ? paths.constFirst()
-                                            : QLatin1Char('"') + paths.join(QStringLiteral("\" \""))
-                                  + QLatin1Char('"'));
+            edit->setText(paths.size() == 1
+                              ? paths.constFirst()
+                              : QLatin1Char('"') + paths.join(text("\" \"")) + QLatin1Char('"'));
             static_cast<QDialog &>(dialog).accept();
         });
     }
@@ -98,23 +110,6 @@ public:
                 QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier,
                                   menu.actionGeometry(menu.actions().at(entry)).center());
         });
-    }
-
-    void clickIn(const QWidget &dialog, const QString &button)
-    {
-        if (auto *found = dialog.findChild<QAbstractButton *>(button))
-            QTest::mouseClick(found, Qt::LeftButton);
-        else
-            m_problems.append(QStringLiteral("no button ") + button);
-    }
-
-    /** What went otherwise than expected; empty when every step was taken. */
-    QString problems() const
-    {
-        QStringList all = m_problems;
-        for (const Step &step : m_steps)
-            all.append(QStringLiteral("never came: ") + step.dialog);
-        return all.join(QStringLiteral("; "));
     }
 
     struct Box
@@ -192,9 +187,8 @@ private:
 
     void giveUp(QWidget *shown)
     {
-        m_problems.append(QStringLiteral("stuck in ")
-                          + QString::fromLatin1(shown->metaObject()->className()) + QLatin1Char(' ')
-                          + shown->windowTitle());
+        m_problems.append(text("stuck in ") + QString::fromLatin1(shown->metaObject()->className())
+                          + QLatin1Char(' ') + shown->windowTitle());
         qWarning() << m_problems.constLast();
         m_patience.invalidate();
         if (auto *dialog = qobject_cast<QDialog *>(shown))

@@ -2,10 +2,11 @@
 
 namespace tarvel4 {
 
-/** The texts of the forms, before and after the translation; a dialog's own is its title. */
+/** The texts of the forms, before and after the translation, and the field that a caption leads to;
+ * a dialog's own text is its title. */
 struct FormText
 {
-    const char *dialog, *widget, *italian, *english;
+    const char *dialog, *widget, *italian, *english, *field = nullptr;
 };
 constexpr FormText formTexts[] = {
     {"about", "", "Informazioni", "About"},
@@ -27,21 +28,21 @@ constexpr FormText formTexts[] = {
     {"edit", "formatoLabel", "Formato:", "Format:"},
     {"edit", "formatLabel", "--", "--"},
     {"edit", "labelModificadati", "Modifica i dati della Song:", "Edit the data of the song:"},
-    {"edit", "titoloSongLabel", "Titolo Song:", "Song title:"},
+    {"edit", "titoloSongLabel", "Titolo Song:", "Song title:", "titleLineEdit"},
     {"edit", "radioButtonTitle1", "Usa il titolo", "Use the title"},
     {"edit", "radioButtonTitle2", "Usa il filename", "Use the file name"},
     {"edit", "checkBoxToAllTitle", "Applica a tutti", "Apply to all"},
-    {"edit", "interpreteLabel", "Interprete:", "Artist:"},
+    {"edit", "interpreteLabel", "Interprete:", "Artist:", "artistComboBox"},
     {"edit", "checkBoxToAllArtist", "Applica a tutti", "Apply to all"},
-    {"edit", "genereMusicaleLabel", "Genere Musicale:", "Genre:"},
+    {"edit", "genereMusicaleLabel", "Genere Musicale:", "Genre:", "genreComboBox"},
     {"edit", "checkBoxToAllGenre", "Applica a tutti", "Apply to all"},
-    {"edit", "autoreLabel", "Autore:", "Author:"},
+    {"edit", "autoreLabel", "Autore:", "Author:", "authorLineEdit"},
     {"edit", "checkBoxToAllAuthor", "Applica a tutti", "Apply to all"},
-    {"edit", "durataLabel", "Durata:", "Length:"},
-    {"edit", "mmLabel", "mm", "mm"},
-    {"edit", "ssLabel", "ss", "ss"},
-    {"edit", "tonalitaLabel", "Tonalità:", "Key:"},
-    {"edit", "bpmLabel", "BPM:", "BPM:"},
+    {"edit", "durataLabel", "Durata:", "Length:", "lenMmLineEdit"},
+    {"edit", "mmLabel", "mm", "mm", "lenMmLineEdit"},
+    {"edit", "ssLabel", "ss", "ss", "lenSsLineEdit"},
+    {"edit", "tonalitaLabel", "Tonalità:", "Key:", "keyComboBox"},
+    {"edit", "bpmLabel", "BPM:", "BPM:", "bpmLineEdit"},
     {"edit", "savePushButton", "Salva", "Save"},
     {"edit", "exitPushButton", "Annulla", "Cancel"},
     {"help", "", "Aiuto Tarvel4 Soft", "Tarvel4 Soft help"},
@@ -49,9 +50,11 @@ constexpr FormText formTexts[] = {
     {"index", "pathLabel",
      "Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare "
      "per Tarvel4",
-     "Choose the root folder of the Compact Flash card or USB stick to optimise for Tarvel4"},
+     "Choose the root folder of the Compact Flash card or USB stick to optimise for Tarvel4",
+     "pathLineEdit"},
     {"index", "browsePushButton", "Sfoglia", "Browse"},
-    {"index", "actionLabel", "Seleziona l'azione che vuoi eseguire:", "Choose what to do:"},
+    {"index", "actionLabel",
+     "Seleziona l'azione che vuoi eseguire:", "Choose what to do:", "updateRadioButton"},
     {"index", "updateRadioButton", "Ho inserito o eliminato alcune song, aggiorna database",
      "I added or deleted some songs, update the database"},
     {"index", "rebuildRadioButton", "Ho problemi con gli archivi, ricostruisci database",
@@ -59,7 +62,7 @@ constexpr FormText formTexts[] = {
     {"index", "checkDiskCheckBox", "Controlla struttura memoria", "Check the memory structure"},
     {"index", "fileFoundLabel", "File found:", "File found:"},
     {"index", "numberLabel", "0", "0"},
-    {"index", "reportLabel", "Report:", "Report:"},
+    {"index", "reportLabel", "Report:", "Report:", "reportPlainTextEdit"},
     {"index", "startPushButton", "Inizia", "Start"},
     {"index", "closePushButton", "Chiudi", "Close"},
     {"question", "", "Richiesta conferma", "Confirmation"},
@@ -81,11 +84,11 @@ constexpr FormText formTexts[] = {
     {"summary", "yesPushButton", "Si", "Yes"},
     {"summary", "noPushButton", "No", "No"},
     {"list", "", "Save song list", "Save song list"},
-    {"list", "sourceLabel", "CF/USB:", "CF/USB:"},
+    {"list", "sourceLabel", "CF/USB:", "CF/USB:", "sourceLineEdit"},
     {"list", "browseDirPushButton", "Browse", "Browse"},
-    {"list", "targetLabel", "File:", "File:"},
+    {"list", "targetLabel", "File:", "File:", "targetLineEdit"},
     {"list", "browseFilePushButton", "Browse", "Browse"},
-    {"list", "orderLabel", "Ordina per:", "Sort by:"},
+    {"list", "orderLabel", "Ordina per:", "Sort by:", "orderComboBox"},
     {"list", "savePushButton", "Salva", "Save"},
     {"list", "exitPushButton", "Exit", "Exit"},
 };

@@ -1,12 +1,21 @@
 #pragma once
 
+#include "tests/library/texts.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QSettings>
 #include <QtTest>
 
 namespace tarvel4 {
+
+/** The settings of the program. */
+inline QSettings settings()
+{
+    return QSettings(text("kvaro"), text("tarvel4soft"));
+}
 
 /** The hands of a user in a form. */
 template <class Widget = QWidget> Widget *child(const QWidget &form, const char *name)
@@ -18,6 +27,7 @@ template <class Widget = QWidget> Widget *child(const QWidget &form, const char 
 inline void click(const QWidget &form, const char *name)
 {
     auto *button = child<QAbstractButton>(form, name);
+    QVERIFY2(button, name);
     QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
 }
 

@@ -16,6 +16,8 @@ class ProgressWatcher : public QObject
 public:
     ProgressWatcher() { qApp->installEventFilter(this); }
 
+    static void cancel(QProgressDialog &dialog) { dialog.findChild<QAbstractButton *>()->click(); }
+
     std::function<void(QProgressDialog &)> onShow;
     std::function<void(QProgressDialog &, int value)> onValue;
 

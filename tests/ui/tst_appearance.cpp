@@ -1,4 +1,5 @@
 #include "tests/library/texts.h"
+#include "tests/ui/table.h"
 #include "ui/appearance.h"
 
 #include <QApplication>
@@ -16,81 +17,72 @@ class tst_Appearance : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void languages();
-    void styleSheets_data();
-    void styleSheets();
-    void buttonsKeepTheirFontInEveryState();
-    void linksHaveAColourOfThePalette();
-};
-
-void tst_Appearance::languages()
-{
-    QTranslator translator;
-    const auto wordIn = [&translator](const char *language) {
-        Appearance::installLanguage(translator, text(language));
-        return QCoreApplication::translate("tarvel4::MainWindow", "Aiuto");
-    };
-    for (const char *english : {"en", "de", "fr"}) {
-        QCOMPARE(wordIn(english), text("Help"));
-        QCOMPARE(wordIn("it"), text("Aiuto"));
+    void languages()
+    {
+        QTranslator translator;
+        const auto wordIn = [&translator](const char *language) {
+            Appearance::installLanguage(translator, text(language));
+            return QCoreApplication::translate("tarvel4::MainWindow", "Aiuto");
+        };
+        for (const char *english : {"en", "de", "fr"}) {
+            QCOMPARE(wordIn(english), text("Help"));
+            QCOMPARE(wordIn("it"), text("Aiuto"));
+        }
+        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), text("Annulla"));
     }
-    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), text("Annulla"));
-}
 
-void tst_Appearance::styleSheets_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("style");
-    QTest::newRow("up to the first zero byte")
-        << QByteArray("QLabel{}\0rubbish", 16) << text("QLabel{}");
-    QTest::newRow("as Latin-1") << QByteArray("/*\xe8*/") << text("/*") + QChar(0xe8) + text("*/");
-    QTest::newRow("an empty file") << QByteArray() << QString();
-}
+    void styleSheets_data()
+    {
+        columns<QByteArray, QString>("bytes", "style");
+        row("up to the first zero byte", QByteArray("QLabel{}\0rubbish", 16), "QLabel{}");
+        row("as Latin-1", QByteArray("/*\xe8*/"), text("/*") + QChar(0xe8) + text("*/"));
+        row("an empty file", QByteArray(), QString());
+    }
+    void styleSheets()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, style);
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        QCOMPARE(file.write(bytes), static_cast<qint64>(bytes.size()));
+        file.close();
+        qApp->setStyleSheet(QString());
 
-void tst_Appearance::styleSheets()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, style);
-    QTemporaryFile file;
-    QVERIFY(file.open());
-    QCOMPARE(file.write(bytes), static_cast<qint64>(bytes.size()));
-    file.close();
-    qApp->setStyleSheet(QString());
+        Appearance::applyStyleSheet(file.fileName());
+        QCOMPARE(qApp->styleSheet(), style);
 
-    Appearance::applyStyleSheet(file.fileName());
-    QCOMPARE(qApp->styleSheet(), style);
+        Appearance::applyStyleSheet(file.fileName() + text(".missing"));
+        QCOMPARE(qApp->styleSheet(), style);
+    }
 
-    Appearance::applyStyleSheet(file.fileName() + text(".missing"));
-    QCOMPARE(qApp->styleSheet(), style);
-}
+    /** A button is measured in its plain state: a wider font in another one would cut its text. */
+    void buttonsKeepTheirFontInEveryState()
+    {
+        QFile file(text(":/style/default.qss"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString style = QString::fromLatin1(file.readAll());
+        QVERIFY(style.contains(text("QPushButton:default {")));
+        const QRegularExpression fontOfAState(text("QPushButton:[^{}]*\\{[^}]*font"));
+        const QRegularExpressionMatch found = fontOfAState.match(style);
+        QVERIFY2(!found.hasMatch(), qPrintable(found.captured()));
+    }
 
-/** A button is measured in its plain state: a wider font in another one would cut its text. */
-void tst_Appearance::buttonsKeepTheirFontInEveryState()
-{
-    QFile file(text(":/style/default.qss"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QString style = QString::fromLatin1(file.readAll());
-    QVERIFY(style.contains(text("QPushButton:default {")));
-    const QRegularExpression fontOfAState(text("QPushButton:[^{}]*\\{[^}]*font"));
-    const QRegularExpressionMatch found = fontOfAState.match(style);
-    QVERIFY2(!found.hasMatch(), qPrintable(found.captured()));
-}
-
-void tst_Appearance::linksHaveAColourOfThePalette()
-{
-    const QPalette before = QApplication::palette();
-    Appearance::colourLinks();
-    Appearance::applyStyleSheet(text(":/style/default.qss"));
-    QVERIFY(qApp->styleSheet().contains(text("#0b7285")));
-    QLabel label(text("<a href=\"x\">link</a>"));
-    QCOMPARE(label.palette().color(QPalette::Link), QColor(text("#0b7285")));
-    QTextDocument page;
-    page.setHtml(label.text());
-    QCOMPARE(page.begin().begin().fragment().charFormat().foreground().color(),
-             QColor(text("#0b7285")));
-    qApp->setStyleSheet(QString());
-    QApplication::setPalette(before);
-}
+    void linksHaveAColourOfThePalette()
+    {
+        const QPalette before = QApplication::palette();
+        Appearance::colourLinks();
+        Appearance::applyStyleSheet(text(":/style/default.qss"));
+        QVERIFY(qApp->styleSheet().contains(text("#0b7285")));
+        QLabel label(text("<a href=\"x\">link</a>"));
+        QCOMPARE(label.palette().color(QPalette::Link), QColor(text("#0b7285")));
+        QTextDocument page;
+        page.setHtml(label.text());
+        QCOMPARE(page.begin().begin().fragment().charFormat().foreground().color(),
+                 QColor(text("#0b7285")));
+        qApp->setStyleSheet(QString());
+        QApplication::setPalette(before);
+    }
+};
 
 QTEST_MAIN(tst_Appearance)
 #include "tst_appearance.moc"

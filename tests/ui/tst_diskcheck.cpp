@@ -1,6 +1,7 @@
 #include "tests/library/logcapture.h"
 #include "tests/library/texts.h"
 #include "tests/ui/diskcheckprogram.h"
+#include "tests/ui/table.h"
 #include "ui/diskcheck.h"
 
 #include <QApplication>
@@ -24,19 +25,160 @@ private Q_SLOTS:
     void init() { m_program.reset(new DiskCheckProgram); }
     void cleanup() { m_program.reset(); }
 
-    void drives_data();
-    void drives();
-    void exitCodes_data();
-    void exitCodes();
-    void answers_data();
-    void answers();
-    void notStartable();
-    void neverEnding_data();
-    void neverEnding();
-    void quittingTheProgramEndsTheCheck();
-    void eventsAreProcessedMeanwhile();
-    void outputIsLogged();
-    void nextRunBeginsWithTheFirstLetter();
+    void drives_data()
+    {
+        columns<QString, QByteArray>("path", "drive");
+        row("none of an empty path", QString(), QByteArray());
+        row("none of one character", "E", QByteArray());
+        row("none of a mounted folder", "/media/card", QByteArray());
+        row("none where the colon comes later", "/E:/", QByteArray());
+        row("none where the colon comes first", ":E", QByteArray());
+        row("a drive alone", "E:", QByteArray("E:"));
+        row("that of a folder, in lower case", "g:\\songs", QByteArray("g:"));
+    }
+    void drives()
+    {
+        QFETCH(QString, path);
+        QFETCH(QByteArray, drive);
+        QVERIFY(m_program->write("exit 0"));
+        QCOMPARE(DiskCheck({pastAnyTest, pastAnyTest}).run(path),
+                 drive.isEmpty() ? DiskCheck::NotRun : DiskCheck::NoErrors);
+        QCOMPARE(m_program->written(text("arguments")),
+                 drive.isEmpty() ? QByteArray() : QByteArray(drive + "\n/F\n/R\n"));
+    }
+
+    void exitCodes_data()
+    {
+        columns<QByteArray, int>("script", "result");
+        row("0: no errors", QByteArray("exit 0"), 0);
+        row("1: errors found and fixed", QByteArray("exit 1"), 1);
+        row("2: errors left", QByteArray("exit 2"), 2);
+        row("255: errors left", QByteArray("exit 255"), 2);
+        row("after some output", QByteArray("echo Checking...; sleep 0.05; exit 1"), 1);
+        row("after output to the error channel", QByteArray("seq 1 20000 >&2; exit 1"), 1);
+        row("hung up, whose number is 1: errors left", QByteArray("kill -HUP $$"), 2);
+        row("crashed after a question: errors left",
+            QByteArray("printf 'Fix (Y/N)? '; kill -SEGV $$"), 2);
+        row("gone without reading the answer",
+            QByteArray("exec 0<&-; printf 'Fix (Y/N)? '; sleep 0.1; exit 1"), 1);
+    }
+    void exitCodes()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(int, result);
+        QVERIFY(m_program->write(script));
+        QCOMPARE(static_cast<int>(check()), result);
+    }
+
+    void answers_data()
+    {
+        columns<QByteArray, QByteArray>("script", "answers");
+        const QByteArray ask =
+            "ask() { printf \"$1\"; read -r answer; printf '%s\\n' \"$answer\" >> answers; }\n";
+        row("each question takes the next letter, and s follows o",
+            QByteArray(ask + "for i in 1 2 3 4 5 6; do ask \"Question $i (Y/N)? \"; done"),
+            QByteArray("s\r\ny\r\nj\r\no\r\ns\r\ny\r\n"));
+        row("output that asks nothing takes no letter",
+            QByteArray(ask
+                       + "echo 'Is it FAT32? '; sleep 0.05; printf '100 %% (done)?'; sleep 0.05\n"
+                         "printf ' Fix (Y/N)? x'; sleep 0.05; ask ' (Y/N)? '"),
+            QByteArray("s\r\n"));
+        row("a question in several pieces",
+            QByteArray(
+                ask
+                + "printf 'Fix'; sleep 0.05; printf ' (Y/N)'; sleep 0.05; printf '?'; sleep 0.05\n"
+                  "ask ' '; ask 'Sure (Y/N)? '"),
+            QByteArray("s\r\ny\r\n"));
+        row("a question after more than 3000 bytes",
+            QByteArray(ask + "printf '%05000d' 0; ask ' (Y/N)? '"), QByteArray("s\r\n"));
+        row("a question before a zero byte", QByteArray(ask + "ask 'Fix (Y/N)? \\000rest'"),
+            QByteArray("s\r\n"));
+        row("a question in letters of another alphabet",
+            QByteArray(ask + "ask 'R\\351parer l\\047unit\\351 \\200\\377 (O/N)? '"),
+            QByteArray("s\r\n"));
+    }
+    void answers()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(QByteArray, answers);
+        QVERIFY(m_program->write(script + "\nexit 1"));
+        QCOMPARE(check(), DiskCheck::ErrorsFixed);
+        QCOMPARE(m_program->written(text("answers")), answers);
+    }
+
+    void notStartable()
+    {
+        QCOMPARE(check(), DiskCheck::NotRun); // there is no such program
+        QVERIFY(m_program->write("exit 0", "/no/such/interpreter"));
+        QCOMPARE(check(), DiskCheck::NotRun);
+        QVERIFY(QFile::remove(m_program->path(text("chkdsk"))));
+        QVERIFY(QDir().mkdir(m_program->path(text("chkdsk"))));
+        QCOMPARE(check(), DiskCheck::NotRun);
+    }
+
+    void neverEnding_data()
+    {
+        columns<QByteArray>("script");
+        row("saying nothing", QByteArray("exec sleep 60"));
+        row("after a question", QByteArray("printf 'Fix (Y/N)? '; exec sleep 60"));
+        row("going on and on", QByteArray("while :; do echo ...; sleep 0.02; done"));
+        row("deaf to all but a kill",
+            QByteArray("trap '' TERM HUP INT; while :; do sleep 0.02; done"));
+    }
+    void neverEnding()
+    {
+        QFETCH(QByteArray, script);
+        QVERIFY(m_program->write("echo $$ > pid\n" + script));
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(check(300), DiskCheck::NotRun);
+        QVERIFY(timer.elapsed() >= 300);
+        QVERIFY(timer.elapsed() < 10000);
+        const int pid = m_program->written(text("pid")).trimmed().toInt();
+        QVERIFY(pid > 0);
+        QVERIFY2(kill(pid, 0) != 0, "it still runs");
+    }
+
+    void quittingTheProgramEndsTheCheck()
+    {
+        QVERIFY(m_program->write("exec sleep 60"));
+        QTimer::singleShot(100, qApp, &QCoreApplication::quit);
+        DiskCheck::Result result = DiskCheck::NoErrors;
+        QTimer::singleShot(0, [&result] { result = check(); });
+        QCoreApplication::exec();
+        QCOMPARE(result, DiskCheck::NotRun);
+    }
+
+    void eventsAreProcessedMeanwhile()
+    {
+        QVERIFY(m_program->write("sleep 0.3; exit 0"));
+        int ticks = 0;
+        QTimer ticking;
+        connect(&ticking, &QTimer::timeout, [&ticks] { ++ticks; });
+        ticking.start(20);
+        QCOMPARE(check(), DiskCheck::NoErrors);
+        QVERIFY2(ticks >= 3, qPrintable(QString::number(ticks)));
+    }
+
+    void outputIsLogged()
+    {
+        QVERIFY(m_program->write("printf 'Controllo unit\\303\\240 \\377'; exit 0"));
+        const LogCapture log;
+        QCOMPARE(check(), DiskCheck::NoErrors);
+        QCOMPARE(LogCapture::lines().size(), 1);
+        QVERIFY2(LogCapture::lines().constFirst().startsWith(text("\"Controllo unità ")),
+                 qPrintable(LogCapture::lines().constFirst()));
+    }
+
+    void nextRunBeginsWithTheFirstLetter()
+    {
+        QVERIFY(
+            m_program->write("printf 'Fix (Y/N)? '; read -r a; printf '%s\\n' \"$a\" >> answers"));
+        DiskCheck diskCheck({pastAnyTest, pastAnyTest});
+        QCOMPARE(diskCheck.run(text("E:")), DiskCheck::NoErrors);
+        QCOMPARE(diskCheck.run(text("E:")), DiskCheck::NoErrors);
+        QCOMPARE(m_program->written(text("answers")), QByteArray("s\r\ns\r\n"));
+    }
 
 private:
     static DiskCheck::Result check(int toFinish = pastAnyTest)
@@ -46,166 +188,6 @@ private:
 
     QScopedPointer<DiskCheckProgram> m_program;
 };
-
-void tst_DiskCheck::drives_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QByteArray>("drive");
-    QTest::newRow("none of an empty path") << QString() << QByteArray();
-    QTest::newRow("none of one character") << text("E") << QByteArray();
-    QTest::newRow("none of a mounted folder") << text("/media/card") << QByteArray();
-    QTest::newRow("none where the colon comes later") << text("/E:/") << QByteArray();
-    QTest::newRow("none where the colon comes first") << text(":E") << QByteArray();
-    QTest::newRow("a drive alone") << text("E:") << QByteArray("E:");
-    QTest::newRow("that of a folder, in lower case") << text("g:\\songs") << QByteArray("g:");
-}
-
-void tst_DiskCheck::drives()
-{
-    QFETCH(QString, path);
-    QFETCH(QByteArray, drive);
-    QVERIFY(m_program->write("exit 0"));
-    QCOMPARE(DiskCheck({pastAnyTest, pastAnyTest}).run(path),
-             drive.isEmpty() ? DiskCheck::NotRun : DiskCheck::NoErrors);
-    QCOMPARE(m_program->written(text("arguments")),
-             drive.isEmpty() ? QByteArray() : QByteArray(drive + "\n/F\n/R\n"));
-}
-
-void tst_DiskCheck::exitCodes_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<int>("result");
-    QTest::newRow("0: no errors") << QByteArray("exit 0") << 0;
-    QTest::newRow("1: errors found and fixed") << QByteArray("exit 1") << 1;
-    QTest::newRow("2: errors left") << QByteArray("exit 2") << 2;
-    QTest::newRow("255: errors left") << QByteArray("exit 255") << 2;
-    QTest::newRow("after some output") << QByteArray("echo Checking...; sleep 0.05; exit 1") << 1;
-    QTest::newRow("after output to the error channel")
-        << QByteArray("seq 1 20000 >&2; exit 1") << 1;
-    QTest::newRow("hung up, whose number is 1: errors left") << QByteArray("kill -HUP $$") << 2;
-    QTest::newRow("crashed after a question: errors left")
-        << QByteArray("printf 'Fix (Y/N)? '; kill -SEGV $$") << 2;
-    QTest::newRow("gone without reading the answer")
-        << QByteArray("exec 0<&-; printf 'Fix (Y/N)? '; sleep 0.1; exit 1") << 1;
-}
-
-void tst_DiskCheck::exitCodes()
-{
-    QFETCH(QByteArray, script);
-    QFETCH(int, result);
-    QVERIFY(m_program->write(script));
-    QCOMPARE(static_cast<int>(check()), result);
-}
-
-void tst_DiskCheck::answers_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<QByteArray>("answers");
-    const QByteArray ask =
-        "ask() { printf \"$1\"; read -r answer; printf '%s\\n' \"$answer\" >> answers; }\n";
-    QTest::newRow("each question takes the next letter, and s follows o")
-        << QByteArray(ask + "for i in 1 2 3 4 5 6; do ask \"Question $i (Y/N)? \"; done")
-        << QByteArray("s\r\ny\r\nj\r\no\r\ns\r\ny\r\n");
-    QTest::newRow("output that asks nothing takes no letter")
-        << QByteArray(ask
-                      + "echo 'Is it FAT32? '; sleep 0.05; printf '100 %% (done)?'; sleep 0.05\n"
-                        "printf ' Fix (Y/N)? x'; sleep 0.05; ask ' (Y/N)? '")
-        << QByteArray("s\r\n");
-    QTest::newRow("a question in several pieces") << QByteArray(
-        ask
-        + "printf 'Fix'; sleep 0.05; printf ' (Y/N)'; sleep 0.05; printf '?'; sleep 0.05\n"
-          "ask ' '; ask 'Sure (Y/N)? '") << QByteArray("s\r\ny\r\n");
-    QTest::newRow("a question after more than 3000 bytes")
-        << QByteArray(ask + "printf '%05000d' 0; ask ' (Y/N)? '") << QByteArray("s\r\n");
-    QTest::newRow("a question before a zero byte")
-        << QByteArray(ask + "ask 'Fix (Y/N)? \\000rest'") << QByteArray("s\r\n");
-    QTest::newRow("a question in letters of another alphabet")
-        << QByteArray(ask + "ask 'R\\351parer l\\047unit\\351 \\200\\377 (O/N)? '")
-        << QByteArray("s\r\n");
-}
-
-void tst_DiskCheck::answers()
-{
-    QFETCH(QByteArray, script);
-    QFETCH(QByteArray, answers);
-    QVERIFY(m_program->write(script + "\nexit 1"));
-    QCOMPARE(check(), DiskCheck::ErrorsFixed);
-    QCOMPARE(m_program->written(text("answers")), answers);
-}
-
-void tst_DiskCheck::notStartable()
-{
-    QCOMPARE(check(), DiskCheck::NotRun); // there is no such program
-    QVERIFY(m_program->write("exit 0", "/no/such/interpreter"));
-    QCOMPARE(check(), DiskCheck::NotRun);
-    QVERIFY(QFile::remove(m_program->path(text("chkdsk"))));
-    QVERIFY(QDir().mkdir(m_program->path(text("chkdsk"))));
-    QCOMPARE(check(), DiskCheck::NotRun);
-}
-
-void tst_DiskCheck::neverEnding_data()
-{
-    QTest::addColumn<QByteArray>("script");
-    QTest::newRow("saying nothing") << QByteArray("exec sleep 60");
-    QTest::newRow("after a question") << QByteArray("printf 'Fix (Y/N)? '; exec sleep 60");
-    QTest::newRow("going on and on") << QByteArray("while :; do echo ...; sleep 0.02; done");
-    QTest::newRow("deaf to all but a kill")
-        << QByteArray("trap '' TERM HUP INT; while :; do sleep 0.02; done");
-}
-
-void tst_DiskCheck::neverEnding()
-{
-    QFETCH(QByteArray, script);
-    QVERIFY(m_program->write("echo $$ > pid\n" + script));
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(check(300), DiskCheck::NotRun);
-    QVERIFY(timer.elapsed() >= 300);
-    QVERIFY(timer.elapsed() < 10000);
-    const int pid = m_program->written(text("pid")).trimmed().toInt();
-    QVERIFY(pid > 0);
-    QVERIFY2(kill(pid, 0) != 0, "it still runs");
-}
-
-void tst_DiskCheck::quittingTheProgramEndsTheCheck()
-{
-    QVERIFY(m_program->write("exec sleep 60"));
-    QTimer::singleShot(100, qApp, &QCoreApplication::quit);
-    DiskCheck::Result result = DiskCheck::NoErrors;
-    QTimer::singleShot(0, [&result] { result = check(); });
-    QCoreApplication::exec();
-    QCOMPARE(result, DiskCheck::NotRun);
-}
-
-void tst_DiskCheck::eventsAreProcessedMeanwhile()
-{
-    QVERIFY(m_program->write("sleep 0.3; exit 0"));
-    int ticks = 0;
-    QTimer ticking;
-    connect(&ticking, &QTimer::timeout, [&ticks] { ++ticks; });
-    ticking.start(20);
-    QCOMPARE(check(), DiskCheck::NoErrors);
-    QVERIFY2(ticks >= 3, qPrintable(QString::number(ticks)));
-}
-
-void tst_DiskCheck::outputIsLogged()
-{
-    QVERIFY(m_program->write("printf 'Controllo unit\\303\\240 \\377'; exit 0"));
-    const LogCapture log;
-    QCOMPARE(check(), DiskCheck::NoErrors);
-    QCOMPARE(LogCapture::lines().size(), 1);
-    QVERIFY2(LogCapture::lines().constFirst().startsWith(text("\"Controllo unità ")),
-             qPrintable(LogCapture::lines().constFirst()));
-}
-
-void tst_DiskCheck::nextRunBeginsWithTheFirstLetter()
-{
-    QVERIFY(m_program->write("printf 'Fix (Y/N)? '; read -r a; printf '%s\\n' \"$a\" >> answers"));
-    DiskCheck diskCheck({pastAnyTest, pastAnyTest});
-    QCOMPARE(diskCheck.run(text("E:")), DiskCheck::NoErrors);
-    QCOMPARE(diskCheck.run(text("E:")), DiskCheck::NoErrors);
-    QCOMPARE(m_program->written(text("answers")), QByteArray("s\r\ns\r\n"));
-}
 
 QTEST_MAIN(tst_DiskCheck)
 #include "tst_diskcheck.moc"

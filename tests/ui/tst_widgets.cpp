@@ -1,5 +1,6 @@
 #include "tests/library/texts.h"
 #include "tests/ui/forms.h"
+#include "tests/ui/table.h"
 #include "ui/appearance.h"
 #include "ui/elidedlabel.h"
 #include "ui/listcompleter.h"
@@ -48,21 +49,172 @@ class tst_Widgets : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_dialog.reset(new QDialog);
+        m_box = new QComboBox;
+        auto *button = new QPushButton;
+        button->setDefault(true);
+        connect(button, &QPushButton::clicked, m_dialog.data(), &QDialog::accept);
+        auto *layout = new QVBoxLayout(m_dialog.data());
+        layout->addWidget(m_box);
+        layout->addWidget(button);
+        m_box->setEditable(true);
+        m_box->setInsertPolicy(QComboBox::NoInsert);
+        m_box->addItems(
+            {QString(), text("ABBA"), text("Abba Gold"), text("ÀBACO"), text("Zucchero")});
+        m_completer = new ListCompleter(m_box);
+        QVERIFY(activate(*m_dialog));
+        m_box->setFocus();
+    }
     void cleanup() { m_dialog.reset(); }
 
-    void offers_data();
-    void offers();
-    void textIsNotTouchedByOffering();
-    void leavingTheBoxKeepsTheText();
-    void enterTakesTheChosenOffer();
-    void enterWithoutAChoiceIsTheDialogs();
-    void escapeClosesTheOffersFirst();
-    void clickedOfferIsTaken();
-    void listChangedLaterIsOffered();
-    void longTextsAreShortened_data();
-    void longTextsAreShortened();
-    void emptyTableSaysHowSongsGetIntoIt();
+    void offers_data()
+    {
+        columns<QString, QStringList>("typed", "offered");
+        row("what goes on from the typed text, in any case of letters", "aB",
+            strings({"ABBA", "Abba Gold"}));
+        row("accented letters in any case", "à", strings({"ÀBACO"}));
+        row("nothing where nothing goes on", "x", QStringList());
+        row("nothing for the middle of an entry", "ucch", QStringList());
+        row("nothing for no text", QString(), QStringList());
+    }
+    void offers()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QStringList, offered);
+        QCOMPARE(type(typed), offered);
+    }
+
+    void textIsNotTouchedByOffering()
+    {
+        type(text("ab"));
+        QCOMPARE(m_box->currentText(), text("ab"));
+        QTest::keyClick(m_box->lineEdit(), Qt::Key_Backspace);
+        QTest::keyClick(m_box->lineEdit(), Qt::Key_Backspace);
+        QVERIFY(!m_completer->popup()->isVisible());
+        QCOMPARE(m_box->currentText(), QString());
+    }
+
+    void leavingTheBoxKeepsTheText()
+    {
+        // an entry in other letters, the beginning of one, no entry, nothing
+        for (const QString &typed : strings({"abba", "Zuc", "Mina", ""})) {
+            m_box->setFocus();
+            m_box->setEditText(typed);
+            QTest::keyClick(m_box->lineEdit(), Qt::Key_Tab);
+            QTRY_VERIFY(!m_box->hasFocus());
+            QCOMPARE(m_box->currentText(), typed);
+        }
+    }
+
+    void enterTakesTheChosenOffer()
+    {
+        type(text("abba"));
+        QTest::keyClick(m_completer->popup(), Qt::Key_Down);
+        QTest::keyClick(m_completer->popup(), Qt::Key_Down);
+        QTest::keyClick(m_completer->popup(), Qt::Key_Return);
+        QCOMPARE(m_box->currentText(), text("Abba Gold"));
+        QVERIFY(!m_completer->popup()->isVisible());
+        QVERIFY(m_dialog->isVisible());
+        QTest::keyClick(m_box->lineEdit(), Qt::Key_Return);
+        QVERIFY(!m_dialog->isVisible());
+    }
+
+    void enterWithoutAChoiceIsTheDialogs()
+    {
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+            init();
+            type(text("ab"));
+            QVERIFY(m_completer->popup()->isVisible());
+            QTest::keyClick(m_completer->popup(), key);
+            QCOMPARE(m_dialog->result(), static_cast<int>(QDialog::Accepted));
+            QVERIFY(!m_dialog->isVisible());
+            QCOMPARE(m_box->currentText(), text("ab"));
+        }
+    }
+
+    void escapeClosesTheOffersFirst()
+    {
+        type(text("ab"));
+        QTest::keyClick(m_completer->popup(), Qt::Key_Escape);
+        QVERIFY(!m_completer->popup()->isVisible());
+        QVERIFY(m_dialog->isVisible());
+        QTest::keyClick(m_box->lineEdit(), Qt::Key_Escape);
+        QVERIFY(!m_dialog->isVisible());
+    }
+
+    void clickedOfferIsTaken()
+    {
+        type(text("zu"));
+        QAbstractItemView *const offers = m_completer->popup();
+        const QPoint place = offers->visualRect(offers->model()->index(0, 0)).center();
+        QTest::mouseClick(offers->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        QCOMPARE(m_box->currentText(), text("Zucchero"));
+        QVERIFY(m_dialog->isVisible());
+    }
+
+    void listChangedLaterIsOffered()
+    {
+        m_box->clear();
+        m_box->addItems({text("Mina"), text("Mia Martini")});
+        QCOMPARE(type(text("mi")), strings({"Mina", "Mia Martini"}));
+    }
+
+    void longTextsAreShortened_data()
+    {
+        columns<QString, QString>("whole", "tip");
+        const QString longName = QString(100, QLatin1Char('x')) + text(".mid");
+        row("a short text is drawn as it is, and needs no tip", "<b>a & b</b>.mid", QString());
+        row("a long text is shortened in its middle, and its tip has all of it, as it is",
+            text("<b>") + longName, text("<p>&lt;b&gt;") + longName + text("</p>"));
+        row("10,000 characters", QString(10000, QLatin1Char('W')),
+            text("<p>%1</p>").arg(QString(10000, QLatin1Char('W'))));
+        row("a line break makes no second line", "a\nb\nc.mid", "<p>a\nb\nc.mid</p>");
+        row("no text", QString(), QString());
+    }
+    void longTextsAreShortened()
+    {
+        QFETCH(QString, whole);
+        ElidedLabel label;
+        label.setText(whole);
+        QCOMPARE(label.text(), whole);
+        QVERIFY(label.sizeHint().width() <= label.fontMetrics().averageCharWidth() * 60);
+        QVERIFY(label.minimumSizeHint().width() <= label.fontMetrics().averageCharWidth() * 12);
+        QCOMPARE(label.sizeHint().height(), label.fontMetrics().height());
+
+        QLabel plain;
+        plain.setTextFormat(Qt::PlainText);
+        plain.setText(plain.fontMetrics().elidedText(
+            QString(whole).replace(QLatin1Char('\n'), QLatin1Char(' ')), Qt::ElideMiddle, 300));
+        QCOMPARE(picture(label, QSize(300, 30)), picture(plain, QSize(300, 30)));
+
+        label.show();
+        QHelpEvent event(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(&label, &event);
+        QTEST(QToolTip::text(), "tip");
+        QToolTip::hideText();
+        QTRY_VERIFY(!QToolTip::isVisible());
+    }
+
+    void emptyTableSaysHowSongsGetIntoIt()
+    {
+        SongTableView view;
+        view.resize(640, 400);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        QVERIFY2(isBlank(middle(view)), "there is no model");
+        QStandardItemModel model(0, 2);
+        view.setModel(&model);
+        const QImage italian = middle(view);
+        QVERIFY(!isBlank(italian));
+        QTranslator translator;
+        Appearance::installLanguage(translator, text("en"));
+        QCoreApplication::processEvents();
+        QVERIFY(!isBlank(middle(view)) && middle(view) != italian);
+        model.appendRow(new QStandardItem);
+        QVERIFY2(isBlank(middle(view)), "the first song takes the hint away");
+    }
 
 private:
     /** Types a text into the empty box and tells what is offered. */
@@ -83,177 +235,6 @@ private:
     QComboBox *m_box = nullptr;
     ListCompleter *m_completer = nullptr;
 };
-
-void tst_Widgets::init()
-{
-    m_dialog.reset(new QDialog);
-    m_box = new QComboBox;
-    auto *button = new QPushButton;
-    button->setDefault(true);
-    connect(button, &QPushButton::clicked, m_dialog.data(), &QDialog::accept);
-    auto *layout = new QVBoxLayout(m_dialog.data());
-    layout->addWidget(m_box);
-    layout->addWidget(button);
-    m_box->setEditable(true);
-    m_box->setInsertPolicy(QComboBox::NoInsert);
-    m_box->addItems({QString(), text("ABBA"), text("Abba Gold"), text("ÀBACO"), text("Zucchero")});
-    m_completer = new ListCompleter(m_box);
-    QVERIFY(activate(*m_dialog));
-    m_box->setFocus();
-}
-
-void tst_Widgets::offers_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QStringList>("offered");
-    QTest::newRow("what goes on from the typed text, in any case of letters")
-        << text("aB") << strings({"ABBA", "Abba Gold"});
-    QTest::newRow("accented letters in any case") << text("à") << strings({"ÀBACO"});
-    QTest::newRow("nothing where nothing goes on") << text("x") << QStringList();
-    QTest::newRow("nothing for the middle of an entry") << text("ucch") << QStringList();
-    QTest::newRow("nothing for no text") << QString() << QStringList();
-}
-
-void tst_Widgets::offers()
-{
-    QFETCH(QString, typed);
-    QFETCH(QStringList, offered);
-    QCOMPARE(type(typed), offered);
-}
-
-void tst_Widgets::textIsNotTouchedByOffering()
-{
-    type(text("ab"));
-    QCOMPARE(m_box->currentText(), text("ab"));
-    QTest::keyClick(m_box->lineEdit(), Qt::Key_Backspace);
-    QTest::keyClick(m_box->lineEdit(), Qt::Key_Backspace);
-    QVERIFY(!m_completer->popup()->isVisible());
-    QCOMPARE(m_box->currentText(), QString());
-}
-
-void tst_Widgets::leavingTheBoxKeepsTheText()
-{
-    // an entry in other letters, the beginning of one, no entry, nothing
-    for (const QString &typed : strings({"abba", "Zuc", "Mina", ""})) {
-        m_box->setFocus();
-        m_box->setEditText(typed);
-        QTest::keyClick(m_box->lineEdit(), Qt::Key_Tab);
-        QTRY_VERIFY(!m_box->hasFocus());
-        QCOMPARE(m_box->currentText(), typed);
-    }
-}
-
-void tst_Widgets::enterTakesTheChosenOffer()
-{
-    type(text("abba"));
-    QTest::keyClick(m_completer->popup(), Qt::Key_Down);
-    QTest::keyClick(m_completer->popup(), Qt::Key_Down);
-    QTest::keyClick(m_completer->popup(), Qt::Key_Return);
-    QCOMPARE(m_box->currentText(), text("Abba Gold"));
-    QVERIFY(!m_completer->popup()->isVisible());
-    QVERIFY(m_dialog->isVisible());
-    QTest::keyClick(m_box->lineEdit(), Qt::Key_Return);
-    QVERIFY(!m_dialog->isVisible());
-}
-
-void tst_Widgets::enterWithoutAChoiceIsTheDialogs()
-{
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        init();
-        type(text("ab"));
-        QVERIFY(m_completer->popup()->isVisible());
-        QTest::keyClick(m_completer->popup(), key);
-        QCOMPARE(m_dialog->result(), static_cast<int>(QDialog::Accepted));
-        QVERIFY(!m_dialog->isVisible());
-        QCOMPARE(m_box->currentText(), text("ab"));
-    }
-}
-
-void tst_Widgets::escapeClosesTheOffersFirst()
-{
-    type(text("ab"));
-    QTest::keyClick(m_completer->popup(), Qt::Key_Escape);
-    QVERIFY(!m_completer->popup()->isVisible());
-    QVERIFY(m_dialog->isVisible());
-    QTest::keyClick(m_box->lineEdit(), Qt::Key_Escape);
-    QVERIFY(!m_dialog->isVisible());
-}
-
-void tst_Widgets::clickedOfferIsTaken()
-{
-    type(text("zu"));
-    QAbstractItemView *const offers = m_completer->popup();
-    const QPoint place = offers->visualRect(offers->model()->index(0, 0)).center();
-    QTest::mouseClick(offers->viewport(), Qt::LeftButton, Qt::NoModifier, place);
-    QCOMPARE(m_box->currentText(), text("Zucchero"));
-    QVERIFY(m_dialog->isVisible());
-}
-
-void tst_Widgets::listChangedLaterIsOffered()
-{
-    m_box->clear();
-    m_box->addItems({text("Mina"), text("Mia Martini")});
-    QCOMPARE(type(text("mi")), strings({"Mina", "Mia Martini"}));
-}
-
-void tst_Widgets::longTextsAreShortened_data()
-{
-    QTest::addColumn<QString>("whole");
-    QTest::addColumn<QString>("tip");
-    const QString longName = QString(100, QLatin1Char('x')) + text(".mid");
-    QTest::newRow("a short text is drawn as it is, and needs no tip")
-        << text("<b>a & b</b>.mid") << QString();
-    QTest::newRow("a long text is shortened in its middle, and its tip has all of it, as it is")
-        << text("<b>") + longName << text("<p>&lt;b&gt;") + longName + text("</p>");
-    QTest::newRow("10,000 characters") << QString(10000, QLatin1Char('W'))
-                                       << text("<p>%1</p>").arg(QString(10000, QLatin1Char('W')));
-    QTest::newRow("a line break makes no second line")
-        << text("a\nb\nc.mid") << text("<p>a\nb\nc.mid</p>");
-    QTest::newRow("no text") << QString() << QString();
-}
-
-void tst_Widgets::longTextsAreShortened()
-{
-    QFETCH(QString, whole);
-    ElidedLabel label;
-    label.setText(whole);
-    QCOMPARE(label.text(), whole);
-    QVERIFY(label.sizeHint().width() <= label.fontMetrics().averageCharWidth() * 60);
-    QVERIFY(label.minimumSizeHint().width() <= label.fontMetrics().averageCharWidth() * 12);
-    QCOMPARE(label.sizeHint().height(), label.fontMetrics().height());
-
-    QLabel plain;
-    plain.setTextFormat(Qt::PlainText);
-    plain.setText(plain.fontMetrics().elidedText(
-        QString(whole).replace(QLatin1Char('\n'), QLatin1Char(' ')), Qt::ElideMiddle, 300));
-    QCOMPARE(picture(label, QSize(300, 30)), picture(plain, QSize(300, 30)));
-
-    label.show();
-    QHelpEvent event(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(&label, &event);
-    QTEST(QToolTip::text(), "tip");
-    QToolTip::hideText();
-    QTRY_VERIFY(!QToolTip::isVisible());
-}
-
-void tst_Widgets::emptyTableSaysHowSongsGetIntoIt()
-{
-    SongTableView view;
-    view.resize(640, 400);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    QVERIFY2(isBlank(middle(view)), "there is no model");
-    QStandardItemModel model(0, 2);
-    view.setModel(&model);
-    const QImage italian = middle(view);
-    QVERIFY(!isBlank(italian));
-    QTranslator translator;
-    Appearance::installLanguage(translator, text("en"));
-    QCoreApplication::processEvents();
-    QVERIFY(!isBlank(middle(view)) && middle(view) != italian);
-    model.appendRow(new QStandardItem);
-    QVERIFY2(isBlank(middle(view)), "the first song takes the hint away");
-}
 
 QTEST_MAIN(tst_Widgets)
 #include "tst_widgets.moc"
