@@ -1,30 +1,36 @@
 #include "storage/filestamp.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 #ifdef Q_OS_UNIX
+#include <QFile>
+
 #include <sys/stat.h>
+#else
+#include <QFileInfo>
 #endif
 
 namespace tarvel4 {
 
-namespace {
-
-QByteArray identityOf(const QFileInfo &info)
-{
 #ifdef Q_OS_UNIX
+
+// One question to the system; Qt's answers to the same ask it for the time zone each time.
+FileStamp::FileStamp(const QString &path)
+{
     struct stat status = {};
-    if (stat(QFile::encodeName(info.filePath()).constData(), &status) != 0)
-        return {};
-    return QByteArray::number(static_cast<quint64>(status.st_dev)) + ' '
-        + QByteArray::number(static_cast<quint64>(status.st_ino));
+    if (stat(QFile::encodeName(path).constData(), &status) != 0 || !S_ISREG(status.st_mode))
+        return;
+#ifdef Q_OS_MACOS
+    const timespec &modified = status.st_mtimespec;
 #else
-    return info.canonicalFilePath().toCaseFolded().toUtf8();
+    const timespec &modified = status.st_mtim;
 #endif
+    constexpr qint64 nanoseconds = 1'000'000'000;
+    m_size = status.st_size;
+    m_modified = modified.tv_sec * nanoseconds + modified.tv_nsec;
+    m_identity = QByteArray::number(static_cast<quint64>(status.st_dev)) + ' '
+        + QByteArray::number(static_cast<quint64>(status.st_ino));
 }
 
-} // namespace
+#else
 
 FileStamp::FileStamp(const QString &path)
 {
@@ -32,9 +38,11 @@ FileStamp::FileStamp(const QString &path)
     if (!info.isFile())
         return;
     m_size = info.size();
-    m_modified = info.lastModified();
-    m_identity = identityOf(info);
+    m_modified = info.lastModified().toMSecsSinceEpoch() * 1'000'000;
+    m_identity = info.canonicalFilePath().toCaseFolded().toUtf8();
 }
+
+#endif
 
 bool FileStamp::matches(const QString &path) const
 {

@@ -19,14 +19,14 @@ public:
     /** True when a regular file was there. */
     bool isFile() const { return m_size >= 0; }
     qint64 size() const { return m_size; }
-    const QDateTime &modified() const { return m_modified; }
+    QDateTime modified() const { return QDateTime::fromMSecsSinceEpoch(m_modified / 1'000'000); }
 
     /** The same for every name of one file; empty where none was there. */
     const QByteArray &identity() const { return m_identity; }
 
 private:
     qint64 m_size = -1;
-    QDateTime m_modified;
+    qint64 m_modified = 0; ///< nanoseconds since 1970 in UTC, as fine as the system has them
     QByteArray m_identity;
 };
 
