@@ -4,6 +4,7 @@
 #include "library/songpath.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QHash>
 #include <QLocale>
@@ -40,10 +41,10 @@ public:
     /** What a regular file takes; what can't be read will not be copied. */
     qint64 of(const QFileInfo &file) const
     {
-        if (!file.isFile() || !file.isReadable())
-            return 0;
-        return (file.size() + m_size - 1) / m_size * m_size;
+        return file.isFile() && file.isReadable() ? ofBytes(file.size()) : 0;
     }
+
+    qint64 ofBytes(qint64 bytes) const { return (bytes + m_size - 1) / m_size * m_size; }
 
 private:
     qint64 m_size = 1;
@@ -123,11 +124,22 @@ qint64 freeBytes(const QString &folder)
     return volume.bytesAvailable();
 }
 
+/** More than the copies take, found with few questions to the system: mostly there is room for
+ * that. */
 qint64 mostNeed(const QStringList &paths, const Blocks &blocks)
 {
     qint64 need = 0;
-    for (const QString &path : paths)
-        need += blocks.of(QFileInfo(path)) + blocks.of(QFileInfo(Companion::of(path)));
+    QSet<QString> folders;
+    for (const QString &path : paths) {
+        need += blocks.ofBytes(QFileInfo(path).size());
+        folders.insert(path.left(path.lastIndexOf(QLatin1Char('/')) + 1));
+    }
+    for (const QString &folder : folders) {
+        const QFileInfoList companions = QDir(folder).entryInfoList(
+            {QStringLiteral("*.cdg")}, QDir::Files | QDir::Hidden, QDir::Unsorted);
+        for (const QFileInfo &companion : companions)
+            need += blocks.ofBytes(companion.size());
+    }
     return need;
 }
 
