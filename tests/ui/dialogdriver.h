@@ -75,8 +75,10 @@ public:
     void answerBox(QMessageBox::StandardButton button)
     {
         expect<QMessageBox>([this, button](QMessageBox &box) {
-            boxes.append(box.windowTitle() + QLatin1Char('|') + box.text());
-            lastBox = {box.icon(), box.standardButtons(), box.textFormat(), box.detailedText(),
+            boxes.append(QStringList({QVariant::fromValue(box.icon()).toString(), box.windowTitle(),
+                                      box.text()})
+                             .join(QLatin1Char('|')));
+            lastBox = {box.standardButtons(), box.textFormat(), box.detailedText(),
                        box.informativeText()};
             if (QAbstractButton *found = box.button(button))
                 QTest::mouseClick(found, Qt::LeftButton);
@@ -114,14 +116,13 @@ public:
 
     struct Box
     {
-        QMessageBox::Icon icon;
         QMessageBox::StandardButtons buttons;
         Qt::TextFormat format;
         QString details;
         QString addition;
     };
 
-    QStringList boxes; ///< "TITLE|TEXT" of each message box that was answered
+    QStringList boxes; ///< "ICON|TITLE|TEXT" of each message box that was answered
     Box lastBox{};
     QStringList menuTexts;
 

@@ -123,8 +123,10 @@ private Q_SLOTS:
         row("a card that is full", Code::NoRoom, "full/a.mid", page, longTitle.left(90));
         row("a card that is write-protected", Code::ReadOnlyVolume, "protected/a.mid", song, "New");
         row("somebody else changes it meanwhile", Code::ChangedMeanwhile, "a.mid", song, "New");
+        row("somebody else removes it meanwhile", Code::NotFound, "a.mid", song, "New");
     }
-    /** The box that names the songs that were not saved has the causes in its details. */
+    /** The box that names the songs that were not saved has the causes in its details, and so has
+     * the row, which counts as edited. */
     void anEditThatIsNotSaved()
     {
         QFETCH(Code, code);
@@ -151,17 +153,24 @@ private Q_SLOTS:
             child<QLineEdit>(dialog, "titleLineEdit")->setText(title);
             if (code == Code::ChangedMeanwhile)
                 write(song, bytes + "more");
+            if (code == Code::NotFound)
+                QFile::remove(song);
             click(dialog, "savePushButton");
         });
         m_driver->answerBox(QMessageBox::Ok);
         doubleClick(0);
-        const QString line = lineOf(QFileInfo(song).fileName(), code);
+        const QString file = QFileInfo(song).fileName();
+        const QString line = lineOf(file, code);
         const QString details = m_driver->lastBox.details;
         QVERIFY2(details.startsWith(line), qPrintable(details));
+        QVERIFY(m_driver->boxes.at(0).contains(file));
+        QCOMPARE(m_driver->lastBox.format, Qt::PlainText);
+        QCOMPARE(statuses(), text("2")); // all the same
+        const QString cause = line.section(text(": "), 1);
         const QModelIndex cell = model()->index(0, Type);
         QVERIFY(cell.data(Qt::AccessibleDescriptionRole)
                     .toString()
-                    .contains(line.section(text(": "), 1)));
+                    .startsWith(text("Non salvata: ") + cause));
     }
 };
 

@@ -273,8 +273,8 @@ private Q_SLOTS:
             QVERIFY(!isChecked(name));
             QCOMPARE(forAll(), text(""));
         }
-        QCOMPARE(press(name, 1, QMessageBox::Yes), QStringList(text("ATTENZIONE|") + question));
-        QCOMPARE(m_lastBox.icon, QMessageBox::Question);
+        QCOMPARE(press(name, 1, QMessageBox::Yes),
+                 QStringList(text("Question|ATTENZIONE|") + question));
         QCOMPARE(m_lastBox.buttons, QMessageBox::Yes | QMessageBox::No);
         QVERIFY(isChecked(name));
         QCOMPARE(text("checkBoxToAll") + forAll(), text(name));

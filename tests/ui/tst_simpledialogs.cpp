@@ -7,7 +7,6 @@
 #include "ui/nocopyrightdialog.h"
 #include "ui/proceeddialog.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>

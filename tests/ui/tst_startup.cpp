@@ -37,31 +37,39 @@ private Q_SLOTS:
         m_program->waitForFinished();
     }
 
-    void firstRunChoosesTheLanguage_data()
+    void starts_data()
     {
-        columns<QByteArray, QString>("settings", "language");
-        row("it_CH.UTF-8", QByteArray(), "it");
-        row("de_DE.UTF-8", QByteArray(), "en");
-        row("it_IT.UTF-8", QByteArray("language=--\n"), "it"); // no choice yet
+        columns<QString, QByteArray, QString, bool, bool>("locale", "settings", "language",
+                                                          "isLogged", "isOldLogKept");
+        row("first, in Italian", "it_CH.UTF-8", QByteArray(), "it", false, true);
+        row("first, in another language", "de_DE.UTF-8", QByteArray(), "en", false, true);
+        row("with no choice made yet", "it_IT.UTF-8", QByteArray("language=--\n"), "it", false,
+            true);
+        row("with a language that is stored, and kept", "it_IT.UTF-8",
+            QByteArray("logenabled=true\nlanguage=fr\n"), "fr", true, true);
+        row("with a log that is enabled, not cleared: each start appends", "C.UTF-8",
+            QByteArray("logenabled=true\nlogclear=false\n"), "en", true, true);
+        row("with a log that is enabled and cleared: it begins afresh", "C.UTF-8",
+            QByteArray("logenabled=true\nlogclear=true\n"), "en", true, false);
+        row("with a log that is cleared but not enabled: the old one is kept", "C.UTF-8",
+            QByteArray("logenabled=false\nlogclear=true\n"), "en", false, true);
     }
-    void firstRunChoosesTheLanguage()
+    void starts()
     {
+        QFETCH(QString, locale);
         QFETCH(QByteArray, settings);
         QFETCH(QString, language);
+        QFETCH(bool, isLogged);
         if (!settings.isEmpty())
             store(settings);
-        m_locale = text(QTest::currentDataTag());
+        write(logName(), "an old line\n");
+        m_locale = locale;
         start();
+        if (isLogged)
+            QTRY_VERIFY_WITH_TIMEOUT(log().contains("DB initialized correctly"), patience);
         QTRY_COMPARE_WITH_TIMEOUT(stored("language"), language, patience);
-        QVERIFY2(!QFile::exists(logName()), "logging is off");
-    }
-
-    void storedLanguageIsKept()
-    {
-        m_locale = text("it_IT.UTF-8");
-        store("logenabled=true\nlanguage=fr\n");
-        startAndWait();
-        QCOMPARE(stored("language"), text("fr"));
+        QTEST(log().startsWith("an old line\n"), "isOldLogKept");
+        QCOMPARE(log().count("Log start"), isLogged ? 1 : 0);
     }
 
     void logOpensWithTheBanner()

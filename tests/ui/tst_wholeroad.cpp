@@ -55,10 +55,10 @@ private Q_SLOTS:
         QVERIFY(list.contains("SANTA LUCIA;A SINGER;/music/SANTALUC.mid;"));
         QVERIFY(std::is_sorted(list.begin() + 1, list.end() - 1));
         const QStringList italianBoxes =
-            strings({"Backup|Backup eseguito correttamente",
-                     "Trasferimento|Tutti i file sono stati copiati correttamente",
-                     "Ottimizza memoria|Operazione completata con successo",
-                     "Salva lista song|Operazione completata"});
+            strings({"Information|Backup|Backup eseguito correttamente",
+                     "Information|Trasferimento|Tutti i file sono stati copiati correttamente",
+                     "Information|Ottimizza memoria|Operazione completata con successo",
+                     "Information|Salva lista song|Operazione completata"});
         QCOMPARE(m_driver->boxes.size(), 4);
         for (int i = 0; i < 4; ++i)
             QCOMPARE(m_driver->boxes.at(i) == italianBoxes.at(i), isItalian);

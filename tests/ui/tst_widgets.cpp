@@ -96,18 +96,6 @@ private Q_SLOTS:
         QCOMPARE(m_box->currentText(), QString());
     }
 
-    void leavingTheBoxKeepsTheText()
-    {
-        // an entry in other letters, the beginning of one, no entry, nothing
-        for (const QString &typed : strings({"abba", "Zuc", "Mina", ""})) {
-            m_box->setFocus();
-            m_box->setEditText(typed);
-            QTest::keyClick(m_box->lineEdit(), Qt::Key_Tab);
-            QTRY_VERIFY(!m_box->hasFocus());
-            QCOMPARE(m_box->currentText(), typed);
-        }
-    }
-
     void enterTakesTheChosenOffer()
     {
         type(text("abba"));

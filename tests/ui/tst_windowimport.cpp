@@ -1,3 +1,4 @@
+#include "tests/ui/progresswatcher.h"
 #include "tests/ui/windowtest.h"
 
 #include "storage/outcome.h"
@@ -6,14 +7,12 @@
 
 #include <QCheckBox>
 #include <QHeaderView>
-#include <QLabel>
-#include <QPlainTextEdit>
 
 using namespace tarvel4;
 using namespace TestFiles;
 
-/** Step 1 in the window: the file dialog, the table, the summary, and what is enabled afterwards.
- */
+/** Step 1 in the window: the file dialog, the progress, the table, the summary, and what is enabled
+ * meanwhile and afterwards. */
 class tst_WindowImport : public WindowTest
 {
     Q_OBJECT
@@ -208,6 +207,63 @@ private Q_SLOTS:
         QVERIFY(isSorted());
         import(threeSongs());
         QVERIFY2(isSorted(), "the header's arrow still tells the truth");
+    }
+
+    void progressIsShown()
+    {
+        openWindowWithoutSummaries();
+        ProgressWatcher watcher;
+        Qt::WindowModality modality = Qt::NonModal;
+        watcher.onShow = [&](QProgressDialog &dialog) {
+            modality = dialog.windowModality();
+            QCOMPARE(dialog.parentWidget(), m_window.get());
+        };
+        import(threeSongs());
+        QCOMPARE(watcher.seen, strings({"Lettura file|Importo la libreria...|Interrompi|3"}));
+        QCOMPARE(modality, Qt::WindowModal);
+        QCOMPARE(watcher.labels, strings({"1 di 3", "2 di 3", "3 di 3"}));
+        QVERIFY(!QApplication::activeModalWidget());
+    }
+
+    /** Neither its button nor Escape nor the frame of its progress ends an import. */
+    void importCantBeInterrupted()
+    {
+        openWindowWithoutSummaries();
+        for (int way = 0; way < 3; ++way) {
+            ProgressWatcher watcher;
+            watcher.onValue = [way](QProgressDialog &dialog, int value) {
+                if (value == 1 && way == 0)
+                    ProgressWatcher::cancel(dialog);
+                else if (value == 1 && way == 1)
+                    QTest::keyClick(&dialog, Qt::Key_Escape);
+                else if (value == 1)
+                    dialog.close();
+                QVERIFY2(dialog.isVisible(), "the window is not given free");
+            };
+            import(threeSongs());
+            QCOMPARE(model()->rowCount(), 3);
+        }
+    }
+
+    void windowCantBeUsedMeanwhile()
+    {
+        openWindowWithoutSummaries();
+        import(threeSongs());
+        ProgressWatcher watcher;
+        const auto *button = find<QToolButton>("selectDirToolButton");
+        watcher.onValue = [&](QProgressDialog &, int) {
+            QVERIFY(!enabledSteps().contains(text("updateData")));
+            QVERIFY(!enabledSteps().contains(text("transferFiles")));
+            // a second file dialog is not expected and fails the test
+            const QPoint place = button->mapTo(m_window.get(), button->rect().center());
+            QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
+            QVERIFY(!m_window->close());
+        };
+        import(threeSongs());
+        QCOMPARE(watcher.labels.size(), 3);
+        QCOMPARE(model()->rowCount(), 3);
+        QVERIFY(m_window->isVisible());
+        QVERIFY(m_window->close());
     }
 };
 

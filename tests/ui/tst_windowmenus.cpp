@@ -1,8 +1,5 @@
 #include "tests/ui/windowtest.h"
 
-#include <QLabel>
-#include <QMenuBar>
-
 using namespace tarvel4;
 
 namespace {

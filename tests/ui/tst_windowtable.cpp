@@ -4,9 +4,7 @@
 #include "songs/metasong.h"
 #include "ui/dataeditdialog.h"
 
-#include <QCheckBox>
 #include <QComboBox>
-#include <QHeaderView>
 #include <QScrollBar>
 #include <QToolTip>
 
@@ -105,18 +103,6 @@ private Q_SLOTS:
         QVERIFY(tooltipAt(0, Type).contains(text("Non letta: ")));
     }
 
-    void failedSaveIsTold()
-    {
-        import(1);
-        retitle([this] { QFile::remove(m_songs.at(0)); });
-        m_driver->answerBox(QMessageBox::Ok);
-        doubleClick(0);
-        QCOMPARE(m_driver->lastBox.format, Qt::PlainText);
-        QVERIFY(m_driver->boxes.at(0).contains(text("s000.mid")));
-        QCOMPARE(column(Status).at(0), text("2")); // all the same
-        QVERIFY(tooltipAt(0, Type).contains(text("Non salvata: il file ")));
-    }
-
     void editOffersItsLists()
     {
         import(1);
@@ -195,8 +181,7 @@ private Q_SLOTS:
         QCOMPARE(m_driver->menuTexts, strings({"Remove from list", "Delete file"}));
         if (entry == 1) {
             QCOMPARE(m_driver->boxes,
-                     strings({"Attenzione|Sei sicuro di voler cancellare il file?"}));
-            QCOMPARE(m_driver->lastBox.icon, QMessageBox::Question);
+                     strings({"Question|Attenzione|Sei sicuro di voler cancellare il file?"}));
             QCOMPARE(m_driver->lastBox.buttons, QMessageBox::Yes | QMessageBox::No);
         }
         QTEST(column(Name).contains(text("s001.mid")), "isListed");

@@ -39,9 +39,9 @@ private Q_SLOTS:
     void songsAreCopiedAndIndexed()
     {
         transfer();
-        QCOMPARE(m_driver->boxes,
-                 strings({"Trasferimento|Tutti i file sono stati copiati correttamente"}));
-        QCOMPARE(m_driver->lastBox.icon, QMessageBox::Information);
+        QCOMPARE(
+            m_driver->boxes,
+            strings({"Information|Trasferimento|Tutti i file sono stati copiati correttamente"}));
         QCOMPARE(m_driver->lastBox.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
         QCOMPARE(m_driver->lastBox.addition,
                  text("Tutto è scritto: ora si può togliere la memoria."));
@@ -77,8 +77,7 @@ private Q_SLOTS:
         const QString target = QDir::cleanPath(path(text("card/") + folder));
         QDir().mkpath(target);
         transfer(target);
-        QCOMPARE(m_driver->boxes, QStringList(text("Trasferimento|") + message));
-        QCOMPARE(m_driver->lastBox.icon, QMessageBox::Warning);
+        QCOMPARE(m_driver->boxes, QStringList(text("Warning|Trasferimento|") + message));
         QVERIFY(!QFile::exists(card("fsinfos.id3")));
         QVERIFY(enabledSteps().contains(text("transferFiles")));
     }
@@ -127,10 +126,9 @@ private Q_SLOTS:
         QFile::remove(m_songs.at(0));
         transfer();
         QCOMPARE(m_driver->boxes,
-                 strings({"Trasferimento|Non è stato possibile copiare uno o più file"}));
+                 strings({"Critical|Trasferimento|Non è stato possibile copiare uno o più file"}));
         const Outcome gone{Outcome::Code::NotFound, m_songs.at(0), {}, {}};
         QCOMPARE(m_driver->lastBox.details, text("a.mid: ") + gone.sentence());
-        QCOMPARE(m_driver->lastBox.icon, QMessageBox::Critical);
         QVERIFY(QFile::exists(card("music/b.mid")));
         QVERIFY(!QFile::exists(card("fsinfos.id3")));
     }
@@ -142,7 +140,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(folder));
         transfer(folder);
         QCOMPARE(m_driver->boxes,
-                 strings({"Trasferimento|Non è stato possibile copiare uno o più file"}));
+                 strings({"Critical|Trasferimento|Non è stato possibile copiare uno o più file"}));
         const QString error = text("File non importato, path troppo lungo: ") + folder;
         QCOMPARE(m_driver->lastBox.details, error + text("/a.mid\n") + error + text("/b.mid"));
     }
@@ -153,7 +151,7 @@ private Q_SLOTS:
         watcher.onShow = ProgressWatcher::cancel;
         transfer();
         QCOMPARE(m_driver->boxes,
-                 strings({"Trasferimento|Non è stato possibile copiare uno o più file"}));
+                 strings({"Critical|Trasferimento|Non è stato possibile copiare uno o più file"}));
         QVERIFY(QDir(card("music")).isEmpty());
     }
 
