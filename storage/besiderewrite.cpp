@@ -148,6 +148,15 @@ Outcome BesideRewrite::copyTail(ContentHash &hash)
     return {};
 }
 
+Outcome BesideRewrite::sync()
+{
+    QFile file(m_temporaryPath);
+    errno = EIO;
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+        return Outcome::ofSystemError(errno, m_temporaryPath);
+    return m_disk.sync(file);
+}
+
 Outcome BesideRewrite::takeBack(const Outcome &cause)
 {
     qDebug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
@@ -210,6 +219,7 @@ bool BesideRewrite::confirm(Outcome &outcome)
             qDebug() << "[MetaSong::saveToFile] WARNING: can't be removed:" << m_aside;
         return true;
     }
+    qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
     if (!m_disk.remove(m_path) || !m_disk.replace(m_aside, m_path)) {
         qDebug() << "[MetaSong::saveToFile] WARNING: the old file is now called" << m_aside;
         outcome = {Outcome::Code::NotRestored, m_path, m_aside, {}};

@@ -21,6 +21,7 @@ public:
     QString temporary() const override { return m_temporaryPath; }
     Outcome write() override;
     QString written() const override { return m_temporaryPath; }
+    Outcome sync() override;
     Outcome takeBack(const Outcome &cause) override;
     bool hasName() const override { return true; }
     Outcome publish() override;

@@ -30,6 +30,8 @@ public:
     virtual Outcome write() = 0;
     /** What must be flushed before publish(). */
     virtual QString written() const = 0;
+    /** Flushes that alone. */
+    virtual Outcome sync() = 0;
     /** Takes back a write whose bytes did not reach the medium, for \a cause; what that is to be
      * called. */
     virtual Outcome takeBack(const Outcome &cause) = 0;

@@ -17,6 +17,7 @@ public:
     Outcome open() override;
     Outcome write() override;
     QString written() const override { return m_file.fileName(); }
+    Outcome sync() override { return m_disk.sync(m_file); }
     Outcome takeBack(const Outcome &cause) override;
     bool confirm(Outcome &outcome) override;
     QByteArray hash() const override;

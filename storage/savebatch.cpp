@@ -179,12 +179,17 @@ SaveBatch::Saves SaveBatch::flushWritten(const Saves &written)
     QStringList paths;
     for (const Save *save : written)
         paths += save->rewrite->written();
-    if (flush(paths))
+    const Outcome all = flush(paths);
+    if (all)
         return written;
-    // One bad file, or one volume of several, is no reason to take back the others.
+    // One bad file, or one volume of several, is no reason to take back the others. The system
+    // tells of a lost byte once: a second flush of the volume, or of a file that was flushed by
+    // itself, would find nothing wrong.
     Saves flushed;
     for (Save *save : written) {
-        const Outcome outcome = flush({save->rewrite->written()});
+        Outcome outcome = save->rewrite->sync();
+        if (outcome && written.size() == 1)
+            outcome = all;
         if (outcome)
             flushed.push_back(save);
         else
