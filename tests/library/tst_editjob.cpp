@@ -2,6 +2,7 @@
 #include "library/songedit.h"
 
 #include "tests/library/logcapture.h"
+#include "tests/library/saveatonce.h"
 #include "tests/library/testlibrary.h"
 #include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
@@ -84,7 +85,7 @@ void tst_EditJob::aSavedRowShowsWhatIsInTheFile()
     SongInfo info = editedRecord();
     info.title = text("Città");
     info.length = 59;
-    SongRows::showEdit(m_library->model(), 1, song.save(info));
+    SongRows::showEdit(m_library->model(), 1, saveAtOnce(song, info));
     QCOMPARE(m_library->cell(1, "title"), text("CittÃ")); // required: UTF-8 read as Latin-1
     QCOMPARE(m_library->cell(1, "artist"), text("NEW ARTIST"));
     QCOMPARE(m_library->cell(1, "length"), text("00:59"));
@@ -100,7 +101,7 @@ void tst_EditJob::aRowWhoseSaveFailsCountsAsEditedToo()
     SongEdit song(disk);
     QVERIFY(song.load(m_library->files().at(0)));
     LogCapture log;
-    const SongOutcome saved = song.save(editedRecord());
+    const SongOutcome saved = saveAtOnce(song, editedRecord(), disk);
     SongRows::showEdit(m_library->model(), 0, saved);
     QCOMPARE(whyOf(0), text("Non salvata: ") + saved.cause.sentence());
     QVERIFY(LogCapture::has(text("Error!")));
@@ -113,7 +114,7 @@ void tst_EditJob::aSongThatVanishedKeepsItsRow()
     SongEdit song;
     QVERIFY(song.load(m_library->files().at(0)));
     QVERIFY(QFile::remove(m_library->files().at(0)));
-    const SongOutcome saved = song.save(editedRecord());
+    const SongOutcome saved = saveAtOnce(song, editedRecord());
     QCOMPARE(saved.cause.codeName(), text("not-found"));
     SongRows::showEdit(m_library->model(), 0, saved);
     QCOMPARE(m_library->cell(0, "title"), text("Old title"));

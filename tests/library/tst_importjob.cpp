@@ -1,5 +1,6 @@
 #include "library/importjob.h"
 
+#include "library/recoveryjob.h"
 #include "library/usersettings.h"
 
 #include "tests/library/logcapture.h"
@@ -101,7 +102,7 @@ void tst_ImportJob::anImportGivesItsNeighboursTheirNamesBack()
     const QString path = m_library->add(text("a.mid"), midi0());
     const QString gone = QFileInfo(path).dir().filePath(text("gone.mp3"));
     write(gone + text(".tarvel4.bak"), "old");
-    ImportJob::recoverBeside({path}, m_library->host());
+    RecoveryJob(m_library->host()).recoverBeside({path});
     QCOMPARE(m_library->host().eventsOf(text("recovered")).size(), 1);
     QCOMPARE(read(gone), QByteArray("old"));
 }

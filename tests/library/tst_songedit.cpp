@@ -1,6 +1,7 @@
 #include "library/songedit.h"
 
 #include "tests/library/logcapture.h"
+#include "tests/library/saveatonce.h"
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
 #include "tests/songs/songbytes.h"
@@ -95,7 +96,7 @@ void tst_SongEdit::aManualEditWritesEveryField()
     info.bpm = 97;
     info.key = text("Bb");
     LogCapture log;
-    const SongOutcome saved = edit.save(info);
+    const SongOutcome saved = saveAtOnce(edit, info);
     QCOMPARE(saved.result, SongResult::Edited);
     QVERIFY(LogCapture::has(text("manual:  true")));
     QVERIFY(LogCapture::has(text("Saving to file:  \"%1\"").arg(path)));
@@ -127,7 +128,7 @@ void tst_SongEdit::markersAreNotTouched()
     QVERIFY(edit.load(song(text("a.mid"), midi0(marker(3, "Solo")))));
     SongInfo info = edit.info();
     info.markers = {{1, text("Intro")}};
-    QCOMPARE(edit.save(info).after.markers, QVector<Marker>({{3, text("Solo")}}));
+    QCOMPARE(saveAtOnce(edit, info).after.markers, QVector<Marker>({{3, text("Solo")}}));
 }
 
 void tst_SongEdit::emptyValuesAreWrittenToo_data()
@@ -151,7 +152,7 @@ void tst_SongEdit::emptyValuesAreWrittenToo()
     QFETCH(QByteArray, bytes);
     SongEdit edit;
     QVERIFY(edit.load(song(name, bytes)));
-    const SongInfo now = edit.save(SongInfo()).after;
+    const SongInfo now = saveAtOnce(edit, SongInfo()).after;
     QCOMPARE(now.title, QString());
     QCOMPARE(now.genre, QString());
     QCOMPARE(now.bpm, 0);
@@ -167,7 +168,7 @@ void tst_SongEdit::addMarkers()
     const QVector<Marker> expected{{1, text("Intro")}, {2, text("Verse")}, {3, text("Solo")}};
     QCOMPARE(edit.info().markers, expected);
     QVERIFY(TestFiles::read(path) == midi0(marker(3, "Solo"))); // not before it is saved
-    QCOMPARE(edit.save(edit.info()).after.markers, expected);
+    QCOMPARE(saveAtOnce(edit, edit.info()).after.markers, expected);
 }
 
 void tst_SongEdit::anMp3TakesNoMarker()
@@ -211,7 +212,7 @@ void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes()
     SongInfo info = edit.info();
     info.title = title;
     LogCapture log;
-    const SongOutcome saved = edit.save(info);
+    const SongOutcome saved = saveAtOnce(edit, info, disk);
     QCOMPARE(saved.result, SongResult::Failed);
     QTEST(saved.cause.codeName(), "code");
     const int last = LogCapture::lines().size() - 1;
@@ -230,7 +231,7 @@ void tst_SongEdit::aSongChangedSinceItWasReadIsLeftAlone()
     QVERIFY(edit.load(path));
     const QByteArray newer = midi0(meta(3, "Edited elsewhere"));
     TestFiles::write(path, newer);
-    const SongOutcome saved = edit.save(edit.info());
+    const SongOutcome saved = saveAtOnce(edit, edit.info());
     QCOMPARE(saved.cause.codeName(), text("changed-meanwhile"));
     QVERIFY(TestFiles::read(path) == newer);
     QCOMPARE(saved.after.title, text("Edited elsewhere"));

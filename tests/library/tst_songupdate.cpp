@@ -1,4 +1,5 @@
 #include "tests/library/logcapture.h"
+#include "tests/library/saveatonce.h"
 #include "tests/library/updatefixture.h"
 #include "tests/storage/failingdisk.h"
 
@@ -125,7 +126,7 @@ void tst_SongUpdate::aRecordOtherwiseStaysTheSongsOwn()
         QCOMPARE(afterOf(song).format, text("MF4"));
         QCOMPARE(afterOf(song).mfxLongName, text("LONG.MID"));
         if (step == 0)
-            QVERIFY(song.perform());
+            QVERIFY(saveAtOnce(song));
     }
 }
 
@@ -137,7 +138,7 @@ void tst_SongUpdate::theArtistFlipsAndThenStays()
     for (const QString &artist : expected) { // required
         SongUpdate song;
         QVERIFY(song.load(path) && song.match(library.db()));
-        QVERIFY(song.prepare() && song.perform());
+        QVERIFY(song.prepare() && saveAtOnce(song));
         QCOMPARE(afterOf(song).artist, artist);
     }
 }
@@ -178,7 +179,7 @@ void tst_SongUpdate::aSongChangedSinceItWasReadIsLeftAlone()
         QVERIFY(QFile::remove(path));
     else
         TestFiles::write(path, newBytes);
-    const Outcome outcome = song.perform();
+    const Outcome outcome = saveAtOnce(song);
     QTEST(outcome.codeName(), "code");
     QCOMPARE(outcome.path, path);
     QCOMPARE(QFileInfo::exists(path), !newBytes.isEmpty());
@@ -206,7 +207,7 @@ void tst_SongUpdate::aFailingDiskLeavesTheOldBytes()
     disk.failingWrite = 1;
     SongUpdate song(disk);
     QVERIFY(song.load(path) && song.match(library.db()) && song.prepare());
-    QCOMPARE(song.perform().codeName(), text("no-room"));
+    QCOMPARE(saveAtOnce(song, disk).codeName(), text("no-room"));
     QVERIFY(TestFiles::read(path) == bytes);
     QCOMPARE(TestFiles::namesIn(QFileInfo(path).path()), QStringList(fileName));
 }

@@ -169,6 +169,25 @@ private Q_SLOTS:
         QCOMPARE(expanded(read(file)), withFiller(song, hex("FF00FF")));
     }
 
+    void whatStandsBehindTheLastChunkIsKept_data()
+    {
+        QTest::addColumn<QByteArray>("tail");
+        QTest::newRow("a chunk of zeros, as one filled up a song that became shorter")
+            << QByteArray("T4cu\0\0\0\5\0\0\0\0\0", 13);
+        QTest::newRow("zeros") << QByteArray(13, '\0');
+        QTest::newRow("somebody's chunk") << "XFIH" + bigEndian(3, 4) + "abc";
+    }
+    void whatStandsBehindTheLastChunkIsKept()
+    {
+        QFETCH(QByteArray, tail);
+        const QString file = write(path("a.mid"), midi0(meta(3, "Old")) + tail);
+        MetaSong song = imported(file);
+        setTitle(song, "O"_s);
+        QVERIFY(song.saveToFile(file));
+        QCOMPARE(titleIn(file), "O"_s);
+        QVERIFY(read(file).endsWith(midi0().right(4) + tail));
+    }
+
     void savingUnchangedChangesNothing_data() { addSuffixRows(); }
     void savingUnchangedChangesNothing()
     {

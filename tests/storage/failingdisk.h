@@ -22,6 +22,7 @@ public:
     int failingReplace = 0;
     Outcome::Code cause = Outcome::Code::MediumFailed; ///< of the failure
     bool staysBroken = false; ///< every later call that is counted so fails, too
+    QString badPart; ///< no file whose path contains this is flushed; empty: none is so bad
     bool isFat = false; ///< names are changed as on FAT
     std::function<void(const QString &operation, int count)> before; ///< called before each one
 
@@ -57,12 +58,14 @@ public:
     Outcome sync(QFileDevice &file) override
     {
         file.flush();
-        return enter("sync", failingSync, syncCount() + 1);
+        const Outcome entered = enter("sync", failingSync, syncCount() + 1);
+        return entered ? flushed({file.fileName()}) : entered;
     }
     Outcome syncFolder(const QString &) override { return enter("syncFolder"); }
-    Outcome syncAll(const QStringList &) override
+    Outcome syncAll(const QStringList &paths) override
     {
-        return enter("syncAll", failingSync, syncCount() + 1);
+        const Outcome entered = enter("syncAll", failingSync, syncCount() + 1);
+        return entered ? flushed(paths) : entered;
     }
     Outcome replace(const QString &from, const QString &to) override
     {
@@ -89,6 +92,11 @@ protected:
 private:
     int syncCount() const { return countOf("sync") + countOf("syncAll"); }
 
+    Outcome flushed(const QStringList &paths) const
+    {
+        const bool isBad = !badPart.isEmpty() && !paths.filter(badPart).isEmpty();
+        return isBad ? Outcome{cause, {}, {}, {}} : Outcome();
+    }
     bool isFailing(int failing, int count) const
     {
         return failing > 0 && (staysBroken ? count >= failing : count == failing);

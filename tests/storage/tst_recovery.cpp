@@ -163,7 +163,9 @@ private:
             [](const QString &file) {
                 return !read(file).trimmed().isEmpty() && !read(file).startsWith('?');
             },
-            [&](const QString &, Recovery::Result outcome, const Outcome &) { outcomes += outcome; });
+            [&](const QString &, Recovery::Result outcome, const Outcome &) {
+                outcomes += outcome;
+            });
         return outcomes;
     }
 };
