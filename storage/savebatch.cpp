@@ -134,6 +134,10 @@ void SaveBatch::write(const Saves &saves)
 {
     Saves written;
     for (Save *save : saves) {
+        // The journal and the songs before it took their time.
+        save->outcome = changedSince(save->stamp, save->path);
+        if (!save->outcome)
+            continue;
         save->outcome = save->rewrite->write();
         // The others' new files may be what takes the room, until they have replaced the old ones.
         if (save->outcome == Outcome::Code::NoRoom && !written.empty()) {
@@ -142,9 +146,6 @@ void SaveBatch::write(const Saves &saves)
         }
         if (save->outcome)
             written.push_back(save);
-        else if (save->outcome == Outcome::Code::NotRestored && save->entry != 0)
-            save->outcome.detail =
-                QCoreApplication::translate("Outcome", "tornerà al prossimo avvio del programma");
     }
     finish(written);
 }
@@ -208,10 +209,15 @@ void SaveBatch::settle(const Saves &saves)
     if (!m_run)
         return;
     QVector<Journal::Settled> songs;
-    for (const Save *save : saves) {
+    for (Save *save : saves) {
         const bool isNew = save->outcome || save->outcome == Outcome::Code::NotConfirmed;
-        if (save->entry != 0 && save->outcome != Outcome::Code::NotRestored)
+        if (save->entry == 0)
+            continue;
+        if (save->outcome != Outcome::Code::NotRestored)
             songs.append({save->entry, isNew ? save->rewrite->hash() : QByteArray()});
+        else if (save->change.way == FileChange::Way::InPlace)
+            save->outcome.detail =
+                QCoreApplication::translate("Outcome", "tornerà al prossimo avvio del programma");
     }
     m_run->settle(songs);
 }
