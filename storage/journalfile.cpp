@@ -164,17 +164,25 @@ bool JournalFile::connectTo(Access access)
         return false;
     }
     if (access == Access::Write
-        && !(exec("PRAGMA page_size=16384") && exec("PRAGMA journal_mode=WAL")
+        && !(isOurs() && exec("PRAGMA page_size=16384") && exec("PRAGMA journal_mode=WAL")
              && exec("PRAGMA synchronous=FULL")
              // What a batch notes stays in memory until it is committed, and is copied from the
              // log to the file only now and then: both cost more than the batch itself.
              && exec("PRAGMA cache_size=-131072") && exec("PRAGMA wal_autocheckpoint=4096")
              && transaction([this] { return prepareSchema(); })))
         return false;
+    return isOurs() && version() == schemaVersion;
+}
+
+/** False, and it is set aside as it is, where it is of a newer program or of another one. */
+bool JournalFile::isOurs()
+{
     const int found = version();
     if (found > schemaVersion)
         setAside(tr("Il registro delle modifiche %1 è di una versione più recente del programma."));
-    return found == schemaVersion;
+    else if (found == 0 && !m_db.tables().isEmpty())
+        setAside(tr("Il registro delle modifiche %1 è danneggiato."));
+    return found >= 0 && m_db.isOpen();
 }
 
 /** -1 when it can't be read. */
@@ -192,10 +200,6 @@ bool JournalFile::prepareSchema()
     const int found = version();
     if (found != 0)
         return found > 0;
-    if (!m_db.tables().isEmpty()) {
-        setAside(tr("Il registro delle modifiche %1 è danneggiato."));
-        return false;
-    }
     for (const char *statement : schema) {
         if (!exec(statement))
             return false;

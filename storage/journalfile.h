@@ -52,6 +52,7 @@ public:
 private:
     bool connectTo(Access access);
     bool makeFile();
+    bool isOurs();
     bool prepareSchema();
     int version();
     void setAside(const QString &sentence);
