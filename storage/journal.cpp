@@ -55,8 +55,9 @@ JournalEntry JournalEntry::of(const QString &path, const FileChange &change, qin
     return entry;
 }
 
-Journal::Journal(const QString &folder, JournalFile::Notice notice)
+Journal::Journal(const QString &folder, JournalFile::Notice notice, qint64 mostBytes)
     : m_file(folder, std::move(notice))
+    , m_mostBytes(mostBytes)
 {}
 
 QString Journal::lockPath(const QString &name) const
@@ -200,7 +201,7 @@ bool Journal::tidy()
         " AND run IN (SELECT run FROM later WHERE runs > ? OR (runs > 1 AND bytes > ?))";
     QSqlQuery query = m_file.prepare(oldest);
     query.addBindValue(keptRuns);
-    query.addBindValue(keptBytes);
+    query.addBindValue(m_mostBytes);
     return m_file.exec(query)
         && m_file.exec("DELETE FROM run WHERE id NOT IN (SELECT run FROM song)");
 }

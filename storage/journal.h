@@ -54,8 +54,10 @@ public:
     static constexpr int keptRuns = 20;
     static constexpr qint64 keptBytes = 256 << 20; ///< but the last run is kept whole
 
-    /** Nothing is made in \a folder before the first song is noted. */
-    explicit Journal(const QString &folder, JournalFile::Notice notice = {});
+    /** Nothing is made in \a folder before the first song is noted. Of old bytes \a mostBytes are
+     * kept. */
+    explicit Journal(const QString &folder, JournalFile::Notice notice = {},
+                     qint64 mostBytes = keptBytes);
 
     QString path() const { return m_file.path(); }
 
@@ -119,6 +121,7 @@ private:
     bool tidy();
 
     JournalFile m_file;
+    qint64 m_mostBytes;
 };
 
 } // namespace tarvel4

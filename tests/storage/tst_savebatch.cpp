@@ -1,0 +1,235 @@
+#include "tests/storage/savefixture.h"
+
+#include "storage/contenthash.h"
+
+#include <unistd.h>
+
+using namespace tarvel4;
+using namespace SongBytes;
+
+/** Saves that go together: their order, their flushes, and what the journal has of them. */
+class tst_SaveBatch : public SaveTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { makeFolder(); }
+
+    void outcomesAreToldInTheOrderOfAdding()
+    {
+        FailingDisk disk;
+        SaveBatch batch(disk);
+        QStringList told;
+        const auto tell = [&](const char *name, Way way) {
+            const QString file = path(name);
+            const QByteArray old = read(file);
+            batch.add(file, FileStamp(file), changeOf(way, old, "new" + old),
+                      [&told, file](const Outcome &outcome) {
+                          QCOMPARE(outcome.path, file);
+                          told +=
+                              QFileInfo(file).fileName() + QLatin1Char(' ') + outcome.codeName();
+                      });
+        };
+        for (const char *name : {"a.mp3", "b.mid", "c.mp3", "e.mid"})
+            write(path(name), "old");
+        QVERIFY(QDir().mkdir(path("d.mid")));
+        tell("a.mp3", Way::Beside);
+        tell("b.mid", Way::InPlace);
+        tell("c.mp3", Way::Beside);
+        tell("d.mid", Way::InPlace);
+        tell("e.mid", Way::InPlace);
+        batch.inTurn([&] { told += "between"_s; });
+        QVERIFY(QFile::remove(path("c.mp3")));
+        QCOMPARE(told, QStringList());
+        QCOMPARE(disk.operations, QStringList());
+        QCOMPARE(read(path("b.mid")), QByteArray("old"));
+        batch.commit();
+        QCOMPARE(told,
+                 (QStringList{"a.mp3 "_s, "b.mid "_s, "c.mp3 not-found"_s, "d.mid not-a-file"_s,
+                              "e.mid "_s, "between"_s}));
+        batch.commit();
+        QCOMPARE(told.size(), 6);
+        batch.inTurn([&] { told += "at once"_s; });
+        QCOMPARE(told.last(), "at once"_s);
+    }
+
+    void aBatchThatGoesAwayIsCommitted()
+    {
+        const QString file = write(path("a.mid"), "old");
+        Outcome outcome{Outcome::Code::NotASong, {}, {}, {}};
+        {
+            SaveBatch batch(Disk::real());
+            add(batch, file, Way::InPlace, "new", &outcome);
+        }
+        QVERIFY(outcome);
+        QCOMPARE(read(file), QByteArray("new"));
+    }
+
+    void theFlushesOfABatchAreFixed_data()
+    {
+        QTest::addColumn<int>("songs");
+        QTest::addColumn<bool>("isBeside");
+        QTest::addColumn<bool>("isFat");
+        QTest::addColumn<int>("flushes");
+        for (const int songs : {1, 50, 200}) {
+            QTest::addRow("one for %d songs in their place", songs) << songs << false << false << 1;
+            QTest::addRow("one for %d songs in their place on FAT", songs)
+                << songs << false << true << 1;
+            QTest::addRow("two for %d songs that are replaced", songs)
+                << songs << true << false << 2;
+            QTest::addRow("three for %d songs that are replaced on FAT", songs)
+                << songs << true << true << 3;
+        }
+    }
+    void theFlushesOfABatchAreFixed()
+    {
+        QFETCH(int, songs);
+        QFETCH(bool, isBeside);
+        QFETCH(bool, isFat);
+        FailingDisk disk;
+        disk.isFat = isFat;
+        SaveBatch batch(disk);
+        for (int i = 0; i < songs; ++i) {
+            const QString file = write(path(QString::number(i)), "old");
+            add(batch, file, isBeside ? Way::Beside : Way::InPlace, "new" + QByteArray::number(i));
+        }
+        batch.commit();
+        QTEST(disk.countOf("syncAll"), "flushes");
+        QCOMPARE(disk.countOf("sync") + disk.countOf("syncFolder"), 0);
+        QCOMPARE(names().size(), songs);
+        for (int i = 0; i < songs; ++i)
+            QCOMPARE(read(path(QString::number(i))), "new" + QByteArray::number(i));
+    }
+
+    void isFull_data()
+    {
+        QTest::addColumn<int>("songs");
+        QTest::addColumn<qint64>("size"); // of each
+        QTest::addColumn<int>("age"); // milliseconds
+        QTest::addColumn<bool>("isFull");
+        QTest::newRow("not one without songs, however old") << 0 << qint64(1) << 600 << false;
+        QTest::newRow("not one of 199 songs") << 199 << qint64(1) << 0 << false;
+        QTest::newRow("one of 200 songs") << 200 << qint64(1) << 0 << true;
+        QTest::newRow("not one of a byte less than 64 MB")
+            << 1 << (qint64(64) << 20) - 1 << 0 << false;
+        QTest::newRow("one of 64 MB") << 2 << (qint64(32) << 20) << 0 << true;
+        QTest::newRow("one of half a second") << 1 << qint64(1) << 600 << true;
+    }
+    void isFull()
+    {
+        QFETCH(int, songs);
+        QFETCH(qint64, size);
+        QFETCH(int, age);
+        SaveBatch batch(Disk::real());
+        for (int i = 0; i < songs; ++i) {
+            QFile file(path(QString::number(i)));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(size));
+            file.close();
+            batch.add(file.fileName(), FileStamp(file.fileName()),
+                      {Way::Beside, {}, "new", 0, nullptr}, [](const Outcome &) {});
+        }
+        if (age > 0)
+            QThread::msleep(static_cast<unsigned long>(age));
+        QTEST(batch.isFull(), "isFull");
+        for (const QString &name : names())
+            QVERIFY(QFile::remove(path(name))); // what is gone need not be written
+        batch.commit();
+        QVERIFY(!batch.isFull());
+    }
+
+    void whatWaitsIsKnownByAnyName_data()
+    {
+        QTest::addColumn<bool>("isBeside");
+        QTest::newRow("in its place") << false;
+        QTest::newRow("beside") << true;
+    }
+    void whatWaitsIsKnownByAnyName()
+    {
+        QFETCH(bool, isBeside);
+        const QString third = write(path("3.mid"), "old");
+        const QString other = write(path("4.mid"), "old");
+        QVERIFY(QFile::link(third, path("soft.mid")));
+        QCOMPARE(::link(QFile::encodeName(third).constData(),
+                        QFile::encodeName(path("hard.mid")).constData()),
+                 0);
+        SaveBatch batch(Disk::real());
+        add(batch, third, isBeside ? Way::Beside : Way::InPlace, "new");
+        for (const char *name : {"3.mid", "soft.mid", "hard.mid"})
+            QVERIFY2(batch.hasPending(FileStamp(path(name))), name);
+        QVERIFY(!batch.hasPending(FileStamp(other)));
+        QVERIFY(!batch.hasPending(FileStamp(path("none.mid"))));
+        QVERIFY(!batch.hasPending({}));
+        batch.commit();
+        QVERIFY(!batch.hasPending(FileStamp(third)));
+    }
+
+    void theJournalHasEachSongBeforeItIsTouched()
+    {
+        const QByteArrayList songs{"a.mid", "b.mp3"};
+        for (const QByteArray &song : songs)
+            write(path(song.constData()), "old");
+        QStringList noted;
+        Journal journal(journalFolder());
+        Journal::Run run(journal, "edit"_s);
+        FailingDisk disk;
+        disk.before = [&](const QString &, int) {
+            if (disk.operations.size() > 1)
+                return;
+            for (const QByteArray &song : songs)
+                QCOMPARE(read(path(song.constData())), QByteArray("old"));
+            // What is on the medium by now, as a recovery after a kill would find it.
+            for (const char *suffix : {"", "-wal"})
+                write(path("copy/journal.db"_s + QLatin1String(suffix)),
+                      read(journalPath() + QLatin1String(suffix)));
+            Journal copy(path("copy"));
+            copy.settleUnfinished([&](JournalEntry &entry) {
+                noted += QFileInfo(entry.path).fileName() + QLatin1Char(' ')
+                    + QFileInfo(entry.temporary).fileName();
+                return QByteArray();
+            });
+        };
+        QVERIFY(QDir().mkdir(path("copy")));
+        SaveBatch batch(disk, &run);
+        add(batch, path("a.mid"), Way::InPlace, "new");
+        add(batch, path("b.mp3"), Way::Beside, "new");
+        batch.commit();
+        noted.sort();
+        QCOMPARE(noted, (QStringList{"a.mid "_s, "b.mp3 b.tmp"_s}));
+    }
+
+    void onlyWhatWasWrittenStaysInTheJournal()
+    {
+        FailingDisk disk;
+        disk.badPart = "bad"_s;
+        Journal journal(journalFolder());
+        Outcome bad;
+        {
+            Journal::Run run(journal, "edit"_s);
+            SaveBatch batch(disk, &run);
+            add(batch, write(path("a.mid"), "old"), Way::InPlace, "new a");
+            add(batch, write(path("bad.mid"), "old"), Way::InPlace, "new", &bad);
+            add(batch, write(path("bad.mp3"), "old"), Way::Beside, "new");
+            add(batch, write(path("b.mp3"), "old"), Way::Beside, "new b");
+        }
+        QCOMPARE(journal.runs().size(), 1);
+        const QVector<JournalEntry> songs = journal.songsOf(journal.runs().first().id);
+        QCOMPARE(songs.size(), 2);
+        for (const JournalEntry &entry : songs) {
+            Outcome read;
+            QCOMPARE(entry.newHash, ContentHash::ofFile(entry.path, read));
+            QVERIFY(!entry.path.contains("bad"_s));
+        }
+        // The one whose old bytes are not known to be back waits for a recovery.
+        QCOMPARE(bad.codeName(), "not-restored"_s);
+        QCOMPARE(bad.detail, QString::fromUtf8("tornerà al prossimo avvio del programma"));
+        QStringList unfinished;
+        journal.settleUnfinished([&](JournalEntry &entry) {
+            unfinished += QFileInfo(entry.path).fileName();
+            return QByteArray();
+        });
+        QCOMPARE(unfinished, words("bad.mid"));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_SaveBatch)
+#include "tst_savebatch.moc"
