@@ -1,7 +1,7 @@
 #pragma once
 
 #include "db/database.h"
-#include "tests/storage/textliteral.h"
+#include "tests/storage/table.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>

@@ -1,4 +1,4 @@
-#include "tests/storage/textliteral.h"
+#include "tests/storage/table.h"
 
 #include <QtTest>
 
@@ -27,11 +27,7 @@ private Q_SLOTS:
 
     void statistics_data()
     {
-        QTest::addColumn<QString>("query");
-        QTest::addColumn<QString>("result");
-        const auto row = [](const char *name, const char *query, const char *result) {
-            QTest::newRow(name) << QString::fromLatin1(query) << QString::fromLatin1(result);
-        };
+        const Table<QString, QString> row;
         row("page size 1024", "pragma page_size", "1024");
         row("about 2.7 MB",
             "select page_count * 1024 between 2650000 and 2800000 from pragma_page_count", "1");
@@ -76,10 +72,10 @@ private Q_SLOTS:
     }
     void statistics()
     {
-        QFETCH(QString, query);
+        const auto [query, result] = cells<QString, QString>();
         QSqlQuery sql(query);
         QVERIFY(sql.next());
-        QTEST(sql.value(0).toString(), "result");
+        QCOMPARE(sql.value(0).toString(), result);
     }
 
     void samplesAreInIt()
@@ -112,19 +108,16 @@ private Q_SLOTS:
 
     void schemas_data()
     {
-        QTest::addColumn<QString>("change");
-        QTest::addColumn<bool>("accepted");
-        QTest::newRow("the maker's own schema is accepted") << "delete from Songs"_s << true;
-        QTest::newRow("another column is refused")
-            << "alter table Songs add column year integer"_s << false;
-        QTest::newRow("another table is refused") << "create table Genres(name varchar)"_s << false;
-        QTest::newRow("another index is refused") << "create index i on Songs(title)"_s << false;
-        QTest::newRow("no table is refused") << "drop table Songs"_s << false;
+        const Table<QString, bool> row;
+        row("the maker's own schema is accepted", "delete from Songs", true);
+        row("another column is refused", "alter table Songs add column year integer", false);
+        row("another table is refused", "create table Genres(name varchar)", false);
+        row("another index is refused", "create index i on Songs(title)", false);
+        row("no table is refused", "drop table Songs", false);
     }
     void schemas()
     {
-        QFETCH(QString, change);
-        QFETCH(bool, accepted);
+        const auto [change, accepted] = cells<QString, bool>();
         const QString file = m_folder.filePath("changed"_s);
         QFile::remove(file);
         QVERIFY(QFile::copy(m_file, file));
@@ -145,23 +138,17 @@ private Q_SLOTS:
 
     void damage_data()
     {
-        QTest::addColumn<qint64>("from");
-        QTest::addColumn<qint64>("to"); // of what is overwritten; -1: the rest is cut off
-        QTest::newRow("a file cut in the middle is refused")
-            << static_cast<qint64>(1000000) << static_cast<qint64>(-1);
-        QTest::newRow("a file cut behind its schema is refused")
-            << static_cast<qint64>(2048) << static_cast<qint64>(-1);
-        QTest::newRow("overwritten pages are refused")
-            << static_cast<qint64>(500000) << static_cast<qint64>(600000);
-        QTest::newRow("an overwritten header is refused")
-            << static_cast<qint64>(0) << static_cast<qint64>(100);
-        QTest::newRow("an empty file is refused")
-            << static_cast<qint64>(0) << static_cast<qint64>(-1);
+        const Table<qint64, qint64> row;
+        // to: of what is overwritten; -1: the rest is cut off
+        row("a file cut in the middle is refused", 1000000, -1);
+        row("a file cut behind its schema is refused", 2048, -1);
+        row("overwritten pages are refused", 500000, 600000);
+        row("an overwritten header is refused", 0, 100);
+        row("an empty file is refused", 0, -1);
     }
     void damage()
     {
-        QFETCH(qint64, from);
-        QFETCH(qint64, to);
+        const auto [from, to] = cells<qint64, qint64>();
         QFile whole(m_file);
         QVERIFY(whole.open(QIODevice::ReadOnly));
         QByteArray bytes = whole.readAll();

@@ -14,14 +14,12 @@ private Q_SLOTS:
 
     void lookups_data()
     {
-        QTest::addColumn<bool>("byTitle");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("artist"); // of the record found; null: none
-        const auto name = [](const char *row, const char *text, const char *artist) {
-            QTest::newRow(row) << false << QString::fromUtf8(text) << QString::fromUtf8(artist);
+        const Table<bool, QString, QString> row; // by title, text, artist found; null: none
+        const auto name = [&row](const char *sentence, const char *text, const char *artist) {
+            row(sentence, false, text, artist);
         };
-        const auto title = [](const char *row, const char *text, const char *artist) {
-            QTest::newRow(row) << true << QString::fromUtf8(text) << QString::fromUtf8(artist);
+        const auto title = [&row](const char *sentence, const char *text, const char *artist) {
+            row(sentence, true, text, artist);
         };
         name("a file name of the catalogue is found", "12ANNI", "Ada");
         name("ASCII letters match in either case", "12anni", "Ada");
@@ -37,19 +35,16 @@ private Q_SLOTS:
         name("a name like a placeholder is a wildcard and a digit", "%1", "first");
         for (const char *column : {"title", "ARTIST", "genre", "author", "length", "bpm", "KEY",
                                    "filename", "markers", "altartist", "rowid", "OID", "_rowid_"}) {
-            QTest::newRow(qPrintable("the column name %1 never receives the first row's data"_s.arg(
-                QLatin1String(column))))
-                << false << QString::fromLatin1(column) << QString();
-            QTest::newRow(
-                qPrintable("nor does a song with the title %1"_s.arg(QLatin1String(column))))
-                << true << QString::fromLatin1(column) << QString();
+            row(qPrintable("the column name %1 never receives the first row's data"_s.arg(
+                    QLatin1String(column))),
+                false, QString::fromLatin1(column), {});
+            row(qPrintable("nor does a song with the title %1"_s.arg(QLatin1String(column))), true,
+                QString::fromLatin1(column), {});
         }
-        QTest::newRow("a very long name")
-            << false << QString(100000, QLatin1Char('A')) << QString();
-        QTest::newRow("a very long pattern")
-            << false << QString(100000, QLatin1Char('%')) << QString();
-        QTest::newRow("a name with a NUL inside") << false << "12ANNI"_s + QChar(0) << QString();
-        QTest::newRow("a lone surrogate") << false << QString(QChar(0xD800)) << QString();
+        row("a very long name", false, QString(100000, QLatin1Char('A')), {});
+        row("a very long pattern", false, QString(100000, QLatin1Char('%')), {});
+        row("a name with a NUL inside", false, "12ANNI"_s + QChar(0), {});
+        row("a lone surrogate", false, QString(QChar(0xD800)), {});
 
         title("a title of the catalogue, trimmed there, is found with its blanks", " dodici ANNI ",
               "Ada");
@@ -63,9 +58,7 @@ private Q_SLOTS:
     }
     void lookups()
     {
-        QFETCH(bool, byTitle);
-        QFETCH(QString, text);
-        QFETCH(QString, artist);
+        const auto [byTitle, text, artist] = cells<bool, QString, QString>();
         QVERIFY(open());
         SongInfo record;
         record.artist = "untouched"_s;
@@ -81,39 +74,31 @@ private Q_SLOTS:
 
     void records_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("record");
-        QTest::newRow("texts are trimmed")
-            << "12ANNI"
-            << "kept|Dodici anni|Ada|Bice|DANCE|Berto|215|120|A -|1|1:Intro,5:Verse 1|kept|0";
-        QTest::newRow("what is no number gives -1, a marker whose bar is none is skipped")
-            << "ODD"
-            << "kept|Odd|x|a|BLUES|x|-1|-1||1|1:Intro,7:Verse|kept|0";
-        QTest::newRow("NULL gives -1 and no text") << "NULLS"
-                                                   << "kept|Nulls|||||-1|-1||1||kept|0";
-        QTest::newRow("numbers beyond 32 bits give -1, and no bar; a bar beyond 16 bits wraps")
-            << "LARGE"
-            << "kept|Large|x|a|x|x|-1|-1||1|4464:Far|kept|0";
-        QTest::newRow("an odd last part of the markers is ignored")
-            << "HALF"
-            << "kept|Half|x|a|x|x|1|1||1|1:Intro|kept|0";
-        QTest::newRow("bar 0 counts, a negative bar does not, empty parts are dropped")
-            << "BARS"
-            << "kept|Bars|x|a|x|x|1|1||1|0:Zero,9:Nine|kept|0";
-        QTest::newRow("the markers are trimmed, the labels in them are not")
-            << "BLANKS"
-            << "kept|Blanks|x|a|x|x|1|1||1|3: Bridge ,5:Fine|kept|0";
+        const Table<QString, QString> row;
+        row("texts are trimmed", "12ANNI",
+            "kept|Dodici anni|Ada|Bice|DANCE|Berto|215|120|A -|1|1:Intro,5:Verse 1|kept|0");
+        row("what is no number gives -1, a marker whose bar is none is skipped", "ODD",
+            "kept|Odd|x|a|BLUES|x|-1|-1||1|1:Intro,7:Verse|kept|0");
+        row("NULL gives -1 and no text", "NULLS", "kept|Nulls|||||-1|-1||1||kept|0");
+        row("numbers beyond 32 bits give -1, and no bar; a bar beyond 16 bits wraps", "LARGE",
+            "kept|Large|x|a|x|x|-1|-1||1|4464:Far|kept|0");
+        row("an odd last part of the markers is ignored", "HALF",
+            "kept|Half|x|a|x|x|1|1||1|1:Intro|kept|0");
+        row("bar 0 counts, a negative bar does not, empty parts are dropped", "BARS",
+            "kept|Bars|x|a|x|x|1|1||1|0:Zero,9:Nine|kept|0");
+        row("the markers are trimmed, the labels in them are not", "BLANKS",
+            "kept|Blanks|x|a|x|x|1|1||1|3: Bridge ,5:Fine|kept|0");
     }
     void records()
     {
-        QFETCH(QString, name);
+        const auto [name, texts] = cells<QString, QString>();
         QVERIFY(open());
         SongInfo record;
         record.filename = record.shortname = record.format = record.mfxLongName = "kept"_s;
         record.isPublisher = true;
         record.markers = {{99, "before"_s}};
         QVERIFY(m_database->getRecordByFilename(name, record));
-        QTEST(SongFixture::textOf(record), "record");
+        QCOMPARE(SongFixture::textOf(record), texts);
         QCOMPARE(record.filename + record.shortname, "keptkept"_s);
     }
 
@@ -150,19 +135,18 @@ private Q_SLOTS:
     /** Texts that SQLite does not compare, or not even read, letter by letter. */
     void answersAsTheStatementWouldForOddTexts_data()
     {
-        QTest::addColumn<QString>("kind");
-        QTest::newRow("rows that can be found by their numbers") << QString();
-        QTest::newRow("rows that have none") << " WITHOUT ROWID"_s;
+        const Table<QString> row;
+        row("rows that can be found by their numbers", {});
+        row("rows that have none", " WITHOUT ROWID");
     }
     void answersAsTheStatementWouldForOddTexts()
     {
-        QFETCH(QString, kind);
+        const auto [kind] = cells<QString>();
         const QChar half(0xD800);
         QStringList texts =
             words("back\\slash [a-z]*? it's true null songs current_date 100% %1 line\nbreak");
-        texts << QStringLiteral("\uFFFD") << QStringLiteral("a\uFFFEb")
-              << QStringLiteral("A\U00010041B") << QStringLiteral("\U0001F3B5")
-              << QStringLiteral("\u00E9") << QStringLiteral("\u212AEY")
+        texts << QStringLiteral("\uFFFD") << QStringLiteral("a\uFFFEb") << QStringLiteral("A\U00010041B")
+              << QStringLiteral("\U0001F3B5") << QStringLiteral("\u00E9") << QStringLiteral("\u212AEY")
               << QString(50000, QLatin1Char('L')) << QString(50001, QLatin1Char('L'))
               << "NUL"_s + QChar(0) + "behind"_s
               << " blank "_s;
@@ -207,30 +191,22 @@ private Q_SLOTS:
 
     void countThatFails_data()
     {
-        QTest::addColumn<QString>("failingStatement");
-        QTest::addColumn<QString>("count");
-        QTest::addColumn<bool>("found");
-        QTest::addColumn<QString>("message");
+        const Table<QString, QString, bool, QString> row;
         const QString unable =
             "[getRecordByTitle] WARNING: unable to count reusults, aborting !!!"_s;
         const QString multiple =
             "[getRecordByTitle] WARNING: multiple reusults in query, aborting !!!"_s;
-        QTest::newRow("a count that can't be executed is not one") << "SELECT count"_s
-                                                                   << "1"_s << false << unable;
-        QTest::newRow("a count that is no number is not one")
-            << QString() << "many"_s << false << multiple;
-        QTest::newRow("a count of 2 is not one") << QString() << "2"_s << false << multiple;
-        QTest::newRow("a count of 1 is one") << QString() << "1"_s << true << QString();
-        QTest::newRow("a lookup that can't be executed fails without a message")
-            << "SELECT title"_s
-            << "1"_s << false << QString();
+        row("a count that can't be executed is not one", "SELECT count", "1", false, unable);
+        row("a count that is no number is not one", {}, "many", false, multiple);
+        row("a count of 2 is not one", {}, "2", false, multiple);
+        row("a count of 1 is one", {}, "1", true, {});
+        row("a lookup that can't be executed fails without a message", "SELECT title", "1", false,
+            {});
     }
     void countThatFails()
     {
-        QFETCH(QString, failingStatement);
-        QFETCH(QString, count);
-        QFETCH(bool, found);
-        QFETCH(QString, message);
+        const auto [failingStatement, count, found, message] =
+            cells<QString, QString, bool, QString>();
         const ScriptedDriver driver;
         ScriptedDriver::failingConnection.clear();
         ScriptedDriver::failingStatement = failingStatement;

@@ -176,21 +176,21 @@ private Q_SLOTS:
 
     void aCatalogueThatNeverEnds_data()
     {
-        QTest::addColumn<QString>("statement");
-        QTest::newRow("a view that calculates its songs")
-            << "create view Songs as with recursive n(i) as (select 1 union all select i + 1 from "
-               "n) "
-               "select i as title, i as artist, i as genre, i as author, i as length, i as bpm, "
-               "i as key, i as filename, '' as markers, i as altartist from n";
-        QTest::newRow("a virtual table") << "create virtual table songs using fts5(genre)";
-        QTest::newRow("a table that has too many songs")
-            << "create table songs as with recursive n(i) as (select 1 union all select i + 1 from "
-               "n "
-               "limit 1000001) select i as genre from n";
+        const Table<QString> row;
+        row("a view that calculates its songs",
+            "create view Songs as with recursive n(i) as (select 1 union all select i + 1 from "
+            "n) "
+            "select i as title, i as artist, i as genre, i as author, i as length, i as bpm, "
+            "i as key, i as filename, '' as markers, i as altartist from n");
+        row("a virtual table", "create virtual table songs using fts5(genre)");
+        row("a table that has too many songs",
+            "create table songs as with recursive n(i) as (select 1 union all select i + 1 from "
+            "n "
+            "limit 1000001) select i as genre from n");
     }
     void aCatalogueThatNeverEnds()
     {
-        QFETCH(QString, statement);
+        const auto [statement] = cells<QString>();
         const QString file = m_folder.filePath("endless"_s);
         QFile::remove(file);
         execute(file, {statement});

@@ -1,6 +1,6 @@
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
-#include "tests/storage/textliteral.h"
+#include "tests/storage/table.h"
 
 #include <QtTest>
 
@@ -75,22 +75,21 @@ private Q_SLOTS:
 
     void lengthText_data()
     {
-        QTest::addColumn<int>("seconds");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("an unknown length shows an empty cell") << -1 << QString();
-        QTest::newRow("0 seconds") << 0 << "00:00"_s;
-        QTest::newRow("59 seconds show 00:59") << 59 << "00:59"_s;
-        QTest::newRow("185 seconds give 03:05") << 185 << "03:05"_s;
-        QTest::newRow("6000 seconds give 100:00") << 6000 << "100:00"_s;
+        const Table<int, QString> row;
+        row("an unknown length shows an empty cell", -1, {});
+        row("0 seconds", 0, "00:00");
+        row("59 seconds show 00:59", 59, "00:59");
+        row("185 seconds give 03:05", 185, "03:05");
+        row("6000 seconds give 100:00", 6000, "100:00");
     }
     void lengthText()
     {
-        QFETCH(int, seconds);
+        const auto [seconds, text] = cells<int, QString>();
         m_model->appendSong(song("a"_s, seconds));
-        QTEST(cell(0, "length"), "text");
+        QCOMPARE(cell(0, "length"), text);
         m_model->updateSong(0, song("a"_s, 1));
         m_model->updateSong(0, song("a"_s, seconds));
-        QTEST(cell(0, "length"), "text");
+        QCOMPARE(cell(0, "length"), text);
     }
 
     void anUnknownTempoIsNegativeUntilTheRowIsUpdated()

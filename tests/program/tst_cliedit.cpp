@@ -92,41 +92,6 @@ private Q_SLOTS:
         QVERIFY2(run.out.contains(edited), run.out.constData());
     }
 
-    void leavesEverythingElseOfASong()
-    {
-        if (shell("/usr/bin/python3 -c 'import mido'").status != 0)
-            QSKIP("python3-mido is not installed");
-        const Run packaged = shell(
-            "cp $(dpkg -L openttd-openmsx | grep '\\.mid$' | sed -n '1~3p') . && mkdir before && "
-            "cp *.mid before");
-        if (packaged.status != 0)
-            QSKIP("the package openttd-openmsx is not installed");
-
-        const Run run = cli("edit --title Nuova --key Bb --length 61 --add-marker 2:Ponte *.mid");
-        QVERIFY2(run.status == 0, run.err.constData());
-        const Run compared = shell(QStringLiteral("/usr/bin/python3 " TARVEL4_TEST_PROGRAM
-                                                  "/compare_midi.py before/*.mid -- *.mid"));
-        QCOMPARE(compared, (Run{0, "12 songs hold the same music\n", ""}));
-    }
-
-    void leavesEverythingElseOfAnMp3()
-    {
-        if (shell("/usr/bin/python3 -c 'import mutagen' && type ffmpeg").status != 0)
-            QSKIP("ffmpeg and python3-mutagen are not installed");
-        const Run run = shell(
-            R"(ffmpeg -v error -f lavfi -i sine=440:duration=2 -id3v2_version 3 -metadata title=Tono \
-             -metadata album=Disco before.mp3
-           cp before.mp3 after.mp3
-           "$cli" edit --title "Nuovo titolo" --artist Altri --length 61 after.mp3 >/dev/null || exit
-           /usr/bin/python3 -c 'import mutagen
-tags = mutagen.File("after.mp3").tags
-print(tags["TIT2"], tags["TPE1"], tags["TLEN"], tags["TALB"], sep="|")'
-           for f in before after; do ffmpeg -v error -i $f.mp3 -map 0:a -c copy -f data - | md5sum; done |
-             uniq | wc -l)");
-        QCOMPARE(run.err, QByteArray());
-        QCOMPARE(run.out, QByteArray("Nuovo titolo|Altri|61000|Disco\n1\n"));
-    }
-
     void refusesAndLeavesTheFileAlone_data()
     {
         const Table<QString, int> row;

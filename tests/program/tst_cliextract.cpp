@@ -13,13 +13,8 @@ private Q_SLOTS:
     {
         makeFolder();
         write("a.mid", wholeSong());
-        const QDir samples(QStringLiteral(TARVEL4_SAMPLES));
-        for (const char *suffix : {"mf3", "mf4", "mf5"}) {
-            const QStringList names = samples.entryList({"*."_s + QLatin1String(suffix)});
-            QVERIFY(!names.isEmpty());
-            QVERIFY(
-                QFile::copy(samples.filePath(names[0]), path("s.1."_s + QLatin1String(suffix))));
-        }
+        for (const QString &song : sampleSongs().filter(QRegularExpression("mf[345]$"_s)))
+            QVERIFY(QFile::copy(song, path("s.1."_s + QFileInfo(song).suffix())));
     }
 
     void writesAMidiFile_data()

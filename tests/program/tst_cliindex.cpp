@@ -11,9 +11,7 @@ class tst_CliIndex : public ProgramTest
 private Q_SLOTS:
     void init()
     {
-        makeFolder();
-        QVERIFY(QDir(path()).mkpath("mem/Pop"_s));
-        QVERIFY(QDir(path()).mkdir("none"_s));
+        makeFolder("mem/Pop none");
         write("mem/Pop/a.mid", wholeSong());
         write("mem/b.kar", midi());
     }
@@ -33,8 +31,7 @@ private Q_SLOTS:
 
     void printsARunForPeople()
     {
-        const Run run = cli("index rebuild mem");
-        QCOMPARE(run.out,
+        QCOMPARE(cli("index rebuild mem").out,
                  QByteArray("root: mem\nfound: 2\nchanged: true\nprepared: true\nerrors:\n"));
     }
 
@@ -72,19 +69,7 @@ private Q_SLOTS:
 
     void saysWhatAnInterruptedRunLeft_data()
     {
-        QTest::addColumn<QString>("job");
-        QTest::addColumn<QString>("call"); // the signal comes with the first one
-        QTest::addColumn<QByteArray>("out");
-        QTest::addColumn<QByteArray>("err");
-        const auto row = [](const char *name, const char *job, const char *call, const char *keys,
-                            const char *err) {
-            QTest::newRow(name) << QString::fromLatin1(job) << QString::fromLatin1(call)
-                                << R"({"root":"mem","found":3,)" + QByteArray(keys)
-                    + R"(,"errors":[]})"
-                      "\n"
-                                << QByteArray("tarvel4soft-cli: mem: interrupted, the memory is ")
-                    + err + '\n';
-        };
+        const Table<QString, QString, QByteArray, QByteArray> row; // the signal comes with a call
         row("a rebuild that removed the old index", "rebuild", "unlink",
             R"("changed":false,"prepared":false)", "not prepared");
         row("a rebuild that did not yet", "rebuild", "getdents64",
@@ -96,8 +81,7 @@ private Q_SLOTS:
     }
     void saysWhatAnInterruptedRunLeft()
     {
-        QFETCH(QString, job);
-        QFETCH(QString, call);
+        const auto [job, call, keys, memory] = cells<QString, QString, QByteArray, QByteArray>();
         prepare();
         if (!canTrace())
             QSKIP("strace is missing or may not trace here");
@@ -105,26 +89,24 @@ private Q_SLOTS:
             shell("cp mem/b.kar mem/c.kar; ASAN_OPTIONS=detect_leaks=0 strace "
                   "-f -o /dev/null -e trace=%2 "
                   "-e inject=%2:signal=INT:when=1 \"$cli\" index %1 --json mem"_s.arg(job, call));
-        QTEST(run.out, "out");
-        QTEST(run.err, "err");
-        QCOMPARE(run.status, 130);
+        QCOMPARE(run,
+                 (Run{130, R"({"root":"mem","found":3,)" + keys + ",\"errors\":[]}\n",
+                      "tarvel4soft-cli: mem: interrupted, the memory is " + memory + '\n'}));
     }
 
     void deletesTheIndex()
     {
         prepare();
-        const Run run = cli("index delete mem; s=$?; ls mem; exit $s");
-        QCOMPARE(run, (Run{0, "Pop\nb.kar\n", ""}));
+        QCOMPARE(cli("index delete mem; s=$?; ls mem; exit $s"), (Run{0, "Pop\nb.kar\n", ""}));
     }
 
     void refuses_data()
     {
         const Table<QString, QByteArray> row;
-        for (const char *job : {"update", "rebuild", "verify", "delete"}) {
-            QTest::addRow("%s of a missing folder", job)
-                << QLatin1String(job) + " gone"_s << QByteArray("gone: there is no such file");
-            QTest::addRow("%s of a file", job)
-                << QLatin1String(job) + " mem/b.kar"_s << QByteArray("mem/b.kar: not a");
+        for (const QString &job : words("update rebuild verify delete")) {
+            row(qPrintable(job + " of a missing folder"_s), job + " gone"_s,
+                "gone: there is no such file");
+            row(qPrintable(job + " of a file"_s), job + " mem/b.kar"_s, "mem/b.kar: not a");
         }
         row("verify of a memory that is not prepared", "verify mem",
             "mem: the memory is not prepared");
@@ -139,11 +121,7 @@ private Q_SLOTS:
     }
 
 private:
-    void prepare() const
-    {
-        const Run run = cli("index rebuild mem");
-        QCOMPARE(run.status, 0);
-    }
+    void prepare() const { QCOMPARE(cli("index rebuild mem").status, 0); }
 };
 
 // Outside of the class: moc loses its way in these raw strings.
@@ -151,8 +129,7 @@ void tst_CliIndex::reportsABuild_data()
 {
     const Table<QString, QByteArray, int> row;
     row("a rebuild", R"("$cli" index rebuild --json mem)",
-        R"({"root":"mem","found":2,"changed":true,)"
-        R"("prepared":true,"errors":[]})"
+        R"({"root":"mem","found":2,"changed":true,"prepared":true,"errors":[]})"
         "\n",
         0);
     row("an update of a memory without an index is a rebuild",
@@ -166,8 +143,7 @@ void tst_CliIndex::reportsABuild_data()
         "\n",
         0);
     row("no songs at all", R"("$cli" index --json update none)",
-        R"({"root":"none","found":0,"changed":false,)"
-        R"("prepared":false,"errors":[]})"
+        R"({"root":"none","found":0,"changed":false,"prepared":false,"errors":[]})"
         "\n",
         0);
     row("a path that is too long is an error of its song",

@@ -11,9 +11,7 @@ class tst_CliList : public ProgramTest
 private Q_SLOTS:
     void init()
     {
-        makeFolder();
-        QVERIFY(QDir(path()).mkpath("mem/Pop"_s));
-        QVERIFY(QDir(path()).mkdir("none"_s));
+        makeFolder("mem/Pop none");
         const auto song = [](const char *title, const char *artist) {
             return midi(meta(0x03, title) + songInfo(2, artist));
         };
@@ -21,8 +19,7 @@ private Q_SLOTS:
         write("mem/2.mid", song("Perch\xE9", "ABBA"));
         write("mem/Pop/3.mid", song("Alfa; Uno", "Zucchero"));
         QVERIFY(writeCatalogue(path("c.db")));
-        const Run run = cli("index rebuild mem");
-        QCOMPARE(run.status, 0);
+        QCOMPARE(cli("index rebuild mem").status, 0);
     }
 
     void listsTheSongs_data()
@@ -56,14 +53,12 @@ private Q_SLOTS:
     void listsTheSongs()
     {
         const auto [line, out] = cells<QString, QByteArray>();
-        const Run run = shell(line);
-        QCOMPARE(run, (Run{0, out, ""}));
+        QCOMPARE(shell(line), (Run{0, out, ""}));
     }
 
     void refuses_data()
     {
-        const Table<QString, int, QByteArray> row;
-        // named: what the message begins with
+        const Table<QString, int, QByteArray> row; // status, and what the message begins with
         row("a memory that is not prepared", "list none", 3, "none: ");
         row("a missing memory", "list gone", 3, "gone: there is no such file");
         row("a memory that is a file", "list old.csv", 3, "old.csv: not a");
@@ -82,8 +77,7 @@ private Q_SLOTS:
         row("a target that is a catalogue", "list --output c.db mem", 3,
             "c.db: it is not overwritten, since it is a catalogue");
         row("a target that is a file of the index", "list --output mem/index.id3 mem", 3,
-            QByteArray(
-                "mem/index.id3: it is not overwritten, since it is a file of a memory's index"));
+            "mem/index.id3: it is not overwritten, since it is a file of a memory's index");
         row("a full disk", "list --output old.csv mem", 3, "old.csv: it is too large");
         row("records on a full disk", "list --json --output old.csv mem", 3,
             "old.csv: it is too large");

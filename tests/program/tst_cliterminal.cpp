@@ -17,10 +17,8 @@ private Q_SLOTS:
 
     void init()
     {
-        makeFolder();
+        makeFolder("1 2 3 mem/Pop");
         m_unpublished = midi(meta(0x02, "(c) somebody"));
-        for (const char *folder : {"1", "2", "3", "mem/Pop"})
-            QVERIFY(QDir(path()).mkpath(QString::fromUtf8(folder)));
         for (const char *song : {"1/azzurro.mid", "2/azzurro.mid", "3/azzurro.mid"})
             write(song, m_unpublished);
         write("0.mid", wholeSong());
@@ -53,40 +51,24 @@ private Q_SLOTS:
 
     void asksAboutSongsOfOthers_data()
     {
-        QTest::addColumn<QStringList>("keys");
-        QTest::addColumn<QStringList>("updated");
-        QTest::addColumn<int>("status");
-        const auto row =
-            [](const char *name, const QStringList &answers, const char *updated, int status) {
-                QStringList keys;
-                for (const QString &answer : answers)
-                    keys += "[o] no to all: \t"_s + answer
-                        + QString::fromUtf8(answer == QStringLiteral("\003") ? "" : "\r");
-                QTest::newRow(name)
-                    << keys
-                    << QString::fromLatin1(updated).split(QLatin1Char(' '), Qt::SkipEmptyParts)
-                    << status;
-            };
-        const auto typed = [](const char *text) {
-            return QString::fromUtf8(text).split(QLatin1Char(','));
-        };
-        row("yes, no, yes", typed("y,n,yes"), "1 3", 1);
-        row("yes to all", typed("a"), "1 2 3", 0);
-        row("no, then yes to all", typed("n,a"), "2 3", 1);
-        row("no to all", typed("o"), "", 1);
-        row("yes, then no to all", typed("y,no to all"), "1", 1);
-        row("in Italian", typed("s,no,sì"), "1 3", 1);
-        row("anything else is asked again", typed("maybe,,YES,q,n,N"), "1", 1);
-        row("the end of input is a no to all", typed("y,\004"), "1", 1);
-        row("Ctrl-C at the first question stops", typed("\003"), "", 130);
-        row("Ctrl-C at the second question stops before the second song", typed("y,\003"), "1",
-            130);
+        const Table<QString, QStringList, int> row; // answers, folders of the updated songs, status
+        row("yes, no, yes", "y,n,yes", "1 3", 1);
+        row("yes to all", "a", "1 2 3", 0);
+        row("no, then yes to all", "n,a", "2 3", 1);
+        row("no to all", "o", "", 1);
+        row("yes, then no to all", "y,no to all", "1", 1);
+        row("in Italian", "s,no,sì", "1 3", 1);
+        row("anything else is asked again", "maybe,,YES,q,n,N", "1", 1);
+        row("the end of input is a no to all", "y,\004", "1", 1);
+        row("Ctrl-C at the first question stops", "\003", "", 130);
+        row("Ctrl-C at the second question stops before the second song", "y,\003", "1", 130);
     }
     void asksAboutSongsOfOthers()
     {
-        QFETCH(QStringList, keys);
-        QFETCH(QStringList, updated);
-        QFETCH(int, status);
+        const auto [answers, updated, status] = cells<QString, QStringList, int>();
+        QStringList keys;
+        for (const QString &answer : answers.split(QLatin1Char(',')))
+            keys += "[o] no to all: \t"_s + answer + (answer == QChar(3) ? QString() : "\r"_s);
         const Run run = onTerminal(
             "\"$cli\" sync --no-backup --catalogue c.db [123]/azzurro.mid >/dev/null"_s, keys);
         QVERIFY2(run.out.contains("azzurro.mid: "), run.out.constData());

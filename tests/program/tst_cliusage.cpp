@@ -15,12 +15,7 @@ private Q_SLOTS:
         write("a.mid", wholeSong());
     }
 
-    void saysItsVersion()
-    {
-        const Run run = cliWith({"--version"_s});
-        QCOMPARE(run.out, QByteArray("tarvel4soft-cli 1.0\n"));
-        QCOMPARE(run.status, 0);
-    }
+    void saysItsVersion() { QCOMPARE(cli("--version"), (Run{0, "tarvel4soft-cli 1.0\n", ""})); }
 
     void helpNamesEveryCommandAndOption()
     {
@@ -39,13 +34,7 @@ private Q_SLOTS:
 
     void helpOfACommand_data()
     {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QStringList>("options");
-        const auto row = [](const char *command, const char *options) {
-            QTest::newRow(command)
-                << QString::fromLatin1(command)
-                << QString::fromLatin1(options).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        };
+        const Table<QStringList> row;
         row("info", "--recursive PATH...");
         row("edit",
             "--title --artist --genre --author --length --bpm --key --title-from-name "
@@ -60,12 +49,12 @@ private Q_SLOTS:
     }
     void helpOfACommand()
     {
-        QFETCH(QString, command);
-        QFETCH(QStringList, options);
+        const auto [options] = cells<QStringList>();
+        const QByteArray command = QTest::currentDataTag();
         for (const char *word : {"-h", "--help"}) {
-            const Run run = cliWith({command, QLatin1String(word)});
+            const Run run = cliWith({QString::fromLatin1(command), QLatin1String(word)});
             QCOMPARE(run.status, 0);
-            QVERIFY(run.out.contains("tarvel4soft-cli " + command.toUtf8()));
+            QVERIFY(run.out.contains("tarvel4soft-cli " + command));
             for (const QString &option : options)
                 QVERIFY2(run.out.contains(option.toUtf8()), qPrintable(option));
             QVERIFY(run.out.contains("--json"));
@@ -106,17 +95,12 @@ private Q_SLOTS:
     void acceptsOptionsInEveryForm()
     {
         const auto [line, out] = cells<QString, QByteArray>();
-        const Run run = shell(line);
-        QCOMPARE(run, (Run{0, out, ""}));
+        QCOMPARE(shell(line), (Run{0, out, ""}));
     }
 
     void refusesWrongUsage_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QByteArray>("message");
-        const auto row = [](const char *name, const char *line, const char *message) {
-            QTest::newRow(name) << QString::fromUtf8(line) << QByteArray(message);
-        };
+        const Table<QString, QByteArray> row;
         row("no command", "", "");
         row("an unknown command", "play a.mid", "play");
         row("an unknown option", "info --bogus a.mid", "--bogus");
@@ -140,9 +124,8 @@ private Q_SLOTS:
     }
     void refusesWrongUsage()
     {
-        QFETCH(QString, line);
-        QFETCH(QByteArray, message);
-        const Run run = cli(""_s + line + QLatin1Char('\n'));
+        const auto [line, message] = cells<QString, QByteArray>();
+        const Run run = cli(line + QLatin1Char('\n'));
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.contains(message) && run.err.startsWith("tarvel4soft-cli: "),
                  run.err.constData());
@@ -178,10 +161,11 @@ private Q_SLOTS:
         const QString name = QStringLiteral("citt\u00E0 \u4E2D.mid");
         write(name, wholeSong());
         for (const char *locale : {"C", "POSIX", "C.UTF-8", "it_IT.ISO-8859-1", "no_such_locale"}) {
-            Program program(path());
-            program.setEnvironment("LC_ALL"_s, QString::fromUtf8(locale));
+            Program inLocale = program();
+            inLocale.setEnvironment("LC_ALL"_s, QString::fromUtf8(locale));
             for (const QString &argument : {name, "."_s}) {
-                const Run run = cliWith(words("info --json --recursive") + QStringList(argument));
+                const Run run =
+                    inLocale.run(words("info --json --recursive") + QStringList(argument));
                 QVERIFY2(run.out.contains(R"("name":"città 中.mid","format":"MIDI")"), locale);
                 QCOMPARE(run.status, 0);
             }
@@ -190,13 +174,11 @@ private Q_SLOTS:
 
     void writesALogOnlyWhenAsked()
     {
-        const QString log = path("log.txt");
-        cliWith(words("info a.mid"));
-        QVERIFY(!QFile::exists(log));
+        cli("info a.mid");
+        QVERIFY(!QFile::exists(path("log.txt")));
 
-        const Run run = cliWith(words("info --log --recursive ."));
-        QCOMPARE(run.err, QByteArray());
-        const QByteArray lines = Fixtures::read(log);
+        QCOMPARE(cli("info --log --recursive .").err, QByteArray());
+        const QByteArray lines = read("log.txt");
         QVERIFY(lines.contains("Log start"));
         QVERIFY(lines.contains("]D| [scanDir] Found file: \"./a.mid\"\n"));
     }
@@ -219,8 +201,7 @@ private Q_SLOTS:
         const auto [line] = cells<QString>();
         QVERIFY(writeCatalogue(path("c.db")));
         const QByteArray catalogue = read("c.db");
-        const Run run = shell(line);
-        QCOMPARE(run, (Run{3, "", "tarvel4soft-cli: the output can't be written\n"}));
+        QCOMPARE(shell(line), (Run{3, "", "tarvel4soft-cli: the output can't be written\n"}));
         QCOMPARE(read("c.db"), catalogue);
     }
 };

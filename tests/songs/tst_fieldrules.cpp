@@ -185,9 +185,7 @@ private Q_SLOTS:
 
     void fields_data()
     {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<QString>("format");
-        QTest::addColumn<QByteArray>("field");
+        Table<int, QString, QByteArray>();
         for (int i = 0; i < static_cast<int>(std::size(rules)); ++i) {
             for (const QString &format : words(rules[i].formats)) {
                 for (const QString &field : words(rules[i].fields))
@@ -199,9 +197,7 @@ private Q_SLOTS:
     }
     void fields()
     {
-        QFETCH(int, index);
-        QFETCH(QString, format);
-        QFETCH(QByteArray, field);
+        const auto [index, format, field] = cells<int, QString, QByteArray>();
         const Rule &rule = rules[index];
         MetaSong song = m_file.imported(format, songWith(format, field, rule.before));
         song.setSongInfo(recordWith(field, rule.record, rule.isPublisher), rule.writtenBy);
@@ -211,8 +207,7 @@ private Q_SLOTS:
 
     void artist_data()
     {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<QString>("format");
+        Table<int, QString>();
         for (int i = 0; i < static_cast<int>(std::size(artistRules)); ++i) {
             for (const QString &format : words(artistRules[i].formats))
                 QTest::addRow("%s: %s", qPrintable(format), artistRules[i].sentence) << i << format;
@@ -220,8 +215,7 @@ private Q_SLOTS:
     }
     void artist()
     {
-        QFETCH(int, index);
-        QFETCH(QString, format);
+        const auto [index, format] = cells<int, QString>();
         const ArtistRule &rule = artistRules[index];
         for (const bool isPublisher : {true, false}) {
             MetaSong song = m_file.imported(format, songWith(format, "artist", rule.before));

@@ -26,17 +26,11 @@ class tst_MetaSong : public FolderTest
 private Q_SLOTS:
     void readInfo_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("record");
+        const Table<QString, QByteArray, QString> row;
         const QByteArray song = midi0(midiEvents());
         const QByteArray mp3Body = frame("TIT2", "Title") + frame("TPE1", "Artist")
             + frame("TCOM", "Author") + frame("TCON", "Genre") + frame("TKEY", "A-")
             + frame("TLEN", "215999") + frame("TBPM", "131") + frame("TCOP", "K-Varo");
-        const auto row = [](const char *sentence, const char *name, const QByteArray &bytes,
-                            const char *record) {
-            QTest::newRow(sentence) << name << bytes << record;
-        };
         row("a MIDI song has everything in its track", "a.mid", song,
             "MIDI|Volare|Mina||Pop|Conte|215|120|Eb|1|1:Intro,5:Chorus 1||0");
         row("a bare MIDI song has nothing", "a.mid", midi1(), "MIDI||||||0|0||0|||0");
@@ -55,8 +49,7 @@ private Q_SLOTS:
     }
     void readInfo()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
+        const auto [name, bytes, record] = cells<QString, QByteArray, QString>();
         // What was there before is cleared.
         SongInfo info;
         for (QString *text : {&info.title, &info.artist, &info.altArtist, &info.genre, &info.author,
@@ -68,7 +61,7 @@ private Q_SLOTS:
         info.isPublisher = true;
         imported(write(path(name), bytes)).readInfo(info);
 
-        QTEST(textOf(info), "record");
+        QCOMPARE(textOf(info), record);
         QCOMPARE(info.filename + info.shortname, QString());
     }
 
@@ -159,21 +152,18 @@ private Q_SLOTS:
 
     void whatIsSetAsideIsReadByTheNameOfItsSong_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("isSong");
+        const Table<QString, QByteArray, bool> row;
         const QByteArray mp3 = tag(frame("TIT2", "x"));
-        QTest::newRow("an MP3") << "a.mp3" << mp3 << true;
-        QTest::newRow("an MP3 set aside") << "a.MP3.tarvel4.bak" << mp3 << true;
-        QTest::newRow("an MP3 under no song's name") << "a.bak" << mp3 << false;
-        QTest::newRow("a MIDI song set aside") << "a.mid.tarvel4.bak" << midi0() << true;
-        QTest::newRow("no song") << "a.mid.tarvel4.bak" << QByteArray(100, '\0') << false;
+        row("an MP3", "a.mp3", mp3, true);
+        row("an MP3 set aside", "a.MP3.tarvel4.bak", mp3, true);
+        row("an MP3 under no song's name", "a.bak", mp3, false);
+        row("a MIDI song set aside", "a.mid.tarvel4.bak", midi0(), true);
+        row("no song", "a.mid.tarvel4.bak", QByteArray(100, '\0'), false);
     }
     void whatIsSetAsideIsReadByTheNameOfItsSong()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        QTEST(MetaSong::isSong(write(path(name), bytes)), "isSong");
+        const auto [name, bytes, isSong] = cells<QString, QByteArray, bool>();
+        QCOMPARE(MetaSong::isSong(write(path(name), bytes)), isSong);
     }
 };
 

@@ -143,22 +143,17 @@ private Q_SLOTS:
 
     void mp3Songs_data()
     {
-        QTest::addColumn<QString>("maker");
-        QTest::addColumn<QString>("title"); // as we read it
-        QTest::newRow("ffmpeg, ID3v2.3") << "ffmpeg 3"_s
-                                         << "Volare"_s;
-        QTest::newRow("ffmpeg, ID3v2.4") << "ffmpeg 4"_s
-                                         << "Volare"_s;
-        QTest::newRow("ffmpeg without a tag") << "ffmpeg 0"_s << QString();
-        QTest::newRow("lame writes UTF-16") << "lame"_s
-                                            << "\xFF\xFEV"_s;
-        QTest::newRow("mutagen: a picture, UTF-16 and padding") << "mutagen"_s
-                                                                << "\xFF\xFEP"_s;
+        const Table<QString, QString> row; // maker, and the title as we read it
+        row("ffmpeg, ID3v2.3", "ffmpeg 3", "Volare");
+        row("ffmpeg, ID3v2.4", "ffmpeg 4", "Volare");
+        row("ffmpeg without a tag", "ffmpeg 0", {});
+        row("lame writes Latin-1", "lame --id3v2-latin1", "Volare");
+        row("lame writes UTF-16", "lame", "\xFF\xFEV"_s);
+        row("mutagen: a picture, UTF-16 and padding", "mutagen", "\xFF\xFEP"_s);
     }
     void mp3Songs()
     {
-        QFETCH(QString, maker);
-        QFETCH(QString, title);
+        const auto [maker, title] = cells<QString, QString>();
         for (const char *program : {"ffmpeg", "lame"}) {
             if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
                 QSKIP("Debian's packages ffmpeg and lame are not installed");
@@ -199,21 +194,20 @@ private:
     bool makeMp3(const QString &maker, const QString &file) const
     {
         const QString sound = path("tone.wav"_s);
-        const QStringList tone = {"-v"_s,    "error"_s, "-f"_s,
-                                  "lavfi"_s, "-i"_s,    "sine=frequency=440:duration=2"_s};
-        if (maker == "lame"_s) {
+        const QStringList tone = words("-v error -f lavfi -i sine=frequency=440:duration=2");
+        if (maker.startsWith("lame"_s)) {
+            const QStringList encoding = maker.split(QLatin1Char(' ')).mid(1);
             return outputOf("ffmpeg"_s, tone + QStringList(sound))
                 && outputOf("lame"_s,
-                            {"--quiet"_s, "--add-id3v2"_s, "--tt"_s, "Volare"_s, sound, file});
+                            words("--quiet --add-id3v2") + encoding + words("--tt Volare")
+                                + QStringList{sound, file});
         }
         QStringList arguments = tone;
         if (maker.startsWith("ffmpeg"_s) && !maker.endsWith(QLatin1Char('0')))
-            arguments << "-metadata"_s
-                      << "title=Volare"_s
-                      << "-id3v2_version"_s << maker.right(1);
+            arguments +=
+                words("-metadata title=Volare -id3v2_version") + QStringList(maker.right(1));
         else
-            arguments << "-id3v2_version"_s
-                      << "0"_s;
+            arguments += words("-id3v2_version 0");
         const bool isMade = outputOf("ffmpeg"_s, arguments << file).has_value();
         if (maker != "mutagen"_s)
             return isMade;

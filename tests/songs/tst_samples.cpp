@@ -99,28 +99,28 @@ private Q_SLOTS:
 
     void isWhatTheReadmeSays_data()
     {
-        QTest::addColumn<Columns>("told");
+        const Table<Columns> row;
         const QMap<QString, Columns> files = readTables();
         for (auto file = files.cbegin(); file != files.cend(); ++file)
-            QTest::newRow(qPrintable(file.key())) << file.value();
+            row(qPrintable(file.key()), file.value());
     }
     void isWhatTheReadmeSays()
     {
-        QFETCH(Columns, told);
+        const auto [told] = cells<Columns>();
         const QString file = samplePath(QString::fromLatin1(QTest::currentDataTag()));
         QCOMPARE(columnsOf(SongFixture::recordOf(SongFixture::imported(file))), told);
     }
 
     void isWrittenBackAsItIs_data()
     {
-        QTest::addColumn<QString>("name");
+        const Table<QString> row;
         for (const char *name : {"SANTALUC.mid", "FUNICULI.mid", "BELLACIA.kar", "FRAMARTI.mf3",
                                  "DONNAMOB.mf4", "GREENSLV.mf5", "AULDLANG.mp3"})
-            QTest::newRow(name) << QString::fromLatin1(name);
+            row(name, QString::fromLatin1(name));
     }
     void isWrittenBackAsItIs()
     {
-        QFETCH(QString, name);
+        const auto [name] = cells<QString>();
         const QByteArray bytes = read(samplePath(name));
         QTemporaryDir folder;
         const QString copy = write(folder.filePath(name), bytes);
@@ -130,16 +130,14 @@ private Q_SLOTS:
 
     void midiTracksFillTheFile_data()
     {
-        QTest::addColumn<int>("format");
-        QTest::addColumn<int>("tracks");
-        QTest::newRow("SANTALUC.mid") << 0 << 1;
-        QTest::newRow("FUNICULI.mid") << 1 << 6;
-        QTest::newRow("BELLACIA.kar") << 1 << 6;
+        const Table<int, int> row;
+        row("SANTALUC.mid", 0, 1);
+        row("FUNICULI.mid", 1, 6);
+        row("BELLACIA.kar", 1, 6);
     }
     void midiTracksFillTheFile()
     {
-        QFETCH(int, format);
-        QFETCH(int, tracks);
+        const auto [format, tracks] = cells<int, int>();
         const QByteArray midi = read(samplePath(QString::fromLatin1(QTest::currentDataTag())));
         QVERIFY(midi.startsWith("MThd"));
         QCOMPARE(static_cast<int>(qFromBigEndian<quint16>(midi.constData() + 8)), format);
@@ -155,14 +153,14 @@ private Q_SLOTS:
 
     void mfxSizesAreTrue_data()
     {
-        QTest::addColumn<int>("headerSize");
-        QTest::newRow("FRAMARTI.mf3") << 512;
-        QTest::newRow("DONNAMOB.mf4") << 512;
-        QTest::newRow("GREENSLV.mf5") << 1024;
+        const Table<int> row;
+        row("FRAMARTI.mf3", 512);
+        row("DONNAMOB.mf4", 512);
+        row("GREENSLV.mf5", 1024);
     }
     void mfxSizesAreTrue()
     {
-        QFETCH(int, headerSize);
+        const auto [headerSize] = cells<int>();
         const QByteArray song = read(samplePath(QString::fromLatin1(QTest::currentDataTag())));
         QCOMPARE(qFromLittleEndian<qint32>(song.constData() + 4), song.size());
         QByteArray midi;

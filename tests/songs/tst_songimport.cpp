@@ -38,26 +38,21 @@ private Q_SLOTS:
 
     void importFile_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("format");
-        QTest::addColumn<QString>("cause");
+        Table<QString, QByteArray, int, QString>();
         addMidiAndMfxRows();
         addMp3Rows();
         addRefusedRows();
     }
     void importFile()
     {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, cause);
+        const auto [name, bytes, format, cause] = cells<QString, QByteArray, int, QString>();
         const QString file = write(path(name), bytes);
         MetaSong song;
         const LogCapture capture;
         const Outcome outcome = song.importFile(file);
         QCOMPARE(causeOf(outcome), cause);
         QCOMPARE(outcome.path, file);
-        QTEST(song.format(), "format");
+        QCOMPARE(song.format(), format);
         QCOMPARE(read(file), bytes);
         QCOMPARE(LogCapture::has("[MetaSong::importFile] LzHuff Expand filed, skipping file"_s),
                  cause == QString::fromUtf8(notExpanded));
@@ -67,16 +62,17 @@ private Q_SLOTS:
 
     void onlyRegularFilesAreSongs_data()
     {
-        QTest::addColumn<QString>("code");
-        QTest::newRow("missing") << "not-found";
-        QTest::newRow("dangling link") << "not-found";
+        const Table<QString> row;
+        row("missing", "not-found");
+        row("dangling link", "not-found");
         for (const char *kind : {"folder", "FIFO", "socket", "device"})
-            QTest::newRow(kind) << "not-a-file";
-        QTest::newRow("link to itself") << "link-out-of-memory";
-        QTest::newRow("link to a song") << "";
+            row(kind, "not-a-file");
+        row("link to itself", "link-out-of-memory");
+        row("link to a song", "");
     }
     void onlyRegularFilesAreSongs()
     {
+        const auto [code] = cells<QString>();
 #ifndef Q_OS_UNIX
         QSKIP("There are no such files here");
 #else
@@ -94,19 +90,19 @@ private Q_SLOTS:
                                                  {"link to itself", file},
                                                  {"link to a song", write(path("song"), midi0())}};
         QVERIFY(!links.contains(kind) || QFile::link(links.value(kind), file));
-        QTEST(MetaSong().importFile(file).codeName(), "code");
+        QCOMPARE(MetaSong().importFile(file).codeName(), code);
 #endif
     }
 
     void aFileOfMoreThanTwoGigabytesIsTooLarge_data()
     {
-        QTest::addColumn<QByteArray>("start");
-        QTest::newRow("MIDI") << midi0();
-        QTest::newRow("MF3") << mfx(3, {}, midi0());
+        const Table<QByteArray> row;
+        row("MIDI", midi0());
+        row("MF3", mfx(3, {}, midi0()));
     }
     void aFileOfMoreThanTwoGigabytesIsTooLarge()
     {
-        QFETCH(QByteArray, start);
+        const auto [start] = cells<QByteArray>();
         QFile file(write(path("big.mid"), start));
         QVERIFY(file.open(QIODevice::ReadWrite));
         if (!file.resize(3'000'000'000))
@@ -130,20 +126,15 @@ private Q_SLOTS:
 
     void largeTags_data()
     {
-        QTest::addColumn<int>("tagSize");
-        QTest::addColumn<int>("audioSize");
-        QTest::addColumn<QString>("cause");
-        QTest::newRow("a tag of 1,000,000 bytes is read") << 1'000'000 << 1'000'000 << "";
-        QTest::newRow("a tag of 1,000,001 bytes is not")
-            << 1'000'001 << 1'000'000 << "too-large: sono ammessi al massimo 1.000.000 byte";
-        QTest::newRow("a file that ends before its tag of 900,000 bytes is refused")
-            << 900'000 << -11 << cutTag;
+        const Table<int, int, QString> row;
+        row("a tag of 1,000,000 bytes is read", 1'000'000, 1'000'000, "");
+        row("a tag of 1,000,001 bytes is not", 1'000'001, 1'000'000,
+            "too-large: sono ammessi al massimo 1.000.000 byte");
+        row("a file that ends before its tag of 900,000 bytes is refused", 900'000, -11, cutTag);
     }
     void largeTags()
     {
-        QFETCH(int, tagSize);
-        QFETCH(int, audioSize);
-        QFETCH(QString, cause);
+        const auto [tagSize, audioSize, cause] = cells<int, int, QString>();
         QByteArray bytes =
             tag(frame("TIT2", "Title") + QByteArray(tagSize - 32, '\0') + frame("TPE1", "Last!"));
         bytes.chop(std::max(0, -audioSize));
@@ -167,21 +158,17 @@ private Q_SLOTS:
 
     void mf4FillerIsTakenOut_data()
     {
-        QTest::addColumn<int>("version");
-        QTest::addColumn<QByteArray>("stream");
-        QTest::addColumn<QByteArray>("midi");
+        const Table<int, QByteArray, QByteArray> row;
         const QByteArray song = midi1(meta(3, "Volare") + note());
-        QTest::newRow("of an MF4 song, whatever it is") << 4 << withFiller(song, "abc") << song;
-        QTest::newRow("and no more than that")
-            << 4 << withFiller(withFiller(song)) << withFiller(song);
-        QTest::newRow("but not of an MF3 song") << 3 << song << song;
-        QTest::newRow("nor of an MF5 song") << 5 << song << song;
+        row("of an MF4 song, whatever it is", 4, withFiller(song, "abc"), song);
+        row("and no more than that", 4, withFiller(withFiller(song)), withFiller(song));
+        row("but not of an MF3 song", 3, song, song);
+        row("nor of an MF5 song", 5, song, song);
     }
     void mf4FillerIsTakenOut()
     {
-        QFETCH(int, version);
-        QFETCH(QByteArray, stream);
-        QTEST(imported(write(path("a"), mfx(version, {}, stream))).midiData(), "midi");
+        const auto [version, stream, midi] = cells<int, QByteArray, QByteArray>();
+        QCOMPARE(imported(write(path("a"), mfx(version, {}, stream))).midiData(), midi);
     }
 
 private:

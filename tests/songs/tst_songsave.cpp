@@ -14,35 +14,17 @@ private Q_SLOTS:
 
     void aLetterBeyondAsciiIsNotStoredInAHeader_data()
     {
-        QTest::addColumn<QString>("suffix");
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("letter");
-        QTest::newRow("mf3: in a title") << "mf3"
-                                         << "title"
-                                         << "Perch\xE9 \xE0"_s
-                                         << "\xE9"_s;
-        QTest::newRow("mf4: in an author") << "mf4"
-                                           << "author"
-                                           << "\xC8"_s
-                                           << "\xC8"_s;
-        QTest::newRow("mf5: in an artist") << "mf5"
-                                           << "artist"
-                                           << "\xC8"_s
-                                           << "\xC8"_s;
-        QTest::newRow("mf3: in a genre, one of two units")
-            << "mf3"
-            << "genre" << QStringLiteral("a\U0001F3B5b") << QStringLiteral("\U0001F3B5");
-        QTest::newRow("mf3: a letter that is cut off is stored as nothing")
-            << "mf3"
-            << "title" << QString(32, QLatin1Char('x')) + "\xE9"_s << QString();
+        const Table<QString, QString, QString, QString> row;
+        row("mf3: in a title", "mf3", "title", "Perch\xE9 \xE0"_s, "\xE9"_s);
+        row("mf4: in an author", "mf4", "author", "\xC8"_s, "\xC8"_s);
+        row("mf5: in an artist", "mf5", "artist", "\xC8"_s, "\xC8"_s);
+        row("mf3: in a genre, one of two units", "mf3", "genre", "a\U0001F3B5b", "\U0001F3B5");
+        row("mf3: a letter that is cut off is stored as nothing", "mf3", "title",
+            QString(32, QLatin1Char('x')) + "\xE9"_s, {});
     }
     void aLetterBeyondAsciiIsNotStoredInAHeader()
     {
-        QFETCH(QString, suffix);
-        QFETCH(QString, field);
-        QFETCH(QString, text);
-        QFETCH(QString, letter);
+        const auto [suffix, field, text, letter] = cells<QString, QString, QString, QString>();
         const QByteArray old = songOf(suffix);
         const QString file = write(path("a."_s + suffix), old);
         FailingDisk disk;
@@ -82,20 +64,16 @@ private Q_SLOTS:
 
     void theLargestStreamIsSaved_data()
     {
-        QTest::addColumn<int>("version");
-        QTest::addColumn<int>("midiSize"); // after the edit, without the filler of an MF4 song
-        QTest::addColumn<bool>("isSavable");
-        QTest::newRow("an MF3 stream of 500,000 bytes") << 3 << 500'000 << true;
-        QTest::newRow("an MF3 stream of 500,001 bytes is not saved") << 3 << 500'001 << false;
-        QTest::newRow("an MF4 stream of 499,997 bytes and its filler") << 4 << 499'997 << true;
-        QTest::newRow("an MF4 stream of 499,998 bytes and its filler is not saved")
-            << 4 << 499'998 << false;
+        const Table<int, int, bool> row;
+        // midiSize: after the edit, without the filler of an MF4 song
+        row("an MF3 stream of 500,000 bytes", 3, 500'000, true);
+        row("an MF3 stream of 500,001 bytes is not saved", 3, 500'001, false);
+        row("an MF4 stream of 499,997 bytes and its filler", 4, 499'997, true);
+        row("an MF4 stream of 499,998 bytes and its filler is not saved", 4, 499'998, false);
     }
     void theLargestStreamIsSaved()
     {
-        QFETCH(int, version);
-        QFETCH(int, midiSize);
-        QFETCH(bool, isSavable);
+        const auto [version, midiSize, isSavable] = cells<int, int, bool>();
         constexpr int markerSize = 8; // of one with a label of one letter
         const int bodySize = midiSize - midi1().size() - markerSize - 4 - 4;
         const QByteArray song =

@@ -67,9 +67,7 @@ private Q_SLOTS:
 
     void permissions_data()
     {
-        QTest::addColumn<QString>("suffix");
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("modeAfter");
+        Table<QString, int, int>();
         for (const QString &suffix : words(everySuffix))
             QTest::addRow("%s: a read-only song becomes writable", qPrintable(suffix))
                 << suffix << 0444 << 0644;
@@ -81,8 +79,7 @@ private Q_SLOTS:
     }
     void permissions()
     {
-        QFETCH(QString, suffix);
-        QFETCH(int, mode);
+        const auto [suffix, mode, modeAfter] = cells<QString, int, int>();
         const QString file = write(path("a."_s + suffix), songOf(suffix));
         Nobody::own(file);
         setMode(file, mode);
@@ -97,7 +94,7 @@ private Q_SLOTS:
             QVERIFY(song.saveToFile(file));
         }
         QCOMPARE(titleIn(file), "New"_s);
-        QTEST(modeOf(file), "modeAfter");
+        QCOMPARE(modeOf(file), modeAfter);
         QCOMPARE(statusOf(file).st_uid, old.st_uid);
         QCOMPARE(statusOf(file).st_gid, old.st_gid);
     }
@@ -116,26 +113,18 @@ private Q_SLOTS:
 
     void notAllowed_data()
     {
-        QTest::addColumn<QString>("suffix");
-        QTest::addColumn<int>("fileMode"); // of a file that belongs to root
-        QTest::addColumn<int>("folderMode");
-        QTest::addColumn<QString>("code");
-        QTest::addColumn<QString>("line");
-        QTest::newRow("a MIDI song of somebody else")
-            << "mid" << 0444 << 0777 << "write-denied" << notWritable;
-        QTest::newRow("an MFx song of somebody else")
-            << "mf3" << 0644 << 0777 << "write-denied" << notWritable;
-        QTest::newRow("an MP3 in a folder of somebody else")
-            << "mp3" << 0666 << 0755 << "write-denied" << notWritable;
-        QTest::newRow("an MP3 that can't be read any more")
-            << "mp3" << 0000 << 0777 << "read-denied"
-            << "[MetaSong::saveToFile] Impossible to read from file.";
+        const Table<QString, int, int, QString, QString> row;
+        // fileMode: of a file that belongs to root
+        row("a MIDI song of somebody else", "mid", 0444, 0777, "write-denied", notWritable);
+        row("an MFx song of somebody else", "mf3", 0644, 0777, "write-denied", notWritable);
+        row("an MP3 in a folder of somebody else", "mp3", 0666, 0755, "write-denied", notWritable);
+        row("an MP3 that can't be read any more", "mp3", 0000, 0777, "read-denied",
+            "[MetaSong::saveToFile] Impossible to read from file.");
     }
     void notAllowed()
     {
-        QFETCH(QString, suffix);
-        QFETCH(int, fileMode);
-        QFETCH(int, folderMode);
+        const auto [suffix, fileMode, folderMode, code, line] =
+            cells<QString, int, int, QString, QString>();
         if (geteuid() != 0)
             QSKIP("Only root can make a file that belongs to somebody else");
         const QString file = write(path("a."_s + suffix), songOf(suffix));
@@ -146,9 +135,9 @@ private Q_SLOTS:
         const LogCapture capture;
         {
             const Nobody nobody;
-            QTEST(song.saveToFile(file).codeName(), "code");
+            QCOMPARE(song.saveToFile(file).codeName(), code);
         }
-        QTEST(capture.lines().last(), "line");
+        QCOMPARE(capture.lines().last(), line);
         QCOMPARE(read(file), songOf(suffix));
         QCOMPARE(modeOf(file), fileMode);
         QCOMPARE(names().size(), 1);
@@ -182,18 +171,14 @@ private Q_SLOTS:
 
     void hardLinks_data()
     {
-        QTest::addColumn<QString>("suffix");
-        QTest::addColumn<QString>("otherTitle");
-        QTest::newRow("a MIDI song stays one file under both names") << "mid"
-                                                                     << "New";
-        QTest::newRow("an MFx song, too") << "mf5"
-                                          << "New";
-        QTest::newRow("an MP3 keeps its old bytes under the other name") << "mp3"
-                                                                         << "Old";
+        const Table<QString, QString> row;
+        row("a MIDI song stays one file under both names", "mid", "New");
+        row("an MFx song, too", "mf5", "New");
+        row("an MP3 keeps its old bytes under the other name", "mp3", "Old");
     }
     void hardLinks()
     {
-        QFETCH(QString, suffix);
+        const auto [suffix, otherTitle] = cells<QString, QString>();
         const QString file = write(path("a."_s + suffix), songOf(suffix));
         const QString other = path("b."_s + suffix);
         QCOMPARE(::link(QFile::encodeName(file).constData(), QFile::encodeName(other).constData()),
@@ -202,7 +187,7 @@ private Q_SLOTS:
         setTitle(song, "New"_s);
         QVERIFY(song.saveToFile(file));
         QCOMPARE(titleIn(file), "New"_s);
-        QTEST(titleIn(other), "otherTitle");
+        QCOMPARE(titleIn(other), otherTitle);
     }
 
     void aFifoOrAFolderInItsPlaceIsNotAFile_data() { addSuffixRows("mid mp3"); }

@@ -78,32 +78,23 @@ private Q_SLOTS:
 
     void bytesOfTheSong_data()
     {
-        QTest::addColumn<QString>("suffix");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<SongInfo>("record");
-        QTest::addColumn<WrittenBy>("writtenBy");
-        QTest::addColumn<QByteArray>("after");
+        Table<QString, QByteArray, SongInfo, WrittenBy, QByteArray>();
         addRowsOfNumbersMarkAndFlags();
         addRowsOfAFullRecord();
     }
     void bytesOfTheSong()
     {
-        QFETCH(QString, suffix);
-        QFETCH(QByteArray, before);
-        QFETCH(SongInfo, record);
-        QFETCH(WrittenBy, writtenBy);
+        const auto [suffix, before, record, writtenBy, after] =
+            cells<QString, QByteArray, SongInfo, WrittenBy, QByteArray>();
         MetaSong song = m_file.imported(suffix, before);
         song.setSongInfo(record, writtenBy);
         QVERIFY(song.saveToFile(m_file.path()));
-        QTEST(read(m_file.path()), "after");
+        QCOMPARE(read(m_file.path()), after);
     }
 
     void theRecordReadBack_data()
     {
-        QTest::addColumn<QString>("suffix");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<SongInfo>("record");
-        QTest::addColumn<WrittenBy>("writtenBy");
+        Table<QString, QByteArray, SongInfo, WrittenBy>();
         SongInfo odd;
         odd.title = "  K-VARO "_s + QChar(0) + "hidden"_s;
         odd.artist = QString(200, QLatin1Char('A'));
@@ -149,10 +140,8 @@ private Q_SLOTS:
     }
     void theRecordReadBack()
     {
-        QFETCH(QString, suffix);
-        QFETCH(QByteArray, bytes);
-        QFETCH(SongInfo, record);
-        QFETCH(WrittenBy, writtenBy);
+        const auto [suffix, bytes, record, writtenBy] =
+            cells<QString, QByteArray, SongInfo, WrittenBy>();
         MetaSong song = m_file.imported(suffix, bytes);
         song.setSongInfo(record, writtenBy);
         QVERIFY(song.whyNotSavable());

@@ -68,24 +68,21 @@ private Q_SLOTS:
 
     void sourceChangedBeforeTheSave_data()
     {
-        QTest::addColumn<QByteArray>("now"); // null: removed
-        QTest::addColumn<QString>("code");
+        const Table<QByteArray, QString> row;
+        // now: null: removed
         const QByteArray song = songOf("mp3"_s);
-        QTest::newRow("it has another tag")
-            << tag(frame("TIT2", "Somebody's longer title")) + audio(600) << "changed-meanwhile";
-        QTest::newRow("it has another tag of the same size")
-            << QByteArray(song).replace("Old", "Odd") << "changed-meanwhile";
-        QTest::newRow("it is shorter than its tag was") << song.left(20) << "changed-meanwhile";
-        QTest::newRow("it has less audio, which is kept as it is")
-            << song.left(song.size() - 1000) << "";
-        QTest::newRow("it has more audio, which is kept, too") << song + "more"
-                                                               << "";
-        QTest::newRow("it is gone") << QByteArray() << "not-found";
+        row("it has another tag", tag(frame("TIT2", "Somebody's longer title")) + audio(600),
+            "changed-meanwhile");
+        row("it has another tag of the same size", QByteArray(song).replace("Old", "Odd"),
+            "changed-meanwhile");
+        row("it is shorter than its tag was", song.left(20), "changed-meanwhile");
+        row("it has less audio, which is kept as it is", song.left(song.size() - 1000), "");
+        row("it has more audio, which is kept, too", song + "more", "");
+        row("it is gone", {}, "not-found");
     }
     void sourceChangedBeforeTheSave()
     {
-        QFETCH(QByteArray, now);
-        QFETCH(QString, code);
+        const auto [now, code] = cells<QByteArray, QString>();
         const QByteArray old = songOf("mp3"_s);
         const QString file = write(path("song.mp3"), old);
         MetaSong song = imported(file);

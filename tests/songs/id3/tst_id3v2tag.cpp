@@ -31,57 +31,44 @@ class tst_Id3v2Tag : public QObject
 private Q_SLOTS:
     void parse_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("isParsed");
-        QTest::addColumn<QByteArray>("tag");
-        QTest::addColumn<int>("audioStart");
+        const Table<QByteArray, bool, QByteArray, int> row;
         const QByteArray newTag = hex("494433 03 00 00 00000000");
         const QByteArray title = frame("TIT2", "Volare");
         const auto withSize = [](const char *size, int bodyBytes) {
             return "ID3" + hex("04 00 80") + hex(size) + QByteArray(bodyBytes, '\0');
         };
-        QTest::newRow("no tag gives a new one of version 2.3") << audio() << true << newTag << 0;
-        QTest::newRow("nine bytes are too few")
-            << QByteArray("ID3\3\0\0\0\0\0", 9) << false << QByteArray() << 0;
-        QTest::newRow("nine bytes without a tag are too few")
-            << audio().left(9) << false << QByteArray() << 0;
-        QTest::newRow("nothing is too little") << QByteArray() << false << QByteArray() << 0;
-        QTest::newRow("ten bytes without a tag are enough")
-            << audio().left(10) << true << newTag << 0;
-        QTest::newRow("an empty tag") << tag() + audio() << true << tag() << 10;
-        QTest::newRow("a tag and audio") << tag(title) + audio() << true << tag(title) << 27;
-        QTest::newRow("padding belongs to the tag")
-            << tag(title + QByteArray(100, '\0')) + audio() << true
-            << tag(title + QByteArray(100, '\0')) << 127;
-        QTest::newRow("the size has seven bits a byte")
-            << withSize("00000100", 128) + audio() << true << withSize("00000100", 128) << 138;
-        QTest::newRow("a size byte of 0x81 makes the tag an empty one")
-            << withSize("00000081", 200) << true << withSize("00000081", 0) << 10;
-        QTest::newRow("wherever it stands")
-            << withSize("81000000", 200) << true << withSize("81000000", 0) << 10;
-        QTest::newRow("a size byte of 0x80 passes")
-            << withSize("00000080", 200) << true << withSize("00000080", 128) << 138;
-        QTest::newRow("and is combined as it is")
-            << withSize("00000181", 200) << true << withSize("00000181", 0) << 10;
-        QTest::newRow("two of them") << withSize("00008080", 0x4080 + 50) << true
-                                     << withSize("00008080", 0x4080) << 0x4080 + 10;
-        QTest::newRow("one that reaches into a bit that is set")
-            << withSize("00018000", 0x4000 + 50) << true << withSize("00018000", 0x4000)
-            << 0x4000 + 10;
-        QTest::newRow("a file shorter than the size is refused")
-            << withSize("00000100", 117) << false << QByteArray() << 0;
-        QTest::newRow("a file as long as the size is taken")
-            << withSize("00000100", 118) << true << withSize("00000100", 118) << 138;
-        QTest::newRow("other versions and their flags are kept")
-            << "ID3" + hex("02 01 FF 00000002 ABCD") + audio() << true
-            << "ID3" + hex("02 01 FF 00000002 ABCD") << 12;
+        row("no tag gives a new one of version 2.3", audio(), true, newTag, 0);
+        row("nine bytes are too few", QByteArray("ID3\3\0\0\0\0\0", 9), false, {}, 0);
+        row("nine bytes without a tag are too few", audio().left(9), false, {}, 0);
+        row("nothing is too little", {}, false, {}, 0);
+        row("ten bytes without a tag are enough", audio().left(10), true, newTag, 0);
+        row("an empty tag", tag() + audio(), true, tag(), 10);
+        row("a tag and audio", tag(title) + audio(), true, tag(title), 27);
+        row("padding belongs to the tag", tag(title + QByteArray(100, '\0')) + audio(), true,
+            tag(title + QByteArray(100, '\0')), 127);
+        row("the size has seven bits a byte", withSize("00000100", 128) + audio(), true,
+            withSize("00000100", 128), 138);
+        row("a size byte of 0x81 makes the tag an empty one", withSize("00000081", 200), true,
+            withSize("00000081", 0), 10);
+        row("wherever it stands", withSize("81000000", 200), true, withSize("81000000", 0), 10);
+        row("a size byte of 0x80 passes", withSize("00000080", 200), true,
+            withSize("00000080", 128), 138);
+        row("and is combined as it is", withSize("00000181", 200), true, withSize("00000181", 0),
+            10);
+        row("two of them", withSize("00008080", 0x4080 + 50), true, withSize("00008080", 0x4080),
+            0x4080 + 10);
+        row("one that reaches into a bit that is set", withSize("00018000", 0x4000 + 50), true,
+            withSize("00018000", 0x4000), 0x4000 + 10);
+        row("a file shorter than the size is refused", withSize("00000100", 117), false, {}, 0);
+        row("a file as long as the size is taken", withSize("00000100", 118), true,
+            withSize("00000100", 118), 138);
+        row("other versions and their flags are kept",
+            "ID3" + hex("02 01 FF 00000002 ABCD") + audio(), true,
+            "ID3" + hex("02 01 FF 00000002 ABCD"), 12);
     }
     void parse()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(bool, isParsed);
-        QFETCH(QByteArray, tag);
-        QFETCH(int, audioStart);
+        const auto [bytes, isParsed, tag, audioStart] = cells<QByteArray, bool, QByteArray, int>();
         Id3v2Tag object;
         QCOMPARE(object.parse(bytes), isParsed);
         QCOMPARE(object.tag(), tag);
@@ -102,66 +89,52 @@ private Q_SLOTS:
 
     void readText_data()
     {
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("an absent frame is empty") << frame("TPE1", "Mina") << QString();
-        QTest::newRow("the payload after the encoding byte")
-            << frame("TPE1", "Mina") + frame("TIT2", "Volare") << "Volare"_s;
-        QTest::newRow("a zero byte ends it") << frame("TIT2", QByteArray("A\0B", 3)) << "A"_s;
-        QTest::newRow("it is trimmed") << frame("TIT2", "  A \r\n") << "A"_s;
-        QTest::newRow("it is taken as Latin-1") << frame("TIT2", "Perch\xE9") << "Perch\xE9"_s;
-        QTest::newRow("whatever the encoding byte says")
-            << "TIT2" + hex("00000003 0000 03 C3A9") << "\xC3\xA9"_s;
-        QTest::newRow("UTF-16 is cut at its first zero byte")
-            << "TIT2" + hex("00000007 0000 01 FFFE 4100 4200")
-            << "\xFF\xFE"
-               "A"_s;
-        QTest::newRow("the first of two frames counts")
-            << frame("TIT2", "One") + frame("TIT2", "Two") << "One"_s;
-        QTest::newRow("an ID inside another frame's data counts")
-            << frame("TXXX", frame("TIT2", "Inner")) + frame("TIT2", "Outer") << "Inner"_s;
-        QTest::newRow("a frame of size 0 is empty")
-            << "TIT2" + hex("00000000 0000") + "text" << QString();
-        QTest::newRow("a frame of size 1 is empty")
-            << "TIT2" + hex("00000001 0000 00") + "text" << QString();
-        QTest::newRow("a size beyond the tag ends with it")
-            << "TIT2" + hex("FFFFFFFF 0000 00") + "Volare"
-            << "Volare"_s;
-        QTest::newRow("a frame cut in its header is empty") << "TIT2" + hex("0000") << QString();
-        QTest::newRow("half an ID at the end is none")
-            << frame("TPE1", "Mina") + "TIT" << QString();
-        QTest::newRow("flags are not interpreted") << "TIT2" + hex("00000003 FFFF 00") + "OK"
-                                                   << "OK"_s;
+        const Table<QByteArray, QString> row;
+        row("an absent frame is empty", frame("TPE1", "Mina"), {});
+        row("the payload after the encoding byte", frame("TPE1", "Mina") + frame("TIT2", "Volare"),
+            "Volare");
+        row("a zero byte ends it", frame("TIT2", QByteArray("A\0B", 3)), "A");
+        row("it is trimmed", frame("TIT2", "  A \r\n"), "A");
+        row("it is taken as Latin-1", frame("TIT2", "Perch\xE9"), "Perch\xE9"_s);
+        row("whatever the encoding byte says", "TIT2" + hex("00000003 0000 03 C3A9"), "\xC3\xA9"_s);
+        row("UTF-16 is cut at its first zero byte", "TIT2" + hex("00000007 0000 01 FFFE 4100 4200"),
+            "\xFF\xFE"
+            "A"_s);
+        row("the first of two frames counts", frame("TIT2", "One") + frame("TIT2", "Two"), "One");
+        row("an ID inside another frame's data counts",
+            frame("TXXX", frame("TIT2", "Inner")) + frame("TIT2", "Outer"), "Inner");
+        row("a frame of size 0 is empty", "TIT2" + hex("00000000 0000") + "text", {});
+        row("a frame of size 1 is empty", "TIT2" + hex("00000001 0000 00") + "text", {});
+        row("a size beyond the tag ends with it", "TIT2" + hex("FFFFFFFF 0000 00") + "Volare",
+            "Volare");
+        row("a frame cut in its header is empty", "TIT2" + hex("0000"), {});
+        row("half an ID at the end is none", frame("TPE1", "Mina") + "TIT", {});
+        row("flags are not interpreted", "TIT2" + hex("00000003 FFFF 00") + "OK", "OK");
     }
     void readText()
     {
-        QFETCH(QByteArray, body);
-        QFETCH(QString, title);
+        const auto [body, title] = cells<QByteArray, QString>();
         // The audio is no part of the tag, whatever it looks like.
         QCOMPARE(parsed(tag(body) + frame("TIT2", "Audio")).title(), title);
     }
 
     void readNumbers_data()
     {
-        QTest::addColumn<QByteArray>("text"); // null: no frame
-        QTest::addColumn<int>("length");
-        QTest::addColumn<int>("bpm");
-        QTest::newRow("absent") << QByteArray() << 0 << 0;
-        QTest::newRow("215999 ms are 215 s") << QByteArray("215999") << 215 << 215999;
-        QTest::newRow("999 ms are 0 s") << QByteArray("999") << 0 << 999;
-        QTest::newRow("no number") << QByteArray("fast") << 0 << 0;
-        QTest::newRow("a fraction is no number") << QByteArray("120.5") << 0 << 0;
-        QTest::newRow("negative") << QByteArray("-5000") << 0 << 0;
-        QTest::newRow("blanks around it") << QByteArray(" 3000 ") << 3 << 3000;
-        QTest::newRow("more milliseconds than an integer holds")
-            << QByteArray("3000000000") << 3000000 << 0;
-        QTest::newRow("more than anything holds") << QByteArray("99999999999999999999") << 0 << 0;
+        const Table<QByteArray, int, int> row;
+        // text: null: no frame
+        row("absent", {}, 0, 0);
+        row("215999 ms are 215 s", "215999", 215, 215999);
+        row("999 ms are 0 s", "999", 0, 999);
+        row("no number", "fast", 0, 0);
+        row("a fraction is no number", "120.5", 0, 0);
+        row("negative", "-5000", 0, 0);
+        row("blanks around it", " 3000 ", 3, 3000);
+        row("more milliseconds than an integer holds", "3000000000", 3000000, 0);
+        row("more than anything holds", "99999999999999999999", 0, 0);
     }
     void readNumbers()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(int, length);
-        QFETCH(int, bpm);
+        const auto [text, length, bpm] = cells<QByteArray, int, int>();
         const QByteArray body = text.isNull() ? text : frame("TLEN", text) + frame("TBPM", text);
         const Id3v2Tag object = parsed(tag(body));
         QCOMPARE(object.length(), length);
@@ -199,13 +172,7 @@ private Q_SLOTS:
 
     void write_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<Edit>("edit");
-        QTest::addColumn<QByteArray>("after");
-        const auto row = [](const char *name, const QByteArray &before, const Edit &edit,
-                            const QByteArray &after) {
-            QTest::newRow(name) << before << edit << after;
-        };
+        const Table<QByteArray, Edit, QByteArray> row;
         const Edit setTitle = EDIT(setTitle("Ciao"_s));
         const QByteArray padding(20, '\0');
         const QByteArray ciao = frame("TIT2", "Ciao"), mina = frame("TPE1", "Mina");
@@ -250,9 +217,7 @@ private Q_SLOTS:
     }
     void write()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(Edit, edit);
-        QFETCH(QByteArray, after);
+        const auto [before, edit, after] = cells<QByteArray, Edit, QByteArray>();
         Id3v2Tag object = parsed(before);
         const qint64 audioStart = object.audioStart();
         edit(object);

@@ -1,6 +1,6 @@
 #include "songs/mfx/lzhuff.h"
 #include "tests/library/logcapture.h"
-#include "tests/storage/textliteral.h"
+#include "tests/storage/table.h"
 
 #include <QCryptographicHash>
 #include <QJsonArray>
@@ -60,10 +60,7 @@ class tst_LzHuff : public QObject
 private Q_SLOTS:
     void vectors_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("stream");
-        QTest::addColumn<int>("streamSize");
-        QTest::addColumn<QByteArray>("streamHash");
+        const Table<QByteArray, QByteArray, int, QByteArray> row;
         QFile file(QStringLiteral(TARVEL4_TEST_DATA "/lzhuff.json"));
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QJsonArray vectors = QJsonDocument::fromJson(file.readAll()).array();
@@ -75,20 +72,17 @@ private Q_SLOTS:
             const QJsonObject vector = value.toObject();
             const bool generated = vector.contains("rule"_s);
             const QByteArray stream = bytes(vector, "compressed");
-            QTest::newRow(qPrintable(vector.value("name"_s).toString()))
-                << (generated ? lcg(vector.value("length"_s).toInt()) : bytes(vector, "input"))
-                << stream
-                << (generated ? vector.value("compressed_length"_s).toInt() : stream.size())
-                << (generated ? bytes(vector, "compressed_sha256")
-                              : QCryptographicHash::hash(stream, QCryptographicHash::Sha256));
+            row(qPrintable(vector.value("name"_s).toString()),
+                (generated ? lcg(vector.value("length"_s).toInt()) : bytes(vector, "input")),
+                stream, (generated ? vector.value("compressed_length"_s).toInt() : stream.size()),
+                (generated ? bytes(vector, "compressed_sha256")
+                           : QCryptographicHash::hash(stream, QCryptographicHash::Sha256)));
         }
     }
     void vectors()
     {
-        QFETCH(QByteArray, text);
-        QFETCH(QByteArray, stream);
-        QFETCH(int, streamSize);
-        QFETCH(QByteArray, streamHash);
+        const auto [text, stream, streamSize, streamHash] =
+            cells<QByteArray, QByteArray, int, QByteArray>();
         const QByteArray result = compressed(text);
         if (!stream.isEmpty())
             QCOMPARE(result.toHex(), stream.toHex());
@@ -100,53 +94,46 @@ private Q_SLOTS:
 
     void roundTrip_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::newRow("one zero byte") << QByteArray(1, '\0');
-        QTest::newRow("28 equal bytes: one less than the longest match") << QByteArray(28, 'x');
-        QTest::newRow("29 equal bytes: the longest match") << QByteArray(29, 'x');
-        QTest::newRow("30 equal bytes: one more than the longest match") << QByteArray(30, 'x');
-        QTest::newRow("a text that starts with the spaces the window is filled with")
-            << QByteArray(60, ' ') + "MThd";
-        QTest::newRow("nothing but more spaces than the window holds") << QByteArray(5000, ' ');
-        QTest::newRow("zero bytes, as the end of the first window holds") << QByteArray(5000, '\0');
-        QTest::newRow("random bytes: nothing to save") << random(20000, 1);
-        QTest::newRow("two values: a match nearly everywhere") << random(20000, 2, 2);
-        QTest::newRow("matches that reach back the whole window")
-            << random(4096, 3) + random(4096, 3) + random(4095, 3) + random(4097, 3);
-        QTest::newRow("a text of 500,000 bytes: the largest") << lcg(500000);
-        QTest::newRow("500,000 equal bytes") << QByteArray(500000, '\x7F');
+        const Table<QByteArray> row;
+        row("one zero byte", QByteArray(1, '\0'));
+        row("28 equal bytes: one less than the longest match", QByteArray(28, 'x'));
+        row("29 equal bytes: the longest match", QByteArray(29, 'x'));
+        row("30 equal bytes: one more than the longest match", QByteArray(30, 'x'));
+        row("a text that starts with the spaces the window is filled with",
+            QByteArray(60, ' ') + "MThd");
+        row("nothing but more spaces than the window holds", QByteArray(5000, ' '));
+        row("zero bytes, as the end of the first window holds", QByteArray(5000, '\0'));
+        row("random bytes: nothing to save", random(20000, 1));
+        row("two values: a match nearly everywhere", random(20000, 2, 2));
+        row("matches that reach back the whole window",
+            random(4096, 3) + random(4096, 3) + random(4095, 3) + random(4097, 3));
+        row("a text of 500,000 bytes: the largest", lcg(500000));
+        row("500,000 equal bytes", QByteArray(500000, '\x7F'));
     }
     void roundTrip()
     {
-        QFETCH(QByteArray, text);
+        const auto [text] = cells<QByteArray>();
         QVERIFY(expanded(compressed(text)) == text);
     }
 
     void sizeField_data()
     {
-        QTest::addColumn<QByteArray>("stream");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<QString>("loggedSize"); // empty: the corrupt-stream block is not written
+        const Table<QByteArray, bool, QString> row;
+        // loggedSize: empty: the corrupt-stream block is not written
         const auto hex = [](const char *digits) { return QByteArray::fromHex(digits); };
-        QTest::newRow("500,000 is accepted") << hex("20a1070000000000") << true << QString();
-        QTest::newRow("500,001 is rejected with the message block")
-            << hex("21a1070000000000") << false << "500001"_s;
-        QTest::newRow("the largest size there is")
-            << hex("ffffffff00000000") << false << "4294967295"_s;
-        QTest::newRow("a size of 0 fails without the block")
-            << hex("00000000ffffffff") << false << QString();
-        QTest::newRow("3 bytes: the missing one counts as FF")
-            << hex("010000") << false << "4278190081"_s;
-        QTest::newRow("2 bytes") << hex("0100") << false << "4294901761"_s;
-        QTest::newRow("1 byte") << hex("01") << false << "4294967041"_s;
-        QTest::newRow("no byte at all") << hex("") << false << "4294967295"_s;
-        QTest::newRow("4 bytes: a size and no bits") << hex("05000000") << true << QString();
+        row("500,000 is accepted", hex("20a1070000000000"), true, {});
+        row("500,001 is rejected with the message block", hex("21a1070000000000"), false, "500001");
+        row("the largest size there is", hex("ffffffff00000000"), false, "4294967295");
+        row("a size of 0 fails without the block", hex("00000000ffffffff"), false, {});
+        row("3 bytes: the missing one counts as FF", hex("010000"), false, "4278190081");
+        row("2 bytes", hex("0100"), false, "4294901761");
+        row("1 byte", hex("01"), false, "4294967041");
+        row("no byte at all", hex(""), false, "4294967295");
+        row("4 bytes: a size and no bits", hex("05000000"), true, {});
     }
     void sizeField()
     {
-        QFETCH(QByteArray, stream);
-        QFETCH(bool, accepted);
-        QFETCH(QString, loggedSize);
+        const auto [stream, accepted, loggedSize] = cells<QByteArray, bool, QString>();
         LogCapture log;
         QByteArray text = "left over";
         LzHuff codec;
@@ -168,16 +155,16 @@ private Q_SLOTS:
 
     void damagedStream_data()
     {
-        QTest::addColumn<QByteArray>("stream");
+        const Table<QByteArray> row;
         const QByteArray sound = compressed(lcg(3000));
-        QTest::newRow("cut after its size") << sound.left(4);
-        QTest::newRow("cut in the middle") << sound.left(sound.size() / 2);
-        QTest::newRow("its last byte missing") << sound.chopped(1);
-        QTest::newRow("a size that promises more than there is")
-            << QByteArray::fromHex("20a10700") + sound.mid(4);
-        QTest::newRow("all bits set") << QByteArray::fromHex("20a10700") + QByteArray(3000, '\xFF');
-        QTest::newRow("all bits clear") << QByteArray::fromHex("20a10700") + QByteArray(3000, '\0');
-        QTest::newRow("random bits") << QByteArray::fromHex("20a10700") + random(100000, 4);
+        row("cut after its size", sound.left(4));
+        row("cut in the middle", sound.left(sound.size() / 2));
+        row("its last byte missing", sound.chopped(1));
+        row("a size that promises more than there is",
+            QByteArray::fromHex("20a10700") + sound.mid(4));
+        row("all bits set", QByteArray::fromHex("20a10700") + QByteArray(3000, '\xFF'));
+        row("all bits clear", QByteArray::fromHex("20a10700") + QByteArray(3000, '\0'));
+        row("random bits", QByteArray::fromHex("20a10700") + random(100000, 4));
         for (int bit = 40; bit < 400; bit += 41) {
             QByteArray flipped = sound;
             flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
@@ -186,7 +173,7 @@ private Q_SLOTS:
     }
     void damagedStream()
     {
-        QFETCH(QByteArray, stream);
+        const auto [stream] = cells<QByteArray>();
         const QByteArray text = expanded(stream);
         const int size = qFromLittleEndian<qint32>(stream.constData());
         QVERIFY2(text.size() >= size && text.size() <= size + 28, QByteArray::number(text.size()));

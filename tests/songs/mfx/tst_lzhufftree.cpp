@@ -1,5 +1,6 @@
 #include "songs/mfx/lzhuffpositions.h"
 #include "songs/mfx/lzhufftree.h"
+#include "tests/storage/table.h"
 
 #include <QtTest>
 
@@ -61,18 +62,18 @@ class tst_LzHuffTree : public QObject
 private Q_SLOTS:
     void decodesWhatItEncoded_data()
     {
-        QTest::addColumn<Symbols>("symbols");
-        QTest::newRow("every symbol once") << everySymbol();
-        QTest::newRow("one symbol until the tree is rebuilt twice") << Symbols(70000, 282);
-        QTest::newRow("many symbols, with rebuilt trees between") << randomSymbols(200000);
+        const Table<Symbols> row;
+        row("every symbol once", everySymbol());
+        row("one symbol until the tree is rebuilt twice", Symbols(70000, 282));
+        row("many symbols, with rebuilt trees between", randomSymbols(200000));
         Symbols skewed = goldenSkewed();
         const Symbols all = everySymbol();
         skewed.insert(skewed.end(), all.begin(), all.end());
-        QTest::newRow("after the most uneven counts, every symbol") << skewed;
+        row("after the most uneven counts, every symbol", skewed);
     }
     void decodesWhatItEncoded()
     {
-        QFETCH(Symbols, symbols);
+        const auto [symbols] = cells<Symbols>();
         LzHuffTree encoder;
         const QByteArray bytes = encoded(encoder, symbols);
         LzHuffTree decoder;
@@ -111,34 +112,23 @@ private Q_SLOTS:
 
     void positions_data()
     {
-        QTest::addColumn<int>("position");
-        QTest::addColumn<QByteArray>("bits");
-        QTest::newRow("upper bits 0: three bits") << 0 << QByteArray("000000000");
-        QTest::newRow("the lower six bits follow as they are") << 0x2A << QByteArray("000101010");
-        QTest::newRow("upper bits 1: the first of four bits")
-            << (1 << 6) << QByteArray("0010000000");
-        QTest::newRow("upper bits 3: the last of four bits")
-            << (3 << 6) << QByteArray("0100000000");
-        QTest::newRow("upper bits 4: the first of five bits")
-            << (4 << 6) << QByteArray("01010000000");
-        QTest::newRow("upper bits 11: the last of five bits")
-            << (11 << 6) << QByteArray("10001000000");
-        QTest::newRow("upper bits 12: the first of six bits")
-            << (12 << 6) << QByteArray("100100000000");
-        QTest::newRow("upper bits 23: the last of six bits")
-            << (23 << 6) << QByteArray("101111000000");
-        QTest::newRow("upper bits 24: the first of seven bits")
-            << (24 << 6) << QByteArray("1100000000000");
-        QTest::newRow("upper bits 47: the last of seven bits")
-            << (47 << 6) << QByteArray("1110111000000");
-        QTest::newRow("upper bits 48: the first of eight bits")
-            << (48 << 6) << QByteArray("11110000000000");
-        QTest::newRow("the largest position") << 4095 << QByteArray("11111111111111");
+        const Table<int, QByteArray> row;
+        row("upper bits 0: three bits", 0, "000000000");
+        row("the lower six bits follow as they are", 0x2A, "000101010");
+        row("upper bits 1: the first of four bits", (1 << 6), "0010000000");
+        row("upper bits 3: the last of four bits", (3 << 6), "0100000000");
+        row("upper bits 4: the first of five bits", (4 << 6), "01010000000");
+        row("upper bits 11: the last of five bits", (11 << 6), "10001000000");
+        row("upper bits 12: the first of six bits", (12 << 6), "100100000000");
+        row("upper bits 23: the last of six bits", (23 << 6), "101111000000");
+        row("upper bits 24: the first of seven bits", (24 << 6), "1100000000000");
+        row("upper bits 47: the last of seven bits", (47 << 6), "1110111000000");
+        row("upper bits 48: the first of eight bits", (48 << 6), "11110000000000");
+        row("the largest position", 4095, "11111111111111");
     }
     void positions()
     {
-        QFETCH(int, position);
-        QFETCH(QByteArray, bits);
+        const auto [position, bits] = cells<int, QByteArray>();
         QByteArray bytes;
         BitWriter writer(bytes);
         LzHuffPositions::encode(position, writer);

@@ -54,30 +54,27 @@ class tst_MfxHeader : public QObject
 private Q_SLOTS:
     void parse_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("version");
-        QTest::newRow("MF3 of 512 bytes") << header(3) << 3;
-        QTest::newRow("MF4 of 512 bytes") << header(4) << 4;
-        QTest::newRow("MF5 of 1024 bytes") << header(5) << 5;
-        QTest::newRow("MF3 of 511 bytes is too short") << header(3).chopped(1) << 0;
-        QTest::newRow("MF4 of 511 bytes is too short") << header(4).chopped(1) << 0;
-        QTest::newRow("MF5 of 1023 bytes is too short") << header(5).chopped(1) << 0;
-        QTest::newRow("MF5 of 512 bytes is too short") << header(5).left(512) << 0;
-        QTest::newRow("MF3 with more bytes keeps them all") << header(3) + "more" << 3;
-        QTest::newRow("nothing but a magic") << QByteArray("_MF3") << 0;
-        QTest::newRow("no byte at all") << QByteArray() << 0;
-        QTest::newRow("unknown version 6") << replaced(header(5), 0, "_MF6") << 0;
-        QTest::newRow("unknown version 2") << replaced(header(5), 0, "_MF2") << 0;
-        QTest::newRow("magic in lower case") << replaced(header(3), 0, "_mf3") << 0;
-        QTest::newRow("magic at offset 1") << '_' + header(3) << 0;
-        QTest::newRow("a MIDI file") << replaced(header(3), 0, "MThd") << 0;
-        QTest::newRow("sizes that lie are not looked at")
-            << replaced(header(3), 4, QByteArray(12, '\xFF')) << 3;
+        const Table<QByteArray, int> row;
+        row("MF3 of 512 bytes", header(3), 3);
+        row("MF4 of 512 bytes", header(4), 4);
+        row("MF5 of 1024 bytes", header(5), 5);
+        row("MF3 of 511 bytes is too short", header(3).chopped(1), 0);
+        row("MF4 of 511 bytes is too short", header(4).chopped(1), 0);
+        row("MF5 of 1023 bytes is too short", header(5).chopped(1), 0);
+        row("MF5 of 512 bytes is too short", header(5).left(512), 0);
+        row("MF3 with more bytes keeps them all", header(3) + "more", 3);
+        row("nothing but a magic", "_MF3", 0);
+        row("no byte at all", {}, 0);
+        row("unknown version 6", replaced(header(5), 0, "_MF6"), 0);
+        row("unknown version 2", replaced(header(5), 0, "_MF2"), 0);
+        row("magic in lower case", replaced(header(3), 0, "_mf3"), 0);
+        row("magic at offset 1", '_' + header(3), 0);
+        row("a MIDI file", replaced(header(3), 0, "MThd"), 0);
+        row("sizes that lie are not looked at", replaced(header(3), 4, QByteArray(12, '\xFF')), 3);
     }
     void parse()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(int, version);
+        const auto [bytes, version] = cells<QByteArray, int>();
         MfxHeader header;
         QCOMPARE(header.parse(bytes), version != 0);
         QCOMPARE(header.version(), version);
@@ -107,26 +104,20 @@ private Q_SLOTS:
 
     void textField_data()
     {
-        QTest::addColumn<QByteArray>("field");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("ends at the first zero byte") << QByteArray("Ciao\0more", 9) << "Ciao";
-        QTest::newRow("fills the whole field")
-            << QByteArray(32, 'x') << QString(32, QLatin1Char('x'));
-        QTest::newRow("white space around it goes")
-            << QByteArray("\t Ciao bella \n") << "Ciao bella";
-        QTest::newRow("is Latin-1") << QByteArray("Perch\xE9") << QString::fromUtf8("Perché");
-        QTest::newRow("UTF-8 is read as Latin-1")
-            << QByteArray("Perch\xC3\xA9") << QString::fromUtf8("PerchÃ©");
-        QTest::newRow("a placeholder is a text") << QByteArray("-") << "-";
-        QTest::newRow("nothing but blanks is no text") << QByteArray(32, ' ') << QString();
-        QTest::newRow("nothing but zero bytes is no text") << QByteArray(32, '\0') << QString();
-        QTest::newRow("what stands behind a zero byte is no text")
-            << QByteArray("\0hidden", 7) << QString();
+        const Table<QByteArray, QString> row;
+        row("ends at the first zero byte", QByteArray("Ciao\0more", 9), "Ciao");
+        row("fills the whole field", QByteArray(32, 'x'), QString(32, QLatin1Char('x')));
+        row("white space around it goes", "\t Ciao bella \n", "Ciao bella");
+        row("is Latin-1", "Perch\xE9", "Perché");
+        row("UTF-8 is read as Latin-1", "Perch\xC3\xA9", "PerchÃ©");
+        row("a placeholder is a text", "-", "-");
+        row("nothing but blanks is no text", QByteArray(32, ' '), {});
+        row("nothing but zero bytes is no text", QByteArray(32, '\0'), {});
+        row("what stands behind a zero byte is no text", QByteArray("\0hidden", 7), {});
     }
     void textField()
     {
-        QFETCH(QByteArray, field);
-        QFETCH(QString, text);
+        const auto [field, text] = cells<QByteArray, QString>();
         const QByteArray bytes = field.leftJustified(32, '\0');
         const MfxHeader mfx = parsed(
             replaced(replaced(replaced(replaced(header(3), 122, bytes), 186, bytes), 218, bytes),
@@ -143,21 +134,19 @@ private Q_SLOTS:
 
     void bpm_data()
     {
-        QTest::addColumn<QByteArray>("field");
-        QTest::addColumn<int>("bpm");
-        QTest::addColumn<bool>("present");
-        QTest::newRow("0 counts as absent") << hex("0000") << 0 << false;
-        QTest::newRow("1 is the least") << hex("0100") << 1 << true;
-        QTest::newRow("499 is the most, the low byte first") << hex("f301") << 499 << true;
-        QTest::newRow("500 counts as absent") << hex("f401") << 500 << false;
-        QTest::newRow("the field is unsigned") << hex("ffff") << 65535 << false;
+        const Table<QByteArray, int, bool> row;
+        row("0 counts as absent", hex("0000"), 0, false);
+        row("1 is the least", hex("0100"), 1, true);
+        row("499 is the most, the low byte first", hex("f301"), 499, true);
+        row("500 counts as absent", hex("f401"), 500, false);
+        row("the field is unsigned", hex("ffff"), 65535, false);
     }
     void bpm()
     {
-        QFETCH(QByteArray, field);
+        const auto [field, bpm, present] = cells<QByteArray, int, bool>();
         const MfxHeader mfx = parsed(replaced(header(4), 38, field));
-        QTEST(mfx.bpm(), "bpm");
-        QTEST(mfx.hasBpm(), "present");
+        QCOMPARE(mfx.bpm(), bpm);
+        QCOMPARE(mfx.hasBpm(), present);
     }
 
     void writerChangesItsBytesOnly_data()

@@ -39,37 +39,34 @@ class tst_RawMidiFile : public QObject
 private Q_SLOTS:
     void load_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("type"); // 0: refused
+        const Table<QByteArray, int> row;
+        // type: 0: refused
         const QByteArray good = midi0();
-        QTest::newRow("format 0 is type 1") << good << 1;
-        QTest::newRow("format 1 is type 2") << midi1() << 2;
-        QTest::newRow("format 2 is refused") << midi(2, {track(endOfTrack())}) << 0;
-        QTest::newRow("format 256 is refused") << midi(256, {track(endOfTrack())}) << 0;
-        QTest::newRow("an RMID wrapper is refused")
-            << "RIFF" + littleEndian(static_cast<quint32>(good.size() + 12), 4) + "RMIDdata"
-                + littleEndian(static_cast<quint32>(good.size()), 4) + good
-            << 0;
-        QTest::newRow("junk before MThd is refused") << "x" + good << 0;
-        QTest::newRow("a file without any MTrk is refused")
-            << good.left(14) + "MTrx" + good.mid(18) << 0;
-        QTest::newRow("a file without MThd is refused") << track(endOfTrack()) << 0;
-        QTest::newRow("an empty file is refused") << QByteArray() << 0;
-        QTest::newRow("MThd alone is refused") << QByteArray("MThd") << 0;
-        QTest::newRow("a file cut in its header is refused") << QByteArray("MThdMTrk") << 0;
-        QTest::newRow("a file cut in the track's length is refused") << good.left(14 + 7) << 0;
-        QTest::newRow("a file cut after the track's length is loaded") << good.left(14 + 8) << 1;
-        QTest::newRow("the header's length is not read")
-            << QByteArray(good).replace(4, 4, hex("FFFFFFFF")) << 1;
-        QTest::newRow("chunks before the first track are skipped")
-            << good.left(14) + "XFIH" + bigEndian(3, 4) + "abc" + good.mid(14) << 1;
-        QTest::newRow("a track length beyond the file is loaded")
-            << QByteArray(good).replace(18, 4, hex("FFFFFFFF")) << 1;
+        row("format 0 is type 1", good, 1);
+        row("format 1 is type 2", midi1(), 2);
+        row("format 2 is refused", midi(2, {track(endOfTrack())}), 0);
+        row("format 256 is refused", midi(256, {track(endOfTrack())}), 0);
+        row("an RMID wrapper is refused",
+            "RIFF" + littleEndian(static_cast<quint32>(good.size() + 12), 4) + "RMIDdata"
+                + littleEndian(static_cast<quint32>(good.size()), 4) + good,
+            0);
+        row("junk before MThd is refused", "x" + good, 0);
+        row("a file without any MTrk is refused", good.left(14) + "MTrx" + good.mid(18), 0);
+        row("a file without MThd is refused", track(endOfTrack()), 0);
+        row("an empty file is refused", {}, 0);
+        row("MThd alone is refused", "MThd", 0);
+        row("a file cut in its header is refused", "MThdMTrk", 0);
+        row("a file cut in the track's length is refused", good.left(14 + 7), 0);
+        row("a file cut after the track's length is loaded", good.left(14 + 8), 1);
+        row("the header's length is not read", QByteArray(good).replace(4, 4, hex("FFFFFFFF")), 1);
+        row("chunks before the first track are skipped",
+            good.left(14) + "XFIH" + bigEndian(3, 4) + "abc" + good.mid(14), 1);
+        row("a track length beyond the file is loaded",
+            QByteArray(good).replace(18, 4, hex("FFFFFFFF")), 1);
     }
     void load()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(int, type);
+        const auto [bytes, type] = cells<QByteArray, int>();
         RawMidiFile midi;
         QCOMPARE(midi.load(bytes), type != 0);
         QCOMPARE(midi.type(), type);
@@ -87,9 +84,7 @@ private Q_SLOTS:
 
     void read_data()
     {
-        QTest::addColumn<QByteArray>("events");
-        QTest::addColumn<Read>("reader");
-        QTest::addColumn<QString>("value");
+        Table<QByteArray, Read, QString>();
         addTextRows();
         addNumberRows();
         addKeyRows();
@@ -98,25 +93,22 @@ private Q_SLOTS:
     }
     void read()
     {
-        QFETCH(QByteArray, events);
-        QFETCH(Read, reader);
-        QTEST(reader(loaded(midi(0, {track(events)}))), "value");
+        const auto [events, reader, value] = cells<QByteArray, Read, QString>();
+        QCOMPARE(reader(loaded(midi(0, {track(events)}))), value);
     }
 
     void unknownKeysAreLogged_data()
     {
-        QTest::addColumn<QByteArray>("signature");
-        QTest::addColumn<QString>("shown"); // in the log; empty: no line
-        QTest::newRow("none is not") << QByteArray() << "";
-        QTest::newRow("a known one is not") << meta(0x59, hex("0200")) << "";
-        QTest::newRow("ten sharps are") << meta(0x59, hex("0A00")) << "[sf=0a|mi=00]";
-        QTest::newRow("sf is in lower case, mi in upper case")
-            << meta(0x59, hex("ABCD")) << "[sf=ab|mi=CD]";
+        const Table<QByteArray, QString> row;
+        // shown: in the log; empty: no line
+        row("none is not", {}, "");
+        row("a known one is not", meta(0x59, hex("0200")), "");
+        row("ten sharps are", meta(0x59, hex("0A00")), "[sf=0a|mi=00]");
+        row("sf is in lower case, mi in upper case", meta(0x59, hex("ABCD")), "[sf=ab|mi=CD]");
     }
     void unknownKeysAreLogged()
     {
-        QFETCH(QByteArray, signature);
-        QFETCH(QString, shown);
+        const auto [signature, shown] = cells<QByteArray, QString>();
         const RawMidiFile midi = loaded(midi0(signature));
         const LogCapture capture;
         QCOMPARE(midi.key(), signature == meta(0x59, hex("0200")) ? "D"_s : QString());
@@ -127,22 +119,21 @@ private Q_SLOTS:
 
     void presence_data()
     {
-        QTest::addColumn<QByteArray>("events");
-        QTest::addColumn<int>("present"); // index into the list of the test; -1: none
-        QTest::newRow("nothing") << note() << -1;
-        QTest::newRow("track name, empty") << meta(3, "") << 0;
-        QTest::newRow("genre") << songInfo(1, "") << 1;
-        QTest::newRow("artist") << songInfo(2, "") << 2;
-        QTest::newRow("author") << songInfo(3, "") << 3;
-        QTest::newRow("length that is no number") << songInfo(4, "x") << 4;
-        QTest::newRow("bpm that is no number") << songInfo(5, "x") << 5;
-        QTest::newRow("marker") << marker(1, "A") << 6;
-        QTest::newRow("key with an unknown code") << meta(0x59, hex("0A00")) << 7;
+        const Table<QByteArray, int> row;
+        // present: index into the list of the test; -1: none
+        row("nothing", note(), -1);
+        row("track name, empty", meta(3, ""), 0);
+        row("genre", songInfo(1, ""), 1);
+        row("artist", songInfo(2, ""), 2);
+        row("author", songInfo(3, ""), 3);
+        row("length that is no number", songInfo(4, "x"), 4);
+        row("bpm that is no number", songInfo(5, "x"), 5);
+        row("marker", marker(1, "A"), 6);
+        row("key with an unknown code", meta(0x59, hex("0A00")), 7);
     }
     void presence()
     {
-        QFETCH(QByteArray, events);
-        QFETCH(int, present);
+        const auto [events, present] = cells<QByteArray, int>();
         const RawMidiFile midi = loaded(midi0(events));
         const QVector<bool> found = {midi.hasTrackName(), midi.hasGenre(),  midi.hasArtist(),
                                      midi.hasAuthor(),    midi.hasLength(), midi.hasBpm(),
@@ -160,19 +151,18 @@ private Q_SLOTS:
 
     void knownKeys_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("isKnown");
-        QTest::newRow("a name of the list") << "F#-"_s << true;
-        QTest::newRow("an alias") << "G#"_s << true;
-        QTest::newRow("with blanks") << " D b - "_s << true;
-        QTest::newRow("in lower case") << "c"_s << false;
-        QTest::newRow("an Italian name") << "Do"_s << false;
-        QTest::newRow("nothing") << QString() << false;
+        const Table<QString, bool> row;
+        row("a name of the list", "F#-", true);
+        row("an alias", "G#", true);
+        row("with blanks", " D b - ", true);
+        row("in lower case", "c", false);
+        row("an Italian name", "Do", false);
+        row("nothing", {}, false);
     }
     void knownKeys()
     {
-        QFETCH(QString, name);
-        QTEST(RawMidiFile::isKnownKey(name), "isKnown");
+        const auto [name, isKnown] = cells<QString, bool>();
+        QCOMPARE(RawMidiFile::isKnownKey(name), isKnown);
     }
 
 private:

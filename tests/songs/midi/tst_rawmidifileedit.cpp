@@ -27,17 +27,14 @@ private Q_SLOTS:
 
     void write_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<Edit>("change");
-        QTest::addColumn<QByteArray>("after"); // the events at the head of the track
+        Table<QByteArray, Edit, QByteArray>();
+        // after: the events at the head of the track
         addTextRows();
         addMarkerAndKeyRows();
     }
     void write()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(Edit, change);
-        QFETCH(QByteArray, after);
+        const auto [before, change, after] = cells<QByteArray, Edit, QByteArray>();
         RawMidiFile zero = loaded(midi0(before));
         change(zero);
         QCOMPARE(zero.data(), midi0(after));
@@ -48,26 +45,19 @@ private Q_SLOTS:
 
     void writtenKeyIsRead_data()
     {
-        QTest::addColumn<QString>("written");
-        QTest::addColumn<QString>("read");
-        QTest::newRow("Eb is read as Eb") << "Eb"_s
-                                          << "Eb"_s;
-        QTest::newRow("D# is read as Eb") << "D#"_s
-                                          << "Eb"_s;
-        QTest::newRow("G# is read as E") << "G#"_s
-                                         << "E"_s;
-        QTest::newRow("Db- is read as C#-") << "Db-"_s
-                                            << "C#-"_s;
-        QTest::newRow("C, blank, # is read as C#") << "C #"_s
-                                                   << "C#"_s;
-        QTest::newRow("H is not written") << "H"_s << QString();
+        const Table<QString, QString> row;
+        row("Eb is read as Eb", "Eb", "Eb");
+        row("D# is read as Eb", "D#", "Eb");
+        row("G# is read as E", "G#", "E");
+        row("Db- is read as C#-", "Db-", "C#-");
+        row("C, blank, # is read as C#", "C #", "C#");
+        row("H is not written", "H", {});
         for (const QString &key : RawMidiFile::keyList())
             QTest::addRow("each name: %s", qPrintable(key)) << key << key;
     }
     void writtenKeyIsRead()
     {
-        QFETCH(QString, written);
-        QFETCH(QString, read);
+        const auto [written, read] = cells<QString, QString>();
         RawMidiFile midi = loaded(midi1(meta(0x59, hex("0701"))));
         midi.setKey(written);
         QCOMPARE(midi.key(), read);
@@ -86,8 +76,8 @@ private Q_SLOTS:
 
     void remove_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after"); // of removing all keys
+        const Table<QByteArray, QByteArray> row;
+        // after: of removing all keys
         const QByteArray key = meta(0x59, hex("0000"));
         const auto file = [](const QByteArray &events, int lengthField = -1) {
             QByteArray bytes = midi(1, {track(events), track(note())});
@@ -95,30 +85,28 @@ private Q_SLOTS:
                 bytes.replace(18, 4, bigEndian(static_cast<quint32>(lengthField), 4));
             return bytes;
         };
-        QTest::newRow("two in a row") << file(key + key + note()) << file(note());
-        QTest::newRow("one at the very end of the track") << file(note() + key) << file(note());
-        QTest::newRow("one after a delta-time that is not 0 stays")
-            << file(hex("60 FF 59 02 00 00") + note()) << file(hex("60 FF 59 02 00 00") + note());
-        QTest::newRow("the length byte says how much goes")
-            << file(hex("00 FF 59 04 00 00 11 22") + note()) << file(note());
-        QTest::newRow("an event that a removal makes is not seen")
-            << file(hex("00") + key + hex("FF 59 02 00 00") + note())
-            << file(hex("00 FF 59 02 00 00") + note());
-        QTest::newRow("one that runs over the track's end goes up to there")
-            << file(note() + hex("00 FF 59 40 00")) << file(note());
-        QTest::newRow("one that begins in front of the track's end goes up to there")
-            << file(note() + key, note().size() + 3)
-            << file(note() + hex("02 00 00"), note().size());
-        QTest::newRow("one behind the track's end stays")
-            << file(note() + key, note().size()) << file(note() + key, note().size());
-        QTest::newRow("a track length of 0 keeps everything") << file(key, 0) << file(key, 0);
-        QTest::newRow("a track longer than the file loses what is there")
-            << file(key + note(), 1000) << file(note(), 1000 - 6);
+        row("two in a row", file(key + key + note()), file(note()));
+        row("one at the very end of the track", file(note() + key), file(note()));
+        row("one after a delta-time that is not 0 stays", file(hex("60 FF 59 02 00 00") + note()),
+            file(hex("60 FF 59 02 00 00") + note()));
+        row("the length byte says how much goes", file(hex("00 FF 59 04 00 00 11 22") + note()),
+            file(note()));
+        row("an event that a removal makes is not seen",
+            file(hex("00") + key + hex("FF 59 02 00 00") + note()),
+            file(hex("00 FF 59 02 00 00") + note()));
+        row("one that runs over the track's end goes up to there",
+            file(note() + hex("00 FF 59 40 00")), file(note()));
+        row("one that begins in front of the track's end goes up to there",
+            file(note() + key, note().size() + 3), file(note() + hex("02 00 00"), note().size()));
+        row("one behind the track's end stays", file(note() + key, note().size()),
+            file(note() + key, note().size()));
+        row("a track length of 0 keeps everything", file(key, 0), file(key, 0));
+        row("a track longer than the file loses what is there", file(key + note(), 1000),
+            file(note(), 1000 - 6));
     }
     void remove()
     {
-        QFETCH(QByteArray, before);
-        QFETCH(QByteArray, after);
+        const auto [before, after] = cells<QByteArray, QByteArray>();
         RawMidiFile midi = loaded(before);
         midi.setKey(QString());
         QCOMPARE(midi.data(), after);
