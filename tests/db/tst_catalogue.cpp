@@ -138,8 +138,7 @@ private Q_SLOTS:
 
     void damage_data()
     {
-        const Table<qint64, qint64> row;
-        // to: of what is overwritten; -1: the rest is cut off
+        const Table<qint64, qint64> row; // to: of what is overwritten; -1: the rest is cut off
         row("a file cut in the middle is refused", 1000000, -1);
         row("a file cut behind its schema is refused", 2048, -1);
         row("overwritten pages are refused", 500000, 600000);

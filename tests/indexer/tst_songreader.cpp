@@ -33,8 +33,7 @@ class tst_SongReader : public QObject
 private Q_SLOTS:
     void texts_data()
     {
-        const Table<QString, QByteArray, QString> row;
-        // texts: title|artist|genre
+        const Table<QString, QByteArray, QString> row; // texts: title|artist|genre
 
         row("MIDI: track name, artist and genre", "a.mid",
             midi0(meta(3, "Alfa") + songInfo(2, "Abba") + songInfo(1, "Pop")), "ALFA|ABBA|POP");

@@ -68,8 +68,7 @@ private Q_SLOTS:
 
     void sourceChangedBeforeTheSave_data()
     {
-        const Table<QByteArray, QString> row;
-        // now: null: removed
+        const Table<QByteArray, QString> row; // now: null: removed
         const QByteArray song = songOf("mp3"_s);
         row("it has another tag", tag(frame("TIT2", "Somebody's longer title")) + audio(600),
             "changed-meanwhile");

@@ -120,8 +120,7 @@ private Q_SLOTS:
 
     void readNumbers_data()
     {
-        const Table<QByteArray, int, int> row;
-        // text: null: no frame
+        const Table<QByteArray, int, int> row; // text: null: no frame
         row("absent", {}, 0, 0);
         row("215999 ms are 215 s", "215999", 215, 215999);
         row("999 ms are 0 s", "999", 0, 999);

@@ -39,8 +39,7 @@ class tst_RawMidiFile : public QObject
 private Q_SLOTS:
     void load_data()
     {
-        const Table<QByteArray, int> row;
-        // type: 0: refused
+        const Table<QByteArray, int> row; // type: 0: refused
         const QByteArray good = midi0();
         row("format 0 is type 1", good, 1);
         row("format 1 is type 2", midi1(), 2);
@@ -99,8 +98,7 @@ private Q_SLOTS:
 
     void unknownKeysAreLogged_data()
     {
-        const Table<QByteArray, QString> row;
-        // shown: in the log; empty: no line
+        const Table<QByteArray, QString> row; // shown: in the log; empty: no line
         row("none is not", {}, "");
         row("a known one is not", meta(0x59, hex("0200")), "");
         row("ten sharps are", meta(0x59, hex("0A00")), "[sf=0a|mi=00]");
@@ -119,8 +117,7 @@ private Q_SLOTS:
 
     void presence_data()
     {
-        const Table<QByteArray, int> row;
-        // present: index into the list of the test; -1: none
+        const Table<QByteArray, int> row; // present: index into the list of the test; -1: none
         row("nothing", note(), -1);
         row("track name, empty", meta(3, ""), 0);
         row("genre", songInfo(1, ""), 1);

@@ -76,8 +76,7 @@ private Q_SLOTS:
 
     void remove_data()
     {
-        const Table<QByteArray, QByteArray> row;
-        // after: of removing all keys
+        const Table<QByteArray, QByteArray> row; // after: of removing all keys
         const QByteArray key = meta(0x59, hex("0000"));
         const auto file = [](const QByteArray &events, int lengthField = -1) {
             QByteArray bytes = midi(1, {track(events), track(note())});
