@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QDir>
+#include <QMultiHash>
 
 namespace tarvel4 {
 
@@ -85,6 +87,25 @@ SongObserver SongRows::edited(UserSongsRelTableModel &model, int leftOut)
     return [&model, leftOut, row = 0](const SongOutcome &song) mutable {
         row += row == leftOut ? 1 : 0;
         showEdit(model, row++, song);
+    };
+}
+
+SongObserver SongRows::restored(UserSongsRelTableModel &model)
+{
+    QMultiHash<QString, int> rows;
+    const QStringList listed = paths(model);
+    for (int row = 0; row < listed.size(); ++row)
+        rows.insert(QDir::cleanPath(QDir::current().absoluteFilePath(listed.at(row))), row);
+    return [&model, rows](const SongOutcome &song) {
+        const QString text = failureText(Texts::tr("Non rimessa com'era: %1"), song);
+        for (const int row : rows.values(song.path)) {
+            if (!song.isFailure())
+                model.updateSong(row, song.after);
+            model.setStatus(row,
+                            song.isFailure() ? UserSongsRelTableModel::Failed
+                                             : UserSongsRelTableModel::Listed);
+            model.setFailure(row, text);
+        }
     };
 }
 

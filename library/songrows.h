@@ -25,6 +25,10 @@ SongObserver updated(UserSongsRelTableModel &model);
 /** Shows in each row, but the one left out, how its edit ended. */
 SongObserver edited(UserSongsRelTableModel &model, int leftOut);
 
+/** Shows a song that has its earlier bytes again as it is now listed, and one that could not be
+ * given them as failed; \a song's row is found by its path, if it has one. */
+SongObserver restored(UserSongsRelTableModel &model);
+
 /** Shows in a row how its edit ended. */
 void showEdit(UserSongsRelTableModel &model, int row, const SongOutcome &song);
 

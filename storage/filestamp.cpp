@@ -23,7 +23,7 @@ FileStamp::FileStamp(const QString &path)
 #else
     const timespec &modified = status.st_mtim;
 #endif
-    constexpr qint64 nanoseconds = 1'000'000'000;
+    constexpr qint64 nanoseconds = 1000000000;
     m_size = status.st_size;
     m_modified = modified.tv_sec * nanoseconds + modified.tv_nsec;
     m_identity = QByteArray::number(static_cast<quint64>(status.st_dev)) + ' '
@@ -38,7 +38,7 @@ FileStamp::FileStamp(const QString &path)
     if (!info.isFile())
         return;
     m_size = info.size();
-    m_modified = info.lastModified().toMSecsSinceEpoch() * 1'000'000;
+    m_modified = info.lastModified().toMSecsSinceEpoch() * 1000000;
     m_identity = info.canonicalFilePath().toCaseFolded().toUtf8();
 }
 

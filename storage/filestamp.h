@@ -19,7 +19,7 @@ public:
     /** True when a regular file was there. */
     bool isFile() const { return m_size >= 0; }
     qint64 size() const { return m_size; }
-    QDateTime modified() const { return QDateTime::fromMSecsSinceEpoch(m_modified / 1'000'000); }
+    QDateTime modified() const { return QDateTime::fromMSecsSinceEpoch(m_modified / 1000000); }
 
     /** The same for every name of one file; empty where none was there. */
     const QByteArray &identity() const { return m_identity; }

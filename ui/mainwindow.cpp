@@ -3,7 +3,6 @@
 #include "db/usersongsreltablemodel.h"
 #include "library/backupjob.h"
 #include "library/importjob.h"
-#include "library/recoveryjob.h"
 #include "library/songrows.h"
 #include "library/transferjob.h"
 #include "library/updatejob.h"
@@ -17,6 +16,7 @@
 #include "ui/songdebug.h"
 #include "ui/songslistdialog.h"
 #include "ui/songtable.h"
+#include "ui/undochanges.h"
 #include "ui_mainwindow.h"
 
 #include <QCloseEvent>
@@ -27,6 +27,9 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QShortcut>
+#include <QTimer>
+
+#include <utility>
 
 namespace tarvel4 {
 
@@ -35,7 +38,8 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     , ui(std::make_unique<Ui::MainWindow>())
     , m_volume(std::move(volume))
     , m_host(this)
-    , m_journal(UserSettings::dataFolder())
+    , m_journal(UserSettings::dataFolder(),
+                [this](const QString &sentence) { m_host.addJournalNotice(sentence); })
 {
     ui->setupUi(this);
     resize(size().boundedTo(screen()->availableSize()));
@@ -50,6 +54,10 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     tickCopyright();
     ui->dbgLogEnableCheckBox->setChecked(UserSettings::logEnabled());
     ui->dbgLogClearCheckBox->setChecked(UserSettings::logClear());
+
+    connect(ui->actionUndo, &QAction::triggered, this, [this] {
+        UndoChanges(*ui->userLibraryTableView, m_model, m_host, m_journal).undoLast();
+    });
 
     if (!m_db.init()) {
         qDebug() << "Error initializing DB !!!";
@@ -99,6 +107,13 @@ void MainWindow::closeEvent(QCloseEvent *event)
         QMainWindow::closeEvent(event);
 }
 
+void MainWindow::paintEvent(QPaintEvent *event)
+{
+    QMainWindow::paintEvent(event);
+    if (!std::exchange(m_wasPainted, true)) // a slow card must not keep the window from appearing
+        QTimer::singleShot(0, this, [this] { m_host.finishSaves(m_journal); });
+}
+
 void MainWindow::quit()
 {
     m_host.stop();
@@ -125,9 +140,7 @@ void MainWindow::importUserLibrary()
 {
     if (!m_model)
         return;
-    RecoveryJob recovery(m_host);
-    recovery.finishSaves(m_journal); // of songs on a card that is there only now
-    recovery.recoverBeside(m_selectedFiles);
+    m_host.finishSaves(m_journal, m_selectedFiles); // they may be on a card that is there only now
     const ImportSummary summary =
         ImportJob(m_host, SongRows::imported(*m_model)).run(m_selectedFiles, [this] {
             return SongRows::clear(m_db, *m_model);
@@ -164,14 +177,17 @@ bool MainWindow::updateUserLibrary()
     const auto backup = [this] {
         return BackupJob(m_host, m_host, m_host).run(m_selectedFiles).mayProceed;
     };
-    SaveRun saves(Disk::real(), &m_journal, QStringLiteral("sync"));
-    const UpdateSummary summary =
-        UpdateJob(m_db, m_host, m_host, options, saves)
-            .run(SongRows::paths(*m_model), SongRows::updated(*m_model), backup);
-    const bool done = summary.isComplete;
+    bool done = false;
+    {
+        SaveRun saves(Disk::real(), &m_journal, QStringLiteral("sync"));
+        done = UpdateJob(m_db, m_host, m_host, options, saves)
+                   .run(SongRows::paths(*m_model), SongRows::updated(*m_model), backup)
+                   .isComplete;
+    }
     m_host.endProgress();
     if (done)
         SongTable::resizeColumns(*ui->userLibraryTableView);
+    m_host.tellNotices();
     return done;
 }
 

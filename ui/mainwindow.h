@@ -36,6 +36,7 @@ public:
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
     // required: the order of declaration is the meta-object's
 private Q_SLOTS:
@@ -85,6 +86,7 @@ private:
     UserSongsRelTableModel *m_model = nullptr; ///< null when the database could not be opened
     bool m_askCopyright = true; ///< where the setting was never written
     QStringList m_selectedFiles; ///< of the last import: what backup and transfer copy
+    bool m_wasPainted = false;
     QTranslator m_translator;
 };
 

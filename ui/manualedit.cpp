@@ -50,6 +50,15 @@ void ManualEdit::editRow(int row)
     dialog.getSong(edited);
     dumpSongInfo(edited);
 
+    tellUnsaved(save(row, song, edited,
+                     {dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
+                      dialog.applyToAllGenre(), dialog.applyToAllTitle()}));
+    m_host.tellNotices();
+}
+
+EditSummary ManualEdit::save(int row, SongEdit &song, const SongInfo &edited,
+                             const ApplyToAll &fields)
+{
     EditSummary summary;
     SaveRun saves(Disk::real(), &m_journal, QStringLiteral("edit"));
     song.save(edited, saves, [this, row, &summary](const SongOutcome &saved) {
@@ -57,14 +66,12 @@ void ManualEdit::editRow(int row)
         summary.add(saved);
     });
     saves.commit();
-    const ApplyToAll fields{dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
-                            dialog.applyToAllGenre(), dialog.applyToAllTitle()};
     if (fields.any())
         summary.add(EditJob(m_host, saves)
                         .run(SongRows::paths(m_model), fields.changeFrom(edited),
                              SongRows::edited(m_model, row), row));
     m_host.endProgress();
-    tellUnsaved(summary);
+    return summary;
 }
 
 void ManualEdit::tellUnsaved(const EditSummary &summary)

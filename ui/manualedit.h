@@ -8,9 +8,12 @@ QT_END_NAMESPACE
 
 namespace tarvel4 {
 
+struct ApplyToAll;
 class Database;
 struct EditSummary;
 class Journal;
+class SongEdit;
+struct SongInfo;
 class UserSongsRelTableModel;
 class WindowHost;
 
@@ -27,6 +30,7 @@ public:
     void editRow(int row);
 
 private:
+    EditSummary save(int row, SongEdit &song, const SongInfo &edited, const ApplyToAll &fields);
     void tellUnsaved(const EditSummary &summary);
 
     QWidget *m_window;

@@ -1,9 +1,12 @@
 #include "ui/windowhost.h"
 
+#include "library/recoveryjob.h"
 #include "ui/backupdialog.h"
 #include "ui/nocopyrightdialog.h"
 #include "ui/proceeddialog.h"
 #include "ui/progressdialog.h"
+
+#include <utility>
 
 namespace tarvel4 {
 
@@ -108,6 +111,64 @@ void WindowHost::warning(const QString &title, const QString &text, const QStrin
 void WindowHost::critical(const QString &title, const QString &text, const QStringList &details)
 {
     message(QMessageBox::Critical, title, text, details);
+}
+
+void WindowHost::finishSaves(Journal &journal, const QStringList &files)
+{
+    RecoveryJob recovery(*this);
+    recovery.finishSaves(journal);
+    recovery.recoverBeside(files);
+    tellNotices();
+}
+
+void WindowHost::recovered(const QString &path, Recovery::Result result, const Outcome &cause)
+{
+    const QString sentence = RecoveryJob::sentence(path, result, cause);
+    switch (result) {
+    case Recovery::Result::GivenBack:
+    case Recovery::Result::Removed:
+    case Recovery::Result::PutBack:
+        m_putRight += sentence;
+        break;
+    case Recovery::Result::Waits:
+        m_waiting += sentence;
+        break;
+    case Recovery::Result::Kept:
+    case Recovery::Result::ChangedSince:
+        m_left += sentence;
+        break;
+    case Recovery::Result::NoneThere:
+        break;
+    }
+}
+
+void WindowHost::tellNotices()
+{
+    tellRecovered();
+    const QStringList notices = std::exchange(m_journalNotices, {});
+    if (!notices.isEmpty())
+        warning(tr("Registro delle modifiche"), notices.join(QLatin1String("\n\n")), {});
+}
+
+void WindowHost::tellRecovered()
+{
+    QStringList lines;
+    const auto count = [&lines](const QString &text, const QStringList &songs) {
+        if (!songs.isEmpty())
+            lines += text.arg(songs.size());
+    };
+    count(tr("Song messe a posto: %1"), m_putRight);
+    count(tr("Song da mettere a posto più tardi: %1"), m_waiting);
+    count(tr("Song lasciate come sono: %1"), m_left);
+    const QStringList details = m_putRight + m_waiting + m_left;
+    m_putRight.clear();
+    m_waiting.clear();
+    m_left.clear();
+    const QString title = tr("Salvataggi interrotti");
+    if (details.size() == 1)
+        information(title, details.constFirst(), {});
+    else if (!details.isEmpty())
+        information(title, lines.join(QLatin1Char('\n')), details);
 }
 
 /** A question asked during a run lies over its progress. */

@@ -11,6 +11,7 @@
 
 namespace tarvel4 {
 
+class Journal;
 class NoCopyrightDialog;
 class ProgressDialog;
 
@@ -46,7 +47,18 @@ public:
     void warning(const QString &title, const QString &text, const QStringList &details) override;
     void critical(const QString &title, const QString &text, const QStringList &details) override;
 
+    /** Puts in order what was cut short, also what waits beside \a files, and tells it; the first
+     * step of everything that reads or writes songs. */
+    void finishSaves(Journal &journal, const QStringList &files = {});
+    /** Kept for tellNotices(). */
+    void recovered(const QString &path, Recovery::Result result, const Outcome &cause) override;
+    /** Keeps a sentence about the journal of changes for tellNotices(). */
+    void addJournalNotice(const QString &sentence) { m_journalNotices += sentence; }
+    /** Tells what was kept, once; to be called where no job runs. */
+    void tellNotices();
+
 private:
+    void tellRecovered();
     QWidget *dialogParent() const;
     Answer ask(NoCopyrightDialog &dialog);
     void message(QMessageBox::Icon icon, const QString &title, const QString &text,
@@ -55,6 +67,10 @@ private:
     QWidget *m_window;
     std::unique_ptr<ProgressDialog> m_progressDialog;
     bool m_stopped = false;
+    QStringList m_putRight; ///< of songs whose save was cut short: a sentence each
+    QStringList m_waiting;
+    QStringList m_left;
+    QStringList m_journalNotices;
 };
 
 } // namespace tarvel4

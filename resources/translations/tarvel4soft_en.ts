@@ -399,18 +399,6 @@
         <translation>whether to replace songs that exist already</translation>
     </message>
     <message>
-        <source>%1: rimesso al suo posto dopo un&apos;interruzione</source>
-        <translation>%1: put back in its place after an interruption</translation>
-    </message>
-    <message>
-        <source>%1: tolta la vecchia copia lasciata da un&apos;interruzione</source>
-        <translation>%1: the old copy that an interruption left was removed</translation>
-    </message>
-    <message>
-        <source>%1: la vecchia copia lasciata da un&apos;interruzione resta come %2</source>
-        <translation>%1: the old copy that an interruption left stays as %2</translation>
-    </message>
-    <message>
         <source>%1: non è un file</source>
         <translation>%1: it is no file</translation>
     </message>
@@ -453,6 +441,46 @@
     <message>
         <source>%1: qui resta il backup incompleto</source>
         <translation>%1: the incomplete backup stays here</translation>
+    </message>
+    <message>
+        <source>history vuole clear oppure nulla</source>
+        <translation>history takes clear or nothing</translation>
+    </message>
+    <message>
+        <source>--limit vuole un numero</source>
+        <translation>--limit takes a number</translation>
+    </message>
+    <message>
+        <source>Elenca le ultime modifiche, o le dimentica.</source>
+        <translation>Lists the last changes, or forgets them.</translation>
+    </message>
+    <message>
+        <source>solo le ultime N</source>
+        <translation>only the last N</translation>
+    </message>
+    <message>
+        <source>non c&apos;è nulla da annullare</source>
+        <translation>there is nothing to undo</translation>
+    </message>
+    <message>
+        <source>nessuna modifica ha il numero %1</source>
+        <translation>no change has the number %1</translation>
+    </message>
+    <message>
+        <source>manca --from BACKUP</source>
+        <translation>--from BACKUP is missing</translation>
+    </message>
+    <message>
+        <source>Rimette le song com&apos;erano prima di una modifica, byte per byte.</source>
+        <translation>Gives songs back the bytes that they had before a change.</translation>
+    </message>
+    <message>
+        <source>Rimette le song come sono in un backup.</source>
+        <translation>Gives songs the bytes that they have in a backup.</translation>
+    </message>
+    <message>
+        <source>cartella del backup</source>
+        <translation>folder of the backup</translation>
     </message>
 </context>
 <context>
@@ -616,6 +644,37 @@
     </message>
 </context>
 <context>
+    <name>JournalFile</name>
+    <message>
+        <source>Il registro delle modifiche %1 non può essere scritto (%2): le song vengono salvate lo stesso, ma queste modifiche non si potranno annullare.</source>
+        <translation>The journal of changes %1 can&apos;t be written (%2): songs are saved all the same, but these changes can&apos;t be undone.</translation>
+    </message>
+    <message>
+        <source>Il registro delle modifiche %1 non può essere aperto: %2</source>
+        <translation>The journal of changes %1 can&apos;t be opened: %2</translation>
+    </message>
+    <message>
+        <source>Il registro delle modifiche %1 è di una versione più recente del programma.</source>
+        <translation>The journal of changes %1 is from a newer version of the program.</translation>
+    </message>
+    <message>
+        <source>Il registro delle modifiche %1 è danneggiato.</source>
+        <translation>The journal of changes %1 is damaged.</translation>
+    </message>
+    <message>
+        <source>È stato messo da parte come %1: le modifiche precedenti non si possono annullare.</source>
+        <translation>It was set aside as %1: earlier changes can&apos;t be undone.</translation>
+    </message>
+    <message>
+        <source>Le modifiche non si potranno annullare.</source>
+        <translation>Changes can&apos;t be undone.</translation>
+    </message>
+    <message>
+        <source>Il registro delle modifiche %1 non può essere letto: %2</source>
+        <translation>The journal of changes %1 can&apos;t be read: %2</translation>
+    </message>
+</context>
+<context>
     <name>ManualEdit</name>
     <message>
         <source>Modifica dati song</source>
@@ -760,6 +819,10 @@
         <source>non c&apos;è abbastanza spazio libero sul disco o sulla memoria: %1</source>
         <translation>there is not enough free room on the disk or card: %1</translation>
     </message>
+    <message>
+        <source>tornerà al prossimo avvio del programma</source>
+        <translation>it will be back when the program is next started</translation>
+    </message>
 </context>
 <context>
     <name>OutputTarget</name>
@@ -774,6 +837,33 @@
     <message>
         <source>un file dell&apos;indice di una memoria</source>
         <translation>a file of a memory&apos;s index</translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryJob</name>
+    <message>
+        <source>%1: rimesso al suo posto dopo un&apos;interruzione</source>
+        <translation>%1: put back in its place after an interruption</translation>
+    </message>
+    <message>
+        <source>%1: tolta la vecchia copia lasciata da un&apos;interruzione</source>
+        <translation>%1: the old copy that an interruption left was removed</translation>
+    </message>
+    <message>
+        <source>%1: la vecchia copia lasciata da un&apos;interruzione resta come %2</source>
+        <translation>%1: the old copy that an interruption left stays as %2</translation>
+    </message>
+    <message>
+        <source>%1: un salvataggio è stato interrotto, il contenuto di prima è tornato al suo posto</source>
+        <translation>%1: a save was interrupted, and the song is as it was before</translation>
+    </message>
+    <message>
+        <source>%1: un salvataggio è stato interrotto e sarà messo a posto quando la song si potrà di nuovo leggere e scrivere (%2)</source>
+        <translation>%1: a save was interrupted and will be put right when the song can be read and written again (%2)</translation>
+    </message>
+    <message>
+        <source>%1: un salvataggio è stato interrotto, ma poi la song è stata cambiata da un altro programma e resta com&apos;è</source>
+        <translation>%1: a save was interrupted, but another program has changed the song since, and it stays as it is</translation>
     </message>
 </context>
 <context>
@@ -812,6 +902,10 @@
     <message>
         <source>Non salvata: %1</source>
         <translation>Not saved: %1</translation>
+    </message>
+    <message>
+        <source>Non rimessa com&apos;era: %1</source>
+        <translation>Not restored: %1</translation>
     </message>
 </context>
 <context>
@@ -862,6 +956,76 @@
     </message>
 </context>
 <context>
+    <name>UndoChanges</name>
+    <message>
+        <source>Annulla l&apos;ultima modifica</source>
+        <translation>Undo the last change</translation>
+    </message>
+    <message>
+        <source>Le ultime modifiche non si possono leggere: nessuna song è cambiata.</source>
+        <translation>The last changes can&apos;t be read: no song was changed.</translation>
+    </message>
+    <message>
+        <source>Non c&apos;è nessuna modifica da annullare.</source>
+        <translation>There is no change to undo.</translation>
+    </message>
+    <message>
+        <source>Ultima modifica: %1
+Data e ora: %2
+Song: %3</source>
+        <translation>Last change: %1
+Date and time: %2
+Songs: %3</translation>
+    </message>
+    <message>
+        <source>Vuoi rimettere queste song com&apos;erano prima?</source>
+        <translation>Do you want these songs back as they were before?</translation>
+    </message>
+    <message>
+        <source>Sì</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>correzione dei dati</source>
+        <translation>correction of song data</translation>
+    </message>
+    <message>
+        <source>sincronizzazione con il database K-Varo</source>
+        <translation>synchronisation with the K-Varo database</translation>
+    </message>
+    <message>
+        <source>annullamento di una modifica</source>
+        <translation>undoing of a change</translation>
+    </message>
+    <message>
+        <source>ripristino da un backup</source>
+        <translation>restoring from a backup</translation>
+    </message>
+    <message>
+        <source>Song tornate com&apos;erano: %1 di %2</source>
+        <translation>Songs as they were before: %1 of %2</translation>
+    </message>
+    <message>
+        <source>Queste song restano come sono:</source>
+        <translation>These songs stay as they are:</translation>
+    </message>
+</context>
+<context>
+    <name>UndoJob</name>
+    <message>
+        <source>Annulla le modifiche</source>
+        <translation>Undo changes</translation>
+    </message>
+    <message>
+        <source>Rimetto le song com&apos;erano...</source>
+        <translation>Restoring the songs...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
     <name>UpdateJob</name>
     <message>
         <source>Aggiornamento file</source>
@@ -885,6 +1049,26 @@
     <message>
         <source>esiste già, vuoi sostituirlo?</source>
         <translation>already exists. Replace it?</translation>
+    </message>
+    <message>
+        <source>Registro delle modifiche</source>
+        <translation>Journal of changes</translation>
+    </message>
+    <message>
+        <source>Song messe a posto: %1</source>
+        <translation>Songs put right: %1</translation>
+    </message>
+    <message>
+        <source>Song da mettere a posto più tardi: %1</source>
+        <translation>Songs to be put right later: %1</translation>
+    </message>
+    <message>
+        <source>Song lasciate come sono: %1</source>
+        <translation>Songs left as they are: %1</translation>
+    </message>
+    <message>
+        <source>Salvataggi interrotti</source>
+        <translation>Interrupted saves</translation>
     </message>
 </context>
 <context>
@@ -1316,6 +1500,10 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Ctrl+O</source>
         <translation>Ctrl+O</translation>
+    </message>
+    <message>
+        <source>Annulla l&apos;ultima modifica...</source>
+        <translation>Undo the last change...</translation>
     </message>
 </context>
 <context>

@@ -399,18 +399,6 @@
         <translation>se sostituire le song che esistono già</translation>
     </message>
     <message>
-        <source>%1: rimesso al suo posto dopo un'interruzione</source>
-        <translation>%1: rimesso al suo posto dopo un'interruzione</translation>
-    </message>
-    <message>
-        <source>%1: tolta la vecchia copia lasciata da un'interruzione</source>
-        <translation>%1: tolta la vecchia copia lasciata da un'interruzione</translation>
-    </message>
-    <message>
-        <source>%1: la vecchia copia lasciata da un'interruzione resta come %2</source>
-        <translation>%1: la vecchia copia lasciata da un'interruzione resta come %2</translation>
-    </message>
-    <message>
         <source>%1: non è un file</source>
         <translation>%1: non è un file</translation>
     </message>
@@ -453,6 +441,46 @@
     <message>
         <source>%1: qui resta il backup incompleto</source>
         <translation>%1: qui resta il backup incompleto</translation>
+    </message>
+    <message>
+        <source>history vuole clear oppure nulla</source>
+        <translation>history vuole clear oppure nulla</translation>
+    </message>
+    <message>
+        <source>--limit vuole un numero</source>
+        <translation>--limit vuole un numero</translation>
+    </message>
+    <message>
+        <source>Elenca le ultime modifiche, o le dimentica.</source>
+        <translation>Elenca le ultime modifiche, o le dimentica.</translation>
+    </message>
+    <message>
+        <source>solo le ultime N</source>
+        <translation>solo le ultime N</translation>
+    </message>
+    <message>
+        <source>non c'è nulla da annullare</source>
+        <translation>non c'è nulla da annullare</translation>
+    </message>
+    <message>
+        <source>nessuna modifica ha il numero %1</source>
+        <translation>nessuna modifica ha il numero %1</translation>
+    </message>
+    <message>
+        <source>manca --from BACKUP</source>
+        <translation>manca --from BACKUP</translation>
+    </message>
+    <message>
+        <source>Rimette le song com'erano prima di una modifica, byte per byte.</source>
+        <translation>Rimette le song com'erano prima di una modifica, byte per byte.</translation>
+    </message>
+    <message>
+        <source>Rimette le song come sono in un backup.</source>
+        <translation>Rimette le song come sono in un backup.</translation>
+    </message>
+    <message>
+        <source>cartella del backup</source>
+        <translation>cartella del backup</translation>
     </message>
 </context>
 <context>
@@ -616,6 +644,37 @@
     </message>
 </context>
 <context>
+    <name>JournalFile</name>
+    <message>
+        <source>Il registro delle modifiche %1 non può essere scritto (%2): le song vengono salvate lo stesso, ma queste modifiche non si potranno annullare.</source>
+        <translation>Il registro delle modifiche %1 non può essere scritto (%2): le song vengono salvate lo stesso, ma queste modifiche non si potranno annullare.</translation>
+    </message>
+    <message>
+        <source>Il registro delle modifiche %1 non può essere aperto: %2</source>
+        <translation>Il registro delle modifiche %1 non può essere aperto: %2</translation>
+    </message>
+    <message>
+        <source>Il registro delle modifiche %1 è di una versione più recente del programma.</source>
+        <translation>Il registro delle modifiche %1 è di una versione più recente del programma.</translation>
+    </message>
+    <message>
+        <source>Il registro delle modifiche %1 è danneggiato.</source>
+        <translation>Il registro delle modifiche %1 è danneggiato.</translation>
+    </message>
+    <message>
+        <source>È stato messo da parte come %1: le modifiche precedenti non si possono annullare.</source>
+        <translation>È stato messo da parte come %1: le modifiche precedenti non si possono annullare.</translation>
+    </message>
+    <message>
+        <source>Le modifiche non si potranno annullare.</source>
+        <translation>Le modifiche non si potranno annullare.</translation>
+    </message>
+    <message>
+        <source>Il registro delle modifiche %1 non può essere letto: %2</source>
+        <translation>Il registro delle modifiche %1 non può essere letto: %2</translation>
+    </message>
+</context>
+<context>
     <name>ManualEdit</name>
     <message>
         <source>Modifica dati song</source>
@@ -760,6 +819,10 @@
         <source>non c'è abbastanza spazio libero sul disco o sulla memoria: %1</source>
         <translation>non c'è abbastanza spazio libero sul disco o sulla memoria: %1</translation>
     </message>
+    <message>
+        <source>tornerà al prossimo avvio del programma</source>
+        <translation>tornerà al prossimo avvio del programma</translation>
+    </message>
 </context>
 <context>
     <name>OutputTarget</name>
@@ -774,6 +837,33 @@
     <message>
         <source>un file dell'indice di una memoria</source>
         <translation>un file dell'indice di una memoria</translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryJob</name>
+    <message>
+        <source>%1: rimesso al suo posto dopo un'interruzione</source>
+        <translation>%1: rimesso al suo posto dopo un'interruzione</translation>
+    </message>
+    <message>
+        <source>%1: tolta la vecchia copia lasciata da un'interruzione</source>
+        <translation>%1: tolta la vecchia copia lasciata da un'interruzione</translation>
+    </message>
+    <message>
+        <source>%1: la vecchia copia lasciata da un'interruzione resta come %2</source>
+        <translation>%1: la vecchia copia lasciata da un'interruzione resta come %2</translation>
+    </message>
+    <message>
+        <source>%1: un salvataggio è stato interrotto, il contenuto di prima è tornato al suo posto</source>
+        <translation>%1: un salvataggio è stato interrotto, il contenuto di prima è tornato al suo posto</translation>
+    </message>
+    <message>
+        <source>%1: un salvataggio è stato interrotto e sarà messo a posto quando la song si potrà di nuovo leggere e scrivere (%2)</source>
+        <translation>%1: un salvataggio è stato interrotto e sarà messo a posto quando la song si potrà di nuovo leggere e scrivere (%2)</translation>
+    </message>
+    <message>
+        <source>%1: un salvataggio è stato interrotto, ma poi la song è stata cambiata da un altro programma e resta com'è</source>
+        <translation>%1: un salvataggio è stato interrotto, ma poi la song è stata cambiata da un altro programma e resta com'è</translation>
     </message>
 </context>
 <context>
@@ -812,6 +902,10 @@
     <message>
         <source>Non salvata: %1</source>
         <translation>Non salvata: %1</translation>
+    </message>
+    <message>
+        <source>Non rimessa com'era: %1</source>
+        <translation>Non rimessa com'era: %1</translation>
     </message>
 </context>
 <context>
@@ -862,6 +956,76 @@
     </message>
 </context>
 <context>
+    <name>UndoChanges</name>
+    <message>
+        <source>Annulla l'ultima modifica</source>
+        <translation>Annulla l'ultima modifica</translation>
+    </message>
+    <message>
+        <source>Le ultime modifiche non si possono leggere: nessuna song è cambiata.</source>
+        <translation>Le ultime modifiche non si possono leggere: nessuna song è cambiata.</translation>
+    </message>
+    <message>
+        <source>Non c'è nessuna modifica da annullare.</source>
+        <translation>Non c'è nessuna modifica da annullare.</translation>
+    </message>
+    <message>
+        <source>Ultima modifica: %1
+Data e ora: %2
+Song: %3</source>
+        <translation>Ultima modifica: %1
+Data e ora: %2
+Song: %3</translation>
+    </message>
+    <message>
+        <source>Vuoi rimettere queste song com'erano prima?</source>
+        <translation>Vuoi rimettere queste song com'erano prima?</translation>
+    </message>
+    <message>
+        <source>Sì</source>
+        <translation>Sì</translation>
+    </message>
+    <message>
+        <source>correzione dei dati</source>
+        <translation>correzione dei dati</translation>
+    </message>
+    <message>
+        <source>sincronizzazione con il database K-Varo</source>
+        <translation>sincronizzazione con il database K-Varo</translation>
+    </message>
+    <message>
+        <source>annullamento di una modifica</source>
+        <translation>annullamento di una modifica</translation>
+    </message>
+    <message>
+        <source>ripristino da un backup</source>
+        <translation>ripristino da un backup</translation>
+    </message>
+    <message>
+        <source>Song tornate com'erano: %1 di %2</source>
+        <translation>Song tornate com'erano: %1 di %2</translation>
+    </message>
+    <message>
+        <source>Queste song restano come sono:</source>
+        <translation>Queste song restano come sono:</translation>
+    </message>
+</context>
+<context>
+    <name>UndoJob</name>
+    <message>
+        <source>Annulla le modifiche</source>
+        <translation>Annulla le modifiche</translation>
+    </message>
+    <message>
+        <source>Rimetto le song com'erano...</source>
+        <translation>Rimetto le song com'erano...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+</context>
+<context>
     <name>UpdateJob</name>
     <message>
         <source>Aggiornamento file</source>
@@ -885,6 +1049,26 @@
     <message>
         <source>esiste già, vuoi sostituirlo?</source>
         <translation>esiste già, vuoi sostituirlo?</translation>
+    </message>
+    <message>
+        <source>Registro delle modifiche</source>
+        <translation>Registro delle modifiche</translation>
+    </message>
+    <message>
+        <source>Song messe a posto: %1</source>
+        <translation>Song messe a posto: %1</translation>
+    </message>
+    <message>
+        <source>Song da mettere a posto più tardi: %1</source>
+        <translation>Song da mettere a posto più tardi: %1</translation>
+    </message>
+    <message>
+        <source>Song lasciate come sono: %1</source>
+        <translation>Song lasciate come sono: %1</translation>
+    </message>
+    <message>
+        <source>Salvataggi interrotti</source>
+        <translation>Salvataggi interrotti</translation>
     </message>
 </context>
 <context>
@@ -1316,6 +1500,10 @@ memoria di Tarvel</translation>
     <message>
         <source>Ctrl+O</source>
         <translation>Ctrl+O</translation>
+    </message>
+    <message>
+        <source>Annulla l'ultima modifica...</source>
+        <translation>Annulla l'ultima modifica...</translation>
     </message>
 </context>
 <context>

@@ -9,7 +9,9 @@ QString entriesOf(const QWidget &menu)
 {
     QStringList entries;
     for (const QAction *action : menu.actions())
-        entries.append((action->menu() ? action->menu()->objectName() : action->objectName())
+        entries.append((action->menu()              ? action->menu()->objectName()
+                            : action->isSeparator() ? text("separator")
+                                                    : action->objectName())
                        + QLatin1Char(' ') + action->text());
     return entries.join(QLatin1Char('|'));
 }
@@ -39,8 +41,10 @@ private Q_SLOTS:
         row("menuMessaggi_Copyright", "actionCopyrightYes Si|actionCopyrightNo No",
             "actionCopyrightYes Yes|actionCopyrightNo No");
         row("menuStrumenti",
-            "optimizeMemory Rigenera il database delle song|actionSongsList Salva lista delle song",
-            "optimizeMemory Rebuild the song database|actionSongsList Save the song list");
+            "optimizeMemory Rigenera il database delle song|actionSongsList Salva lista delle song|"
+            "separator |actionUndo Annulla l'ultima modifica...",
+            "optimizeMemory Rebuild the song database|actionSongsList Save the song list|"
+            "separator |actionUndo Undo the last change...");
         row("menuHelp",
             "actionContents Aiuto Tarvel4 Soft|actionAbout Informazioni|"
             "actionAbout_QT Informazioni su QT",
@@ -139,6 +143,7 @@ private Q_SLOTS:
             row("Ctrl+O imports", ctrl, Qt::Key_O, "QFileDialog");
             row("Ctrl+U synchronises", ctrl, Qt::Key_U, "tarvel4::BackupDialog");
             row("Ctrl+T transfers", ctrl, Qt::Key_T, "QFileDialog");
+            row("Ctrl+Z undoes", ctrl, Qt::Key_Z, "QMessageBox");
             row("F1 helps", 0, Qt::Key_F1, "tarvel4::HelpDialog");
             row("Return edits the row", 0, Qt::Key_Return, "tarvel4::DataEditDialog");
             row("Enter edits the row", 0, Qt::Key_Enter, "tarvel4::DataEditDialog");
@@ -202,6 +207,7 @@ private Q_SLOTS:
         columns<QString>("dialog");
         row("optimizeMemory", "tarvel4::IndexDialog");
         row("actionSongsList", "tarvel4::SongsListDialog");
+        row("actionUndo", "QMessageBox");
         row("actionContents", "tarvel4::HelpDialog");
         row("actionAbout", "tarvel4::AboutDialog");
         row("actionAbout_QT", "QMessageBox");

@@ -55,6 +55,7 @@ protected:
         m_folder.emplace();
         m_driver.emplace();
         QDir::setCurrent(m_folder->path());
+        qputenv("XDG_DATA_HOME", QFile::encodeName(path("data"))); // the journal's
         for (const char *folder : {"songs", "card", "backups"})
             QDir().mkdir(path(folder));
         settings().clear();
