@@ -11,7 +11,6 @@
 #include <QDir>
 #include <QLocale>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QTableView>
 
 namespace tarvel4 {
@@ -71,7 +70,6 @@ bool UndoChanges::ask(const JournalRun &run, const QStringList &paths) const
     for (const QString &path : paths)
         details += QDir::toNativeSeparators(path);
     box.setDetailedText(details.join(QLatin1Char('\n')));
-    box.button(QMessageBox::Yes)->setText(tr("Sì"));
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
@@ -130,8 +128,8 @@ void UndoChanges::tellResult(int restored, int songs, const QStringList &failed,
         m_host.information(title, count, {});
     else
         m_host.warning(title,
-                       QStringList({count, tr("Queste song restano come sono:"), firstOf(failed)})
-                           .join(QLatin1String("\n\n")),
+                       count + QLatin1String("\n\n") + tr("Queste song restano come sono:")
+                           + QLatin1Char('\n') + firstOf(failed),
                        problems);
 }
 

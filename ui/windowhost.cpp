@@ -168,7 +168,10 @@ void WindowHost::tellRecovered()
     if (details.size() == 1)
         information(title, details.constFirst(), {});
     else if (!details.isEmpty())
-        information(title, lines.join(QLatin1Char('\n')), details);
+        information(title,
+                    tr("Alcuni salvataggi erano stati interrotti.") + QLatin1String("\n\n")
+                        + lines.join(QLatin1Char('\n')),
+                    details);
 }
 
 /** A question asked during a run lies over its progress. */

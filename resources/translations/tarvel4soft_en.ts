@@ -982,10 +982,6 @@ Songs: %3</translation>
         <translation>Do you want these songs back as they were before?</translation>
     </message>
     <message>
-        <source>Sì</source>
-        <translation>Yes</translation>
-    </message>
-    <message>
         <source>correzione dei dati</source>
         <translation>correction of song data</translation>
     </message>
@@ -1069,6 +1065,10 @@ Songs: %3</translation>
     <message>
         <source>Salvataggi interrotti</source>
         <translation>Interrupted saves</translation>
+    </message>
+    <message>
+        <source>Alcuni salvataggi erano stati interrotti.</source>
+        <translation>Some saves had been interrupted.</translation>
     </message>
 </context>
 <context>

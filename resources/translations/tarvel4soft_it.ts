@@ -982,10 +982,6 @@ Song: %3</translation>
         <translation>Vuoi rimettere queste song com'erano prima?</translation>
     </message>
     <message>
-        <source>Sì</source>
-        <translation>Sì</translation>
-    </message>
-    <message>
         <source>correzione dei dati</source>
         <translation>correzione dei dati</translation>
     </message>
@@ -1069,6 +1065,10 @@ Song: %3</translation>
     <message>
         <source>Salvataggi interrotti</source>
         <translation>Salvataggi interrotti</translation>
+    </message>
+    <message>
+        <source>Alcuni salvataggi erano stati interrotti.</source>
+        <translation>Alcuni salvataggi erano stati interrotti.</translation>
     </message>
 </context>
 <context>
