@@ -138,7 +138,8 @@ Outcome BackupJob::publish(const QString &destination)
         return {Outcome::Code::AlreadyExists, destination, {}, {}};
     Outcome named = m_disk.replace(folder, destination);
     if (named) {
-        named = m_disk.syncFolder(destination);
+        // A flush of the names alone does not do: on FAT the new one then leads to nothing.
+        named = m_disk.syncAll({destination});
         if (!named)
             m_disk.replace(destination, folder);
     }
