@@ -84,32 +84,6 @@ private Q_SLOTS:
         QCOMPARE(texts.at(7), QByteArray("DB initialized correctly"));
     }
 
-    void oldLog_data()
-    {
-        columns<QByteArray, bool, bool>("settings", "kept", "written");
-        row("enabled, not cleared: each start appends",
-            QByteArray("logenabled=true\nlogclear=false\n"), true, true);
-        row("enabled and cleared: starts afresh", QByteArray("logenabled=true\nlogclear=true\n"),
-            false, true);
-        row("cleared but not enabled: the old log is kept",
-            QByteArray("logenabled=false\nlogclear=true\n"), true, false);
-    }
-    void oldLog()
-    {
-        QFETCH(QByteArray, settings);
-        QFETCH(bool, kept);
-        QFETCH(bool, written);
-        store(settings);
-        write(logName(), "an old line\n");
-        start();
-        if (written)
-            QTRY_VERIFY_WITH_TIMEOUT(log().contains("DB initialized correctly"), patience);
-        else
-            QTRY_COMPARE_WITH_TIMEOUT(stored("language"), text("en"), patience);
-        QCOMPARE(log().startsWith("an old line\n"), kept);
-        QCOMPARE(log().count("Log start"), written ? 1 : 0);
-    }
-
     void fatalMessageComesAfterTheBanner()
     {
         // the application object can't be made, and there is no log
