@@ -165,6 +165,44 @@ private Q_SLOTS:
         QVERIFY(json.out.contains("\"title\":\"" + shown + '"'));
         QCOMPARE(json.records().value(0).value("title"_s).toString(), QString::fromLatin1(title));
     }
+
+    void readsMp3sOfOtherPrograms_data()
+    {
+        const Table<QString, QStringList> row;
+        const QString ffmpeg = "ffmpeg -v error -f lavfi -i sine=440:duration=1 %1"_s;
+        const QString lame = ffmpeg.arg("-f wav - | lame --quiet %1 - a.mp3"_s);
+        const QStringList texts = words("Tono Nessuno Prova");
+        const QString tags =
+            "-id3v2_version %1 -metadata title=Tono -metadata artist=Nessuno -metadata genre=Prova "
+            "-metadata encoder= a.mp3"_s;
+        row("ffmpeg, ID3v2.3", ffmpeg.arg(tags.arg(3)), texts);
+        row("ffmpeg, ID3v2.4", ffmpeg.arg(tags.arg(4)), texts);
+        row("lame, ID3v2.3",
+            lame.arg("--add-id3v2 --id3v2-latin1 --tt Tono --ta Nessuno --tg Prova"_s), texts);
+        // required: whatever encoding a tag declares, its texts are read as Latin-1 up to a zero
+        // byte
+        row("lame, ID3v2.3 in UTF-16 is taken as Latin-1",
+            lame.arg("--add-id3v2 --tt Tono --ta Nessuno --tg Prova"_s),
+            "\u00FF\u00FET \u00FF\u00FEN \u00FF\u00FEP");
+        row("lame, without a tag", lame.arg(QString()),
+            QStringList{QString(), QString(), QString()});
+    }
+    void readsMp3sOfOtherPrograms()
+    {
+        const auto [line, texts] = cells<QString, QStringList>();
+        if (!hasTool("ffmpeg"_s) || !hasTool("lame"_s))
+            QSKIP("ffmpeg and lame are not installed");
+        const Run made = shell(line);
+        QVERIFY2(made.status == 0, made.err.constData());
+        const Run run = cli("info --json a.mp3");
+        QCOMPARE(run.status, 0);
+        const QJsonObject record = run.records().value(0);
+        QCOMPARE(record.value("format"_s).toString(), "MP3"_s);
+        QStringList read;
+        for (const char *key : {"title", "artist", "genre"})
+            read += record.value(QLatin1String(key)).toString();
+        QCOMPARE(read, texts);
+    }
 };
 
 // Outside of the class: moc loses its way in these raw strings.
