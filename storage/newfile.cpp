@@ -67,7 +67,7 @@ Outcome NewFile::write(Disk &disk, const QString &path, const QByteArray &bytes)
     if (outcome)
         outcome = disk.replace(unfinishedPath, target);
     if (outcome) {
-        if (!disk.syncFolder(target))
+        if (!disk.syncAll({target}))
             outcome.code = Outcome::Code::NotConfirmed;
     } else if (!disk.remove(unfinishedPath)) {
         qDebug() << "[NewFile::write] WARNING: can't be removed:" << unfinishedPath;

@@ -76,7 +76,7 @@ private Q_SLOTS:
                 editBatch.commit();
             }
         }
-        const QVector<JournalRun> runs = first.runs();
+        const QVector<JournalRun> runs = first.runs().value();
         QCOMPARE(runs.size(), 2);
         for (const JournalRun &run : runs) {
             const QVector<JournalEntry> songs = second.songsOf(run.id);
@@ -161,10 +161,10 @@ private Q_SLOTS:
         const QStringList before = snapshot();
         QStringList said;
         Journal journal(journalFolder(), [&](const QString &sentence) { said += sentence; });
-        const QVector<JournalRun> runs = journal.runs();
+        const QVector<JournalRun> runs = journal.runs().value();
         QCOMPARE(runs.size(), state == "closed"_s || state == "killed"_s ? 1 : 0);
         QCOMPARE(journal.songsOf(1).size(), runs.size());
-        QCOMPARE(journal.runs().size(), runs.size());
+        QCOMPARE(journal.runs()->size(), runs.size());
         QCOMPARE(snapshot(), before);
         QCOMPARE(said.size(), state == "text"_s || state == "zeros"_s ? 1 : 0);
     }

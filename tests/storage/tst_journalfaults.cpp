@@ -43,8 +43,8 @@ private Q_SLOTS:
         const QString file = write(path("a.mid"), "old");
         QVERIFY(save(journal, file, "new"));
         QCOMPARE(read(file), QByteArray("new"));
-        QTEST(journal.runs().size(), "runs");
-        QCOMPARE(journal.songsOf(journal.runs().first().id).first().path, file);
+        QTEST(journal.runs()->size(), "runs");
+        QCOMPARE(journal.songsOf(journal.runs()->first().id).first().path, file);
 
         const QStringList aside = QDir(journalFolder()).entryList({"journal-*.db"_s});
         QCOMPARE(aside.size(), isSetAside ? 1 : 0);
@@ -101,7 +101,7 @@ private Q_SLOTS:
             return;
         letGo();
         QVERIFY(save(journal, file, "newer"));
-        QCOMPARE(journal.runs().size(), 1);
+        QCOMPARE(journal.runs()->size(), 1);
     }
 
     void aJournalThatBreaksDuringARun_data()
@@ -137,7 +137,7 @@ private Q_SLOTS:
         QVERIFY(save(journal, path("0"), "next"));
         QCOMPARE(said.size(), fault == "deleted"_s ? 0 : 1);
         if (fault != "full"_s)
-            QCOMPARE(journal.runs().size(), 1);
+            QCOMPARE(journal.runs()->size(), 1);
     }
 
 private:

@@ -211,8 +211,8 @@ private Q_SLOTS:
             add(batch, write(path("bad.mp3"), "old"), Way::Beside, "new");
             add(batch, write(path("b.mp3"), "old"), Way::Beside, "new b");
         }
-        QCOMPARE(journal.runs().size(), 1);
-        const QVector<JournalEntry> songs = journal.songsOf(journal.runs().first().id);
+        QCOMPARE(journal.runs()->size(), 1);
+        const QVector<JournalEntry> songs = journal.songsOf(journal.runs()->first().id);
         QCOMPARE(songs.size(), 2);
         for (const JournalEntry &entry : songs) {
             Outcome read;

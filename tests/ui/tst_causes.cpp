@@ -55,8 +55,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, sourceField);
         QFETCH(QString, button);
-        MemoryFixture memory;
-        memory.prepare();
+        PreparedMemory memory;
         write(memory.path(text("/index.id3")), "xyz");
         std::unique_ptr<QDialog> dialog = std::make_unique<IndexDialog>();
         if (button == text("savePushButton")) {
