@@ -81,7 +81,7 @@ QString JournalFile::path() const
 
 bool JournalFile::exists() const
 {
-    return QFileInfo::exists(path());
+    return QFileInfo(path()).size() > 0 || QFileInfo(path() + QLatin1String("-wal")).size() > 0;
 }
 
 bool JournalFile::open(Access access)

@@ -31,6 +31,7 @@ public:
 
     const QString &folder() const { return m_folder; }
     QString path() const;
+    /** True when it holds anything. */
     bool exists() const;
 
     /** Keeps the file open until the last close(). False, and the user is told why, where it can't

@@ -213,9 +213,11 @@ void SaveBatch::settle(const Saves &saves)
         const bool isNew = save->outcome || save->outcome == Outcome::Code::NotConfirmed;
         if (save->entry == 0)
             continue;
-        if (save->outcome != Outcome::Code::NotRestored)
+        const bool isRestLeft = !isNew && QFileInfo::exists(save->rewrite->temporary());
+        if (save->outcome != Outcome::Code::NotRestored && !isRestLeft)
             songs.append({save->entry, isNew ? save->rewrite->hash() : QByteArray()});
-        else if (save->change.way == FileChange::Way::InPlace)
+        else if (save->outcome == Outcome::Code::NotRestored
+                 && save->change.way == FileChange::Way::InPlace)
             save->outcome.detail =
                 QCoreApplication::translate("Outcome", "tornerà al prossimo avvio del programma");
     }
