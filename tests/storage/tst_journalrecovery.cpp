@@ -1,0 +1,205 @@
+#include "tests/storage/savefixture.h"
+
+#include "storage/journalrecovery.h"
+
+using namespace tarvel4;
+using namespace SongBytes;
+
+Q_DECLARE_METATYPE(Recovery::Result)
+
+namespace {
+
+const QByteArray oldSong = "SONG old title, and what the old song goes on with";
+const QByteArray newSong = "SONG brand new title, and what the old song goes on with";
+
+/** Beginnings, zeros and mixtures of the two songs, as a save that was cut short leaves them. */
+QByteArray torn(int newBytes)
+{
+    return newSong.left(newBytes) + oldSong.mid(newBytes);
+}
+
+} // namespace
+
+/** What becomes of a song whose save ended anywhere. */
+class tst_JournalRecovery : public SaveTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { makeFolder(); }
+
+    void inItsPlace_data()
+    {
+        QTest::addColumn<QByteArray>("found");
+        QTest::addColumn<QByteArray>("left");
+        QTest::addColumn<QVector<Recovery::Result>>("results");
+        const QVector<Recovery::Result> putBack{Recovery::Result::PutBack};
+        const QVector<Recovery::Result> changed{Recovery::Result::ChangedSince};
+        const QVector<Recovery::Result> none;
+        const auto row = [](const char *name, const QByteArray &found, const QByteArray &left,
+                            const QVector<Recovery::Result> &results) {
+            QTest::newRow(name) << found << left << results;
+        };
+        row("a song with its old bytes stays", oldSong, oldSong, none);
+        row("a song with its new bytes stays", newSong, newSong, none);
+        for (const int bytes : {6, 10, 20, 40, 55})
+            QTest::addRow("one whose first %d bytes are new gets its old ones", bytes)
+                << torn(bytes) << oldSong << putBack;
+        row("one whose middle is new gets its old bytes",
+            oldSong.left(7) + newSong.mid(7, 6) + oldSong.mid(13), oldSong, putBack);
+        row("one whose last bytes are new gets its old ones", oldSong.left(20) + newSong.mid(20),
+            oldSong, putBack);
+        row("one whose every second byte is new gets its old ones", alternating(), oldSong,
+            putBack);
+        row("one cut short within its old bytes gets them back", oldSong.left(20), oldSong,
+            putBack);
+        row("one cut short within its new bytes gets the old ones", newSong.left(20), oldSong,
+            putBack);
+        row("one that holds nothing gets its old bytes", "", oldSong, putBack);
+        row("one of zeros gets its old bytes", QByteArray(oldSong.size(), '\0'), oldSong, putBack);
+        row("one that grew with zeros gets its old bytes",
+            oldSong + QByteArray(newSong.size() - oldSong.size(), '\0'), oldSong, putBack);
+        row("one that grew with garbage gets its old bytes",
+            torn(10) + QByteArray(newSong.size() - oldSong.size(), '\x5A'), oldSong, putBack);
+        row("one of garbage gets its old bytes", QByteArray(oldSong.size(), '\x5A'), oldSong,
+            putBack);
+        row("one that is too long to be torn, and no song, gets its old bytes",
+            QByteArray(200, 'x'), oldSong, putBack);
+        row("another song in its place is left alone", "SONG of somebody else",
+            "SONG of somebody else", changed);
+        row("one that somebody else made longer is left alone", newSong + " and more",
+            newSong + " and more", changed);
+        row("one of the old size that somebody else wrote is left alone",
+            QByteArray(oldSong).replace("title", "TITLE"),
+            QByteArray(oldSong).replace("title", "TITLE"), changed);
+    }
+    void inItsPlace()
+    {
+        QFETCH(QByteArray, found);
+        const QString file = write(path("a.mid"), oldSong);
+        Journal journal(journalFolder());
+        noteAndDie(journal, file, Way::InPlace, newSong);
+        write(file, found);
+        QTEST(recover(journal), "results");
+        QTEST(read(file), "left");
+        QCOMPARE(journal.runs().size(), read(file) == newSong ? 1 : 0);
+        QCOMPARE(recover(journal), QVector<Recovery::Result>()); // nothing is left to say
+        QTEST(read(file), "left");
+        QCOMPARE(names(), words("a.mid data"));
+    }
+
+    void aSongThatBecameShorterIsTheOldOneAgain_data()
+    {
+        QTest::addColumn<QByteArray>("found");
+        QTest::newRow("not cut yet") << oldSong + newSong.right(newSong.size() - oldSong.size());
+        QTest::newRow("some of it written") << oldSong.left(8) + newSong.mid(8);
+        QTest::newRow("cut before all of it was there") << newSong.left(oldSong.size());
+    }
+    /** The other way round: the long song was the old one. */
+    void aSongThatBecameShorterIsTheOldOneAgain()
+    {
+        QFETCH(QByteArray, found);
+        const QString file = write(path("a.mid"), newSong);
+        Journal journal(journalFolder());
+        noteAndDie(journal, file, Way::InPlace, oldSong);
+        write(file, found);
+        QCOMPARE(recover(journal), QVector<Recovery::Result>{Recovery::Result::PutBack});
+        QCOMPARE(read(file), newSong);
+    }
+
+    void beside_data()
+    {
+        QTest::addColumn<QByteArray>("found");
+        QTest::addColumn<QByteArray>("temporary"); // null: none
+        QTest::addColumn<bool>("isTemporaryKept");
+        QTest::addColumn<QVector<Recovery::Result>>("results");
+        const auto row = [](const char *name, const QByteArray &found, const QByteArray &temporary,
+                            bool isKept, const QVector<Recovery::Result> &results = {}) {
+            QTest::newRow(name) << found << temporary << isKept << results;
+        };
+        row("a song with its old bytes stays", oldSong, {}, false);
+        row("a song with its new bytes stays", newSong, {}, false);
+        row("a new file without a byte goes", oldSong, "", false);
+        row("a new file of zeros goes", oldSong, QByteArray(20, '\0'), false);
+        row("a new file with part of its tag goes", oldSong, newSong.left(9), false);
+        row("a new file with its tag goes", oldSong, newSong.left(21), false);
+        row("a new file with some of the rest goes", oldSong, newSong.left(30), false);
+        row("a new file that is whole goes", oldSong, newSong, false);
+        row("somebody's file of that name stays", oldSong, "their notes", true);
+        row("somebody's file that begins as the song does stays", oldSong, "SONG of theirs", true);
+        row("somebody's longer file stays", oldSong, newSong + "more", true);
+        row("a copy of the old song stays", oldSong, oldSong, true);
+        row("a song that somebody else changed stays, and is told", "SONG of theirs", {}, false,
+            {Recovery::Result::ChangedSince});
+        row("what is no song any more stays, and is told", "garbage", {}, false,
+            {Recovery::Result::ChangedSince});
+    }
+    void beside()
+    {
+        QFETCH(QByteArray, found);
+        QFETCH(QByteArray, temporary);
+        QFETCH(bool, isTemporaryKept);
+        const QString file = write(path("a.mp3"), oldSong);
+        Journal journal(journalFolder());
+        noteAndDie(journal, file, Way::Beside, newSong, path("a.tmp"));
+        write(file, found);
+        if (!temporary.isNull())
+            write(path("a.tmp"), temporary);
+        QTEST(recover(journal), "results");
+        QCOMPARE(read(file), found);
+        QCOMPARE(QFile::exists(path("a.tmp")), isTemporaryKept);
+        QVERIFY(!isTemporaryKept || read(path("a.tmp")) == temporary);
+        QCOMPARE(journal.runs().size(), found == newSong ? 1 : 0);
+        QCOMPARE(recover(journal), QVector<Recovery::Result>());
+    }
+
+    void whatWasSetAsideOnFat_data()
+    {
+        QTest::addColumn<QByteArray>("found"); // null: none
+        QTest::addColumn<QByteArray>("left");
+        QTest::addColumn<QVector<Recovery::Result>>("results");
+        using Results = QVector<Recovery::Result>;
+        QTest::newRow("comes back where there is no song")
+            << QByteArray() << oldSong << Results{Recovery::Result::GivenBack};
+        QTest::newRow("comes back over zeros")
+            << QByteArray(newSong.size(), '\0') << oldSong << Results{Recovery::Result::GivenBack};
+        QTest::newRow("goes where the new song is whole")
+            << newSong << newSong << Results{Recovery::Result::Removed};
+    }
+    void whatWasSetAsideOnFat()
+    {
+        QFETCH(QByteArray, found);
+        const QString file = write(path("a.mp3"), oldSong);
+        Journal journal(journalFolder());
+        noteAndDie(journal, file, Way::Beside, newSong, path("a.tmp"));
+        QVERIFY(QFile::rename(file, Recovery::recoveryPathOf(file)));
+        if (!found.isNull())
+            write(file, found);
+        QTEST(recover(journal), "results");
+        QTEST(read(file), "left");
+        QCOMPARE(names(), words("a.mp3 data"));
+        QCOMPARE(recover(journal), QVector<Recovery::Result>());
+    }
+
+private:
+    static QByteArray alternating()
+    {
+        QByteArray bytes = oldSong;
+        for (int i = 0; i < bytes.size(); i += 2)
+            bytes[i] = newSong.at(i);
+        return bytes;
+    }
+
+    static QVector<Recovery::Result> recover(Journal &journal)
+    {
+        QVector<Recovery::Result> results;
+        JournalRecovery::recover(
+            journal, Disk::real(),
+            [](const QString &file) { return read(file).startsWith("SONG"); },
+            [&](const QString &, Recovery::Result result, const Outcome &) { results += result; });
+        return results;
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_JournalRecovery)
+#include "tst_journalrecovery.moc"
