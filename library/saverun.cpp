@@ -3,6 +3,8 @@
 #include "library/loadedsong.h"
 #include "storage/recovery.h"
 
+#include <QFileInfo>
+
 namespace tarvel4 {
 
 SaveRun::SaveRun(Disk &disk, Journal *journal, const QString &what)
@@ -30,9 +32,11 @@ void SaveRun::save(const LoadedSong &song, SaveBatch::Done done)
 void SaveRun::save(const QString &path, const FileStamp &stamp, const FileChange &change,
                    SaveBatch::Done done)
 {
-    if (change.way == FileChange::Way::Beside)
-        Recovery::recover(m_disk, path,
-                          MetaSong::isSong); // the name of what is set aside is needed
+    if (change.way == FileChange::Way::Beside) { // the name of what is set aside is needed
+        const QFileInfo info(path);
+        Recovery::recover(m_disk, info.isSymLink() ? info.canonicalFilePath() : path,
+                          MetaSong::isSong);
+    }
     m_batch.add(path, stamp, change, std::move(done));
     if (m_batch.isFull())
         m_batch.commit();

@@ -3,6 +3,7 @@
 #include "storage/runlock.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace tarvel4 {
 
@@ -39,7 +40,12 @@ QByteArray blob(const QByteArray &bytes)
 JournalEntry JournalEntry::of(const QString &path, const FileChange &change, qint64 oldSize)
 {
     JournalEntry entry;
-    entry.path = QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    // A link may lead nowhere while the file itself has another name.
+    const QFileInfo info(path);
+    if (info.isSymLink())
+        entry.path = info.canonicalFilePath();
+    if (entry.path.isEmpty())
+        entry.path = QDir::cleanPath(QDir::current().absoluteFilePath(path));
     entry.way = change.way;
     entry.oldSize = oldSize;
     QByteArray oldHead = change.oldHead;

@@ -18,7 +18,7 @@ class RunLock;
 struct JournalEntry
 {
     qint64 id = 0;
-    QString path; ///< absolute
+    QString path; ///< absolute, of the file itself and not of a link to it
     FileChange::Way way = FileChange::Way::InPlace;
     qint64 oldSize = 0; ///< bytes of the whole file
     qint64 newSize = 0;
