@@ -1,5 +1,8 @@
 #include "tests/storage/savefixture.h"
 
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
 #include <sys/stat.h>
 
 using namespace tarvel4;
@@ -78,6 +81,14 @@ private Q_SLOTS:
         QCOMPARE(entry.path, QDir(path()).canonicalPath() + "/a.mid"_s);
     }
 
+    void aSongBehindALinkIsNotedByItsOwnName()
+    {
+        const QString file = write(path("a.mid"), "old");
+        QVERIFY(QFile::link(file, path("link.mid")));
+        QCOMPARE(JournalEntry::of(path("link.mid"), {}, 3).path,
+                 QFileInfo(file).canonicalFilePath());
+    }
+
     void nothingIsMadeBeforeTheFirstSong()
     {
         Journal journal(journalFolder());
@@ -130,6 +141,8 @@ private Q_SLOTS:
         });
         QCOMPARE(unfinished, 0);
         QCOMPARE(SongBytes::names(journalFolder()), words("journal.db")); // and no lock
+        for (const char *table : {"run", "song", "pending"})
+            QCOMPARE(countOf(table), 0);
     }
 
     void runsComeNewestFirst()
@@ -244,6 +257,23 @@ private:
         return stat(QFile::encodeName(file).constData(), &status) == 0
             ? static_cast<int>(status.st_mode & 07777)
             : -1;
+    }
+
+    /** Rows of a table; -1: it can't be read. */
+    int countOf(const char *table) const
+    {
+        int count = -1;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE"_s, "count"_s);
+            db.setDatabaseName(journalPath());
+            QSqlQuery query(db);
+            if (db.open())
+                query = db.exec("SELECT count(*) FROM "_s + QLatin1String(table));
+            if (query.next())
+                count = query.value(0).toInt();
+        }
+        QSqlDatabase::removeDatabase("count"_s);
+        return count;
     }
 
     static void check(const JournalEntry &entry, const QString &file, Way way,

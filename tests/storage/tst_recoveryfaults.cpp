@@ -225,6 +225,17 @@ private Q_SLOTS:
         }
     }
 
+    void aSongBehindALinkComesBackOnFat()
+    {
+        const QString file = write(path("a.mp3"), oldSong);
+        QVERIFY(QFile::link(file, path("link.mp3")));
+        Journal journal(journalFolder());
+        noteAndDie(journal, path("link.mp3"), Way::Beside, newSong, path("a.tmp"));
+        QVERIFY(QFile::rename(file, Recovery::recoveryPathOf(file)));
+        QCOMPARE(recover(journal), QStringList("1 a.mp3 "_s));
+        QCOMPARE(read(file), oldSong);
+    }
+
     void theLastRunIsTakenBackFirst()
     {
         const QString file = write(path("a.mid"), oldSong);

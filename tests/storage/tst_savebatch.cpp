@@ -192,6 +192,8 @@ private Q_SLOTS:
         SaveBatch batch(disk, &run);
         add(batch, path("a.mid"), Way::InPlace, "new");
         add(batch, path("b.mp3"), Way::Beside, "new");
+        add(batch, write(path("c.mid"), "old"), Way::InPlace, "new");
+        write(path("c.mid"), "somebody's"); // is not to be touched, and not to be noted
         batch.commit();
         noted.sort();
         QCOMPARE(noted, (QStringList{"a.mid "_s, "b.mp3 b.tmp"_s}));

@@ -86,6 +86,46 @@ private Q_SLOTS:
         QCOMPARE(names().filter(".tmp"_s), QStringList());
     }
 
+    void theSeventhSongLiesOnAnotherVolume_data()
+    {
+        QTest::addColumn<bool>("isBeside");
+        QTest::addColumn<bool>("isFull");
+        QTest::newRow("a MIDI song is saved there") << false << false;
+        QTest::newRow("an MP3 is saved there") << true << false;
+        QTest::newRow("a MIDI song that finds no room there fails alone") << false << true;
+        QTest::newRow("an MP3 that finds no room there fails alone") << true << true;
+    }
+    void theSeventhSongLiesOnAnotherVolume()
+    {
+        QFETCH(bool, isBeside);
+        QFETCH(bool, isFull);
+        const TmpfsMount volume(path("card"), "size=64k");
+        if (!volume.isMounted())
+            QSKIP("A volume can't be mounted here");
+        const QByteArray seventh(4090, 'o');
+        write(path("card/7"), seventh);
+        QFile filler(path("card/filler"));
+        QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+        while (isFull && filler.write(QByteArray(4096, 'x')) == 4096) {}
+        std::vector<Outcome> outcomes(10);
+        {
+            SaveBatch batch(Disk::real());
+            for (std::size_t i = 1; i < outcomes.size(); ++i) {
+                const QString file =
+                    i == 7 ? path("card/7") : write(path(QString::number(i)), seventh);
+                add(batch, file, isBeside ? Way::Beside : Way::InPlace, "longer title" + seventh,
+                    &outcomes[i]);
+            }
+        }
+        for (std::size_t i = 1; i < outcomes.size(); ++i) {
+            const bool isSaved = !(isFull && i == 7);
+            QCOMPARE(outcomes[i].codeName(), isSaved ? QString() : "no-room"_s);
+            QCOMPARE(read(i == 7 ? path("card/7") : path(QString::number(i))),
+                     isSaved ? "longer title" + seventh : seventh);
+        }
+        QCOMPARE(SongBytes::names(path("card")), words("7 filler"));
+    }
+
     void aFlushThatFailsTakesBackWhatItConcerns_data()
     {
         QTest::addColumn<QString>("badPart");
