@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QLocale>
 #include <QMessageBox>
+#include <QSet>
 #include <QTableView>
 
 namespace tarvel4 {
@@ -36,6 +37,8 @@ void UndoChanges::askAndUndo()
 {
     const auto runs = m_journal.runs();
     if (!runs) {
+        if (m_host.tellNotices()) // it says why
+            return;
         m_host.warning(tr("Annulla l'ultima modifica"),
                        tr("Le ultime modifiche non si possono leggere: nessuna song è cambiata."),
                        {});
@@ -52,7 +55,7 @@ void UndoChanges::askAndUndo()
         paths += song.path;
     paths.removeDuplicates();
     if (ask(last, paths))
-        undo(last);
+        undo(last, paths.size());
 }
 
 bool UndoChanges::ask(const JournalRun &run, const QStringList &paths) const
@@ -99,24 +102,27 @@ QString UndoChanges::firstOf(const QStringList &paths)
     return names.join(QLatin1Char('\n'));
 }
 
-void UndoChanges::undo(const JournalRun &run)
+void UndoChanges::undo(const JournalRun &run, int songs)
 {
-    const QVector<JournalEntry> songs = m_journal.songsOf(run.id);
     const SongObserver show = m_model ? SongRows::restored(*m_model) : SongObserver();
+    QSet<QString> restored; // a run may have written a song twice
     QStringList failed;
-    UndoSummary summary;
+    QStringList problems;
     {
         SaveRun saves(Disk::real(), &m_journal, QStringLiteral("undo"));
-        summary = UndoJob(m_host, saves).undo(songs, [&show, &failed](const SongOutcome &song) {
+        const auto observe = [&](const SongOutcome &song) {
             if (song.isFailure())
                 failed += song.path;
+            else
+                restored += song.path;
             if (show)
                 show(song);
-        });
+        };
+        problems = UndoJob(m_host, saves).undo(m_journal.songsOf(run.id), observe).problems;
     }
     if (m_model)
         SongTable::resizeColumns(m_table);
-    tellResult(summary.restored, songs.size(), failed, summary.problems);
+    tellResult(restored.size(), songs, failed, problems);
 }
 
 void UndoChanges::tellResult(int restored, int songs, const QStringList &failed,

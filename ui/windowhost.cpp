@@ -142,15 +142,16 @@ void WindowHost::recovered(const QString &path, Recovery::Result result, const O
     }
 }
 
-void WindowHost::tellNotices()
+bool WindowHost::tellNotices()
 {
-    tellRecovered();
+    const bool hasRecovered = tellRecovered();
     const QStringList notices = std::exchange(m_journalNotices, {});
     if (!notices.isEmpty())
         warning(tr("Registro delle modifiche"), notices.join(QLatin1String("\n\n")), {});
+    return hasRecovered || !notices.isEmpty();
 }
 
-void WindowHost::tellRecovered()
+bool WindowHost::tellRecovered()
 {
     QStringList lines;
     const auto count = [&lines](const QString &text, const QStringList &songs) {
@@ -172,6 +173,7 @@ void WindowHost::tellRecovered()
                     tr("Alcuni salvataggi erano stati interrotti.") + QLatin1String("\n\n")
                         + lines.join(QLatin1Char('\n')),
                     details);
+    return !details.isEmpty();
 }
 
 /** A question asked during a run lies over its progress. */

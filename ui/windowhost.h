@@ -54,11 +54,12 @@ public:
     void recovered(const QString &path, Recovery::Result result, const Outcome &cause) override;
     /** Keeps a sentence about the journal of changes for tellNotices(). */
     void addJournalNotice(const QString &sentence) { m_journalNotices += sentence; }
-    /** Tells what was kept, once; to be called where no job runs. */
-    void tellNotices();
+    /** Tells what was kept, once, and is true where there was something; to be called where no job
+     * runs. */
+    bool tellNotices();
 
 private:
-    void tellRecovered();
+    bool tellRecovered();
     QWidget *dialogParent() const;
     Answer ask(NoCopyrightDialog &dialog);
     void message(QMessageBox::Icon icon, const QString &title, const QString &text,
