@@ -95,7 +95,7 @@ SongObserver SongRows::restored(UserSongsRelTableModel &model)
     QMultiHash<QString, int> rows;
     const QStringList listed = paths(model);
     for (int row = 0; row < listed.size(); ++row)
-        rows.insert(QDir::cleanPath(QDir::current().absoluteFilePath(listed.at(row))), row);
+        rows.insert(QDir::cleanPath(listed.at(row)), row);
     return [&model, rows](const SongOutcome &song) {
         const QString text = failureText(Texts::tr("Non rimessa com'era: %1"), song);
         for (const int row : rows.values(song.path)) {

@@ -74,7 +74,6 @@ bool UndoChanges::ask(const JournalRun &run, const QStringList &paths) const
         details += QDir::toNativeSeparators(path);
     box.setDetailedText(details.join(QLatin1Char('\n')));
     box.setDefaultButton(QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }
 

@@ -99,6 +99,7 @@ private Q_SLOTS:
             names += QFileInfo(line.section(QLatin1Char(':'), 0, 0)).fileName();
         std::sort(names.begin(), names.begin() + 2);
         QCOMPARE(names, strings({"a.mid", "b.mid", "away.mid", "new.mid"}));
+        import({addSong("c.mid", "C")}); // a second box is not expected and fails the row
     }
 
     void songThatWaitsIsToldOnceAndPutRightAtAnImport()
@@ -119,6 +120,7 @@ private Q_SLOTS:
         QCOMPARE(m_driver->boxes.value(1),
                  text("Salvataggi interrotti|") + song + text(": ") + text(cutShort));
         QCOMPARE(TestFiles::read(song), QByteArray("an old song"));
+        import({addSong("b.mid", "B")}); // nor is a third
     }
 
     void songSetAsideIsToldAtTheImportOfItsNeighbour_data()
@@ -205,6 +207,26 @@ private Q_SLOTS:
         }
         verifyDamage(told);
         QVERIFY2(saved != before, "it stops no save");
+    }
+
+    void journalThatIsDamagedBeforeAnUndoIsToldAfterIt()
+    {
+        openWindow();
+        const QString song = addSong("volare.mid", "A");
+        import({song});
+        edit();
+        const QByteArray edited = TestFiles::read(song);
+        m_driver->expect<QMessageBox>([](QMessageBox &box) {
+            damageJournal();
+            QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+        });
+        m_driver->answerBox(QMessageBox::Ok);
+        m_driver->answerBox(QMessageBox::Ok);
+        trigger("actionUndo");
+        QCOMPARE(m_driver->boxes.value(0),
+                 text("Annulla l'ultima modifica|Song tornate com'erano: 0 di 1"));
+        QVERIFY(m_driver->boxes.value(1).startsWith(text("Registro delle modifiche|Il registro ")));
+        QCOMPARE(TestFiles::read(song), edited);
     }
 
 private:
