@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QVariant>
 
 namespace tarvel4 {
 

@@ -74,7 +74,7 @@ private Q_SLOTS:
             QCOMPARE(titleIn(path("0.mid")), "New"_s);
         }
         QCOMPARE(m_told.size(), songs);
-        const QVector<JournalRun> runs = journal.runs();
+        const QVector<JournalRun> runs = journal.runs().value();
         QCOMPARE(runs.size(), 1);
         QCOMPARE(runs.first().what, "sync"_s);
         QCOMPARE(runs.first().songs, songs);

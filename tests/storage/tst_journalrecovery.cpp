@@ -82,7 +82,7 @@ private Q_SLOTS:
         write(file, found);
         QTEST(recover(journal), "results");
         QTEST(read(file), "left");
-        QCOMPARE(journal.runs().size(), read(file) == newSong ? 1 : 0);
+        QCOMPARE(journal.runs()->size(), read(file) == newSong ? 1 : 0);
         QCOMPARE(recover(journal), QVector<Recovery::Result>()); // nothing is left to say
         QTEST(read(file), "left");
         QCOMPARE(names(), words("a.mid data"));
@@ -149,7 +149,7 @@ private Q_SLOTS:
         QCOMPARE(read(file), found);
         QCOMPARE(QFile::exists(path("a.tmp")), isTemporaryKept);
         QVERIFY(!isTemporaryKept || read(path("a.tmp")) == temporary);
-        QCOMPARE(journal.runs().size(), found == newSong ? 1 : 0);
+        QCOMPARE(journal.runs()->size(), found == newSong ? 1 : 0);
         QCOMPARE(recover(journal), QVector<Recovery::Result>());
     }
 
