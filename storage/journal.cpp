@@ -311,11 +311,10 @@ void Journal::settleRun(qint64 run, const Decision &decide)
         if (!readPending(entry))
             return;
         const std::optional<QByteArray> newHash = decide(entry);
-        const bool isStored = newHash ? m_file.transaction([&] {
-            return settle({{entry.id, *newHash}});
-        })
-                                      : storeTold(entry);
-        if (!isStored)
+        const auto settleEntry = [&] {
+            return storeSplice(entry) && settle({{entry.id, *newHash}});
+        };
+        if (!(newHash ? m_file.transaction(settleEntry) : storeTold(entry)))
             return;
     }
 }
@@ -334,6 +333,18 @@ bool Journal::readPending(JournalEntry &entry)
     entry.splice.newMiddle = query.value(column++).toByteArray();
     entry.oldBytes = query.value(column++).toByteArray();
     return true;
+}
+
+bool Journal::storeSplice(const JournalEntry &entry)
+{
+    QSqlQuery query = m_file.prepare(
+        "UPDATE song SET newSize = ?, prefix = ?, suffix = ?, oldMiddle = ? WHERE id = ?");
+    query.addBindValue(entry.newSize);
+    query.addBindValue(entry.splice.prefix);
+    query.addBindValue(entry.splice.suffix);
+    query.addBindValue(blob(entry.splice.oldMiddle));
+    query.addBindValue(entry.id);
+    return m_file.exec(query);
 }
 
 bool Journal::storeTold(const JournalEntry &entry)

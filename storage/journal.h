@@ -105,7 +105,7 @@ public:
     bool clear();
 
     /** Decides about a song that was never settled: what to settle it with, or nothing where it
-     * has to wait; it may set isTold. */
+     * has to wait; it may set isTold, and the size and splice of other new bytes. */
     using Decision = std::function<std::optional<QByteArray>(JournalEntry &)>;
 
     /** Has \a decide settle the songs of every run that ended before it could. A run that lives, in
@@ -116,6 +116,7 @@ private:
     QString lockPath(const QString &name) const;
     void settleRun(qint64 run, const Decision &decide);
     bool readPending(JournalEntry &entry);
+    bool storeSplice(const JournalEntry &entry);
     bool storeTold(const JournalEntry &entry);
     bool settle(const QVector<Settled> &songs);
     bool tidy();

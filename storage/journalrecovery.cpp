@@ -18,8 +18,8 @@ namespace {
 using Recovery::Result;
 
 /** True for what a save that was cut short leaves of a song in its own place: each byte is that of
- * the old or of the new bytes. Where the file grew, a medium may hold anything until it is written.
- */
+ * the old or of the new bytes, or zero where the file was to be cut. Where it grew, a medium may
+ * hold anything until it is written. */
 bool isTorn(const QByteArray &bytes, const QByteArray &oldBytes, const QByteArray &newBytes)
 {
     if (bytes.size() > qMax(oldBytes.size(), newBytes.size()))
@@ -27,7 +27,8 @@ bool isTorn(const QByteArray &bytes, const QByteArray &oldBytes, const QByteArra
     const int explained = qMin(bytes.size(), oldBytes.size());
     for (int i = 0; i < explained; ++i) {
         const char byte = bytes.at(i);
-        if (byte != oldBytes.at(i) && (i >= newBytes.size() || byte != newBytes.at(i)))
+        const char newByte = i < newBytes.size() ? newBytes.at(i) : '\0';
+        if (byte != oldBytes.at(i) && byte != newByte)
             return false;
     }
     return true;
@@ -125,14 +126,18 @@ private:
         if (bytes == entry.oldBytes)
             return QByteArray();
         const QByteArray newBytes = entry.splice.newOf(entry.oldBytes);
-        if (bytes == newBytes) {
+        const bool isChangedSince =
+            bytes != newBytes && !isTorn(bytes, entry.oldBytes, newBytes) && m_isSong(entry.path);
+        if (isChangedSince) {
+            // As if the run had written it: an undo can still bring the old bytes back.
+            entry.splice = Splice::between(entry.oldBytes, bytes);
+            entry.newSize = bytes.size();
+            m_report(entry.path, Result::ChangedSince, {});
+        }
+        if (isChangedSince || bytes == newBytes) {
             ContentHash hash;
             hash.add(bytes);
             return hash.result();
-        }
-        if (!isTorn(bytes, entry.oldBytes, newBytes) && m_isSong(entry.path)) {
-            m_report(entry.path, Result::ChangedSince, {});
-            return QByteArray();
         }
         Outcome outcome;
         SaveBatch batch(m_disk);

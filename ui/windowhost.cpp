@@ -187,8 +187,8 @@ void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QSt
 {
     QMessageBox box(icon, title, text, QMessageBox::Ok, dialogParent());
     box.setTextFormat(Qt::PlainText);
-    if (icon == QMessageBox::Information)
-        box.setInformativeText(details.join(u'\n')); // too few and too welcome to be hidden
+    if (icon == QMessageBox::Information && details.size() == 1)
+        box.setInformativeText(details.first()); // too short and too welcome to be hidden
     else
         box.setDetailedText(details.join(u'\n')); // no button for it where there is none
     box.exec();

@@ -164,7 +164,7 @@ private Q_SLOTS:
         const bool isReadable = state != "text"_s && state != "zeros"_s;
         const int runs = state == "closed"_s || state == "killed"_s ? 1 : 0;
         for (int time = 0; time < 2; ++time) {
-            QCOMPARE(journal.runs()->has_value(), isReadable);
+            QCOMPARE(journal.runs().has_value(), isReadable);
             QCOMPARE(journal.runs().value_or(QVector<JournalRun>()).size(), runs);
             QCOMPARE(journal.songsOf(1).size(), runs);
         }

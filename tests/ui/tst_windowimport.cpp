@@ -145,8 +145,12 @@ private Q_SLOTS:
     {
         openWindowWithoutSummaries();
         write(path("songs/gone.mp3.tarvel4.bak"), "old");
+        m_driver->answerBox(QMessageBox::Ok);
         import(threeSongs());
         QVERIFY(QFile::exists(path("songs/gone.mp3")));
+        QCOMPARE(m_driver->boxes,
+                 QStringList(text("Information|Salvataggi interrotti|") + path("songs/gone.mp3")
+                             + text(": rimesso al suo posto dopo un'interruzione")));
     }
 
     void sameNamesInTwoFoldersAreTwoRows()

@@ -53,10 +53,10 @@ private Q_SLOTS:
         m_driver->answerBox(QMessageBox::Ok);
         trigger("actionUndo");
         QVERIFY2(question.contains(text("Ultima modifica: ") + kind), qPrintable(question));
-        QCOMPARE(
-            m_driver->boxes,
-            QStringList(
-                text("Annulla l'ultima modifica|Song tornate com'erano: %1 di %1").arg(changed)));
+        QCOMPARE(m_driver->boxes,
+                 QStringList(
+                     text("Information|Annulla l'ultima modifica|Song tornate com'erano: %1 di %1")
+                         .arg(changed)));
         QCOMPARE(bytesOf(songs), before);
 
         m_driver->boxes.clear();
@@ -96,9 +96,8 @@ private Q_SLOTS:
         expected[2] = now;
         const QString failed = undo();
         QCOMPARE(failed,
-                 text("Annulla l'ultima modifica|Song tornate com'erano: 5 di 6\n\n"
+                 text("Warning|Annulla l'ultima modifica|Song tornate com'erano: 5 di 6\n\n"
                       "Queste song restano come sono:\nvolare.mf3"));
-        QCOMPARE(m_driver->lastBox.icon, QMessageBox::Warning);
         QVERIFY2(m_driver->lastBox.details.startsWith(text("volare.mf3: ") + cause),
                  qPrintable(m_driver->lastBox.details));
         QCOMPARE(bytesOf(songs), expected);
@@ -132,7 +131,8 @@ private Q_SLOTS:
         QVERIFY(descriptionOf(3).contains(text("Non salvata")));
         TestFiles::write(songs.at(0), edited);
 
-        QCOMPARE(undo(), text("Annulla l'ultima modifica|Song tornate com'erano: 3 di 3"));
+        QCOMPARE(undo(),
+                 text("Information|Annulla l'ultima modifica|Song tornate com'erano: 3 di 3"));
         QCOMPARE(statuses(), text("0 0 0 0"));
         QCOMPARE(column(Artist), before);
         QCOMPARE(descriptionOf(3), QString());
@@ -151,7 +151,8 @@ private Q_SLOTS:
             if (value == 2)
                 ProgressWatcher::cancel(dialog);
         };
-        QCOMPARE(undo(), text("Annulla l'ultima modifica|Song tornate com'erano: 2 di 6"));
+        QCOMPARE(undo(),
+                 text("Information|Annulla l'ultima modifica|Song tornate com'erano: 2 di 6"));
         QCOMPARE(watcher.seen,
                  strings({"Annulla le modifiche|Rimetto le song com'erano...|Interrompi|6"}));
         QCOMPARE(watcher.labels, strings({"1 di 6", "2 di 6"}));
