@@ -34,6 +34,29 @@ constexpr const char *schema[] = {
     " temporary TEXT NOT NULL, newMiddle BLOB NOT NULL, oldBytes BLOB NOT NULL)",
 };
 
+/** How SQLite opens the journal without changing anything on the disk: not even the index beside
+ * its log, which it would otherwise bring up to date. */
+struct ReadOnlyAccess
+{
+    QString query; ///< of the file's URL
+    bool isExclusive = false;
+
+    explicit ReadOnlyAccess(const QString &path)
+    {
+        if (QFileInfo(path + QLatin1String("-wal")).size() == 0) {
+            query = QStringLiteral("immutable=1"); // nobody is writing
+            return;
+        }
+        query = QStringLiteral("mode=ro&readonly_shm=1");
+#ifdef Q_OS_UNIX
+        // Without that index nobody is writing either; it would be made, but for one who is alone.
+        isExclusive = !QFileInfo::exists(path + QLatin1String("-shm"));
+        if (isExclusive)
+            query = QStringLiteral("mode=ro&vfs=unix-none");
+#endif
+    }
+};
+
 // of SQLite's result codes
 enum ResultCode { Busy = 5, Corrupt = 11, Full = 13, NotADatabase = 26 };
 
@@ -147,11 +170,10 @@ bool JournalFile::connectTo(Access access)
 {
     m_db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
     QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=3000");
+    const ReadOnlyAccess readOnly(path());
     if (access == Access::Read) {
-        // Without a log beside it nobody is writing, and nothing needs to be made beside it.
-        const bool hasLog = QFileInfo(path() + QLatin1String("-wal")).size() > 0;
         QUrl url = QUrl::fromLocalFile(path());
-        url.setQuery(hasLog ? QStringLiteral("mode=ro") : QStringLiteral("immutable=1"));
+        url.setQuery(readOnly.query);
         m_db.setDatabaseName(QString::fromLatin1(url.toEncoded()));
         options += QLatin1String(";QSQLITE_OPEN_URI;QSQLITE_OPEN_READONLY");
     } else {
@@ -163,6 +185,8 @@ bool JournalFile::connectTo(Access access)
                 .arg(path(), causeOf(m_db.lastError())));
         return false;
     }
+    if (access == Access::Read && readOnly.isExclusive && !exec("PRAGMA locking_mode=EXCLUSIVE"))
+        return false;
     if (access == Access::Write
         && !(isOurs() && exec("PRAGMA page_size=16384") && exec("PRAGMA journal_mode=WAL")
              && exec("PRAGMA synchronous=FULL")
