@@ -211,8 +211,12 @@ Outcome SystemError::outcomeOf(bool isDone, const QString &path, bool isWriting)
         return {Outcome::Code::Done, path, {}, {}};
     const DWORD error = GetLastError();
     const Outcome::Code code = codeOf(error, isWriting);
-    const bool isTold = code == Outcome::Code::MediumFailed;
-    return {code, path, isTold ? qt_error_string(static_cast<int>(error)) : QString(), {}};
+    QString detail;
+    if (code == Outcome::Code::MediumFailed)
+        detail = qt_error_string(static_cast<int>(error));
+    else if (code == Outcome::Code::ReadOnlyVolume)
+        detail = Outcome::volumeNameOf(path);
+    return {code, path, detail, {}};
 }
 
 Outcome Disk::openForWriting(QFile &file)

@@ -1,6 +1,8 @@
 #include "storage/outcome.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QStorageInfo>
 #include <QtGlobal>
 
 #include <algorithm>
@@ -50,7 +52,9 @@ constexpr std::array<Words, 23> allWords{{
     {Code::WriteDenied, "write-denied",
      QT_TRANSLATE_NOOP("Outcome", "manca il permesso di scriverlo")},
     {Code::ReadOnlyVolume, "read-only-volume",
-     QT_TRANSLATE_NOOP("Outcome", "il disco o la memoria è protetta da scrittura")},
+     QT_TRANSLATE_NOOP("Outcome",
+                       "il disco o la memoria è protetta da scrittura (%1): se prima si poteva "
+                       "scrivere, va riparata")},
     {Code::NoRoom, "no-room",
      QT_TRANSLATE_NOOP("Outcome",
                        "non c'è abbastanza spazio libero sul disco o sulla memoria: %1")},
@@ -139,12 +143,24 @@ QString Outcome::codeName() const
     return words ? QString::fromLatin1(words->name) : QString();
 }
 
+QString Outcome::volumeNameOf(const QString &path)
+{
+    if (path.isEmpty())
+        return {};
+    QStorageInfo volume(path);
+    if (!volume.isValid()) // a file that is to be made
+        volume.setPath(QFileInfo(path).absolutePath());
+    return volume.isValid() ? volume.displayName() : QString();
+}
+
 Outcome Outcome::ofSystemError(int error, const QString &path, bool isWriting)
 {
     const Code code = codeOf(error, isWriting);
     Outcome outcome{code, path, {}, {}};
     if (code == Code::MediumFailed)
         outcome.detail = qt_error_string(error);
+    else if (code == Code::ReadOnlyVolume)
+        outcome.detail = volumeNameOf(path);
     else if (code == Code::TooLarge)
         outcome.detail =
             QCoreApplication::translate("Outcome", "più di quanto il disco o la memoria accetta");

@@ -29,7 +29,7 @@ struct Outcome
         // writing
         ChangedMeanwhile,
         WriteDenied,
-        ReadOnlyVolume,
+        ReadOnlyVolume, ///< detail: the volume's name
         NoRoom, ///< detail: how much is missing, where that is known
         MediumFailed, ///< detail: the system's own words
         NameTooLong,
@@ -59,6 +59,9 @@ struct Outcome
     /** The cause that an error number of the system stands for; \a isWriting tells the two kinds
      * of missing permission apart. */
     static Outcome ofSystemError(int error, const QString &path, bool isWriting = true);
+
+    /** What people call the volume that holds \a path: its label, or where it is mounted. */
+    static QString volumeNameOf(const QString &path);
 };
 
 inline bool operator==(const Outcome &outcome, Outcome::Code code)
