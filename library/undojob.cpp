@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QHash>
 
 #include <algorithm>
 
@@ -38,11 +39,34 @@ qint64 commonEnd(QFile &first, QFile &second)
     return common;
 }
 
-QByteArray hashOf(const QByteArray &bytes)
+/** The hash of \a head and of what the file \a path holds behind its first \a from bytes; empty,
+ * and \a outcome the cause, where that can't be read. */
+QByteArray hashOf(const QByteArray &head, const QString &path, qint64 from, Outcome &outcome)
 {
+    constexpr int blockSize = 1 << 20;
     ContentHash hash;
-    hash.add(bytes);
-    return hash.result();
+    hash.add(head);
+    RegularFile file(path);
+    QByteArray skipped;
+    outcome = file.outcome();
+    if (outcome)
+        outcome = file.readUpTo(from, skipped);
+    skipped.clear();
+    for (qint64 left = file.size() - from; outcome && left > 0; left -= blockSize) {
+        const QByteArray bytes = file.read(static_cast<int>(qMin<qint64>(left, blockSize)));
+        outcome = file.outcome();
+        hash.add(bytes);
+    }
+    return outcome ? hash.result() : QByteArray();
+}
+
+/** How many bytes at the end of a file its writes left as they were. */
+qint64 unchangedEnd(const QVector<JournalEntry> &writes)
+{
+    qint64 rest = writes.first().splice.suffix;
+    for (const JournalEntry &write : writes)
+        rest = qMin(rest, write.way == FileChange::Way::InPlace ? 0 : write.splice.suffix);
+    return rest;
 }
 
 } // namespace
@@ -55,27 +79,34 @@ UndoJob::UndoJob(Progress &progress, SaveRun &saves, bool isDryRun)
 
 UndoSummary UndoJob::undo(const QVector<JournalEntry> &songs, const SongObserver &observer)
 {
-    QVector<JournalEntry> lastFirst = songs;
-    std::reverse(lastFirst.begin(), lastFirst.end()); // a run may have written a song twice
-    QStringList paths;
-    for (const JournalEntry &song : qAsConst(lastFirst))
-        paths += song.path;
+    const QVector<Writes> files = byFile(songs);
+    QVector<QStringList> names;
+    for (const Writes &writes : files) {
+        QStringList paths;
+        for (const JournalEntry &write : writes)
+            paths += write.path;
+        paths.removeDuplicates();
+        names.append(paths);
+    }
     return run(
-        paths, [&](int i) { return planUndo(lastFirst.at(i)); }, observer);
+        names, [&files](int i) { return planUndo(files.at(i)); }, observer);
 }
 
 UndoSummary UndoJob::restore(const QStringList &paths, const QString &backup,
                              const SongObserver &observer)
 {
+    QVector<QStringList> names;
+    for (const QString &path : paths)
+        names.append({path});
     return run(
-        paths,
+        names,
         [&](int i) {
             return planRestore(paths.at(i), QDir(backup).filePath(SongPath::fileName(paths.at(i))));
         },
         observer);
 }
 
-UndoSummary UndoJob::run(const QStringList &paths, const Planner &plan,
+UndoSummary UndoJob::run(const QVector<QStringList> &files, const Planner &plan,
                          const SongObserver &observer)
 {
     UndoSummary summary;
@@ -91,10 +122,10 @@ UndoSummary UndoJob::run(const QStringList &paths, const Planner &plan,
     };
     m_progress.beginProgress(
         {tr("Annulla le modifiche"), tr("Rimetto le song com'erano..."), tr("Interrompi")},
-        paths.size());
-    for (int i = 0; i < paths.size() && !m_progress.wasCancelled(); ++i) {
-        m_saves.beforeReading(paths.at(i));
-        give(paths.at(i), plan(i), tell);
+        files.size());
+    for (int i = 0; i < files.size() && !m_progress.wasCancelled(); ++i) {
+        m_saves.beforeReading(files.at(i).first());
+        give(files.at(i), plan(i), tell);
         m_progress.setProgress(i + 1);
         m_progress.processPendingEvents();
     }
@@ -103,45 +134,70 @@ UndoSummary UndoJob::run(const QStringList &paths, const Planner &plan,
     return summary;
 }
 
-void UndoJob::give(const QString &path, const Plan &plan, const SongObserver &tell)
+void UndoJob::give(const QStringList &names, const Plan &plan, const SongObserver &tell)
 {
-    const auto done = [path, tell](const Outcome &outcome) {
-        SongOutcome song;
-        song.path = path;
-        song.result = outcome ? SongResult::Restored : SongResult::Failed;
-        song.cause = outcome;
-        song.after = ImportJob::read(path).after;
-        tell(song);
+    const auto done = [names, tell](const Outcome &outcome) {
+        for (const QString &name : names) {
+            SongOutcome song;
+            song.path = name;
+            song.result = outcome ? SongResult::Restored : SongResult::Failed;
+            song.cause = outcome;
+            song.after = ImportJob::read(name).after;
+            tell(song);
+        }
     };
     if (plan.outcome && plan.isNeeded && !m_isDryRun)
-        m_saves.save(path, plan.stamp, plan.change, done);
+        m_saves.save(names.first(), plan.stamp, plan.change, done);
     else
         m_saves.inTurn([done, cause = plan.outcome] { done(cause); });
 }
 
-UndoJob::Plan UndoJob::planUndo(const JournalEntry &song)
+/** A run may have written a song twice, by two names too. */
+QVector<UndoJob::Writes> UndoJob::byFile(const QVector<JournalEntry> &songs)
 {
+    QVector<Writes> files;
+    QHash<QByteArray, int> indexOf;
+    for (auto song = songs.crbegin(); song != songs.crend(); ++song) {
+        const FileStamp stamp(song->path);
+        const QByteArray file = stamp.isFile() ? stamp.identity() : song->path.toUtf8();
+        const int index = indexOf.value(file, files.size());
+        if (index == files.size())
+            files.append(Writes());
+        indexOf.insert(file, index);
+        files[index].append(*song);
+    }
+    return files;
+}
+
+UndoJob::Plan UndoJob::planUndo(const Writes &writes)
+{
+    const JournalEntry &last = writes.first();
     Plan plan;
-    plan.stamp = FileStamp(song.path);
-    RegularFile file(song.path);
+    plan.stamp = FileStamp(last.path);
+    RegularFile file(last.path);
     plan.outcome = file.outcome();
-    if (plan.outcome && file.size() != song.newSize)
+    if (plan.outcome && file.size() != last.newSize)
         plan.outcome.code = Outcome::Code::ChangedMeanwhile;
     if (!plan.outcome)
         return plan;
-    const bool isInPlace = song.way == FileChange::Way::InPlace;
-    const qint64 headSize = isInPlace ? song.newSize : song.newSize - song.splice.suffix;
+    const qint64 rest = unchangedEnd(writes);
+    const qint64 headSize = last.newSize - rest;
     QByteArray head;
     plan.outcome = file.readUpTo(headSize, head);
     if (!plan.outcome)
         return plan;
-    const QByteArray hash = isInPlace ? hashOf(head) : ContentHash::ofFile(song.path, plan.outcome);
-    if (plan.outcome && hash != song.newHash)
-        plan.outcome.code = Outcome::Code::ChangedMeanwhile;
-    const QByteArray before = isInPlace
-        ? song.splice.oldOf(head)
-        : head.left(static_cast<int>(song.splice.prefix)) + song.splice.oldMiddle;
-    plan.change = {song.way, head, before, headSize, nullptr};
+    QByteArray before = head;
+    for (const JournalEntry &write : writes) {
+        const QByteArray hash = hashOf(before, last.path, headSize, plan.outcome);
+        if (plan.outcome && hash != write.newHash)
+            plan.outcome.code = Outcome::Code::ChangedMeanwhile;
+        if (!plan.outcome)
+            return plan;
+        Splice splice = write.splice;
+        splice.suffix -= rest;
+        before = splice.oldOf(before);
+    }
+    plan.change = {last.way, head, before, headSize, nullptr};
     return plan;
 }
 

@@ -48,10 +48,14 @@ private:
         bool isNeeded = true; ///< false where the song has those bytes
     };
     using Planner = std::function<Plan(int)>;
+    using Writes = QVector<JournalEntry>; ///< of one file, the last one first
 
-    UndoSummary run(const QStringList &paths, const Planner &plan, const SongObserver &observer);
-    void give(const QString &path, const Plan &plan, const SongObserver &tell);
-    static Plan planUndo(const JournalEntry &song);
+    /** \a files: the names of each; it is written by the first one. */
+    UndoSummary run(const QVector<QStringList> &files, const Planner &plan,
+                    const SongObserver &observer);
+    void give(const QStringList &names, const Plan &plan, const SongObserver &tell);
+    static QVector<Writes> byFile(const QVector<JournalEntry> &songs);
+    static Plan planUndo(const Writes &writes);
     static Plan planRestore(const QString &path, const QString &source);
 
     Progress &m_progress;
