@@ -1,7 +1,13 @@
 #include "cli/arguments.h"
 
+#include "cli/console.h"
 #include "cli/texts.h"
+#include "storage/outcome.h"
 
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
 #include <optional>
 
 namespace tarvel4 {
@@ -118,6 +124,42 @@ bool Arguments::addOperand(const QByteArray &bytes)
         return failToReach(bytes);
     m_operands += *text;
     return true;
+}
+
+bool Arguments::readLists()
+{
+    const char end = has("null") ? '\0' : '\n';
+    for (const QString &list : values("files-from")) {
+        QByteArray bytes;
+        if (!readList(list, bytes))
+            return false;
+        const QByteArrayList paths = bytes.split(end);
+        for (const QByteArray &path : paths) {
+            if (!path.isEmpty() && !addOperand(path))
+                return false;
+        }
+    }
+    return true;
+}
+
+/** A pipe is good as well. */
+bool Arguments::readList(const QString &path, QByteArray &bytes)
+{
+    errno = 0;
+    bool isRead = false;
+    if (path == QLatin1String("-")) {
+        isRead = Console::readAll(bytes);
+    } else if (QFileInfo(path).isDir()) {
+        errno = EISDIR;
+    } else {
+        QFile file(path);
+        if (file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+            bytes = file.readAll();
+            isRead = file.error() == QFileDevice::NoError;
+        }
+    }
+    const Outcome cause = Outcome::ofSystemError(errno, path, false);
+    return isRead || fail(ExitStatus::Failed, path + QLatin1String(": ") + cause.sentence());
 }
 
 bool Arguments::failToReach(const QByteArray &path)

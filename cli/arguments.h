@@ -41,6 +41,10 @@ public:
     /** Takes words off the front of \a words and adds what they say; false: see error(). */
     bool read(QByteArrayList &words, const QVector<Option> &options, Extent extent);
 
+    /** Adds the operands that stand in the files of the option "files-from", each on a line, or
+     * with the option "null" ended by a zero byte; false: see error(). */
+    bool readLists();
+
     const Error &error() const { return m_error; }
 
     bool has(const char *option) const { return m_values.contains(option); }
@@ -57,6 +61,7 @@ private:
     bool readOption(QByteArrayList &words, const QVector<Option> &options);
     bool addValue(const Option &option, const QByteArray &bytes);
     bool addOperand(const QByteArray &bytes);
+    bool readList(const QString &path, QByteArray &bytes);
     bool failToReach(const QByteArray &path);
     bool fail(ExitStatus status, const QString &text);
 

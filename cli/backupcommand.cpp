@@ -40,9 +40,11 @@ Command backupCommand()
     return {"backup",
             "PATH...",
             QT_TRANSLATE_NOOP("Cli", "Copia le song in una nuova cartella di backup."),
-            {{"to", Option::Path, "DIR",
-              QT_TRANSLATE_NOOP("Cli", "cartella che riceve la cartella di backup (necessaria)")},
-             recursiveOption()},
+            "backup --to ~/backups --recursive ~/songs",
+            withPathLists({{"to", Option::Path, "DIR",
+                            QT_TRANSLATE_NOOP(
+                                "Cli", "cartella che riceve la cartella di backup (necessaria)")},
+                           recursiveOption()}),
             1,
             INT_MAX,
             runBackup};

@@ -25,6 +25,7 @@ struct Command
     const char *name;
     const char *operands; ///< as help shows them
     const char *summary; ///< source text of the context "Cli"
+    const char *examples; ///< lines, each behind the program's name
     QVector<Option> options;
     int leastOperands = 1;
     int mostOperands = INT_MAX;
@@ -49,6 +50,9 @@ Command catalogueCommand();
 
 /** The option of the commands that take folders. */
 Option recursiveOption();
+
+/** Adds the options of the commands that take PATHs to their own. */
+QVector<Option> withPathLists(QVector<Option> options);
 
 /** Says what is wrong with the usage, and that nothing was done. */
 ExitStatus wrongUsage(Session &session, const QString &text);

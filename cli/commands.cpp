@@ -19,6 +19,15 @@ Option recursiveOption()
         QT_TRANSLATE_NOOP("Cli", "cerca le song anche nelle cartelle e nelle loro sottocartelle")};
 }
 
+QVector<Option> withPathLists(QVector<Option> options)
+{
+    options += {"files-from", Option::Path, "FILE",
+                QT_TRANSLATE_NOOP("Cli", "altri PATH, uno per riga (-: dall'ingresso standard)")};
+    options += {"null", Option::Flag, nullptr,
+                QT_TRANSLATE_NOOP("Cli", "in FILE ogni PATH finisce con un byte zero")};
+    return options;
+}
+
 ExitStatus wrongUsage(Session &session, const QString &text)
 {
     session.host.say(text);

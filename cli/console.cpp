@@ -20,6 +20,7 @@ namespace {
 
 volatile std::sig_atomic_t s_interrupted = 0;
 std::array<int, 2> s_wakeUp{-1, -1}; ///< a pipe that ends a poll() when a signal comes
+bool s_isPipeClosed = false;
 
 void interrupt(int)
 {
@@ -75,6 +76,19 @@ void catchSignals()
     }
 }
 
+/** Waits until there is something to read, or the end of it; false when a signal came instead. */
+bool awaitInput()
+{
+    while (!Console::interrupted()) {
+        std::array<struct pollfd, 2> wait{{{Console::Input, POLLIN, 0}, {s_wakeUp[0], POLLIN, 0}}};
+        if (::poll(wait.data(), wait.size(), -1) < 0 && errno != EINTR)
+            return false;
+        if (wait[0].revents != 0)
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 void Console::prepare()
@@ -108,21 +122,22 @@ bool Console::write(Stream stream, const QByteArray &bytes)
             struct pollfd wait = {stream, POLLOUT, 0};
             ::poll(&wait, 1, -1);
         } else if (errno != EINTR) {
+            s_isPipeClosed |= stream == Output && errno == EPIPE;
             return false;
         }
     }
     return true;
 }
 
+bool Console::isPipeClosed()
+{
+    return s_isPipeClosed;
+}
+
 bool Console::readLine(QByteArray &line)
 {
     line.clear();
-    while (!interrupted()) {
-        std::array<struct pollfd, 2> wait{{{Input, POLLIN, 0}, {s_wakeUp[0], POLLIN, 0}}};
-        if (::poll(wait.data(), wait.size(), -1) < 0 && errno != EINTR)
-            return false;
-        if (wait[0].revents == 0)
-            continue;
+    while (awaitInput()) {
         char byte = 0;
         const auto got = ::read(Input, &byte, 1);
         if (got == 0 || (got < 0 && errno != EINTR && errno != EAGAIN))
@@ -131,6 +146,21 @@ bool Console::readLine(QByteArray &line)
             return true;
         if (got == 1)
             line += byte;
+    }
+    return false;
+}
+
+bool Console::readAll(QByteArray &bytes)
+{
+    std::array<char, 1 << 16> block{};
+    while (awaitInput()) {
+        const auto got = ::read(Input, block.data(), block.size());
+        if (got == 0)
+            return true;
+        if (got > 0)
+            bytes.append(block.data(), static_cast<int>(got));
+        else if (errno != EINTR && errno != EAGAIN)
+            return false;
     }
     return false;
 }

@@ -25,8 +25,15 @@ int columns();
 /** Writes all of \a bytes at once, without a buffer; false when any is missing. */
 bool write(Stream stream, const QByteArray &bytes);
 
+/** True once nobody read standard output any more, as behind "| head". */
+bool isPipeClosed();
+
 /** Reads a line of standard input; false at its end, and when a signal came instead. */
 bool readLine(QByteArray &line);
+
+/** Reads standard input to its end; false, with the error in errno, when it can't be read or a
+ * signal came. */
+bool readAll(QByteArray &bytes);
 
 /** True once the user or the system asked to stop. */
 bool interrupted();

@@ -140,9 +140,13 @@ ExitStatus runEdit(const Arguments &arguments, Session &session)
 
 Command editCommand()
 {
-    return {"edit",
-            "PATH...",
-            QT_TRANSLATE_NOOP("Cli", "Corregge i dati delle song a mano."),
+    return {
+        "edit",
+        "PATH...",
+        QT_TRANSLATE_NOOP("Cli", "Corregge i dati delle song a mano."),
+        "edit --title \"Santa Lucia\" --key Bb SANTALUC.mid\n"
+        "edit --title-from-name --add-marker 1:Intro *.mid",
+        withPathLists(
             {{"title", Option::Text, "T", QT_TRANSLATE_NOOP("Cli", "titolo")},
              {"artist", Option::Text, "A", QT_TRANSLATE_NOOP("Cli", "interprete")},
              {"genre", Option::Text, "G", QT_TRANSLATE_NOOP("Cli", "genere musicale")},
@@ -153,10 +157,10 @@ Command editCommand()
              {"title-from-name", Option::Flag, nullptr,
               QT_TRANSLATE_NOOP("Cli", "prende il titolo dal nome del file")},
              {"add-marker", Option::Text, "BAR:TEXT",
-              QT_TRANSLATE_NOOP("Cli", "aggiunge un marker; può essere ripetuta")}},
-            1,
-            INT_MAX,
-            runEdit};
+              QT_TRANSLATE_NOOP("Cli", "aggiunge un marker; può essere ripetuta")}}),
+        1,
+        INT_MAX,
+        runEdit};
 }
 
 } // namespace tarvel4

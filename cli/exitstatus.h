@@ -9,6 +9,7 @@ enum class ExitStatus {
     Usage = 2, ///< wrong usage, nothing done
     Failed = 3, ///< the job could not be done
     Interrupted = 130, ///< the file in hand was finished, the rest not begun
+    PipeClosed = 141, ///< nobody reads the records; the songs in hand were finished
 };
 
 } // namespace tarvel4

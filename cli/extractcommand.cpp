@@ -57,6 +57,7 @@ Command extractCommand()
     return {"extract",
             "SONG",
             QT_TRANSLATE_NOOP("Cli", "Scrive come file .mid la parte MIDI di una song MFx."),
+            "extract --output part.mid GREENSLV.mf5",
             {{"output", Option::Path, "FILE",
               QT_TRANSLATE_NOOP("Cli", "file da scrivere (accanto alla song, con suffisso .mid)")}},
             1,

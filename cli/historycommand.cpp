@@ -43,6 +43,8 @@ Command historyCommand()
     return {"history",
             "[clear]",
             QT_TRANSLATE_NOOP("Cli", "Elenca le ultime modifiche, o le dimentica."),
+            "history --limit 5\n"
+            "history clear",
             {{"limit", Option::Text, "N", QT_TRANSLATE_NOOP("Cli", "solo le ultime N")}},
             0,
             1,

@@ -93,6 +93,8 @@ Command indexCommand()
     return {"index",
             "(update|rebuild|verify|delete) ROOT",
             QT_TRANSLATE_NOOP("Cli", "Aggiorna, rifà, controlla o toglie l'indice di una memoria."),
+            "index update /media/card\n"
+            "index verify --json /media/card",
             {},
             2,
             2,

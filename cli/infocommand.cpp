@@ -42,7 +42,9 @@ Command infoCommand()
     return {"info",
             "PATH...",
             QT_TRANSLATE_NOOP("Cli", "Mostra i dati di ogni song."),
-            {recursiveOption()},
+            "info SANTALUC.mid\n"
+            "info --json --recursive ~/songs",
+            withPathLists({recursiveOption()}),
             1,
             INT_MAX,
             runInfo};

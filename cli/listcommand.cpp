@@ -110,6 +110,7 @@ Command listCommand()
     return {"list",
             "ROOT",
             QT_TRANSLATE_NOOP("Cli", "Scrive la lista delle song di una memoria preparata."),
+            "list --order artist --output SongsList.csv /media/card",
             {{"order", Option::Choice, "title|artist|genre",
               QT_TRANSLATE_NOOP("Cli", "ordine della lista (title)")},
              {"output", Option::Path, "FILE",

@@ -13,6 +13,8 @@ namespace tarvel4 {
 namespace {
 
 constexpr int helpColumn = 28;
+constexpr char examples[] = "sync --backup ~/backups --recursive ~/songs\n"
+                            "info --json --recursive ~/songs";
 
 struct Meaning
 {
@@ -20,7 +22,7 @@ struct Meaning
     const char *text;
 };
 
-constexpr std::array<Meaning, 5> exitStatuses{{
+constexpr std::array<Meaning, 6> exitStatuses{{
     {"0", QT_TRANSLATE_NOOP("Cli", "tutto fatto")},
     {"1",
      QT_TRANSLATE_NOOP("Cli",
@@ -28,6 +30,7 @@ constexpr std::array<Meaning, 5> exitStatuses{{
     {"2", QT_TRANSLATE_NOOP("Cli", "uso errato, nulla di fatto")},
     {"3", QT_TRANSLATE_NOOP("Cli", "il lavoro non può essere fatto")},
     {"130", QT_TRANSLATE_NOOP("Cli", "interrotto prima della song successiva")},
+    {"141", QT_TRANSLATE_NOOP("Cli", "nessuno legge più i dati (| head)")},
 }};
 
 const QVector<Option> &globalOptions()
@@ -64,10 +67,30 @@ QString lines(const QVector<Option> &options)
     return text;
 }
 
+QString heading(const QString &text)
+{
+    return QLatin1Char('\n') + text + QLatin1Char('\n');
+}
+
+/** What every help ends with. */
+QString closing(const char *exampleLines)
+{
+    QString text = heading(Cli::tr("Opzioni di ogni comando:")) + lines(globalOptions());
+    text += heading(Cli::tr("Esempi:"));
+    for (const QString &example : QString::fromLatin1(exampleLines).split(QLatin1Char('\n')))
+        text += QLatin1String("  tarvel4soft-cli ") + example + QLatin1Char('\n');
+    text += heading(Cli::tr("Stato d'uscita:"));
+    for (const Meaning &status : exitStatuses)
+        text += line(QLatin1String(status.name), status.text);
+    return text;
+}
+
 ExitStatus printed(const QString &text)
 {
     if (Console::write(Console::Output, text.toUtf8()))
         return ExitStatus::Done;
+    if (Console::isPipeClosed())
+        return ExitStatus::PipeClosed;
     TerminalHost(false).say(Cli::tr("i dati non possono essere scritti"));
     return ExitStatus::Failed;
 }
@@ -104,6 +127,10 @@ ExitStatus Program::run(QByteArrayList words) const
         return printed(command ? help(*command) : help());
     if (!command)
         return refused({ExitStatus::Usage, Cli::tr("manca il comando")});
+    if (arguments.has("null") && !arguments.has("files-from"))
+        return refused({ExitStatus::Usage, Cli::tr("--null vuole --files-from FILE")});
+    if (!arguments.readLists())
+        return Console::interrupted() ? ExitStatus::Interrupted : refused(arguments.error());
     return execute(*command, arguments);
 }
 
@@ -118,7 +145,8 @@ const Command *Program::find(const QByteArray &name) const
 ExitStatus Program::execute(const Command &command, const Arguments &arguments) const
 {
     const int operands = arguments.operands().size();
-    if (operands < command.leastOperands || operands > command.mostOperands)
+    const bool isEnough = operands >= command.leastOperands || arguments.has("files-from");
+    if (!isEnough || operands > command.mostOperands)
         return refused({ExitStatus::Usage, Cli::tr("uso: %1").arg(synopsis(command))});
 
     if (arguments.has("log"))
@@ -141,6 +169,8 @@ ExitStatus Program::execute(const Command &command, const Arguments &arguments) 
         return status;
     if (Console::interrupted())
         return ExitStatus::Interrupted;
+    if (Console::isPipeClosed())
+        return ExitStatus::PipeClosed;
     if (records.failed())
         return jobFailed(session, Cli::tr("i dati non possono essere scritti"));
     return status;
@@ -159,27 +189,19 @@ QString Program::help() const
 {
     QString text =
         Cli::tr("Uso: %1").arg(QLatin1String("tarvel4soft-cli COMMAND [OPTION]... [ARGUMENT]..."));
-    text += QLatin1String("\n\n") + Cli::tr("Comandi:") + QLatin1Char('\n');
+    text += QLatin1Char('\n') + heading(Cli::tr("Comandi:"));
     for (const Command &command : m_commands)
         text += line(QLatin1String(command.name), command.summary);
-    text += QLatin1Char('\n') + Cli::tr("Opzioni di ogni comando:") + QLatin1Char('\n');
-    text += lines(globalOptions());
-    text += QLatin1Char('\n') + Cli::tr("Stato d'uscita:") + QLatin1Char('\n');
-    for (const Meaning &status : exitStatuses)
-        text += line(QLatin1String(status.name), status.text);
-    return text;
+    return text + closing(examples);
 }
 
 QString Program::help(const Command &command) const
 {
     QString text = Cli::tr("Uso: %1").arg(synopsis(command));
     text += QLatin1Char('\n') + Cli::tr(command.summary) + QLatin1Char('\n');
-    if (!command.options.isEmpty()) {
-        text += QLatin1Char('\n') + Cli::tr("Opzioni:") + QLatin1Char('\n');
-        text += lines(command.options);
-    }
-    text += QLatin1Char('\n') + Cli::tr("Opzioni di ogni comando:") + QLatin1Char('\n');
-    return text + lines(globalOptions());
+    if (!command.options.isEmpty())
+        text += heading(Cli::tr("Opzioni:")) + lines(command.options);
+    return text + closing(command.examples);
 }
 
 } // namespace tarvel4

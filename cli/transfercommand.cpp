@@ -112,19 +112,23 @@ ExitStatus runTransfer(const Arguments &arguments, Session &session)
 
 Command transferCommand()
 {
-    return {"transfer",
-            "PATH...",
-            QT_TRANSLATE_NOOP("Cli", "Copia le song nella memoria e ne aggiorna l'indice."),
+    return {
+        "transfer",
+        "PATH...",
+        QT_TRANSLATE_NOOP("Cli", "Copia le song nella memoria e ne aggiorna l'indice."),
+        "transfer --to /media/card/songs --recursive ~/songs\n"
+        "transfer --to ~/card/songs --memory ~/card SANTALUC.mid",
+        withPathLists(
             {{"to", Option::Path, "DIR",
               QT_TRANSLATE_NOOP("Cli", "cartella della memoria che riceve le song (necessaria)")},
              {"memory", Option::Path, "ROOT",
               QT_TRANSLATE_NOOP("Cli", "cartella da prendere per la memoria, al posto del volume")},
              {"overwrite", Option::Choice, "ask|yes|no",
               QT_TRANSLATE_NOOP("Cli", "se sostituire le song che esistono già")},
-             recursiveOption()},
-            1,
-            INT_MAX,
-            runTransfer};
+             recursiveOption()}),
+        1,
+        INT_MAX,
+        runTransfer};
 }
 
 } // namespace tarvel4

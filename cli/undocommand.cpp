@@ -19,19 +19,28 @@ Option dryRunOption()
             QT_TRANSLATE_NOOP("Cli", "mostra che cosa cambierebbe e non scrive nulla")};
 }
 
+/** The cause, but of the song's own file. */
+QString sentence(const SongOutcome &song)
+{
+    const bool isOfBackup = song.cause == Outcome::Code::NotFound && song.cause.path != song.path;
+    return isOfBackup ? Cli::tr("il backup non contiene una song con questo nome")
+                      : song.cause.sentence();
+}
+
 /** Writes the record of a song, by the path that the user knows it by. */
 void report(Session &session, const QString &path, const SongOutcome &song, bool isDryRun)
 {
     Record record = session.records.begin();
     record.addText("path", path);
     if (song.isFailure()) {
-        sayFailure(session, path, song.cause);
+        session.host.say(path + QLatin1String(": ") + sentence(song));
         record.addText("status", QStringLiteral("failed"));
-        addFailure(record, song.cause);
+        addFailure(record, song.cause, sentence(song));
     } else {
         record.addText("status",
                        isDryRun ? QStringLiteral("would-restore") : QStringLiteral("restored"));
-        addSong(record, path, song.after);
+        if (!song.after.format.isEmpty()) // what a damaged song was given back may be damaged too
+            addSong(record, path, song.after);
     }
     session.records.write(record);
 }
@@ -95,6 +104,7 @@ Command undoCommand()
         "undo",
         "[RUN]",
         QT_TRANSLATE_NOOP("Cli", "Rimette le song com'erano prima di una modifica, byte per byte."),
+        "undo --dry-run\nundo 12",
         {dryRunOption()},
         0,
         1,
@@ -106,9 +116,11 @@ Command restoreCommand()
     return {"restore",
             "PATH...",
             QT_TRANSLATE_NOOP("Cli", "Rimette le song come sono in un backup."),
-            {{"from", Option::Path, "BACKUP", QT_TRANSLATE_NOOP("Cli", "cartella del backup")},
-             dryRunOption(),
-             recursiveOption()},
+            "restore --from ~/backups/backup_kvaro_2026_01_31_12-00-00 --recursive ~/songs",
+            withPathLists(
+                {{"from", Option::Path, "BACKUP", QT_TRANSLATE_NOOP("Cli", "cartella del backup")},
+                 dryRunOption(),
+                 recursiveOption()}),
             1,
             INT_MAX,
             runRestore};

@@ -443,6 +443,14 @@
         <translation>%1: the incomplete backup stays here</translation>
     </message>
     <message>
+        <source>altri PATH, uno per riga (-: dall&apos;ingresso standard)</source>
+        <translation>further PATHs, one a line (-: from standard input)</translation>
+    </message>
+    <message>
+        <source>in FILE ogni PATH finisce con un byte zero</source>
+        <translation>in FILE a zero byte ends each PATH</translation>
+    </message>
+    <message>
         <source>history vuole clear oppure nulla</source>
         <translation>history takes clear or nothing</translation>
     </message>
@@ -457,6 +465,22 @@
     <message>
         <source>solo le ultime N</source>
         <translation>only the last N</translation>
+    </message>
+    <message>
+        <source>nessuno legge più i dati (| head)</source>
+        <translation>nobody reads the data any more (| head)</translation>
+    </message>
+    <message>
+        <source>Esempi:</source>
+        <translation>Examples:</translation>
+    </message>
+    <message>
+        <source>--null vuole --files-from FILE</source>
+        <translation>--null needs --files-from FILE</translation>
+    </message>
+    <message>
+        <source>il backup non contiene una song con questo nome</source>
+        <translation>the backup holds no song of this name</translation>
     </message>
     <message>
         <source>non c&apos;è nulla da annullare</source>
@@ -768,10 +792,6 @@
         <translation>you have no permission to write it</translation>
     </message>
     <message>
-        <source>il disco o la memoria è protetta da scrittura</source>
-        <translation>the disk or card is write-protected</translation>
-    </message>
-    <message>
         <source>il disco o la memoria ha dato un errore (%1)</source>
         <translation>the disk or card reported an error (%1)</translation>
     </message>
@@ -818,6 +838,10 @@
     <message>
         <source>non c&apos;è abbastanza spazio libero sul disco o sulla memoria: %1</source>
         <translation>there is not enough free room on the disk or card: %1</translation>
+    </message>
+    <message>
+        <source>il disco o la memoria è protetta da scrittura (%1): se prima si poteva scrivere, va riparata</source>
+        <translation>the disk or card is write-protected (%1): if it could be written to before, repair the card</translation>
     </message>
     <message>
         <source>tornerà al prossimo avvio del programma</source>

@@ -443,6 +443,14 @@
         <translation>%1: qui resta il backup incompleto</translation>
     </message>
     <message>
+        <source>altri PATH, uno per riga (-: dall'ingresso standard)</source>
+        <translation>altri PATH, uno per riga (-: dall'ingresso standard)</translation>
+    </message>
+    <message>
+        <source>in FILE ogni PATH finisce con un byte zero</source>
+        <translation>in FILE ogni PATH finisce con un byte zero</translation>
+    </message>
+    <message>
         <source>history vuole clear oppure nulla</source>
         <translation>history vuole clear oppure nulla</translation>
     </message>
@@ -457,6 +465,22 @@
     <message>
         <source>solo le ultime N</source>
         <translation>solo le ultime N</translation>
+    </message>
+    <message>
+        <source>nessuno legge più i dati (| head)</source>
+        <translation>nessuno legge più i dati (| head)</translation>
+    </message>
+    <message>
+        <source>Esempi:</source>
+        <translation>Esempi:</translation>
+    </message>
+    <message>
+        <source>--null vuole --files-from FILE</source>
+        <translation>--null vuole --files-from FILE</translation>
+    </message>
+    <message>
+        <source>il backup non contiene una song con questo nome</source>
+        <translation>il backup non contiene una song con questo nome</translation>
     </message>
     <message>
         <source>non c'è nulla da annullare</source>
@@ -768,10 +792,6 @@
         <translation>manca il permesso di scriverlo</translation>
     </message>
     <message>
-        <source>il disco o la memoria è protetta da scrittura</source>
-        <translation>il disco o la memoria è protetta da scrittura</translation>
-    </message>
-    <message>
         <source>il disco o la memoria ha dato un errore (%1)</source>
         <translation>il disco o la memoria ha dato un errore (%1)</translation>
     </message>
@@ -818,6 +838,10 @@
     <message>
         <source>non c'è abbastanza spazio libero sul disco o sulla memoria: %1</source>
         <translation>non c'è abbastanza spazio libero sul disco o sulla memoria: %1</translation>
+    </message>
+    <message>
+        <source>il disco o la memoria è protetta da scrittura (%1): se prima si poteva scrivere, va riparata</source>
+        <translation>il disco o la memoria è protetta da scrittura (%1): se prima si poteva scrivere, va riparata</translation>
     </message>
     <message>
         <source>tornerà al prossimo avvio del programma</source>
