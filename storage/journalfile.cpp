@@ -80,7 +80,7 @@ QString causeOf(const QSqlError &error)
     case Full:
         return Outcome{Outcome::Code::NoRoom, {}, {}, {}}.sentence();
     default:
-        return error.text();
+        return error.databaseText().isEmpty() ? error.text() : error.databaseText();
     }
 }
 
