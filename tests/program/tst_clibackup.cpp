@@ -152,7 +152,9 @@ void tst_CliBackup::saysWhyTheFolderCantBeMade()
     const Run run = Program(m_folder->path())
                         .shell(QStringLiteral("\"$cli\" backup --json --to to lib/a/1.mid"));
     QCOMPARE(run.out, QByteArray());
-    QVERIFY2(run.err.contains("tarvel4soft-cli: to: the disk or card is write-protected\n"),
+    QVERIFY2(run.err.contains("tarvel4soft-cli: to: the disk or card is write-protected ("
+                              + volume.name()
+                              + "): if it could be written to before, repair the card\n"),
              run.err.constData());
     QCOMPARE(run.status, 3);
 }

@@ -40,6 +40,12 @@ public:
         return m_isMounted;
     }
 
+    /** What the system calls it. */
+    QByteArray name() const
+    {
+        return m_folder;
+    }
+
     bool makeReadOnly()
     {
 #ifdef Q_OS_LINUX

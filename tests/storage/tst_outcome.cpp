@@ -2,6 +2,7 @@
 
 #include "tests/storage/textliteral.h"
 
+#include <QStorageInfo>
 #include <QTranslator>
 #include <QtTest>
 
@@ -56,6 +57,29 @@ private Q_SLOTS:
         QVERIFY(Outcome() && Outcome().sentence().isEmpty() && Outcome().codeName().isEmpty());
     }
 
+    void aReadOnlyVolumeIsNamed_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("volume");
+        const QString root = QStorageInfo::root().displayName();
+        QTest::newRow("by what a file stands on") << "/proc/self/status"_s
+                                                  << "/proc"_s;
+        QTest::newRow("by the folder of a file that is to be made") << "/proc/new.mid"_s
+                                                                    << "/proc"_s;
+        QTest::newRow("the system's own disk") << "/new.mid"_s << root;
+        QTest::newRow("not at all where nothing is there") << "/gone/new.mid"_s << QString();
+        QTest::newRow("not at all without a path") << QString() << QString();
+    }
+    void aReadOnlyVolumeIsNamed()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, volume);
+        const Outcome outcome = Outcome::ofSystemError(EROFS, path);
+        QCOMPARE(outcome.detail, volume);
+        QCOMPARE(outcome.sentence().contains(" (%1)"_s.arg(volume)), !volume.isEmpty());
+        QVERIFY(!outcome.sentence().contains("%1"_s));
+    }
+
     void ofSystemError_data()
     {
         QTest::addColumn<QVector<int>>("errors");
@@ -84,7 +108,8 @@ private Q_SLOTS:
             if (outcome == Code::MediumFailed)
                 QCOMPARE(outcome.detail, qt_error_string(error));
             QCOMPARE(outcome.detail.isEmpty(),
-                     outcome != Code::MediumFailed && outcome != Code::TooLarge);
+                     outcome != Code::MediumFailed && outcome != Code::TooLarge
+                         && outcome != Code::ReadOnlyVolume);
         }
     }
 };
