@@ -31,6 +31,16 @@ QVector<QJsonObject> Run::records() const
     return records;
 }
 
+QByteArray Run::saidOfSongs() const
+{
+    QByteArray said;
+    for (const QByteArray &line : err.split('\n')) {
+        if (!line.isEmpty() && !line.startsWith("tarvel4soft-cli: The journal of changes "))
+            said += line + '\n';
+    }
+    return said;
+}
+
 QStringList Run::texts(const char *key) const
 {
     QStringList texts;

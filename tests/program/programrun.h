@@ -21,6 +21,10 @@ struct Run
     /** The records of a run with --json; fails the test where a line is no JSON object. */
     QVector<QJsonObject> records() const;
 
+    /** What was said, but of the journal: whatever limits the size of a song limits its size too.
+     */
+    QByteArray saidOfSongs() const;
+
     /** A text of each record, empty where it has none. */
     QStringList texts(const char *key) const;
 };

@@ -19,6 +19,7 @@ protected:
     void makeFolder(const char *folders = "")
     {
         m_folder = std::make_unique<QTemporaryDir>();
+        m_home = std::make_unique<QTemporaryDir>();
         for (const QString &folder : words(folders))
             QVERIFY(QDir(path()).mkpath(path(folder)));
     }
@@ -37,7 +38,15 @@ protected:
         return Fixtures::read(path(name));
     }
 
-    Program program() const { return Program(path()); }
+    /** The user's folder, in which the programs keep their journal. */
+    QString home() const { return m_home->path(); }
+
+    Program program() const
+    {
+        Program program(path());
+        program.setEnvironment("HOME"_s, home());
+        return program;
+    }
 
     /** Runs a line of the shell, where "$cli" is the program. */
     Run shell(const QString &line) const { return program().shell(line); }
@@ -52,6 +61,7 @@ protected:
 
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<QTemporaryDir> m_home;
 };
 
 /** The samples that are songs, as paths. */

@@ -143,14 +143,14 @@ private:
         QVERIFY2(records.size() == 1, run.err.constData());
         const QString error = records[0].value("error"_s).toString();
         QCOMPARE(records[0].value("code"_s).toString(), code);
-        QCOMPARE(run.err.count('\n'), 1); // said once, and with --quiet too
-        const QString said = QString::fromUtf8(run.err).section(": "_s, 2).trimmed();
+        QCOMPARE(run.saidOfSongs().count('\n'), 1); // said once, and with --quiet too
+        const QString said = QString::fromUtf8(run.saidOfSongs()).section(": "_s, 2).trimmed();
         QVERIFY(!error.isEmpty() && !said.isEmpty());
         if (error == "Unknown/corrupted file"_s)
             QVERIFY(command.contains(" info "_s));
         else
             QCOMPARE(said, error);
-        QVERIFY(run.err.startsWith(
+        QVERIFY(run.saidOfSongs().startsWith(
             "tarvel4soft-cli: " + records[0].value("path"_s).toString().toUtf8() + ": "));
     }
 

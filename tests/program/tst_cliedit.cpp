@@ -128,7 +128,7 @@ private Q_SLOTS:
         const auto [line, out, err] = cells<QString, QByteArray, QByteArray>();
         const Run run = shell("set -o pipefail\n"_s + line);
         QCOMPARE(run.out, out);
-        QCOMPARE(run.err, "tarvel4soft-cli: " + err + '\n');
+        QCOMPARE(run.saidOfSongs(), "tarvel4soft-cli: " + err + '\n');
     }
 };
 

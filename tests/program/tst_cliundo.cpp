@@ -1,0 +1,395 @@
+#include "tests/program/historytest.h"
+
+#include <QElapsedTimer>
+
+using namespace tarvel4;
+using namespace Fixtures;
+
+/** `undo` and `restore`: songs get the bytes back that they had. */
+class tst_CliUndo : public HistoryTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        makeFolder("s old");
+        for (const char *name : {"s/a.mid", "s/b.mid", "s/c.mid"})
+            write(name, wholeSong());
+        QVERIFY(writeCatalogue(path("c.db")));
+    }
+
+    void givesEveryByteBack_data();
+    void givesEveryByteBack();
+    void writesARecordForEachSong();
+    void choosesTheRun_data();
+    void choosesTheRun();
+    void leavesAloneWhatItCannotGiveBack_data();
+    void leavesAloneWhatItCannotGiveBack();
+    void canBeTriedAgainWhenTheCardIsBack();
+    void keepsLinks_data();
+    void keepsLinks();
+    void restoresFromABackup_data();
+    void restoresFromABackup();
+    void restoreSaysWhatIsWrong_data();
+    void restoreSaysWhatIsWrong();
+    void restoreIsARunOfItsOwn();
+    void givesEveryByteBackAfterKills();
+
+private:
+    /** Kills a command after a part of the time that it takes, in milliseconds. */
+    void kill(const QString &command, qint64 after) const
+    {
+        shell(
+            "\"$cli\" %1 >/dev/null 2>&1 & pid=$!; sleep %2; kill -9 $pid; wait"_s.arg(command).arg(
+                static_cast<double>(after) / 1000, 0, 'f', 3));
+    }
+};
+
+void tst_CliUndo::givesEveryByteBack_data()
+{
+    const Table<QString> row;
+    row("a longer title", "edit --title 'A title that is much longer than the one before it' s/*");
+    row("no title", "edit --title '' s/*.mid s/*.kar s/*.mp3 s/*.mf?");
+    row("every field",
+        "edit --title T --artist A --genre G --author U --length 9 --bpm 9 --key A s/*");
+    row("markers", "edit --add-marker 1:Intro --add-marker 9:Fine s/*.mid s/*.kar s/*.mf?");
+    row("the same twice", "edit --title T s/a.mid s/a.mid s/both.mp3 s/both.mp3 s/id3v1.mp3");
+    row("three times, longer and shorter",
+        "edit --title-from-name s/a.mid s/id3v1.mp3 s/a.mid "
+        "s/id3v1.mp3 s/id3v1.mp3 s/a.mid s/FRAMARTI.mf3 s/FRAMARTI.mf3");
+    row("a synchronisation", "sync --no-backup --unpublished yes --recursive s");
+    row("a synchronisation by another catalogue",
+        "sync --no-backup --unpublished yes --catalogue c.db --recursive s");
+}
+
+void tst_CliUndo::givesEveryByteBack()
+{
+    const auto [line] = cells<QString>();
+    makeSongs();
+    for (const char *song : {"a.mid", "both.mp3", "FRAMARTI.mf3"}) // as the catalogue calls one
+        write("s/AZZURRO"_s + QLatin1String(song).mid(QLatin1String(song).size() - 4),
+              read("s/"_s + QLatin1String(song)));
+    QCOMPARE(shell("chmod 640 s/a.mid s/both.mp3").status, 0);
+    const auto before = songs();
+    const Run changed = cli(line);
+    QVERIFY(changed.status == 0 || line.contains("sync"_s));
+    const auto after = songs();
+    QVERIFY(after != before);
+
+    const QByteArray all = everything();
+    QCOMPARE(cli("undo --dry-run").status, 0);
+    QCOMPARE(everything(), all);
+    for (const auto &expected : {before, after, before}) { // an undo that is undone redoes
+        const Run run = cli("undo");
+        QVERIFY2(run.status == 0 && run.err.isEmpty(), run.err.constData());
+        const auto now = songs();
+        QCOMPARE(now.keys(), expected.keys());
+        for (auto song = now.begin(); song != now.end(); ++song)
+            QVERIFY2(*song == expected.value(song.key()), qPrintable(song.key()));
+    }
+    QCOMPARE(shell("stat -c %a s/a.mid s/both.mp3").out, QByteArray("640\n640\n"));
+}
+
+void tst_CliUndo::writesARecordForEachSong()
+{
+    cli("edit --title T s/a.mid s/b.mid s/a.mid");
+    write("s/b.mid", "changed by somebody");
+    const QByteArray start = R"({"path":")" + path("s/").toUtf8();
+    const QByteArray failed = start
+        + R"(b.mid","status":"failed","error":"another program has changed )"
+          R"(it meanwhile: read it again","code":"changed-meanwhile"})"
+          "\n";
+    const QByteArray said = "tarvel4soft-cli: " + path("s/b.mid").toUtf8()
+        + ": another program has changed it meanwhile: read it again\n";
+    QByteArray edited = wholeRecord("a.mid");
+    edited.replace("Bella Ciao", "T");
+
+    const Run dry = cli("undo --json --dry-run");
+    QCOMPARE(dry.status, 1);
+    QCOMPARE(dry.err, said);
+    QVERIFY2(dry.out.contains(failed), dry.out.constData());
+    QVERIFY2(dry.out.contains(start + R"(a.mid","status":"would-restore",)" + edited + "}\n"),
+             dry.out.constData());
+    const Run run = cli("undo --json --quiet");
+    QCOMPARE(run.status, 1);
+    QCOMPARE(run.err, said);
+    QCOMPARE(run.records().size(), 2);
+    QVERIFY2(run.out.contains(failed), run.out.constData());
+    QVERIFY2(
+        run.out.contains(start + R"(a.mid","status":"restored",)" + wholeRecord("a.mid") + "}\n"),
+        run.out.constData());
+
+    const Run text = cli("undo");
+    QVERIFY(text.out.startsWith("path: " + path("s/a.mid").toUtf8()
+                                + "\nstatus: restored\nname: a.mid\n"));
+}
+
+void tst_CliUndo::choosesTheRun_data()
+{
+    const Table<QString, int, QString, QString> row; // status, songs with old bytes, what is said
+    row("the newest", "", 0, "c", "");
+    row("an older one", "2", 0, "b", "");
+    row("the oldest", "1", 0, "a", "");
+    row("a dry run changes none", "--dry-run 1", 0, "", "");
+    row("one that there never was", "9", 2, "", "no change has the number 9");
+    row("none has a name", "edit", 2, "", "no change has the number edit");
+    row("not two", "1 2", 2, "", "undo [OPTION]... [RUN]");
+}
+
+void tst_CliUndo::choosesTheRun()
+{
+    const auto [arguments, status, restored, message] = cells<QString, int, QString, QString>();
+    const QString nothing = "tarvel4soft-cli: there is nothing to undo\n"_s;
+    for (const char *command : {"undo", "undo --dry-run"})
+        QCOMPARE(cli(command), (Run{3, "", nothing.toUtf8()}));
+    QCOMPARE(cli("undo 1").status, 2);
+    for (const char *song : {"a", "b", "c"})
+        cli("edit --title T s/%1.mid"_s.arg(QLatin1String(song)));
+
+    const Run run = cli("undo "_s + arguments);
+    QCOMPARE(run.status, status);
+    QVERIFY2(run.err.contains(message.toUtf8()) && run.err.isEmpty() == message.isEmpty(),
+             run.err.constData());
+    QString old;
+    for (const char *song : {"a", "b", "c"}) {
+        if (read("s/%1.mid"_s.arg(QLatin1String(song))) == wholeSong())
+            old += QLatin1String(song);
+    }
+    QCOMPARE(old, restored);
+}
+
+void tst_CliUndo::leavesAloneWhatItCannotGiveBack_data()
+{
+    const Table<QString, QString, QString, QStringList> row; // undo's arguments, code, statuses
+    const QStringList mixed = words("failed restored");
+    row("a song that somebody changed", "printf x >>s/a.mid", "", "changed-meanwhile", mixed);
+    row("a song that somebody changed without changing its size",
+        "printf x | dd of=s/a.mid bs=1 seek=20 conv=notrunc", "", "changed-meanwhile", mixed);
+    row("a song that a later run changed", "\"$cli\" edit --title U s/a.mid", "1",
+        "changed-meanwhile", mixed);
+    row("a song that is gone", "rm s/a.mid", "", "not-found", mixed);
+    row("a folder that has its name", "rm s/a.mid; mkdir s/a.mid", "", "not-a-file", mixed);
+    row("a FIFO that has its name", "rm s/a.mid; mkfifo s/a.mid", "", "not-a-file", mixed);
+    row("an MP3 whose audio somebody changed",
+        "printf y | dd of=s/m.mp3 bs=1 seek=9000 conv=notrunc", "", "changed-meanwhile", mixed);
+    row("both songs", "rm s/a.mid s/b.mid s/m.mp3", "", "not-found", "failed failed");
+}
+
+void tst_CliUndo::leavesAloneWhatItCannotGiveBack()
+{
+    const auto [setup, arguments, code, statuses] = cells<QString, QString, QString, QStringList>();
+    const QString song = setup.contains("m.mp3 bs"_s) ? "s/m.mp3"_s : "s/a.mid"_s;
+    write("s/m.mp3", QByteArray::fromHex("FFFB9000") + QByteArray(20000, 'x'));
+    QCOMPARE(cli("edit --title T s/b.mid "_s + song).status, 0);
+    shell(setup);
+    const QByteArray before = QFileInfo(path(song)).isFile() ? read(song) : QByteArray();
+    for (const char *option : {" --dry-run", ""}) {
+        const Run run = cli("undo --json "_s + arguments + QLatin1String(option));
+        QCOMPARE(run.status, 1);
+        QStringList found = run.texts("status");
+        found.replaceInStrings("would-restore"_s, "restored"_s);
+        found.sort();
+        QCOMPARE(found, statuses);
+        QVERIFY(run.texts("code").contains(code));
+        QCOMPARE(run.err.count('\n'), statuses.count("failed"_s));
+        QVERIFY(run.err.contains("tarvel4soft-cli: " + path(song).toUtf8() + ": "));
+        if (!before.isEmpty())
+            QCOMPARE(read(song), before);
+    }
+    QCOMPARE(QFile::exists(path("s/b.mid")) && read("s/b.mid") == wholeSong(),
+             statuses.contains("restored"_s));
+}
+
+void tst_CliUndo::canBeTriedAgainWhenTheCardIsBack()
+{
+    cli("edit --title T s/a.mid s/b.mid");
+    QVERIFY(QDir().rename(path("s"), path("away")));
+    const Run without = cli("undo --json");
+    QCOMPARE(without.status, 1);
+    QCOMPARE(without.texts("code"), words("not-found not-found"));
+    QCOMPARE(historyOf("what"), QVariantList{"edit"_s});
+
+    QVERIFY(QDir().rename(path("away"), path("s")));
+    QVERIFY(QFile::rename(path("s/b.mid"), path("s/away")));
+    QCOMPARE(cli("undo").status, 1);
+    QCOMPARE(read("s/a.mid"), wholeSong());
+    QVERIFY(QFile::rename(path("s/away"), path("s/b.mid")));
+    cli("undo 1");
+    QCOMPARE(read("s/b.mid"), wholeSong());
+    QCOMPARE(read("s/a.mid"), wholeSong());
+}
+
+void tst_CliUndo::keepsLinks_data()
+{
+    const Table<QString> row;
+    row("a symbolic link to a song", "s/link.mid");
+    row("a song and a symbolic link to it", "s/a.mid s/link.mid");
+    row("a hard link", "s/hard.mid");
+    row("a song, both links, and the song again", "s/a.mid s/hard.mid s/link.mid s/a.mid");
+    row("a symbolic link to an MP3", "s/link.mp3");
+    row("an MP3 and a symbolic link to it", "s/link.mp3 s/m.mp3");
+}
+
+void tst_CliUndo::keepsLinks()
+{
+    const auto [paths] = cells<QString>();
+    const QByteArray mp3 = QByteArray::fromHex("FFFB9000") + QByteArray(20000, 'x');
+    write("s/m.mp3", mp3);
+    QCOMPARE(shell("cd s; ln -s a.mid link.mid; ln a.mid hard.mid; ln -s m.mp3 link.mp3").status,
+             0);
+    const QString kinds =
+        "find s -name '*.mid' -printf '%f %y %n %l\\n' -o -name '*.mp3' -printf '%f %y %n %l\\n' | sort"_s;
+    const QByteArray before = shell(kinds).out;
+    QCOMPARE(cli("edit --title T "_s + paths).status, 0);
+    QVERIFY(read("s/a.mid") != wholeSong() || read("s/m.mp3") != mp3);
+    const Run dry = cli("undo --json --dry-run");
+    QCOMPARE(dry.status, 0);
+    const Run run = cli("undo --json");
+    QCOMPARE(run.status, 0);
+    QStringList named = paths.split(QLatin1Char(' '));
+    named.removeDuplicates();
+    QCOMPARE(run.records().size(), named.size());
+    QCOMPARE(dry.texts("path"), run.texts("path"));
+    QCOMPARE(read("s/a.mid"), wholeSong());
+    QCOMPARE(read("s/hard.mid"), wholeSong());
+    QCOMPARE(read("s/m.mp3"), mp3);
+    QCOMPARE(shell(kinds).out, before);
+}
+
+void tst_CliUndo::restoresFromABackup_data()
+{
+    const Table<QString> row;
+    row("songs that were edited", "\"$cli\" edit --title T s/*");
+    row("songs that were edited twice",
+        "\"$cli\" edit --title T s/*; \"$cli\" edit --title Umore s/*");
+    row("songs that are torn", "for f in s/*; do truncate -s 11 $f; done");
+    row("songs that are damaged",
+        "for f in s/*; do printf '\\0\\0\\0\\0' | dd of=$f bs=1 conv=notrunc; done");
+    row("songs that are empty", "for f in s/*; do : >$f; done");
+    row("songs that grew", "for f in s/*; do printf more >>$f; done");
+    row("MP3s whose audio differs",
+        "for f in s/*.mp3; do printf x | dd of=$f bs=1 seek=99 conv=notrunc; done");
+}
+
+void tst_CliUndo::restoresFromABackup()
+{
+    const auto [setup] = cells<QString>();
+    makeSongs();
+    const auto before = songs();
+    QCOMPARE(cli("backup --to old --recursive s").status, 0);
+    shell(setup);
+    const auto damaged = songs();
+    QVERIFY(damaged != before);
+
+    const QByteArray all = everything();
+    const Run dry = cli("restore --json --dry-run --from old/backup_kvaro_* --recursive s");
+    QCOMPARE(dry.status, 0);
+    QCOMPARE(dry.texts("status").count("would-restore"_s), before.size());
+    QCOMPARE(everything(), all);
+    const Run run = cli("restore --json --from old/backup_kvaro_* --recursive s");
+    QVERIFY2(run.status == 0 && run.err.isEmpty(), run.err.constData());
+    QCOMPARE(run.texts("status").count("restored"_s), before.size());
+    QVERIFY(!run.texts("format").contains(QString()));
+    QVERIFY(songs() == before);
+
+    const int runs = history().size();
+    QCOMPARE(cli("restore --from old/backup_kvaro_* --recursive s").status, 0);
+    QCOMPARE(history().size(), runs); // the same bytes are not written
+    QCOMPARE(cli("undo").status, 0);
+    QVERIFY(songs() == damaged);
+}
+
+void tst_CliUndo::restoreSaysWhatIsWrong_data()
+{
+    const Table<QString, int, QString, QString> row; // status, code, what is said
+    row("a song that the backup does not hold", "--from old s/a.mid s/b.mid", 1, "not-found",
+        "s/b.mid: the backup holds no song of this name\n");
+    row("in a dry run too", "--dry-run --from old s/a.mid s/b.mid", 1, "not-found",
+        "s/b.mid: the backup holds no song of this name\n");
+    row("a folder in the backup has the name", "--from old s/c.mid", 1, "not-a-file", "s/c.mid: ");
+    row("no backup is named", "s/a.mid", 2, "", "--from BACKUP is missing");
+    row("no song is named", "--from old", 2, "", "restore [OPTION]... PATH...");
+    row("the backup is missing", "--from gone s/a.mid", 3, "", "gone: there is no such file");
+    row("the backup is a file", "--from old/a.mid s/a.mid", 3, "", "old/a.mid: not a folder");
+    row("a song is missing", "--from old s/a.mid s/gone.mid", 3, "not-found",
+        "s/gone.mid: there is no such file");
+    row("a folder without --recursive", "--from old s", 3, "not-a-file", "s: it is a folder");
+}
+
+void tst_CliUndo::restoreSaysWhatIsWrong()
+{
+    const auto [arguments, status, code, message] = cells<QString, int, QString, QString>();
+    write("old/a.mid", midi(meta(3, "Old")));
+    QVERIFY(QDir().mkpath(path("old/c.mid")));
+    const Run run = cli("restore --json --quiet "_s + arguments);
+    QCOMPARE(run.status, status);
+    QVERIFY2(run.err.contains(QByteArray("tarvel4soft-cli: ") + message.toUtf8())
+                 || run.err.contains(message.toUtf8()),
+             run.err.constData());
+    if (!code.isEmpty()) {
+        QCOMPARE(run.texts("code").last(), code);
+        QCOMPARE(run.err.count('\n'), 1);
+    }
+    const bool isGiven = status == 1 && arguments.startsWith("--from old s/a"_s);
+    QCOMPARE(read("s/a.mid") == read("old/a.mid"), isGiven);
+    QCOMPARE(read("s/b.mid"), wholeSong());
+}
+
+void tst_CliUndo::restoreIsARunOfItsOwn()
+{
+    write("old/a.mid", midi(meta(3, "Old")));
+    QCOMPARE(cli("restore --from old --recursive s").status, 1);
+    QCOMPARE(historyOf("what"), QVariantList{"restore"_s});
+    QCOMPARE(historyOf("songs"), QVariantList{1});
+    QCOMPARE(cli("undo").status, 0);
+    QCOMPARE(read("s/a.mid"), wholeSong());
+    QCOMPARE(cli("undo").status, 0);
+    QCOMPARE(read("s/a.mid"), read("old/a.mid"));
+}
+
+void tst_CliUndo::givesEveryByteBackAfterKills()
+{
+    makeSongs();
+    for (int i = 0; i < 500; ++i) {
+        const QByteArray song = midi(meta(3, QByteArray("Song ") + QByteArray::number(i))
+                                     + meta(1, QByteArray(i % 120, 'x')));
+        const QByteArray mp3 = QByteArray::fromHex("FFFB9000") + QByteArray(1000 + i, 'x');
+        QDir().mkpath(path("s/%1"_s.arg(i)));
+        write("s/%1/AZZURRO.%2"_s.arg(i).arg(i % 3 == 0 ? "mp3"_s : "mid"_s),
+              i % 3 == 0 ? mp3 : song);
+    }
+    const QString sync =
+        "sync --quiet --no-backup --unpublished yes --catalogue c.db --recursive s"_s;
+    const auto before = songs();
+    QElapsedTimer timer;
+    timer.start();
+    cli(sync);
+    const qint64 whole = timer.elapsed();
+    const auto after = songs();
+    QCOMPARE(cli("undo").status, 0);
+    QVERIFY(songs() == before);
+
+    int undone = 0;
+    for (const int part : {2, 4, 6, 8}) {
+        cli("history clear");
+        kill(sync, whole * part / 10);
+        const auto killed = songs();
+        const Run run = cli("undo"); // puts in order first what the kill left half-done
+        QVERIFY(run.status == 0 || run.status == 3);
+        QVERIFY(songs() == before);
+        undone += run.status == 0 && killed != before && killed != after ? 1 : 0;
+    }
+    for (const int part : {2, 5, 8}) {
+        cli(sync);
+        const QString run = historyOf("run").value(0).toString();
+        kill("undo"_s, whole * part / 10);
+        cli("undo "_s + run); // what the killed one gave back already has other bytes
+        QVERIFY(songs() == before);
+    }
+    if (undone == 0)
+        QWARN("no run was killed between two of its batches");
+}
+
+QTEST_GUILESS_MAIN(tst_CliUndo)
+#include "tst_cliundo.moc"
