@@ -247,8 +247,9 @@ void tst_CliUndo::keepsLinks()
     QCOMPARE(dry.status, 0);
     const Run run = cli("undo --json");
     QCOMPARE(run.status, 0);
-    QStringList named = paths.split(QLatin1Char(' '));
-    named.removeDuplicates();
+    QSet<QString> named; // a symbolic link counts as the file that it leads to
+    for (const QString &name : paths.split(QLatin1Char(' ')))
+        named += QFileInfo(path(name)).canonicalFilePath();
     QCOMPARE(run.records().size(), named.size());
     QCOMPARE(dry.texts("path"), run.texts("path"));
     QCOMPARE(read("s/a.mid"), wholeSong());
