@@ -62,8 +62,7 @@ int flushes(const Edit &edit, int count, const QString &work)
 {
     const QString summary = work + QStringLiteral("/summary");
     const QString home = work + QStringLiteral("/home");
-    QDir(work).removeRecursively();
-    QDir().mkpath(home);
+    Measure::renewFolder(work, home);
     edit.prepare();
     Measure::run(QStringList{QStringLiteral("strace"), QStringLiteral("-f"), QStringLiteral("-c"),
                              QStringLiteral("-o"), summary, QStringLiteral("-e"),

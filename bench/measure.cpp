@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <cstdio>
@@ -42,8 +43,13 @@ struct Series
 
 Measure::Setup Measure::setup(int argc, char **argv)
 {
-    return {argc > 1 ? QDir(QFile::decodeName(argv[1])).absolutePath() : QDir::tempPath(),
-            argc > 2 ? QFile::decodeName(argv[2]) : QStringLiteral(TARVEL4_CLI)};
+    const QString folder =
+        argc > 1 ? QDir(QFile::decodeName(argv[1])).absolutePath() : QDir::tempPath();
+    if (!QFileInfo(folder).isWritable()) {
+        std::fprintf(stderr, "can't write into %s\n", qPrintable(folder));
+        std::exit(1);
+    }
+    return {folder, argc > 2 ? QFile::decodeName(argv[2]) : QStringLiteral(TARVEL4_CLI)};
 }
 
 Measure::Cost Measure::run(const QStringList &command, const QString &home, int status)
@@ -91,6 +97,15 @@ void Measure::printHeading(const char *plain, const char *ours)
                 ours, "ratio", "from-to", "cpu", "cpu", "ratio", "us a song");
 }
 
+void Measure::renewFolder(const QString &folder, const QString &home)
+{
+    // An empty path would be the working directory.
+    if (!QDir::isAbsolutePath(folder) || !home.startsWith(folder + QLatin1Char('/')))
+        qFatal("no folder to work in");
+    QDir(folder).removeRecursively();
+    QDir().mkpath(home);
+}
+
 Measure::Cost Measure::compare(const QString &name, int songs, const QString &work,
                                const Side &plain, const Side &ours, int rounds)
 {
@@ -101,8 +116,7 @@ Measure::Cost Measure::compare(const QString &name, int songs, const QString &wo
     for (int round = 0; round < rounds; ++round) {
         for (int turn = 0; turn < 2; ++turn) {
             const int side = (round + turn) % 2;
-            QDir(work).removeRecursively();
-            QDir().mkpath(home);
+            renewFolder(work, home);
             sides[side]->prepare();
             run({QStringLiteral("sync"), QStringLiteral("-f"), work});
             const Cost cost = run(sides[side]->command, home, sides[side]->status);
@@ -111,7 +125,7 @@ Measure::Cost Measure::compare(const QString &name, int songs, const QString &wo
         }
         ratios.push_back(series[1].wall.back() / series[0].wall.back());
     }
-    QDir(work).removeRecursively();
+    renewFolder(work, home);
     const Cost bare = series[0].median();
     const Cost cost = series[1].median();
     const auto spread = std::minmax_element(ratios.begin(), ratios.end());

@@ -45,6 +45,9 @@ struct Side
 /** The heading of the lines that compare() prints. */
 void printHeading(const char *plain, const char *ours);
 
+/** Empties \a folder and makes \a home, which lies in it. */
+void renewFolder(const QString &folder, const QString &home);
+
 /** Prints the medians of \a rounds rounds, in which the two take turns, each beginning with nothing
  * but what it prepares in \a work, flushed, and a home without files. Returns what ours costs. */
 Cost compare(const QString &name, int songs, const QString &work, const Side &plain,
