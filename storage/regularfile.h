@@ -59,7 +59,7 @@ private:
 namespace FileBytes {
 
 /** No song is larger, and what an array of bytes can hold is little more. */
-constexpr qint64 maxSize = 2'000'000'000;
+constexpr qint64 maxSize = 2000000000;
 
 /** Tells people of a limit of so many bytes. */
 QString sizeLimitText(qint64 bytes);
