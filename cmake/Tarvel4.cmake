@@ -48,6 +48,8 @@ function(tarvel4_add_test name)
   target_compile_definitions(${name} PRIVATE
     TARVEL4_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
     TARVEL4_SAMPLES="${PROJECT_SOURCE_DIR}/samples")
+  # What is tested is optimised; the tests themselves are built faster than that would pay.
+  target_compile_options(${name} PRIVATE $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU,Clang>>:-O0>)
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
   get_property(owner DIRECTORY PROPERTY TARVEL4_PCH_OWNER)
   if(owner)

@@ -75,7 +75,8 @@ public:
     /** Removes a file; done when it is gone, also when it was not there. */
     virtual Outcome remove(const QString &path);
 
-    /** Gives a new file the permissions, and where that is allowed the owner, of another. */
+    /** Gives a new file the permissions, and where that is allowed the owner and, on Linux, the
+     * extended attributes of another. */
     static void inherit(QFileDevice &file, const QFileDevice &model);
 
     /** True where a rename over an existing file can lose both (FAT, exFAT). */

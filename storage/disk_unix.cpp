@@ -17,6 +17,7 @@
 #include <unistd.h>
 #ifdef Q_OS_LINUX
 #include <sys/vfs.h>
+#include <sys/xattr.h>
 #endif
 #ifdef Q_OS_DARWIN
 #include <sys/mount.h>
@@ -299,8 +300,35 @@ Outcome Disk::syncAll(const QStringList &paths)
 
 #endif
 
+#ifdef Q_OS_LINUX
+
+/** What desktops and backups note beside a file's bytes: comments, ratings, access lists. */
+static void inheritAttributes(int file, int model)
+{
+    const ssize_t size = flistxattr(model, nullptr, 0);
+    QByteArray names(static_cast<int>(std::max<ssize_t>(size, 0)), '\0');
+    if (size <= 0 || flistxattr(model, names.data(), static_cast<std::size_t>(size)) != size)
+        return;
+    for (const QByteArray &name : names.split('\0')) {
+        const ssize_t length = name.isEmpty() ? -1 : fgetxattr(model, name.constData(), nullptr, 0);
+        QByteArray value(static_cast<int>(std::max<ssize_t>(length, 0)), '\0');
+        if (length >= 0
+            && fgetxattr(model, name.constData(), value.data(), static_cast<std::size_t>(length))
+                == length
+            && fsetxattr(file, name.constData(), value.constData(),
+                         static_cast<std::size_t>(length), 0)
+                != 0)
+            qDebug() << "[Disk::inherit] attribute not kept:" << name;
+    }
+}
+
+#endif
+
 void Disk::inherit(QFileDevice &file, const QFileDevice &model)
 {
+#ifdef Q_OS_LINUX
+    inheritAttributes(file.handle(), model.handle());
+#endif
     struct stat status;
     if (fstat(model.handle(), &status) != 0)
         return;

@@ -10,6 +10,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
+#ifdef Q_OS_LINUX
+#include <sys/xattr.h>
+#endif
 
 using namespace tarvel4;
 using namespace SongBytes;
@@ -375,6 +378,27 @@ private Q_SLOTS:
             QCOMPARE(static_cast<int>(status.st_uid), 12345);
             QCOMPARE(static_cast<int>(status.st_gid), 23456);
         }
+#endif
+    }
+
+    void inheritKeepsExtendedAttributes()
+    {
+#ifndef Q_OS_LINUX
+        QSKIP("They are kept on Linux only");
+#else
+        QFile model(write(path("model"), "x"));
+        QFile file(path("new"));
+        QVERIFY(model.open(QIODevice::ReadOnly));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        const QByteArray comment("for the wedding\0 in June", 24);
+        if (fsetxattr(model.handle(), "user.comment", comment.constData(), 24, 0) != 0)
+            QSKIP("This volume keeps no attributes");
+        QCOMPARE(fsetxattr(model.handle(), "user.empty", "", 0, 0), 0);
+        Disk::inherit(file, model);
+        char found[100];
+        QCOMPARE(fgetxattr(file.handle(), "user.comment", found, sizeof found), ssize_t(24));
+        QCOMPARE(QByteArray(found, 24), comment);
+        QCOMPARE(fgetxattr(file.handle(), "user.empty", found, sizeof found), ssize_t(0));
 #endif
     }
 
