@@ -193,6 +193,7 @@ bool JournalFile::connectTo(Access access)
              // What a batch notes stays in memory until it is committed, and is copied from the
              // log to the file only now and then: both cost more than the batch itself.
              && exec("PRAGMA cache_size=-131072") && exec("PRAGMA wal_autocheckpoint=4096")
+             && exec("PRAGMA secure_delete=OFF") // or all that is deleted is written once more
              && transaction([this] { return prepareSchema(); })))
         return false;
     return isOurs() && version() == schemaVersion;
