@@ -145,8 +145,9 @@ private Q_SLOTS:
         const QChar half(0xD800);
         QStringList texts =
             words("back\\slash [a-z]*? it's true null songs current_date 100% %1 line\nbreak");
-        texts << QStringLiteral("\uFFFD") << QStringLiteral("a\uFFFEb") << QStringLiteral("A\U00010041B")
-              << QStringLiteral("\U0001F3B5") << QStringLiteral("\u00E9") << QStringLiteral("\u212AEY")
+        texts << QStringLiteral("\uFFFD") << QStringLiteral("a\uFFFEb")
+              << QStringLiteral("A\U00010041B") << QStringLiteral("\U0001F3B5")
+              << QStringLiteral("\u00E9") << QStringLiteral("\u212AEY")
               << QString(50000, QLatin1Char('L')) << QString(50001, QLatin1Char('L'))
               << "NUL"_s + QChar(0) + "behind"_s
               << " blank "_s;
