@@ -34,15 +34,24 @@ bool isTorn(const QByteArray &bytes, const QByteArray &oldBytes, const QByteArra
     return true;
 }
 
-/** True when the two files go on with the same bytes, until \a count or the end of the first. */
-bool sameBytes(QFile &first, QFile &second, qint64 count)
+/** True when \a bytes are those that \a expected begins with, or zero where they never came to the
+ * medium. */
+bool areWrittenOf(const QByteArray &bytes, const QByteArray &expected)
+{
+    return bytes.size() <= expected.size()
+        && std::equal(bytes.begin(), bytes.end(), expected.begin(),
+                      [](char byte, char wanted) { return byte == wanted || byte == '\0'; });
+}
+
+/** The same of the next \a count bytes of the two files, or up to the end of the first. */
+bool areWrittenOf(QFile &file, QFile &song, qint64 count)
 {
     constexpr qint64 blockSize = 1 << 16;
     while (count > 0) {
-        const QByteArray bytes = first.read(qMin(count, blockSize));
+        const QByteArray bytes = file.read(qMin(count, blockSize));
         if (bytes.isEmpty())
             break;
-        if (second.read(bytes.size()) != bytes)
+        if (!areWrittenOf(bytes, song.read(bytes.size())))
             return false;
         count -= bytes.size();
     }
@@ -62,11 +71,10 @@ bool isUnfinished(const JournalEntry &entry)
     if (Recovery::isBlank(entry.temporary))
         return true;
     const Splice &splice = entry.splice;
-    if (!sameBytes(file, song, splice.prefix))
-        return false;
-    const QByteArray middle = file.read(splice.newMiddle.size());
-    return splice.newMiddle.startsWith(middle) && song.seek(splice.prefix + splice.oldMiddle.size())
-        && sameBytes(file, song, splice.suffix);
+    return areWrittenOf(file, song, splice.prefix)
+        && areWrittenOf(file.read(splice.newMiddle.size()), splice.newMiddle)
+        && song.seek(splice.prefix + splice.oldMiddle.size())
+        && areWrittenOf(file, song, splice.suffix);
 }
 
 /** Of a file that is replaced as a whole: its size and what stands where the two differ. */
@@ -106,7 +114,10 @@ public:
 private:
     std::optional<QByteArray> beside(const JournalEntry &entry) const
     {
-        if (!entry.temporary.isEmpty() && isUnfinished(entry))
+        // Of a song that is new already it would be a second name, where FAT was hurt, and its end.
+        const bool isOld = holds(entry, entry.oldSize, entry.splice.oldMiddle)
+            && entry.splice.oldMiddle != entry.splice.newMiddle;
+        if (isOld && !entry.temporary.isEmpty() && isUnfinished(entry))
             m_disk.remove(entry.temporary);
         if (holds(entry, entry.newSize, entry.splice.newMiddle)) {
             Outcome outcome;

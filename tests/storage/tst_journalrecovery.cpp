@@ -96,6 +96,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("found");
         QTest::newRow("not cut yet") << oldSong + newSong.right(newSong.size() - oldSong.size());
         QTest::newRow("some of it written") << oldSong.left(8) + newSong.mid(8);
+        QTest::newRow("its end cleared, and not yet cut")
+            << oldSong + QByteArray(newSong.size() - oldSong.size(), '\0');
         QTest::newRow("cut before all of it was there") << newSong.left(oldSong.size());
     }
     /** The other way round: the long song was the old one. */
@@ -108,6 +110,19 @@ private Q_SLOTS:
         write(file, found);
         QCOMPARE(recover(journal), QVector<Recovery::Result>{Recovery::Result::PutBack});
         QCOMPARE(read(file), newSong);
+    }
+
+    /** As FAT may leave it: both names lead to the same bytes, and removing one ends them. */
+    void theOtherNameOfANewSongStays()
+    {
+        const QByteArray sameSize = QByteArray(oldSong).replace("old title", "odd title");
+        const QString file = write(path("a.mp3"), oldSong);
+        Journal journal(journalFolder());
+        noteAndDie(journal, file, Way::Beside, sameSize, path("a.tmp"));
+        write(file, sameSize);
+        write(path("a.tmp"), sameSize);
+        QCOMPARE(recover(journal), QVector<Recovery::Result>());
+        QCOMPARE(names(), words("a.mp3 a.tmp data"));
     }
 
     void beside_data()
@@ -124,6 +139,8 @@ private Q_SLOTS:
         row("a song with its new bytes stays", newSong, {}, false);
         row("a new file without a byte goes", oldSong, "", false);
         row("a new file of zeros goes", oldSong, QByteArray(20, '\0'), false);
+        row("a new file with zeros within goes", oldSong,
+            newSong.left(7) + QByteArray(9, '\0') + newSong.mid(16), false);
         row("a new file with part of its tag goes", oldSong, newSong.left(9), false);
         row("a new file with its tag goes", oldSong, newSong.left(21), false);
         row("a new file with some of the rest goes", oldSong, newSong.left(30), false);
