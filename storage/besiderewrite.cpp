@@ -159,12 +159,26 @@ Outcome BesideRewrite::sync()
 
 Outcome BesideRewrite::takeBack(const Outcome &cause)
 {
-    qDebug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
+    if (m_aside.isEmpty())
+        qDebug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
+    else
+        qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
+    return giveBack(cause);
+}
+
+/** The old file has its name again, and nothing lies beside it. */
+Outcome BesideRewrite::giveBack(Outcome cause)
+{
+    if (!m_aside.isEmpty() && !m_disk.replace(m_aside, m_path)) {
+        qDebug() << "[MetaSong::saveToFile] WARNING: the old file is now called" << m_aside;
+        cause = {Outcome::Code::NotRestored, m_path, m_aside, {}};
+    }
+    m_aside.clear();
     removeTemporary();
     return cause;
 }
 
-Outcome BesideRewrite::publish()
+Outcome BesideRewrite::setAside()
 {
     m_source.close();
     if (!m_stamp.matches(m_path)) {
@@ -172,34 +186,30 @@ Outcome BesideRewrite::publish()
         removeTemporary();
         return {Outcome::Code::ChangedMeanwhile, m_path, {}, {}};
     }
-    Outcome outcome = setAside();
-    if (outcome)
-        outcome = m_disk.replace(m_temporaryPath, m_path);
+    if (!m_disk.losesReplacedFiles(m_path))
+        return {};
+    const QString aside = Recovery::recoveryPathOf(m_path);
+    Outcome outcome{Outcome::Code::AlreadyExists, aside, {}, {}};
+    if (!QFileInfo::exists(aside))
+        outcome = m_disk.replace(m_path, aside);
+    if (outcome) {
+        m_aside = aside;
+    } else {
+        qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
+        removeTemporary();
+    }
+    return outcome;
+}
+
+Outcome BesideRewrite::publish()
+{
+    const Outcome outcome = m_disk.replace(m_temporaryPath, m_path);
     if (outcome) {
         m_hasTemporary = false;
         return outcome;
     }
     qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
-    if (!m_aside.isEmpty() && !m_disk.replace(m_aside, m_path)) {
-        qDebug() << "[MetaSong::saveToFile] WARNING: the old file is now called" << m_aside;
-        outcome = {Outcome::Code::NotRestored, m_path, m_aside, {}};
-    }
-    removeTemporary();
-    return outcome;
-}
-
-/** Where a rename over a file can lose both, the old one waits under another name. */
-Outcome BesideRewrite::setAside()
-{
-    if (!m_disk.losesReplacedFiles(m_path))
-        return {};
-    const QString aside = Recovery::recoveryPathOf(m_path);
-    if (QFileInfo::exists(aside))
-        return {Outcome::Code::AlreadyExists, aside, {}, {}};
-    const Outcome outcome = m_disk.replace(m_path, aside);
-    if (outcome)
-        m_aside = aside;
-    return outcome;
+    return giveBack(outcome);
 }
 
 bool BesideRewrite::confirm(Outcome &outcome)

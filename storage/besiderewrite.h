@@ -23,6 +23,8 @@ public:
     QString written() const override { return m_temporaryPath; }
     Outcome sync() override;
     Outcome takeBack(const Outcome &cause) override;
+    Outcome setAside() override;
+    bool isSetAside() const override { return !m_aside.isEmpty(); }
     bool hasName() const override { return true; }
     Outcome publish() override;
     bool confirm(Outcome &outcome) override;
@@ -32,7 +34,7 @@ private:
     Outcome makeTemporary();
     Outcome seekTail();
     Outcome copyTail(ContentHash &hash);
-    Outcome setAside();
+    Outcome giveBack(Outcome cause);
     void removeTemporary();
 
     Disk &m_disk;

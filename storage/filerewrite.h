@@ -32,9 +32,14 @@ public:
     virtual QString written() const = 0;
     /** Flushes that alone. */
     virtual Outcome sync() = 0;
-    /** Takes back a write whose bytes did not reach the medium, for \a cause; what that is to be
-     * called. */
+    /** Takes back a write whose bytes, or a name that, did not reach the medium, for \a cause; what
+     * that is to be called. */
     virtual Outcome takeBack(const Outcome &cause) = 0;
+
+    /** Gives the old file another name, where a medium could lose both in one step; on the medium
+     * before publish(). */
+    virtual Outcome setAside() { return {}; }
+    virtual bool isSetAside() const { return false; }
 
     /** True where the new bytes come into their place by publish(), and the name is to be flushed.
      */

@@ -78,9 +78,9 @@ bool isUnfinished(const JournalEntry &entry)
 }
 
 /** Of a file that is replaced as a whole: its size and what stands where the two differ. */
-bool holds(const JournalEntry &entry, qint64 size, const QByteArray &middle)
+bool holds(const JournalEntry &entry, const QString &path, qint64 size, const QByteArray &middle)
 {
-    QFile file(entry.path);
+    QFile file(path);
     return file.open(QIODevice::ReadOnly) && file.size() == size && file.seek(entry.splice.prefix)
         && file.read(middle.size()) == middle;
 }
@@ -99,7 +99,11 @@ public:
         const Result setAside = Recovery::recover(m_disk, entry.path, m_isSong);
         if (setAside != Result::NoneThere)
             m_report(entry.path, setAside, {});
-        const Outcome readable = RegularFile(entry.path).outcome();
+        Outcome readable = RegularFile(entry.path).outcome();
+        if (readable == Outcome::Code::NotFound && isNamedAgain(entry)) {
+            m_report(entry.path, Result::GivenBack, {});
+            readable = {};
+        }
         if (!readable)
             return waiting(entry, readable);
         const std::optional<QByteArray> settled =
@@ -112,18 +116,27 @@ public:
     }
 
 private:
+    /** A FAT that was hurt while the old file was set aside may have neither of its names; the new
+     * file, which is whole by then, gets it. */
+    bool isNamedAgain(const JournalEntry &entry) const
+    {
+        return entry.way == FileChange::Way::Beside && m_disk.losesReplacedFiles(entry.path)
+            && holds(entry, entry.temporary, entry.newSize, entry.splice.newMiddle)
+            && m_disk.replace(entry.temporary, entry.path);
+    }
+
     std::optional<QByteArray> beside(const JournalEntry &entry) const
     {
         // Of a song that is new already it would be a second name, where FAT was hurt, and its end.
-        const bool isOld = holds(entry, entry.oldSize, entry.splice.oldMiddle)
+        const bool isOld = holds(entry, entry.path, entry.oldSize, entry.splice.oldMiddle)
             && entry.splice.oldMiddle != entry.splice.newMiddle;
         if (isOld && !entry.temporary.isEmpty() && isUnfinished(entry))
             m_disk.remove(entry.temporary);
-        if (holds(entry, entry.newSize, entry.splice.newMiddle)) {
+        if (holds(entry, entry.path, entry.newSize, entry.splice.newMiddle)) {
             Outcome outcome;
             return ContentHash::ofFile(entry.path, outcome);
         }
-        if (!holds(entry, entry.oldSize, entry.splice.oldMiddle))
+        if (!holds(entry, entry.path, entry.oldSize, entry.splice.oldMiddle))
             m_report(entry.path, Result::ChangedSince, {});
         return QByteArray();
     }

@@ -155,7 +155,7 @@ void SaveBatch::finish(Saves &written)
 {
     Saves named;
     QStringList names;
-    for (Save *save : flushWritten(std::exchange(written, {}))) {
+    for (Save *save : setAside(flushWritten(std::exchange(written, {})))) {
         save->outcome = save->rewrite->publish();
         if (!save->outcome)
             continue;
@@ -197,6 +197,33 @@ SaveBatch::Saves SaveBatch::flushWritten(const Saves &written)
             save->outcome = save->rewrite->takeBack(outcome);
     }
     return flushed;
+}
+
+/** Those whose names may be given: where a medium could lose an old file and the new one in one
+ * step, the old one's other name is on it. */
+SaveBatch::Saves SaveBatch::setAside(const Saves &flushed)
+{
+    Saves ready;
+    QStringList paths;
+    for (Save *save : flushed) {
+        save->outcome = save->rewrite->setAside();
+        if (!save->outcome)
+            continue;
+        ready.push_back(save);
+        if (save->rewrite->isSetAside())
+            paths += save->path;
+    }
+    const Outcome named = flush(paths);
+    if (named)
+        return ready;
+    const auto isLost = [&named](Save *save) {
+        if (!save->rewrite->isSetAside())
+            return false;
+        save->outcome = save->rewrite->takeBack(named);
+        return true;
+    };
+    ready.erase(std::remove_if(ready.begin(), ready.end(), isLost), ready.end());
+    return ready;
 }
 
 Outcome SaveBatch::flush(const QStringList &paths)

@@ -74,6 +74,7 @@ private:
     void write(const Saves &saves);
     void finish(Saves &written);
     Saves flushWritten(const Saves &written);
+    Saves setAside(const Saves &flushed);
     Outcome flush(const QStringList &paths);
     void settle(const Saves &saves);
 

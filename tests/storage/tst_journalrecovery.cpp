@@ -125,6 +125,25 @@ private Q_SLOTS:
         QCOMPARE(names(), words("a.mp3 a.tmp data"));
     }
 
+    void aNewFileGetsTheNameThatAHurtFatLost()
+    {
+        FailingDisk disk;
+        disk.isFat = true;
+        for (const QByteArray &found : {newSong, newSong.left(20)}) {
+            const QString file = write(path("a.mp3"), oldSong);
+            Journal journal(journalFolder());
+            noteAndDie(journal, file, Way::Beside, newSong, path("a.tmp"));
+            QVERIFY(QFile::remove(file));
+            write(path("a.tmp"), found);
+            const bool isWhole = found == newSong;
+            QCOMPARE(recover(journal, disk),
+                     QVector<Recovery::Result>{isWhole ? Recovery::Result::GivenBack
+                                                       : Recovery::Result::Waits});
+            QCOMPARE(QFile::exists(file), isWhole);
+            QVERIFY(!isWhole || read(file) == newSong);
+        }
+    }
+
     void beside_data()
     {
         QTest::addColumn<QByteArray>("found");
@@ -210,12 +229,11 @@ private:
         return bytes;
     }
 
-    static QVector<Recovery::Result> recover(Journal &journal)
+    static QVector<Recovery::Result> recover(Journal &journal, Disk &disk = Disk::real())
     {
         QVector<Recovery::Result> results;
         JournalRecovery::recover(
-            journal, Disk::real(),
-            [](const QString &file) { return read(file).startsWith("SONG"); },
+            journal, disk, [](const QString &file) { return read(file).startsWith("SONG"); },
             [&](const QString &, Recovery::Result result, const Outcome &) { results += result; });
         return results;
     }

@@ -77,8 +77,8 @@ private Q_SLOTS:
                 << songs << false << true << 1;
             QTest::addRow("two for %d songs that are replaced", songs)
                 << songs << true << false << 2;
-            QTest::addRow("three for %d songs that are replaced on FAT", songs)
-                << songs << true << true << 3;
+            QTest::addRow("four for %d songs that are replaced on FAT", songs)
+                << songs << true << true << 4;
         }
     }
     void theFlushesOfABatchAreFixed()

@@ -250,6 +250,7 @@ private Q_SLOTS:
         }
         QCOMPARE(atFlush,
                  (QVector<QStringList>{words("a.mp3 a.tmp b.mp3 b.tmp"),
+                                       words("a.mp3.tarvel4.bak a.tmp b.mp3.tarvel4.bak b.tmp"),
                                        words("a.mp3 a.mp3.tarvel4.bak b.mp3 b.mp3.tarvel4.bak"),
                                        words("a.mp3 b.mp3")}));
     }
