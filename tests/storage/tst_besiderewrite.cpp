@@ -14,26 +14,21 @@ private Q_SLOTS:
 
     void temporaryName_data()
     {
-        QTest::addColumn<QString>("song");
-        QTest::addColumn<QString>("temporary");
-        QTest::newRow("it ends with tmp") << "song.mp3"
-                                          << "song.tmp";
-        QTest::newRow("only the last point counts") << "a.b.mp3"
-                                                    << "a.b.tmp";
-        QTest::newRow("a name without a point") << "songmp3"
-                                                << "songmp3.tmp";
-        QTest::newRow("a point in the folder is none of the song's") << "my.songs/songmp3"
-                                                                     << "my.songs/songmp3.tmp";
+        const Table<QString, QString> row;
+        row("it ends with tmp", "song.mp3", "song.tmp");
+        row("only the last point counts", "a.b.mp3", "a.b.tmp");
+        row("a name without a point", "songmp3", "songmp3.tmp");
+        row("a point in the folder is none of the song's", "my.songs/songmp3",
+            "my.songs/songmp3.tmp");
     }
     void temporaryName()
     {
-        QFETCH(QString, song);
-        QFETCH(QString, temporary);
+        const auto [song, temporary] = cells<QString, QString>();
         QVERIFY(QDir(path()).mkdir("my.songs"_s));
         const QString file = write(path(song), songOf("mp3"_s));
         FailingDisk disk;
         bool isThere = false;
-        disk.before = [&](const QString &operation, int) {
+        disk.before = [&, &temporary = temporary](const QString &operation, int) {
             isThere = isThere || (operation == "syncAll"_s && QFile::exists(path(temporary)));
         };
         QVERIFY(imported(file, disk).saveToFile(file));
@@ -43,16 +38,16 @@ private Q_SLOTS:
 
     void aFileWithTheTemporaryNameIsKept_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
+        const Table<QByteArray> row;
         const QByteArray newTag = tag(editMark() + frame("TIT2", "Whatever"));
-        QTest::newRow("a text") << QByteArray("my notes");
-        QTest::newRow("nothing") << QByteArray();
-        QTest::newRow("what a save was killed over") << newTag + audio(600).left(100'000);
-        QTest::newRow("the song with another tag") << newTag + audio(600);
+        row("a text", QByteArray("my notes"));
+        row("nothing", {});
+        row("what a save was killed over", newTag + audio(600).left(100'000));
+        row("the song with another tag", newTag + audio(600));
     }
     void aFileWithTheTemporaryNameIsKept()
     {
-        QFETCH(QByteArray, bytes);
+        const auto [bytes] = cells<QByteArray>();
         const QString file = write(path("song.mp3"), songOf("mp3"_s));
         write(path("song.tmp"), bytes);
         QVERIFY(QFile::link(path("nowhere"), path("song.1.tmp")));
@@ -105,19 +100,19 @@ private Q_SLOTS:
 
     void sourceChangesDuringTheSave_data()
     {
-        QTest::addColumn<QByteArray>("now"); // null: removed
+        const Table<QByteArray> row; // now: null: removed
         const QByteArray song = songOf("mp3"_s);
-        QTest::newRow("it grows") << song + "more";
-        QTest::newRow("it shrinks") << song.left(song.size() / 2);
-        QTest::newRow("it is gone") << QByteArray();
+        row("it grows", song + "more");
+        row("it shrinks", song.left(song.size() / 2));
+        row("it is gone", {});
     }
     void sourceChangesDuringTheSave()
     {
-        QFETCH(QByteArray, now);
+        const auto [now] = cells<QByteArray>();
         for (const char *operation : {"write", "syncAll"}) {
             const QString file = write(path("song.mp3"), songOf("mp3"_s));
             FailingDisk disk;
-            disk.before = [&](const QString &name, int) {
+            disk.before = [&, &now = now](const QString &name, int) {
                 if (name != QLatin1String(operation))
                     return;
                 if (now.isNull())

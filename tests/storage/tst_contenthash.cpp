@@ -17,19 +17,16 @@ private Q_SLOTS:
 
     void hash_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("expected");
-        QTest::newRow("of nothing")
-            << QByteArray() << QByteArray("99aa06d3014798d86001c324468d497f");
-        QTest::newRow("of a title") << QByteArray("Nel blu dipinto di blu")
-                                    << QByteArray("54330b315c9082261b530f1043b2b4de");
-        QTest::newRow("of a song of several blocks, whose last one is not full")
-            << longText() << QByteArray("fa69b0fe764131a5631d9e1c5110ba67");
+        const Table<QByteArray, QByteArray> row;
+        row("of nothing", {}, QByteArray("99aa06d3014798d86001c324468d497f"));
+        row("of a title", QByteArray("Nel blu dipinto di blu"),
+            QByteArray("54330b315c9082261b530f1043b2b4de"));
+        row("of a song of several blocks, whose last one is not full", longText(),
+            QByteArray("fa69b0fe764131a5631d9e1c5110ba67"));
     }
     void hash()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QByteArray, expected);
+        const auto [bytes, expected] = cells<QByteArray, QByteArray>();
         ContentHash whole;
         whole.add(bytes);
         QCOMPARE(whole.result().toHex(), expected);
@@ -48,18 +45,14 @@ private Q_SLOTS:
 
     void whatCantBeReadHasNoHash_data()
     {
-        QTest::addColumn<QString>("what");
-        QTest::addColumn<QString>("code");
-        QTest::newRow("a file that is gone") << ""
-                                             << "not-found";
-        QTest::newRow("a folder") << "folder"
-                                  << "not-a-file";
-        QTest::newRow("a FIFO, for which nobody waits") << "fifo"
-                                                        << "not-a-file";
+        const Table<QString, QString> row;
+        row("a file that is gone", "", "not-found");
+        row("a folder", "folder", "not-a-file");
+        row("a FIFO, for which nobody waits", "fifo", "not-a-file");
     }
     void whatCantBeReadHasNoHash()
     {
-        QFETCH(QString, what);
+        const auto [what, code] = cells<QString, QString>();
         const QString file = path("a.mid");
         if (what == "folder"_s)
             QVERIFY(QDir().mkdir(file));
@@ -67,7 +60,7 @@ private Q_SLOTS:
             QCOMPARE(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
         Outcome outcome;
         QVERIFY(ContentHash::ofFile(file, outcome).isEmpty());
-        QTEST(outcome.codeName(), "code");
+        QCOMPARE(outcome.codeName(), code);
     }
 
 private:

@@ -18,32 +18,25 @@ private Q_SLOTS:
 
     void whatIsNotedComesBack_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<bool>("isBeside");
-        QTest::addColumn<QByteArray>("oldBytes");
-        QTest::addColumn<QByteArray>("newBytes");
-        QTest::newRow("of a song that grows in its place")
-            << "a.mid" << false << QByteArray("abcdef") << QByteArray("abcXYZdef");
-        QTest::newRow("of a song that becomes shorter in its place")
-            << "a.mid" << false << QByteArray("abcXYZdef") << QByteArray("abcdef");
-        QTest::newRow("of one that stays as it is")
-            << "a.mid" << false << QByteArray("same") << QByteArray("same");
-        QTest::newRow("of one that held nothing")
-            << "a.mid" << false << QByteArray("") << QByteArray("new");
-        QTest::newRow("of one with zeros and bytes of every kind")
-            << "a.mid" << false << QByteArray("a\0b\0\xFF\xFE'\"", 8) << QByteArray("\0\0\0", 3);
-        QTest::newRow("of a new file beside the song")
-            << "a.mp3" << true << QByteArray("oldtag+audio") << QByteArray("newertag+audio");
-        QTest::newRow("of a song whose name has quotes, accents and blanks")
-            << QString::fromUtf8("l'\"Città\" % è? ñ.mid") << false << QByteArray("old")
-            << QByteArray("new");
+        const Table<QString, bool, QByteArray, QByteArray> row;
+        row("of a song that grows in its place", "a.mid", false, QByteArray("abcdef"),
+            QByteArray("abcXYZdef"));
+        row("of a song that becomes shorter in its place", "a.mid", false, QByteArray("abcXYZdef"),
+            QByteArray("abcdef"));
+        row("of one that stays as it is", "a.mid", false, QByteArray("same"), QByteArray("same"));
+        row("of one that held nothing", "a.mid", false, QByteArray(""), QByteArray("new"));
+        row("of one with zeros and bytes of every kind", "a.mid", false,
+            QByteArray("a\0b\0\xFF\xFE'\"", 8), QByteArray("\0\0\0", 3));
+        row("of a new file beside the song", "a.mp3", true, QByteArray("oldtag+audio"),
+            QByteArray("newertag+audio"));
+        row("of a song whose name has quotes, accents and blanks",
+            QString::fromUtf8("l'\"Città\" % è? ñ.mid"), false, QByteArray("old"),
+            QByteArray("new"));
     }
     void whatIsNotedComesBack()
     {
-        QFETCH(QString, name);
-        QFETCH(bool, isBeside);
-        QFETCH(QByteArray, oldBytes);
-        QFETCH(QByteArray, newBytes);
+        const auto [name, isBeside, oldBytes, newBytes] =
+            cells<QString, bool, QByteArray, QByteArray>();
         const QString file = write(path(name), oldBytes);
         const Way way = isBeside ? Way::Beside : Way::InPlace;
         Journal journal(journalFolder());
@@ -52,7 +45,8 @@ private Q_SLOTS:
         QVERIFY(journal.runs()->isEmpty());
 
         int decided = 0;
-        journal.settleUnfinished([&](JournalEntry &entry) {
+        journal.settleUnfinished([&, isBeside = isBeside, &oldBytes = oldBytes,
+                                  &newBytes = newBytes](JournalEntry &entry) {
             ++decided;
             check(entry, file, way, oldBytes, newBytes);
             [&] {
@@ -105,13 +99,13 @@ private Q_SLOTS:
 
     void theJournalIsItsOwnersAlone_data()
     {
-        QTest::addColumn<int>("mode"); // of the folder; 0: there is none
-        QTest::newRow("in a folder that it makes") << 0;
-        QTest::newRow("in a folder that others could read") << 0755;
+        const Table<int> row; // mode: of the folder; 0: there is none
+        row("in a folder that it makes", 0);
+        row("in a folder that others could read", 0755);
     }
     void theJournalIsItsOwnersAlone()
     {
-        QFETCH(int, mode);
+        const auto [mode] = cells<int>();
         if (mode != 0) {
             QVERIFY(QDir().mkdir(journalFolder()));
             QCOMPARE(chmod(QFile::encodeName(journalFolder()).constData(), mode_t(mode)), 0);
@@ -174,21 +168,20 @@ private Q_SLOTS:
 
     void isUndoable_data()
     {
-        QTest::addColumn<QStringList>("saves"); // "song bytes", one a run
-        QTest::addColumn<QVector<bool>>("undoable"); // the oldest first
-        QTest::newRow("a run is, as long as nothing came after it")
-            << QStringList{"a 1"_s} << QVector<bool>{true};
-        QTest::newRow("a run is not, once a later one wrote other bytes")
-            << QStringList{"a 1"_s, "a 2"_s} << QVector<bool>{false, true};
-        QTest::newRow("a run is again, once a later one wrote the same bytes")
-            << QStringList{"a 1"_s, "a 2"_s, "a 1"_s} << QVector<bool>{true, false, true};
-        QTest::newRow("another song's run takes nothing from it")
-            << QStringList{"a 1"_s, "b 2"_s} << QVector<bool>{true, true};
+        // saves: "song bytes", one a run; undoable: the oldest first
+        const Table<QStringList, QVector<bool>> row;
+        row("a run is, as long as nothing came after it", QStringList{"a 1"_s},
+            QVector<bool>{true});
+        row("a run is not, once a later one wrote other bytes", QStringList{"a 1"_s, "a 2"_s},
+            QVector<bool>{false, true});
+        row("a run is again, once a later one wrote the same bytes",
+            QStringList{"a 1"_s, "a 2"_s, "a 1"_s}, QVector<bool>{true, false, true});
+        row("another song's run takes nothing from it", QStringList{"a 1"_s, "b 2"_s},
+            QVector<bool>{true, true});
     }
     void isUndoable()
     {
-        QFETCH(QStringList, saves);
-        QFETCH(QVector<bool>, undoable);
+        const auto [saves, undoable] = cells<QStringList, QVector<bool>>();
         Journal journal(journalFolder());
         for (const QString &what : saves) {
             const QString file = path(what.section(QLatin1Char(' '), 0, 0));
@@ -204,19 +197,16 @@ private Q_SLOTS:
 
     void theOldestRunsGo_data()
     {
-        QTest::addColumn<int>("saves");
-        QTest::addColumn<int>("size"); // of the old bytes of each
-        QTest::addColumn<int>("kept"); // of 1000 bytes
-        QTest::newRow("20 runs are kept") << 20 << 10 << 20;
-        QTest::newRow("of 22 runs the two oldest go") << 22 << 10 << 20;
-        QTest::newRow("runs of all the bytes that are kept stay") << 4 << 250 << 4;
-        QTest::newRow("of runs of a byte more the oldest goes") << 5 << 201 << 4;
-        QTest::newRow("the last run stays, however large it is") << 3 << 5000 << 1;
+        const Table<int, int, int> row; // size: of the old bytes of each; kept: of 1000 bytes
+        row("20 runs are kept", 20, 10, 20);
+        row("of 22 runs the two oldest go", 22, 10, 20);
+        row("runs of all the bytes that are kept stay", 4, 250, 4);
+        row("of runs of a byte more the oldest goes", 5, 201, 4);
+        row("the last run stays, however large it is", 3, 5000, 1);
     }
     void theOldestRunsGo()
     {
-        QFETCH(int, saves);
-        QFETCH(int, size);
+        const auto [saves, size, kept] = cells<int, int, int>();
         Journal journal(journalFolder(), {}, 1000);
         const QString file = write(path("a.mid"), "");
         for (int i = 0; i <= saves; ++i) {
@@ -227,7 +217,7 @@ private Q_SLOTS:
                 QVERIFY(save(journal, file, next));
         }
         const QVector<JournalRun> runs = journal.runs().value();
-        QTEST(runs.size(), "kept");
+        QCOMPARE(runs.size(), kept);
         QCOMPARE(journal.songsOf(runs.first().id).first().splice.oldMiddle,
                  QByteArray(size, static_cast<char>('a' + saves - 1)));
         QCOMPARE(Journal::keptBytes, qint64(268'435'456));

@@ -88,13 +88,13 @@ private Q_SLOTS:
 
     void onlyARunThatEndedIsRecovered_data()
     {
-        QTest::addColumn<bool>("isOther"); // its program
-        QTest::newRow("of this program") << false;
-        QTest::newRow("of another program, which was killed") << true;
+        const Table<bool> row; // isOther: its program
+        row("of this program", false);
+        row("of another program, which was killed", true);
     }
     void onlyARunThatEndedIsRecovered()
     {
-        QFETCH(bool, isOther);
+        const auto [isOther] = cells<bool>();
         const QString file = write(path("a.mid"), "old");
         // A journal that is open here before is not taken along into the other program.
         const auto note = [&](std::unique_ptr<Journal> &journal,
@@ -146,17 +146,17 @@ private Q_SLOTS:
 
     void whoReadsChangesNothing_data()
     {
-        QTest::addColumn<QString>("state");
-        QTest::newRow("of a journal at rest") << "closed";
-        QTest::newRow("of one whose program was killed, with its log beside it") << "killed";
-        QTest::newRow("of text") << "text";
-        QTest::newRow("of zeros") << "zeros";
-        QTest::newRow("of an empty file") << "empty";
-        QTest::newRow("of none, where there is a folder") << "none";
+        const Table<QString> row;
+        row("of a journal at rest", "closed");
+        row("of one whose program was killed, with its log beside it", "killed");
+        row("of text", "text");
+        row("of zeros", "zeros");
+        row("of an empty file", "empty");
+        row("of none, where there is a folder", "none");
     }
     void whoReadsChangesNothing()
     {
-        QFETCH(QString, state);
+        const auto [state] = cells<QString>();
         prepare(state);
         const QStringList before = snapshot();
         QStringList said;

@@ -18,24 +18,21 @@ private Q_SLOTS:
 
     void anUnusableJournalIsSetAside_data()
     {
-        QTest::addColumn<QString>("state");
-        QTest::addColumn<bool>("isSetAside");
-        QTest::addColumn<int>("runs"); // afterwards
-        QTest::newRow("of text") << "text" << true << 1;
-        QTest::newRow("of zeros") << "zeros" << true << 1;
-        QTest::newRow("cut to its half") << "half" << true << 1;
-        QTest::newRow("cut to its first page") << "page" << true << 1;
-        QTest::newRow("whose pages hold garbage") << "garbage" << true << 1;
-        QTest::newRow("of a newer version") << "newer" << true << 1;
-        QTest::newRow("of another program") << "foreign" << true << 1;
-        QTest::newRow("but an empty file is only filled") << "empty" << false << 1;
-        QTest::newRow("but a whole one is not") << "whole" << false << 2;
-        QTest::newRow("but one that was deleted is made anew") << "deleted" << false << 1;
+        const Table<QString, bool, int> row; // runs: afterwards
+        row("of text", "text", true, 1);
+        row("of zeros", "zeros", true, 1);
+        row("cut to its half", "half", true, 1);
+        row("cut to its first page", "page", true, 1);
+        row("whose pages hold garbage", "garbage", true, 1);
+        row("of a newer version", "newer", true, 1);
+        row("of another program", "foreign", true, 1);
+        row("but an empty file is only filled", "empty", false, 1);
+        row("but a whole one is not", "whole", false, 2);
+        row("but one that was deleted is made anew", "deleted", false, 1);
     }
     void anUnusableJournalIsSetAside()
     {
-        QFETCH(QString, state);
-        QFETCH(bool, isSetAside);
+        const auto [state, isSetAside, runs] = cells<QString, bool, int>();
         spoil(state);
         const QByteArray spoilt = read(journalPath());
         QStringList said;
@@ -43,7 +40,7 @@ private Q_SLOTS:
         const QString file = write(path("a.mid"), "old");
         QVERIFY(save(journal, file, "new"));
         QCOMPARE(read(file), QByteArray("new"));
-        QTEST(journal.runs()->size(), "runs");
+        QCOMPARE(journal.runs()->size(), runs);
         QCOMPARE(journal.songsOf(journal.runs()->first().id).first().path, file);
 
         const QStringList aside = QDir(journalFolder()).entryList({"journal-*.db"_s});
@@ -60,17 +57,17 @@ private Q_SLOTS:
 
     void aJournalThatCantBeWrittenIsGoneWithout_data()
     {
-        QTest::addColumn<QString>("fault");
-        QTest::newRow("a folder in its place") << "folder";
-        QTest::newRow("a file in its folder's place") << "file";
-        QTest::newRow("a volume that is read-only") << "read-only";
-        QTest::newRow("a volume that is full") << "full";
-        QTest::newRow("a volume without room for its first tables") << "tiny";
-        QTest::newRow("another program that keeps it locked") << "locked";
+        const Table<QString> row;
+        row("a folder in its place", "folder");
+        row("a file in its folder's place", "file");
+        row("a volume that is read-only", "read-only");
+        row("a volume that is full", "full");
+        row("a volume without room for its first tables", "tiny");
+        row("another program that keeps it locked", "locked");
     }
     void aJournalThatCantBeWrittenIsGoneWithout()
     {
-        QFETCH(QString, fault);
+        const auto [fault] = cells<QString>();
         std::unique_ptr<TmpfsMount> volume;
         if (fault == "read-only"_s || fault == "full"_s || fault == "tiny"_s) {
             volume = std::make_unique<TmpfsMount>(journalFolder(),
@@ -106,14 +103,14 @@ private Q_SLOTS:
 
     void aJournalThatBreaksDuringARun_data()
     {
-        QTest::addColumn<QString>("fault");
-        QTest::newRow("deleted between two batches: the save goes on") << "deleted";
-        QTest::newRow("overwritten by garbage: the next run finds that") << "garbage";
-        QTest::newRow("full: the rest is saved without it") << "full";
+        const Table<QString> row;
+        row("deleted between two batches: the save goes on", "deleted");
+        row("overwritten by garbage: the next run finds that", "garbage");
+        row("full: the rest is saved without it", "full");
     }
     void aJournalThatBreaksDuringARun()
     {
-        QFETCH(QString, fault);
+        const auto [fault] = cells<QString>();
         const TmpfsMount volume(journalFolder(), "size=2m");
         if (!volume.isMounted())
             QSKIP("A volume can't be mounted here");

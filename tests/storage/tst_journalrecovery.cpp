@@ -30,16 +30,10 @@ private Q_SLOTS:
 
     void inItsPlace_data()
     {
-        QTest::addColumn<QByteArray>("found");
-        QTest::addColumn<QByteArray>("left");
-        QTest::addColumn<QVector<Recovery::Result>>("results");
+        const Table<QByteArray, QByteArray, QVector<Recovery::Result>> row;
         const QVector<Recovery::Result> putBack{Recovery::Result::PutBack};
         const QVector<Recovery::Result> changed{Recovery::Result::ChangedSince};
         const QVector<Recovery::Result> none;
-        const auto row = [](const char *name, const QByteArray &found, const QByteArray &left,
-                            const QVector<Recovery::Result> &results) {
-            QTest::newRow(name) << found << left << results;
-        };
         row("a song with its old bytes stays", oldSong, oldSong, none);
         row("a song with its new bytes stays", newSong, newSong, none);
         for (const int bytes : {6, 10, 20, 40, 55})
@@ -75,35 +69,36 @@ private Q_SLOTS:
     }
     void inItsPlace()
     {
-        QFETCH(QByteArray, found);
+        const auto [found, expected, results] =
+            cells<QByteArray, QByteArray, QVector<Recovery::Result>>();
         const QString file = write(path("a.mid"), oldSong);
         Journal journal(journalFolder());
         noteAndDie(journal, file, Way::InPlace, newSong);
         write(file, found);
-        QTEST(recover(journal), "results");
-        QTEST(read(file), "left");
+        QCOMPARE(recover(journal), results);
+        QCOMPARE(read(file), expected);
         QCOMPARE(recover(journal), QVector<Recovery::Result>()); // nothing is left to say
         // What is neither can be taken back like what the run wrote.
         QCOMPARE(journal.runs()->size(), read(file) == oldSong ? 0 : 1);
         for (const JournalEntry &entry : journal.songsOf(1))
             QCOMPARE(entry.splice.oldOf(read(file)), oldSong);
-        QTEST(read(file), "left");
+        QCOMPARE(read(file), expected);
         QCOMPARE(names(), words("a.mid data"));
     }
 
     void aSongThatBecameShorterIsTheOldOneAgain_data()
     {
-        QTest::addColumn<QByteArray>("found");
-        QTest::newRow("not cut yet") << oldSong + newSong.right(newSong.size() - oldSong.size());
-        QTest::newRow("some of it written") << oldSong.left(8) + newSong.mid(8);
-        QTest::newRow("its end cleared, and not yet cut")
-            << oldSong + QByteArray(newSong.size() - oldSong.size(), '\0');
-        QTest::newRow("cut before all of it was there") << newSong.left(oldSong.size());
+        const Table<QByteArray> row;
+        row("not cut yet", oldSong + newSong.right(newSong.size() - oldSong.size()));
+        row("some of it written", oldSong.left(8) + newSong.mid(8));
+        row("its end cleared, and not yet cut",
+            oldSong + QByteArray(newSong.size() - oldSong.size(), '\0'));
+        row("cut before all of it was there", newSong.left(oldSong.size()));
     }
     /** The other way round: the long song was the old one. */
     void aSongThatBecameShorterIsTheOldOneAgain()
     {
-        QFETCH(QByteArray, found);
+        const auto [found] = cells<QByteArray>();
         const QString file = write(path("a.mid"), newSong);
         Journal journal(journalFolder());
         noteAndDie(journal, file, Way::InPlace, oldSong);
@@ -146,45 +141,40 @@ private Q_SLOTS:
 
     void beside_data()
     {
-        QTest::addColumn<QByteArray>("found");
-        QTest::addColumn<QByteArray>("temporary"); // null: none
-        QTest::addColumn<bool>("isTemporaryKept");
-        QTest::addColumn<QVector<Recovery::Result>>("results");
-        const auto row = [](const char *name, const QByteArray &found, const QByteArray &temporary,
-                            bool isKept, const QVector<Recovery::Result> &results = {}) {
-            QTest::newRow(name) << found << temporary << isKept << results;
-        };
-        row("a song with its old bytes stays", oldSong, {}, false);
-        row("a song with its new bytes stays", newSong, {}, false);
-        row("a new file without a byte goes", oldSong, "", false);
-        row("a new file of zeros goes", oldSong, QByteArray(20, '\0'), false);
+        // temporary: null: none
+        const Table<QByteArray, QByteArray, bool, QVector<Recovery::Result>> row;
+        const QVector<Recovery::Result> changed{Recovery::Result::ChangedSince};
+        const QVector<Recovery::Result> none;
+        row("a song with its old bytes stays", oldSong, {}, false, none);
+        row("a song with its new bytes stays", newSong, {}, false, none);
+        row("a new file without a byte goes", oldSong, "", false, none);
+        row("a new file of zeros goes", oldSong, QByteArray(20, '\0'), false, none);
         row("a new file with zeros within goes", oldSong,
-            newSong.left(7) + QByteArray(9, '\0') + newSong.mid(16), false);
-        row("a new file with part of its tag goes", oldSong, newSong.left(9), false);
-        row("a new file with its tag goes", oldSong, newSong.left(21), false);
-        row("a new file with some of the rest goes", oldSong, newSong.left(30), false);
-        row("a new file that is whole goes", oldSong, newSong, false);
-        row("somebody's file of that name stays", oldSong, "their notes", true);
-        row("somebody's file that begins as the song does stays", oldSong, "SONG of theirs", true);
-        row("somebody's longer file stays", oldSong, newSong + "more", true);
-        row("a copy of the old song stays", oldSong, oldSong, true);
+            newSong.left(7) + QByteArray(9, '\0') + newSong.mid(16), false, none);
+        row("a new file with part of its tag goes", oldSong, newSong.left(9), false, none);
+        row("a new file with its tag goes", oldSong, newSong.left(21), false, none);
+        row("a new file with some of the rest goes", oldSong, newSong.left(30), false, none);
+        row("a new file that is whole goes", oldSong, newSong, false, none);
+        row("somebody's file of that name stays", oldSong, "their notes", true, none);
+        row("somebody's file that begins as the song does stays", oldSong, "SONG of theirs", true,
+            none);
+        row("somebody's longer file stays", oldSong, newSong + "more", true, none);
+        row("a copy of the old song stays", oldSong, oldSong, true, none);
         row("a song that somebody else changed stays, and is told", "SONG of theirs", {}, false,
-            {Recovery::Result::ChangedSince});
-        row("what is no song any more stays, and is told", "garbage", {}, false,
-            {Recovery::Result::ChangedSince});
+            changed);
+        row("what is no song any more stays, and is told", "garbage", {}, false, changed);
     }
     void beside()
     {
-        QFETCH(QByteArray, found);
-        QFETCH(QByteArray, temporary);
-        QFETCH(bool, isTemporaryKept);
+        const auto [found, temporary, isTemporaryKept, results] =
+            cells<QByteArray, QByteArray, bool, QVector<Recovery::Result>>();
         const QString file = write(path("a.mp3"), oldSong);
         Journal journal(journalFolder());
         noteAndDie(journal, file, Way::Beside, newSong, path("a.tmp"));
         write(file, found);
         if (!temporary.isNull())
             write(path("a.tmp"), temporary);
-        QTEST(recover(journal), "results");
+        QCOMPARE(recover(journal), results);
         QCOMPARE(read(file), found);
         QCOMPARE(QFile::exists(path("a.tmp")), isTemporaryKept);
         QVERIFY(!isTemporaryKept || read(path("a.tmp")) == temporary);
@@ -194,28 +184,26 @@ private Q_SLOTS:
 
     void whatWasSetAsideOnFat_data()
     {
-        QTest::addColumn<QByteArray>("found"); // null: none
-        QTest::addColumn<QByteArray>("left");
-        QTest::addColumn<QVector<Recovery::Result>>("results");
+        const Table<QByteArray, QByteArray, QVector<Recovery::Result>> row; // found: null: none
         using Results = QVector<Recovery::Result>;
-        QTest::newRow("comes back where there is no song")
-            << QByteArray() << oldSong << Results{Recovery::Result::GivenBack};
-        QTest::newRow("comes back over zeros")
-            << QByteArray(newSong.size(), '\0') << oldSong << Results{Recovery::Result::GivenBack};
-        QTest::newRow("goes where the new song is whole")
-            << newSong << newSong << Results{Recovery::Result::Removed};
+        row("comes back where there is no song", {}, oldSong, Results{Recovery::Result::GivenBack});
+        row("comes back over zeros", QByteArray(newSong.size(), '\0'), oldSong,
+            Results{Recovery::Result::GivenBack});
+        row("goes where the new song is whole", newSong, newSong,
+            Results{Recovery::Result::Removed});
     }
     void whatWasSetAsideOnFat()
     {
-        QFETCH(QByteArray, found);
+        const auto [found, left, results] =
+            cells<QByteArray, QByteArray, QVector<Recovery::Result>>();
         const QString file = write(path("a.mp3"), oldSong);
         Journal journal(journalFolder());
         noteAndDie(journal, file, Way::Beside, newSong, path("a.tmp"));
         QVERIFY(QFile::rename(file, Recovery::recoveryPathOf(file)));
         if (!found.isNull())
             write(file, found);
-        QTEST(recover(journal), "results");
-        QTEST(read(file), "left");
+        QCOMPARE(recover(journal), results);
+        QCOMPARE(read(file), left);
         QCOMPARE(names(), words("a.mp3 data"));
         QCOMPARE(recover(journal), QVector<Recovery::Result>());
     }

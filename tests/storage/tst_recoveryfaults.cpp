@@ -28,25 +28,17 @@ private Q_SLOTS:
 
     void aSongThatCantBeReachedWaits_data()
     {
-        QTest::addColumn<QString>("fault");
-        QTest::addColumn<QString>("code");
-        QTest::newRow("because it is gone") << "gone"
-                                            << "not-found";
-        QTest::newRow("because its card is gone") << "card gone"
-                                                  << "not-found";
-        QTest::newRow("because a folder has its name") << "folder"
-                                                       << "not-a-file";
-        QTest::newRow("because a FIFO has its name") << "fifo"
-                                                     << "not-a-file";
-        QTest::newRow("because it may not be read") << "unreadable"
-                                                    << "read-denied";
-        QTest::newRow("because its volume is read-only") << "read-only"
-                                                         << "read-only-volume";
+        const Table<QString, QString> row;
+        row("because it is gone", "gone", "not-found");
+        row("because its card is gone", "card gone", "not-found");
+        row("because a folder has its name", "folder", "not-a-file");
+        row("because a FIFO has its name", "fifo", "not-a-file");
+        row("because it may not be read", "unreadable", "read-denied");
+        row("because its volume is read-only", "read-only", "read-only-volume");
     }
     void aSongThatCantBeReachedWaits()
     {
-        QFETCH(QString, fault);
-        QFETCH(QString, code);
+        const auto [fault, code] = cells<QString, QString>();
         if (fault == "unreadable"_s && geteuid() != 0)
             QSKIP("Only root can become nobody here");
         std::unique_ptr<TmpfsMount> volume;
@@ -86,10 +78,7 @@ private Q_SLOTS:
 
     void aRecoveryThatIsCutShortIsMadeGood_data()
     {
-        QTest::addColumn<bool>("isBeside");
-        QTest::addColumn<QByteArray>("found");
-        QTest::addColumn<QByteArray>("left");
-        QTest::addColumn<bool>("staysBroken");
+        Table<bool, QByteArray, QByteArray, bool>();
         for (const bool staysBroken : {false, true}) {
             const char *how = staysBroken ? "for good" : "once";
             QTest::addRow("over a torn song, where the disk fails %s", how)
@@ -104,10 +93,8 @@ private Q_SLOTS:
     }
     void aRecoveryThatIsCutShortIsMadeGood()
     {
-        QFETCH(bool, isBeside);
-        QFETCH(QByteArray, found);
-        QFETCH(QByteArray, left);
-        QFETCH(bool, staysBroken);
+        const auto [isBeside, found, left, staysBroken] =
+            cells<bool, QByteArray, QByteArray, bool>();
         int step = 1;
         for (;; ++step) {
             makeFolder();
@@ -137,9 +124,7 @@ private Q_SLOTS:
 
     void aSaveThatWasKilledAnywhere_data()
     {
-        QTest::addColumn<bool>("isBeside");
-        QTest::addColumn<bool>("isFat");
-        QTest::addColumn<bool>("isHalf"); // the last write
+        Table<bool, bool, bool>(); // isHalf: the last write
         for (const bool isHalf : {false, true}) {
             const char *where = isHalf ? "within" : "before";
             QTest::addRow("in its place, %s any step", where) << false << false << isHalf;
@@ -149,16 +134,14 @@ private Q_SLOTS:
     }
     void aSaveThatWasKilledAnywhere()
     {
-        QFETCH(bool, isBeside);
-        QFETCH(bool, isFat);
-        QFETCH(bool, isHalf);
+        const auto [isBeside, isFat, isHalf] = cells<bool, bool, bool>();
         const QByteArrayList songs{"a", "b", "c"};
         int step = 1;
         for (bool isDone = false; !isDone; ++step) {
             makeFolder();
             for (const QByteArray &song : songs)
                 write(path(song.constData()), oldSong);
-            isDone = inAnotherProgram([&] {
+            isDone = inAnotherProgram([&, isBeside = isBeside, isFat = isFat, isHalf = isHalf] {
                 FailingDisk disk;
                 disk.isFat = isFat;
                 disk.before = [&disk, step, isHalf](const QString &, int) {
@@ -194,16 +177,14 @@ private Q_SLOTS:
 
     void aDeadMediumIsPutInOrderLater_data()
     {
-        QTest::addColumn<bool>("isBeside");
-        QTest::addColumn<bool>("isFat");
-        QTest::newRow("in its place") << false << false;
-        QTest::newRow("beside") << true << false;
-        QTest::newRow("beside on FAT") << true << true;
+        const Table<bool, bool> row;
+        row("in its place", false, false);
+        row("beside", true, false);
+        row("beside on FAT", true, true);
     }
     void aDeadMediumIsPutInOrderLater()
     {
-        QFETCH(bool, isBeside);
-        QFETCH(bool, isFat);
+        const auto [isBeside, isFat] = cells<bool, bool>();
         for (int step = 1; step < 16; ++step) {
             makeFolder();
             const QString file = write(path("a"), oldSong);

@@ -67,10 +67,7 @@ private Q_SLOTS:
 
     void theFlushesOfABatchAreFixed_data()
     {
-        QTest::addColumn<int>("songs");
-        QTest::addColumn<bool>("isBeside");
-        QTest::addColumn<bool>("isFat");
-        QTest::addColumn<int>("flushes");
+        Table<int, bool, bool, int>();
         for (const int songs : {1, 50, 200}) {
             QTest::addRow("one for %d songs in their place", songs) << songs << false << false << 1;
             QTest::addRow("one for %d songs in their place on FAT", songs)
@@ -83,9 +80,7 @@ private Q_SLOTS:
     }
     void theFlushesOfABatchAreFixed()
     {
-        QFETCH(int, songs);
-        QFETCH(bool, isBeside);
-        QFETCH(bool, isFat);
+        const auto [songs, isBeside, isFat, flushes] = cells<int, bool, bool, int>();
         FailingDisk disk;
         disk.isFat = isFat;
         SaveBatch batch(disk);
@@ -94,7 +89,7 @@ private Q_SLOTS:
             add(batch, file, isBeside ? Way::Beside : Way::InPlace, "new" + QByteArray::number(i));
         }
         batch.commit();
-        QTEST(disk.countOf("syncAll"), "flushes");
+        QCOMPARE(disk.countOf("syncAll"), flushes);
         QCOMPARE(disk.countOf("sync") + disk.countOf("syncFolder"), 0);
         QCOMPARE(names().size(), songs);
         for (int i = 0; i < songs; ++i)
@@ -103,23 +98,17 @@ private Q_SLOTS:
 
     void isFull_data()
     {
-        QTest::addColumn<int>("songs");
-        QTest::addColumn<qint64>("size"); // of each
-        QTest::addColumn<int>("age"); // milliseconds
-        QTest::addColumn<bool>("isFull");
-        QTest::newRow("not one without songs, however old") << 0 << qint64(1) << 600 << false;
-        QTest::newRow("not one of 199 songs") << 199 << qint64(1) << 0 << false;
-        QTest::newRow("one of 200 songs") << 200 << qint64(1) << 0 << true;
-        QTest::newRow("not one of a byte less than 64 MB")
-            << 1 << (qint64(64) << 20) - 1 << 0 << false;
-        QTest::newRow("one of 64 MB") << 2 << (qint64(32) << 20) << 0 << true;
-        QTest::newRow("one of half a second") << 1 << qint64(1) << 600 << true;
+        const Table<int, qint64, int, bool> row; // size: of each; age: milliseconds
+        row("not one without songs, however old", 0, qint64(1), 600, false);
+        row("not one of 199 songs", 199, qint64(1), 0, false);
+        row("one of 200 songs", 200, qint64(1), 0, true);
+        row("not one of a byte less than 64 MB", 1, (qint64(64) << 20) - 1, 0, false);
+        row("one of 64 MB", 2, (qint64(32) << 20), 0, true);
+        row("one of half a second", 1, qint64(1), 600, true);
     }
     void isFull()
     {
-        QFETCH(int, songs);
-        QFETCH(qint64, size);
-        QFETCH(int, age);
+        const auto [songs, size, age, isFull] = cells<int, qint64, int, bool>();
         SaveBatch batch(Disk::real());
         for (int i = 0; i < songs; ++i) {
             QFile file(path(QString::number(i)));
@@ -130,7 +119,7 @@ private Q_SLOTS:
         }
         if (age > 0)
             QThread::msleep(static_cast<unsigned long>(age));
-        QTEST(batch.isFull(), "isFull");
+        QCOMPARE(batch.isFull(), isFull);
         for (const QString &name : names())
             QVERIFY(QFile::remove(path(name))); // what is gone need not be written
         batch.commit();
@@ -139,13 +128,13 @@ private Q_SLOTS:
 
     void whatWaitsIsKnownByAnyName_data()
     {
-        QTest::addColumn<bool>("isBeside");
-        QTest::newRow("in its place") << false;
-        QTest::newRow("beside") << true;
+        const Table<bool> row;
+        row("in its place", false);
+        row("beside", true);
     }
     void whatWaitsIsKnownByAnyName()
     {
-        QFETCH(bool, isBeside);
+        const auto [isBeside] = cells<bool>();
         const QString third = write(path("3.mid"), "old");
         const QString other = write(path("4.mid"), "old");
         QVERIFY(QFile::link(third, path("soft.mid")));

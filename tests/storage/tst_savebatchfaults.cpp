@@ -17,10 +17,7 @@ private Q_SLOTS:
 
     void theSeventhSongFailsAlone_data()
     {
-        QTest::addColumn<QString>("fault");
-        QTest::addColumn<QString>("when");
-        QTest::addColumn<bool>("isBeside");
-        QTest::addColumn<QString>("code");
+        Table<QString, QString, bool, QString>();
         const QVector<QPair<const char *, const char *>> faults{{"vanishes", "not-found"},
                                                                 {"grows", "changed-meanwhile"},
                                                                 {"becomes a FIFO", "not-a-file"},
@@ -41,9 +38,7 @@ private Q_SLOTS:
     }
     void theSeventhSongFailsAlone()
     {
-        QFETCH(QString, fault);
-        QFETCH(QString, when);
-        QFETCH(bool, isBeside);
+        const auto [fault, when, isBeside, code] = cells<QString, QString, bool, QString>();
         const Way way = isBeside ? Way::Beside : Way::InPlace;
         std::unique_ptr<TmpfsMount> volume;
         if (fault == "is read-only"_s) {
@@ -54,7 +49,7 @@ private Q_SLOTS:
         const QString seventh = write(path(volume ? "card/7" : "7"), "old");
         QVERIFY(!volume || volume->makeReadOnly());
         FailingDisk disk;
-        disk.before = [&](const QString &, int) {
+        disk.before = [&, &fault = fault, &when = when](const QString &, int) {
             if (disk.operations.size() == 1 && when.startsWith("while"_s))
                 strike(fault, seventh);
         };
@@ -71,7 +66,7 @@ private Q_SLOTS:
         if (when == "before the batch is written"_s)
             strike(fault, seventh);
         batch.commit();
-        QTEST(outcomes.at(7).codeName(), "code");
+        QCOMPARE(outcomes.at(7).codeName(), code);
         QCOMPARE(outcomes.at(7).path, seventh);
         for (int i = 1; i < outcomes.size(); ++i) {
             if (i == 7)
@@ -88,17 +83,15 @@ private Q_SLOTS:
 
     void theSeventhSongLiesOnAnotherVolume_data()
     {
-        QTest::addColumn<bool>("isBeside");
-        QTest::addColumn<bool>("isFull");
-        QTest::newRow("a MIDI song is saved there") << false << false;
-        QTest::newRow("an MP3 is saved there") << true << false;
-        QTest::newRow("a MIDI song that finds no room there fails alone") << false << true;
-        QTest::newRow("an MP3 that finds no room there fails alone") << true << true;
+        const Table<bool, bool> row;
+        row("a MIDI song is saved there", false, false);
+        row("an MP3 is saved there", true, false);
+        row("a MIDI song that finds no room there fails alone", false, true);
+        row("an MP3 that finds no room there fails alone", true, true);
     }
     void theSeventhSongLiesOnAnotherVolume()
     {
-        QFETCH(bool, isBeside);
-        QFETCH(bool, isFull);
+        const auto [isBeside, isFull] = cells<bool, bool>();
         const TmpfsMount volume(path("card"), "size=64k");
         if (!volume.isMounted())
             QSKIP("A volume can't be mounted here");
@@ -128,32 +121,28 @@ private Q_SLOTS:
 
     void aFlushThatFailsTakesBackWhatItConcerns_data()
     {
-        QTest::addColumn<QString>("badPart");
-        QTest::addColumn<bool>("comesBack"); // to work, once the old bytes are flushed
-        QTest::addColumn<QByteArrayList>("codes"); // of a.mid, b.mp3, card/c.mid, card/d.mp3
-        QTest::newRow("one file is bad")
-            << "a.mid" << true << QByteArrayList{"medium-failed", "", "", ""};
-        QTest::newRow("one file is bad and stays so")
-            << "a.mid" << false << QByteArrayList{"not-restored", "", "", ""};
-        QTest::newRow("one new file is bad")
-            << "d.tmp" << false << QByteArrayList{"", "", "", "medium-failed"};
-        QTest::newRow("one volume is bad")
-            << "card" << true << QByteArrayList{"", "", "medium-failed", "medium-failed"};
-        QTest::newRow("one volume is bad and stays so")
-            << "card" << false << QByteArrayList{"", "", "not-restored", "medium-failed"};
-        QTest::newRow("all are bad and stay so")
-            << "/" << false
-            << QByteArrayList{"not-restored", "medium-failed", "not-restored", "medium-failed"};
+        // comesBack: to work, once the old bytes are flushed
+        // codes: of a.mid, b.mp3, card/c.mid, card/d.mp3
+        const Table<QString, bool, QByteArrayList> row;
+        row("one file is bad", "a.mid", true, QByteArrayList{"medium-failed", "", "", ""});
+        row("one file is bad and stays so", "a.mid", false,
+            QByteArrayList{"not-restored", "", "", ""});
+        row("one new file is bad", "d.tmp", false, QByteArrayList{"", "", "", "medium-failed"});
+        row("one volume is bad", "card", true,
+            QByteArrayList{"", "", "medium-failed", "medium-failed"});
+        row("one volume is bad and stays so", "card", false,
+            QByteArrayList{"", "", "not-restored", "medium-failed"});
+        row("all are bad and stay so", "/", false,
+            QByteArrayList{"not-restored", "medium-failed", "not-restored", "medium-failed"});
     }
     void aFlushThatFailsTakesBackWhatItConcerns()
     {
-        QFETCH(QString, badPart);
-        QFETCH(bool, comesBack);
-        QFETCH(QByteArrayList, codes);
+        const auto [badPart, comesBack, codes] = cells<QString, bool, QByteArrayList>();
         QVERIFY(QDir().mkdir(path("card")));
         FailingDisk disk;
         disk.badPart = badPart;
-        disk.before = [&](const QString &operation, int) {
+        disk.before = [&, &badPart = badPart, comesBack = comesBack](const QString &operation,
+                                                                     int) {
             // Right after the old bytes were written.
             const bool isTakingBack = operation == "sync"_s
                 && disk.operations.value(disk.operations.size() - 2) == "write"_s;
@@ -178,8 +167,7 @@ private Q_SLOTS:
 
     void aLostByteIsNotForgotten_data()
     {
-        QTest::addColumn<bool>("isBeside");
-        QTest::addColumn<bool>("isFat");
+        Table<bool, bool>();
         for (const bool isFat : {false, true}) {
             for (const bool isBeside : {false, true})
                 QTest::addRow("of %s%s", isBeside ? "an MP3" : "a MIDI song",
@@ -190,8 +178,7 @@ private Q_SLOTS:
     /** The system tells of it once: the next flush of the same finds nothing wrong. */
     void aLostByteIsNotForgotten()
     {
-        QFETCH(bool, isBeside);
-        QFETCH(bool, isFat);
+        const auto [isBeside, isFat] = cells<bool, bool>();
         const QString file = write(path("a"), "old");
         FailingDisk disk;
         disk.isFat = isFat;
@@ -207,17 +194,13 @@ private Q_SLOTS:
 
     void aNameThatIsNotFlushed_data()
     {
-        QTest::addColumn<bool>("isFat");
-        QTest::addColumn<QString>("code");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("is told, and the new song stays")
-            << false << "not-confirmed" << QByteArray("new");
-        QTest::newRow("on FAT, gives the old song back")
-            << true << "medium-failed" << QByteArray("old");
+        const Table<bool, QString, QByteArray> row;
+        row("is told, and the new song stays", false, "not-confirmed", QByteArray("new"));
+        row("on FAT, gives the old song back", true, "medium-failed", QByteArray("old"));
     }
     void aNameThatIsNotFlushed()
     {
-        QFETCH(bool, isFat);
+        const auto [isFat, code, bytes] = cells<bool, QString, QByteArray>();
         FailingDisk disk;
         disk.isFat = isFat;
         disk.failingSync = 2;
@@ -229,8 +212,8 @@ private Q_SLOTS:
         }
         QVERIFY(outcomes[0]);
         QCOMPARE(read(path("a.mid")), QByteArray("new"));
-        QTEST(outcomes[1].codeName(), "code");
-        QTEST(read(path("b.mp3")), "bytes");
+        QCOMPARE(outcomes[1].codeName(), code);
+        QCOMPARE(read(path("b.mp3")), bytes);
         QCOMPARE(names(), words("a.mid b.mp3"));
     }
 

@@ -12,17 +12,7 @@ class tst_Splice : public QObject
 private Q_SLOTS:
     void between_data()
     {
-        QTest::addColumn<QByteArray>("oldBytes");
-        QTest::addColumn<QByteArray>("newBytes");
-        QTest::addColumn<int>("prefix");
-        QTest::addColumn<int>("suffix");
-        QTest::addColumn<QByteArray>("oldMiddle");
-        QTest::addColumn<QByteArray>("newMiddle");
-        const auto row = [](const char *name, const char *oldBytes, const char *newBytes,
-                            int prefix, int suffix, const char *oldMiddle, const char *newMiddle) {
-            QTest::newRow(name) << QByteArray(oldBytes) << QByteArray(newBytes) << prefix << suffix
-                                << QByteArray(oldMiddle) << QByteArray(newMiddle);
-        };
+        const Table<QByteArray, QByteArray, int, int, QByteArray, QByteArray> row;
         row("two empty texts have nothing in common and nothing apart", "", "", 0, 0, "", "");
         row("equal texts are all prefix", "same", "same", 4, 0, "", "");
         row("a text that comes out of nothing is all new", "", "new", 0, 0, "", "new");
@@ -41,13 +31,13 @@ private Q_SLOTS:
     }
     void between()
     {
-        QFETCH(QByteArray, oldBytes);
-        QFETCH(QByteArray, newBytes);
+        const auto [oldBytes, newBytes, prefix, suffix, oldMiddle, newMiddle] =
+            cells<QByteArray, QByteArray, int, int, QByteArray, QByteArray>();
         const Splice splice = Splice::between(oldBytes, newBytes);
-        QTEST(static_cast<int>(splice.prefix), "prefix");
-        QTEST(static_cast<int>(splice.suffix), "suffix");
-        QTEST(splice.oldMiddle, "oldMiddle");
-        QTEST(splice.newMiddle, "newMiddle");
+        QCOMPARE(static_cast<int>(splice.prefix), prefix);
+        QCOMPARE(static_cast<int>(splice.suffix), suffix);
+        QCOMPARE(splice.oldMiddle, oldMiddle);
+        QCOMPARE(splice.newMiddle, newMiddle);
         QCOMPARE(splice.newOf(oldBytes), newBytes);
         QCOMPARE(splice.oldOf(newBytes), oldBytes);
     }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "tests/library/testfiles.h"
+#include "tests/storage/table.h"
 #include "tests/ui/dialogdriver.h"
 #include "tests/ui/forms.h"
-#include "tests/ui/table.h"
 
 #include <QProgressBar>
 

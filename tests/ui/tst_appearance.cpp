@@ -1,5 +1,5 @@
 #include "tests/library/texts.h"
-#include "tests/ui/table.h"
+#include "tests/storage/table.h"
 #include "ui/appearance.h"
 
 #include <QApplication>
@@ -33,15 +33,14 @@ private Q_SLOTS:
 
     void styleSheets_data()
     {
-        columns<QByteArray, QString>("bytes", "style");
+        const Table<QByteArray, QString> row;
         row("up to the first zero byte", QByteArray("QLabel{}\0rubbish", 16), "QLabel{}");
         row("as Latin-1", QByteArray("/*\xe8*/"), text("/*") + QChar(0xe8) + text("*/"));
         row("an empty file", QByteArray(), QString());
     }
     void styleSheets()
     {
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, style);
+        const auto [bytes, style] = cells<QByteArray, QString>();
         QTemporaryFile file;
         QVERIFY(file.open());
         QCOMPARE(file.write(bytes), static_cast<qint64>(bytes.size()));

@@ -47,14 +47,13 @@ private Q_SLOTS:
 
     void aDamagedIndex_data()
     {
-        columns<QString, QString>("sourceField", "button");
+        const Table<QString, QString> row;
         row("when the memory is optimised", "pathLineEdit", "startPushButton");
         row("when its list is saved", "sourceLineEdit", "savePushButton");
     }
     void aDamagedIndex()
     {
-        QFETCH(QString, sourceField);
-        QFETCH(QString, button);
+        const auto [sourceField, button] = cells<QString, QString>();
         PreparedMemory memory;
         write(memory.path(text("/index.id3")), "xyz");
         std::unique_ptr<QDialog> dialog = std::make_unique<IndexDialog>();
@@ -73,10 +72,7 @@ private Q_SLOTS:
 
     void aSongThatIsNotRead_data()
     {
-        columns<Change, Code>("change", "code");
-        const auto row = [](const char *sentence, Code code, const Change &change) {
-            QTest::newRow(sentence) << change << code;
-        };
+        const Table<Code, Change> row;
         row("it is gone", Code::NotFound, [](const QString &path) { QFile::remove(path); });
         row("a folder has its name", Code::NotAFile, [](const QString &path) {
             QFile::remove(path);
@@ -95,8 +91,7 @@ private Q_SLOTS:
     /** The summary of the import that follows lists it, for a file chosen before is read again. */
     void aSongThatIsNotRead()
     {
-        QFETCH(Change, change);
-        QFETCH(Code, code);
+        const auto [code, change] = cells<Code, Change>();
         openWindow();
         const QString song = addSong("a.mid", "Volare");
         importOnly({song});
@@ -110,7 +105,7 @@ private Q_SLOTS:
 
     void anEditThatIsNotSaved_data()
     {
-        columns<Code, QString, QByteArray, QString>("code", "name", "bytes", "title");
+        const Table<Code, QString, QByteArray, QString> row;
         using namespace SongBytes;
         const QString longTitle(2000, QLatin1Char('x'));
         const QByteArray song = midi0(meta(3, "Volare"));
@@ -128,10 +123,7 @@ private Q_SLOTS:
      * the row, which counts as edited. */
     void anEditThatIsNotSaved()
     {
-        QFETCH(Code, code);
-        QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, title);
+        const auto [code, name, bytes, title] = cells<Code, QString, QByteArray, QString>();
         const QString song = path(text("songs/") + name);
         std::optional<TmpfsMount> card;
         if (name.contains(QLatin1Char('/'))) {
@@ -148,14 +140,15 @@ private Q_SLOTS:
             write(song + text(".fill"), QByteArray(4096, 'x'));
         if (code == Code::ReadOnlyVolume)
             QVERIFY(card->makeReadOnly());
-        m_driver->expect<DataEditDialog>([&](DataEditDialog &dialog) {
-            child<QLineEdit>(dialog, "titleLineEdit")->setText(title);
-            if (code == Code::ChangedMeanwhile)
-                write(song, bytes + "more");
-            if (code == Code::NotFound)
-                QFile::remove(song);
-            click(dialog, "savePushButton");
-        });
+        m_driver->expect<DataEditDialog>(
+            [&, code = code, &bytes = bytes, &title = title](DataEditDialog &dialog) {
+                child<QLineEdit>(dialog, "titleLineEdit")->setText(title);
+                if (code == Code::ChangedMeanwhile)
+                    write(song, bytes + "more");
+                if (code == Code::NotFound)
+                    QFile::remove(song);
+                click(dialog, "savePushButton");
+            });
         m_driver->answerBox(QMessageBox::Ok);
         doubleClick(0);
         const QString file = QFileInfo(song).fileName();

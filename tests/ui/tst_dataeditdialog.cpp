@@ -49,7 +49,7 @@ private Q_SLOTS:
 
     void savedFields_data()
     {
-        columns<QString, QString, QString>("field", "typed", "saved");
+        const Table<QString, QString, QString> row;
         row("a title without the blanks around it", "titleLineEdit", "  Nel blu \t",
             "Nel blu|Conte|Celentano|Leggera|A-|185|120");
         row("an author without the blanks around it", "authorLineEdit", " Modugno ",
@@ -65,10 +65,9 @@ private Q_SLOTS:
     }
     void savedFields()
     {
-        QFETCH(QString, field);
-        QFETCH(QString, typed);
+        const auto [field, typed, expected] = cells<QString, QString, QString>();
         retype(edit(qPrintable(field)), typed);
-        QTEST(saved(), "saved");
+        QCOMPARE(saved(), expected);
     }
 
     void savingLeavesTheOtherFields()
@@ -93,8 +92,7 @@ private Q_SLOTS:
 
     void lengths_data()
     {
-        columns<int, QString, QString, QString, int>("length", "shown", "minutes", "seconds",
-                                                     "saved");
+        const Table<int, QString, QString, QString, int> row;
         const QString keep;
         const QString none = text("");
         const QString shown = text("3:5");
@@ -108,25 +106,24 @@ private Q_SLOTS:
     }
     void lengths()
     {
-        QFETCH(int, length);
-        QFETCH(QString, minutes);
-        QFETCH(QString, seconds);
+        const auto [length, shown, minutes, seconds, saved] =
+            cells<int, QString, QString, QString, int>();
         m_song.length = length;
         m_dialog->setSong(m_song);
         QLineEdit *const mm = edit("lenMmLineEdit");
         QLineEdit *const ss = edit("lenSsLineEdit");
-        QTEST(QString(mm->text() + QLatin1Char(':') + ss->text()), "shown");
+        QCOMPARE(QString(mm->text() + QLatin1Char(':') + ss->text()), shown);
         if (!minutes.isNull())
             retype(mm, minutes);
         if (!seconds.isNull())
             retype(ss, seconds);
         m_dialog->getSong(m_song);
-        QTEST(m_song.length, "saved");
+        QCOMPARE(m_song.length, saved);
     }
 
     void digits_data()
     {
-        columns<QString, QString, QString>("field", "typed", "taken");
+        const Table<QString, QString, QString> row;
         row("a fourth digit of the tempo is refused", "bpmLineEdit", "1234", "123");
         row("letters are refused in the tempo", "bpmLineEdit", "1a2-b3.", "123");
         row("letters and a third digit are refused in the minutes", "lenMmLineEdit", "x4 y25",
@@ -136,28 +133,27 @@ private Q_SLOTS:
     }
     void digits()
     {
-        QFETCH(QString, field);
-        QFETCH(QString, typed);
+        const auto [field, typed, taken] = cells<QString, QString, QString>();
         retype(edit(qPrintable(field)), typed);
-        QTEST(edit(qPrintable(field))->text(), "taken");
+        QCOMPARE(edit(qPrintable(field))->text(), taken);
     }
 
     void keys_data()
     {
-        columns<QString, int, QString>("key", "selected", "saved");
+        const Table<QString, int, QString> row;
         row("a listed key", "Bb", 3, "Bb");
         row("a key in other letters is not listed, and saved empty", "bb", -1, "");
         row("an empty key selects the empty first entry", "", 0, "");
     }
     void keys()
     {
-        QFETCH(QString, key);
+        const auto [key, selected, expected] = cells<QString, int, QString>();
         m_song.key = key;
         m_dialog->setSong(m_song);
         const auto *box = find<QComboBox>("keyComboBox");
         QCOMPARE(box->itemText(0), QString());
-        QTEST(box->currentIndex(), "selected");
-        QTEST(saved().split(QLatin1Char('|')).at(4), "saved");
+        QCOMPARE(box->currentIndex(), selected);
+        QCOMPARE(saved().split(QLatin1Char('|')).at(4), expected);
     }
 
     void listsAreReplaced()
@@ -212,7 +208,7 @@ private Q_SLOTS:
 
     void titleSources_data()
     {
-        columns<QString, QString>("path", "title");
+        const Table<QString, QString> row;
         row("only the last point ends the name", "/music/a.b.c.mid", "a.b.c");
         row("a path with no point gives the whole name", "/music/azzurro", "azzurro");
         row("a point only in a folder name gives the whole name", "/mu.sic/azzurro", "azzurro");
@@ -220,11 +216,11 @@ private Q_SLOTS:
     }
     void titleSources()
     {
-        QFETCH(QString, path);
+        const auto [path, title] = cells<QString, QString>();
         m_song.filename = path;
         m_dialog->setSong(m_song);
         click(*m_dialog, "radioButtonTitle2");
-        QTEST(edit("titleLineEdit")->text(), "title");
+        QCOMPARE(edit("titleLineEdit")->text(), title);
         click(*m_dialog, "radioButtonTitle1");
         QCOMPARE(edit("titleLineEdit")->text(), text("Azzurro"));
     }
@@ -245,7 +241,7 @@ private Q_SLOTS:
 
     void applyToAll_data()
     {
-        columns<QString>("question");
+        const Table<QString> row;
         const QString question =
             text("%1 verrà applicato a tutte le song della lista, sei sicuro?");
         row("checkBoxToAllAuthor", question.arg(text("L'autore inserito")));
@@ -258,7 +254,7 @@ private Q_SLOTS:
     /** Yes ticks the box; No leaves it as it was, and so do Escape and a stray Enter. */
     void applyToAll()
     {
-        QFETCH(QString, question);
+        const auto [question] = cells<QString>();
         const char *name = QTest::currentDataTag();
         click(*m_dialog, "radioButtonTitle2");
         for (const Qt::Key key : {Qt::Key_N, Qt::Key_Escape, Qt::Key_Return}) {

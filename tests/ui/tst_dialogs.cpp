@@ -1,6 +1,6 @@
+#include "tests/storage/table.h"
 #include "tests/ui/dialogdriver.h"
 #include "tests/ui/dialogtexts.h"
-#include "tests/ui/table.h"
 #include "ui/aboutdialog.h"
 #include "ui/appearance.h"
 #include "ui/backupdialog.h"
@@ -87,29 +87,28 @@ private Q_SLOTS:
 
     void texts_data()
     {
-        columns<QString, QString, QString, QString>("dialog", "widget", "italian", "english");
+        Table<QString, QString, QString, QString>();
         for (const FormText &form : formTexts)
             QTest::addRow("%s %s", form.dialog, form.widget)
                 << form.dialog << form.widget << form.italian << form.english;
     }
     void texts()
     {
-        QFETCH(QString, dialog);
-        QFETCH(QString, widget);
-        const auto shown = [&] {
+        const auto [dialog, widget, italian, english] = cells<QString, QString, QString, QString>();
+        const auto shown = [&dialog = dialog, &widget = widget] {
             const auto made = makers[dialog]();
             return widget.isEmpty() ? made->windowTitle()
                                     : child(*made, qPrintable(widget))->property("text").toString();
         };
-        QTEST(shown(), "italian");
+        QCOMPARE(shown(), italian);
         QTranslator translator;
         Appearance::installLanguage(translator, text("en"));
-        QTEST(shown(), "english");
+        QCOMPARE(shown(), english);
     }
 
     void sizes_data()
     {
-        columns<QString, QString>("dialog", "language");
+        Table<QString, QString>();
         for (const QString &dialog : makers.keys()) {
             for (const char *language : {"it", "en"})
                 QTest::addRow("%s %s", qPrintable(dialog), language) << dialog << language;
@@ -118,8 +117,7 @@ private Q_SLOTS:
     /** No dialog is larger than a small screen, and none cuts a text, in either language. */
     void sizes()
     {
-        QFETCH(QString, dialog);
-        QFETCH(QString, language);
+        const auto [dialog, language] = cells<QString, QString>();
         const QSize room(640, 372); // 1280x800 at 200 %, below a window's title
         Appearance::applyStyleSheet(text(":/style/default.qss"));
         const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
@@ -144,7 +142,7 @@ private Q_SLOTS:
 
     void results_data()
     {
-        columns<QString, Act, int>("dialog", "act", "result");
+        Table<QString, Act, int>();
         const auto row = [](const char *name, const char *dialog, const Act &act, int result) {
             QTest::addRow("%s: %s gives %d", dialog, name, result) << dialog << act << result;
         };
@@ -186,8 +184,7 @@ private Q_SLOTS:
     }
     void results()
     {
-        QFETCH(QString, dialog);
-        QFETCH(Act, act);
+        const auto [dialog, act, result] = cells<QString, Act, int>();
         DialogDriver driver;
         driver.expect<QDialog>(act);
         const auto made = makers[dialog]();
@@ -196,12 +193,12 @@ private Q_SLOTS:
             song.bpm = 95; // two digits, where three fit
             edit->setSong(song);
         }
-        QTEST(made->exec(), "result");
+        QCOMPARE(made->exec(), result);
     }
 
     void tabGoesFromTopToBottom_data()
     {
-        columns<QString, QString>("enabling", "chain");
+        const Table<QString, QString> row;
         row("backup", "doBackupPushButton",
             "directoryLineEdit browsePushButton doBackupPushButton exitPushButton abortPushButton");
         row("edit", "checkBoxToAllTitle",
@@ -220,8 +217,7 @@ private Q_SLOTS:
     }
     void tabGoesFromTopToBottom()
     {
-        QFETCH(QString, enabling);
-        QFETCH(QString, chain);
+        const auto [enabling, chain] = cells<QString, QString>();
         const auto made = makers[text(QTest::currentDataTag())]();
         if (!enabling.isEmpty())
             child(*made, qPrintable(enabling))->setEnabled(true);
@@ -240,7 +236,7 @@ private Q_SLOTS:
 
     void captionsLeadToTheirFields_data()
     {
-        columns<QString, QString>("dialog", "field");
+        const Table<QString, QString> row;
         for (const FormText &form : formTexts) {
             if (form.field)
                 row(form.widget, text(form.dialog), text(form.field));
@@ -248,26 +244,23 @@ private Q_SLOTS:
     }
     void captionsLeadToTheirFields()
     {
-        QFETCH(QString, dialog);
+        const auto [dialog, field] = cells<QString, QString>();
         const auto made = makers[dialog]();
         const QWidget *buddy = child<QLabel>(*made, QTest::currentDataTag())->buddy();
         QVERIFY(buddy);
-        QTEST(buddy->objectName(), "field");
+        QCOMPARE(buddy->objectName(), field);
     }
 
     void folderChoices_data()
     {
-        columns<QString, QString, QString, bool>("dialog", "button", "field", "isStored");
+        const Table<QString, QString, QString, bool> row;
         row("of a backup", "backup", "browsePushButton", "directoryLineEdit", false);
         row("to index", "index", "browsePushButton", "pathLineEdit", true);
         row("of a list", "list", "browseDirPushButton", "sourceLineEdit", true);
     }
     void folderChoices()
     {
-        QFETCH(QString, dialog);
-        QFETCH(QString, button);
-        QFETCH(QString, field);
-        QFETCH(bool, isStored);
+        const auto [dialog, button, field, isStored] = cells<QString, QString, QString, bool>();
         const QTemporaryDir folder;
         const QString link = folder.filePath(QString(200, QLatin1Char('x'))); // stretches no dialog
         QVERIFY(QFile::link(folder.path(), link));

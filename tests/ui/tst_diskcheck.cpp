@@ -1,7 +1,7 @@
 #include "tests/library/logcapture.h"
 #include "tests/library/texts.h"
+#include "tests/storage/table.h"
 #include "tests/ui/diskcheckprogram.h"
-#include "tests/ui/table.h"
 #include "ui/diskcheck.h"
 
 #include <QApplication>
@@ -27,7 +27,7 @@ private Q_SLOTS:
 
     void drives_data()
     {
-        columns<QString, QByteArray>("path", "drive");
+        const Table<QString, QByteArray> row;
         row("none of an empty path", "", QByteArray());
         row("none of one character", "E", QByteArray());
         row("none of a mounted folder", "/media/card", QByteArray());
@@ -38,8 +38,7 @@ private Q_SLOTS:
     }
     void drives()
     {
-        QFETCH(QString, path);
-        QFETCH(QByteArray, drive);
+        const auto [path, drive] = cells<QString, QByteArray>();
         QVERIFY(m_program->write("exit 0"));
         QCOMPARE(DiskCheck({pastAnyTest, pastAnyTest}).run(path),
                  drive.isEmpty() ? DiskCheck::NotRun : DiskCheck::NoErrors);
@@ -49,7 +48,7 @@ private Q_SLOTS:
 
     void exitCodes_data()
     {
-        columns<QString, int>("script", "result");
+        const Table<QString, int> row;
         row("0: no errors", "exit 0", 0);
         row("1: errors found and fixed", "exit 1", 1);
         row("2: errors left", "exit 2", 2);
@@ -63,14 +62,14 @@ private Q_SLOTS:
     }
     void exitCodes()
     {
-        QFETCH(QString, script);
+        const auto [script, result] = cells<QString, int>();
         QVERIFY(m_program->write(script.toUtf8()));
-        QTEST(static_cast<int>(check()), "result");
+        QCOMPARE(static_cast<int>(check()), result);
     }
 
     void answers_data()
     {
-        columns<QString, QString>("script", "letters");
+        const Table<QString, QString> row;
         row("each question takes the next letter, and s follows o",
             "for i in 1 2 3 4 5 6; do ask \"Question $i (Y/N)? \"; done", "syjosy");
         row("output that asks nothing takes no letter",
@@ -88,8 +87,7 @@ private Q_SLOTS:
     }
     void answers()
     {
-        QFETCH(QString, script);
-        QFETCH(QString, letters);
+        const auto [script, letters] = cells<QString, QString>();
         QVERIFY(m_program->write(
             "ask() { printf \"$1\"; read -r answer; printf '%s\\n' \"$answer\" >> answers; }\n"
             + script.toUtf8() + "\nexit 1"));
@@ -112,7 +110,7 @@ private Q_SLOTS:
 
     void neverEnding_data()
     {
-        columns<QString>("script");
+        const Table<QString> row;
         row("saying nothing", "exec sleep 60");
         row("after a question", "printf 'Fix (Y/N)? '; exec sleep 60");
         row("going on and on", "while :; do echo ...; sleep 0.02; done");
@@ -120,7 +118,7 @@ private Q_SLOTS:
     }
     void neverEnding()
     {
-        QFETCH(QString, script);
+        const auto [script] = cells<QString>();
         QVERIFY(m_program->write("echo $$ > pid\n" + script.toUtf8()));
         QElapsedTimer timer;
         timer.start();

@@ -90,15 +90,14 @@ private Q_SLOTS:
 
     void runs_data()
     {
-        columns<bool, QString>("rebuild", "separator");
+        const Table<bool, QString> row;
         row("update", false, "");
         row("rebuild", true, "");
         row("a slash at the end of the path", true, "/");
     }
     void runs()
     {
-        QFETCH(bool, rebuild);
-        QFETCH(QString, separator);
+        const auto [rebuild, separator] = cells<bool, QString>();
         m_dialog->errorFromIndexReceived(text("of an earlier run"));
         for (int round = 0; round < 2; ++round) { // a new memory and a prepared one
             choose(card() + separator, rebuild);
@@ -144,7 +143,7 @@ private Q_SLOTS:
 
     void failures_data()
     {
-        columns<bool, QString>("rebuild", "root");
+        const Table<bool, QString> row;
         row("an index file that can't be rebuilt", true, "card");
         row("an index file that can't be updated", false, "card");
         row("a root that is a file", true, "card/a.mid");
@@ -152,8 +151,7 @@ private Q_SLOTS:
     }
     void failures()
     {
-        QFETCH(bool, rebuild);
-        QFETCH(QString, root);
+        const auto [rebuild, root] = cells<bool, QString>();
         QVERIFY(QDir().mkpath(card("/artist.id3/folder")));
         QVERIFY(QDir().mkpath(m_program->path(text("empty"))));
         m_dialog->initProgress(7); // as after a memory of seven songs
@@ -232,7 +230,7 @@ private Q_SLOTS:
 
     void diskChecks_data()
     {
-        columns<QByteArray, QStringList>("script", "boxes");
+        const Table<QByteArray, QStringList> row;
         row("no errors: goes on", QByteArray("exit 0"), QStringList(done));
         row("errors fixed: goes on", QByteArray("exit 1"), QStringList(done));
         row("errors left: stops without indexing", QByteArray("exit 3"), QStringList(errorsLeft));
@@ -242,8 +240,7 @@ private Q_SLOTS:
     }
     void diskChecks()
     {
-        QFETCH(QByteArray, script);
-        QFETCH(QStringList, boxes);
+        const auto [script, boxes] = cells<QByteArray, QStringList>();
         open(nullptr, DiskCheckTimings{pastAnyTest, script.contains("sleep") ? 200 : pastAnyTest});
         if (!script.isEmpty())
             QVERIFY(m_program->write(script));
@@ -261,7 +258,7 @@ private Q_SLOTS:
 
     void checkIsLeftOut_data()
     {
-        columns<QString, bool, bool, QStringList>("root", "rebuild", "check", "boxes");
+        const Table<QString, bool, bool, QStringList> row;
         row("for a path without a drive, and says so", "card", true, true,
             QStringList({notChecked, done}));
         row("for an update", "E:", false, true, QStringList(done));
@@ -269,10 +266,7 @@ private Q_SLOTS:
     }
     void checkIsLeftOut()
     {
-        QFETCH(QString, root);
-        QFETCH(bool, rebuild);
-        QFETCH(bool, check);
-        QFETCH(QStringList, boxes);
+        const auto [root, rebuild, check, boxes] = cells<QString, bool, bool, QStringList>();
         QVERIFY(m_program->write("exit 3"));
         choose(root, rebuild, check);
         QCOMPARE(run(boxes.size()), boxes);

@@ -68,7 +68,7 @@ private Q_SLOTS:
 
     void widgetsHaveTheirTexts_data()
     {
-        columns<QString>("shown");
+        const Table<QString> row;
         row("selectDirToolButton",
             "Seleziona le basi musicali che desideri inserire nella memoria di Tarvel");
         row("label_2", "Sincronizza song con il\ndatabase K-Varo");
@@ -87,9 +87,10 @@ private Q_SLOTS:
     }
     void widgetsHaveTheirTexts()
     {
+        const auto [shown] = cells<QString>();
         const auto *widget = find<QWidget>(QTest::currentDataTag());
         const char *property = qobject_cast<const QGroupBox *>(widget) ? "title" : "text";
-        QTEST(widget->property(property).toString(), "shown");
+        QCOMPARE(widget->property(property).toString(), shown);
         QCOMPARE(m_window->windowTitle(), text("Tarvel4 Soft"));
     }
 
@@ -110,7 +111,7 @@ private Q_SLOTS:
 
     void everyTextFitsItsWidget_data()
     {
-        columns<QByteArray, QSize>("language", "size");
+        Table<QByteArray, QSize>();
         for (const char *language : {"actionItalian", "actionEnglish"}) {
             QTest::addRow("%s", language) << QByteArray(language) << QSize(1280, 800);
             QTest::addRow("%s at 200 %%", language) << QByteArray(language) << QSize(640, 400);
@@ -118,8 +119,7 @@ private Q_SLOTS:
     }
     void everyTextFitsItsWidget()
     {
-        QFETCH(QByteArray, language);
-        QFETCH(QSize, size);
+        const auto [language, size] = cells<QByteArray, QSize>();
         Appearance::applyStyleSheet(text(":/style/default.qss"));
         const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
         trigger(language.constData());
@@ -207,13 +207,13 @@ private Q_SLOTS:
 
     void logBoxesShowAndKeepTheSettings_data()
     {
-        columns<QString>("key");
+        const Table<QString> row;
         row("dbgLogEnableCheckBox", "logenabled");
         row("dbgLogClearCheckBox", "logclear");
     }
     void logBoxesShowAndKeepTheSettings()
     {
-        QFETCH(QString, key);
+        const auto [key] = cells<QString>();
         for (const bool before : {false, true}) {
             auto *box = find<QCheckBox>(QTest::currentDataTag());
             QCOMPARE(box->isChecked(), before);
@@ -272,16 +272,17 @@ private Q_SLOTS:
 
     void developersDialog_data()
     {
-        columns<QString>("line");
+        const Table<QString> row;
         row("savePushButton", "Accettato");
         row("exitPushButton", "Rifiutato");
     }
     void developersDialog()
     {
+        const auto [line] = cells<QString>();
         m_driver->click<DataEditDialog>(QTest::currentDataTag());
         const LogCapture log;
         pressHidden("dbgShowDialogPushButton");
-        QTEST(LogCapture::lines().constLast(), "line");
+        QCOMPARE(LogCapture::lines().constLast(), line);
     }
 };
 

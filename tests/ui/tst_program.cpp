@@ -1,6 +1,6 @@
 #include "app/startup.h"
+#include "tests/storage/table.h"
 #include "tests/ui/forms.h"
-#include "tests/ui/table.h"
 
 #include <QAction>
 #include <QMenu>
@@ -40,7 +40,7 @@ class tst_Program : public QObject
 private Q_SLOTS:
     void startsWithItsLanguageAndItsLooks_data()
     {
-        columns<QString, QString>("language", "help");
+        const Table<QString, QString> row;
         row("it", "actionItalian", "Aiuto");
         row("en", "actionEnglish", "Help");
         row("de", "actionGerman", "Help");
@@ -48,6 +48,7 @@ private Q_SLOTS:
     }
     void startsWithItsLanguageAndItsLooks()
     {
+        const auto [language, expected] = cells<QString, QString>();
         settings().clear();
         settings().setValue(text("language"), text(QTest::currentDataTag()));
         QStringList languages;
@@ -70,8 +71,8 @@ private Q_SLOTS:
         char *arguments[] = {name, nullptr};
         QCOMPARE(Startup::runProgram(1, arguments), 0);
 
-        QTEST(languages.join(QLatin1Char(' ')), "language");
-        QTEST(help, "help");
+        QCOMPARE(languages.join(QLatin1Char(' ')), language);
+        QCOMPARE(help, expected);
         QCOMPARE(palette.color(QPalette::Link), QColor(0x0b, 0x72, 0x85));
         QCOMPARE(palette.color(QPalette::LinkVisited), QColor(0x0b, 0x72, 0x85));
         QFile sheet(text(":/style/default.qss"));

@@ -1,5 +1,5 @@
+#include "tests/storage/table.h"
 #include "tests/ui/dialogdriver.h"
-#include "tests/ui/table.h"
 #include "ui/aboutdialog.h"
 #include "ui/appearance.h"
 #include "ui/backupdialog.h"
@@ -42,7 +42,7 @@ private Q_SLOTS:
 
     void aboutTexts_data()
     {
-        columns<QStringList, QString>("parts", "plain");
+        const Table<QStringList, QString> row;
         row("versionLabel",
             strings(
                 {"Version:&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp; 1.0<br/>Build date: ", "<br/></p>"}),
@@ -53,8 +53,7 @@ private Q_SLOTS:
     }
     void aboutTexts()
     {
-        QFETCH(QStringList, parts);
-        QFETCH(QString, plain);
+        auto [parts, plain] = cells<QStringList, QString>();
         const AboutDialog dialog;
         const QString html = child<QLabel>(dialog, QTest::currentDataTag())->text();
         parts += strings({"<meta name=\"qrichtext\" content=\"1\" />", "white-space: pre-wrap",
@@ -74,21 +73,20 @@ private Q_SLOTS:
 
     void buildDates_data()
     {
-        columns<QString, QString, QString>("compilerDate", "locale", "shown");
+        const Table<QString, QString, QString> row;
         row("a day of one digit is padded with a blank", "Dec  9 2016", "it_IT", "09/12/16");
         row("English months are read in a German system", "Oct  1 2026", "de_DE", "01.10.26");
         row("an American date of two digits", "May 31 2026", "en_US", "5/31/26");
     }
     void buildDates()
     {
-        QFETCH(QString, compilerDate);
-        QFETCH(QString, locale);
-        QTEST(AboutDialog::buildDate(compilerDate, QLocale(locale)), "shown");
+        const auto [compilerDate, locale, shown] = cells<QString, QString, QString>();
+        QCOMPARE(AboutDialog::buildDate(compilerDate, QLocale(locale)), shown);
     }
 
     void helpPages_data()
     {
-        columns<QString, QString>("setting", "page");
+        const Table<QString, QString> row;
         row("a missing setting shows the Italian page", QString(), "it");
         row("it shows the Italian page", "it", "it");
         row("en shows the English page", "en", "en");
@@ -97,12 +95,12 @@ private Q_SLOTS:
     }
     void helpPages()
     {
-        QFETCH(QString, setting);
+        const auto [setting, page] = cells<QString, QString>();
         if (!setting.isNull())
             settings().setValue(text("language"), setting);
         const HelpDialog dialog;
         QCOMPARE(dialog.findChild<QTextBrowser *>()->documentTitle(), text("Tarvel4 Soft - help"));
-        QTEST(languageOf(dialog), "page");
+        QCOMPARE(languageOf(dialog), page);
     }
 
     void languageChangeReloadsTheHelp()
@@ -179,7 +177,7 @@ private Q_SLOTS:
 
     void questionNamesTheFile_data()
     {
-        columns<QString>("name");
+        const Table<QString> row;
         row("what looks like HTML is shown as it is", "<b>a</b>&amp;.mid");
         row("a mark for a mnemonic is shown as it is", "Rock&Roll.mid");
         row("a name of 250 characters without a blank", QString(250, QLatin1Char('W')));
@@ -188,7 +186,7 @@ private Q_SLOTS:
     }
     void questionNamesTheFile()
     {
-        QFETCH(QString, name);
+        const auto [name] = cells<QString>();
         NoCopyrightDialog plain;
         plain.setFileName(text("song.mid"));
         NoCopyrightDialog dialog;

@@ -42,7 +42,7 @@ private Q_SLOTS:
 
     void defaultTargets_data()
     {
-        columns<QString, QString>("root", "target");
+        const Table<QString, QString> row;
         row("no stored memory", "", "/SongsList.csv");
         row("a mounted memory", "/media/card", "/media/card/SongsList.csv");
         row("a slash at the end is enough", "/media/card/", "/media/card/SongsList.csv");
@@ -51,12 +51,12 @@ private Q_SLOTS:
     }
     void defaultTargets()
     {
-        QFETCH(QString, root);
+        const auto [root, target] = cells<QString, QString>();
         if (!root.isEmpty())
             settings().setValue(text("mediaroot"), root);
         open();
         QCOMPARE(textOf("sourceLineEdit"), root);
-        QTEST(textOf("targetLineEdit"), "target");
+        QCOMPARE(textOf("targetLineEdit"), target);
     }
 
     void browsingForTheFile()
@@ -78,7 +78,7 @@ private Q_SLOTS:
 
     void orders_data()
     {
-        columns<bool, QByteArray>("byArtist", "list");
+        const Table<bool, QByteArray> row;
         const QByteArray azzurro("AZZURRO; LIVE;CELENTANO;/a/z.mid;\n");
         const QByteArray others("CHIQUITITA;ABBA;/b.mid;\nWATERLOO;ABBA;/a/w.mid;\n");
         row("by title, which may hold a semicolon", false, azzurro + others);
@@ -86,8 +86,7 @@ private Q_SLOTS:
     }
     void orders()
     {
-        QFETCH(bool, byArtist);
-        QFETCH(QByteArray, list);
+        const auto [byArtist, list] = cells<bool, QByteArray>();
         TestFiles::write(path("list.csv"), QByteArray(5000, 'x')); // an earlier, longer list
         if (byArtist)
             QTest::keyClick(find("orderComboBox"), Qt::Key_Down);
@@ -99,7 +98,7 @@ private Q_SLOTS:
 
     void failures_data()
     {
-        columns<QString, QString, QString>("source", "target", "message");
+        const Table<QString, QString, QString> row;
         const QString noSource = text("Il percorso selezionato non esiste");
         const QString noTarget = text("Il percorso di destinazione non esiste");
         row("no source", "", "list.csv", noSource);
@@ -112,9 +111,7 @@ private Q_SLOTS:
     }
     void failures()
     {
-        QFETCH(QString, source);
-        QFETCH(QString, target);
-        QFETCH(QString, message);
+        const auto [source, target, message] = cells<QString, QString, QString>();
         QCOMPARE(mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0); // nobody reads it
         if (source == text("torn")) {
             QVERIFY(QFile::rename(path("card"), path("torn")));
@@ -130,13 +127,13 @@ private Q_SLOTS:
 
     void unpreparedMemories_data()
     {
-        columns<QString>("missing");
+        Table<QString>();
         for (const QString &name : MemoryFixture::preparedFiles())
             QTest::addRow("without %s", qPrintable(name)) << name;
     }
     void unpreparedMemories()
     {
-        QFETCH(QString, missing);
+        const auto [missing] = cells<QString>();
         QVERIFY(QFile::remove(path("card/") + missing));
         for (const QByteArray &earlier : {QByteArray(), QByteArray("an earlier list")}) {
             TestFiles::write(path("list.csv"), earlier);

@@ -1,6 +1,6 @@
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
-#include "tests/ui/table.h"
+#include "tests/storage/table.h"
 
 #include <QSettings>
 
@@ -39,8 +39,7 @@ private Q_SLOTS:
 
     void starts_data()
     {
-        columns<QString, QByteArray, QString, bool, bool>("locale", "settings", "language",
-                                                          "isLogged", "isOldLogKept");
+        const Table<QString, QByteArray, QString, bool, bool> row;
         row("first, in Italian", "it_CH.UTF-8", QByteArray(), "it", false, true);
         row("first, in another language", "de_DE.UTF-8", QByteArray(), "en", false, true);
         row("with no choice made yet", "it_IT.UTF-8", QByteArray("language=--\n"), "it", false,
@@ -56,10 +55,8 @@ private Q_SLOTS:
     }
     void starts()
     {
-        QFETCH(QString, locale);
-        QFETCH(QByteArray, settings);
-        QFETCH(QString, language);
-        QFETCH(bool, isLogged);
+        const auto [locale, settings, language, isLogged, isOldLogKept] =
+            cells<QString, QByteArray, QString, bool, bool>();
         if (!settings.isEmpty())
             store(settings);
         write(logName(), "an old line\n");
@@ -68,7 +65,7 @@ private Q_SLOTS:
         if (isLogged)
             QTRY_VERIFY_WITH_TIMEOUT(log().contains("DB initialized correctly"), patience);
         QTRY_COMPARE_WITH_TIMEOUT(stored("language"), language, patience);
-        QTEST(log().startsWith("an old line\n"), "isOldLogKept");
+        QCOMPARE(log().startsWith("an old line\n"), isOldLogKept);
         QCOMPARE(log().count("Log start"), isLogged ? 1 : 0);
     }
 

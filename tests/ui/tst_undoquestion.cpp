@@ -20,17 +20,16 @@ private Q_SLOTS:
 
     void questionTellsWhatItTakesBack_data()
     {
-        columns<QString, QString, int, QString>("language", "what", "songs", "expected");
-        const auto row = [](const char *sentence, const char *language, const char *what, int songs,
-                            const char *kind) {
+        const Table<QString, QString, int, QString> add;
+        const auto row = [&add](const char *sentence, const char *language, const char *what,
+                                int songs, const char *kind) {
             const bool isItalian = qstrcmp(language, "actionItalian") == 0;
             QStringList names;
             for (int i = 1; i <= qMin(songs, 10); ++i)
                 names += text("%1.mid").arg(i);
             if (songs > 10)
                 names += text("...");
-            tarvel4::row(
-                sentence, text(language), text(what), songs,
+            add(sentence, text(language), text(what), songs,
                 (isItalian ? text("Annulla l'ultima modifica|Ultima modifica: %1\nData e ora: %2\n"
                                   "Song: %3\n\n%4\n\nVuoi rimettere queste song com'erano prima?")
                            : text("Undo the last change|Last change: %1\nDate and time: %2\n"
@@ -56,22 +55,20 @@ private Q_SLOTS:
     }
     void questionTellsWhatItTakesBack()
     {
-        QFETCH(QString, what);
-        QFETCH(int, songs);
+        const auto [language, what, songs, expected] = cells<QString, QString, int, QString>();
         QStringList paths;
         for (int i = 1; i <= songs; ++i)
             paths += TestFiles::write(path(text("songs/%1.mid").arg(i)), "old");
         noteRun(text("an earlier run"), {TestFiles::write(path("songs/0.mid"), "old")});
         noteRun(what, paths);
-        QFETCH(QString, language);
         trigger(qPrintable(language));
-        m_driver->expect<QMessageBox>([paths](QMessageBox &box) {
+        m_driver->expect<QMessageBox>([paths, expected = expected](QMessageBox &box) {
             QCOMPARE(box.icon(), QMessageBox::Question);
             QCOMPARE(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
             QCOMPARE(box.standardButton(box.defaultButton()), QMessageBox::No);
             QCOMPARE(box.textFormat(), Qt::PlainText);
             QCOMPARE(box.detailedText(), paths.join(QLatin1Char('\n')));
-            QTEST(box.windowTitle() + QLatin1Char('|') + box.text(), "expected");
+            QCOMPARE(box.windowTitle() + QLatin1Char('|') + box.text(), expected);
             box.button(QMessageBox::No)->click();
         });
         trigger("actionUndo");
@@ -79,7 +76,7 @@ private Q_SLOTS:
 
     void anythingButYesChangesNothing_data()
     {
-        columns<int>("way");
+        const Table<int> row;
         row("No", static_cast<int>(Qt::Key_N));
         row("Escape", static_cast<int>(Qt::Key_Escape));
         row("Return, as No is chosen beforehand", static_cast<int>(Qt::Key_Return));
@@ -87,12 +84,12 @@ private Q_SLOTS:
     }
     void anythingButYesChangesNothing()
     {
-        QFETCH(int, way);
+        const auto [way] = cells<int>();
         const QStringList songs = everyFormat();
         import(songs);
         make(text("sync"));
         const QVector<QByteArray> after = bytesOf(songs);
-        m_driver->expect<QMessageBox>([way](QMessageBox &box) {
+        m_driver->expect<QMessageBox>([way = way](QMessageBox &box) {
             if (way == 0)
                 box.close();
             else if (way == Qt::Key_N)
@@ -108,7 +105,7 @@ private Q_SLOTS:
 
     void nothingToUndoIsSaid_data()
     {
-        columns<QString, QString>("language", "expected");
+        const Table<QString, QString> row;
         row("in Italian", "actionItalian",
             "Information|Annulla l'ultima modifica|Non c'è nessuna modifica da annullare.");
         row("in English", "actionEnglish",
@@ -116,11 +113,11 @@ private Q_SLOTS:
     }
     void nothingToUndoIsSaid()
     {
-        QFETCH(QString, language);
+        const auto [language, expected] = cells<QString, QString>();
         trigger(qPrintable(language));
         m_driver->answerBox(QMessageBox::Ok);
         trigger("actionUndo");
-        QTEST(m_driver->boxes.join(QLatin1Char(' ')), "expected");
+        QCOMPARE(m_driver->boxes.join(QLatin1Char(' ')), expected);
         QVERIFY(!QFile::exists(journalPath()));
     }
 

@@ -22,14 +22,13 @@ private Q_SLOTS:
 
     void fromImportToList_data()
     {
-        columns<QString, bool>("language", "isItalian");
+        const Table<QString, bool> row;
         row("Italian", "it", true);
         row("English", "en", false);
     }
     void fromImportToList()
     {
-        QFETCH(QString, language);
-        QFETCH(bool, isItalian);
+        const auto [language, isItalian] = cells<QString, bool>();
         QTranslator translator;
         Appearance::installLanguage(translator, language);
         Appearance::applyStyleSheet(text(":/style/default.qss"));

@@ -1,6 +1,6 @@
 #include "tests/library/texts.h"
+#include "tests/storage/table.h"
 #include "tests/ui/forms.h"
-#include "tests/ui/table.h"
 #include "ui/appearance.h"
 #include "ui/elidedlabel.h"
 #include "ui/listcompleter.h"
@@ -71,7 +71,7 @@ private Q_SLOTS:
 
     void offers_data()
     {
-        columns<QString, QStringList>("typed", "offered");
+        const Table<QString, QStringList> row;
         row("what goes on from the typed text, in any case of letters", "aB",
             strings({"ABBA", "Abba Gold"}));
         row("accented letters in any case", "à", strings({"ÀBACO"}));
@@ -81,8 +81,7 @@ private Q_SLOTS:
     }
     void offers()
     {
-        QFETCH(QString, typed);
-        QFETCH(QStringList, offered);
+        const auto [typed, offered] = cells<QString, QStringList>();
         QCOMPARE(type(typed), offered);
     }
 
@@ -151,7 +150,7 @@ private Q_SLOTS:
 
     void longTextsAreShortened_data()
     {
-        columns<QString, QString>("whole", "tip");
+        const Table<QString, QString> row;
         const QString longName = QString(100, QLatin1Char('x')) + text(".mid");
         row("a short text is drawn as it is, and needs no tip", "<b>a & b</b>.mid", QString());
         row("a long text is shortened in its middle, and its tip has all of it, as it is",
@@ -163,7 +162,7 @@ private Q_SLOTS:
     }
     void longTextsAreShortened()
     {
-        QFETCH(QString, whole);
+        const auto [whole, tip] = cells<QString, QString>();
         ElidedLabel label;
         label.setText(whole);
         QCOMPARE(label.text(), whole);
@@ -180,7 +179,7 @@ private Q_SLOTS:
         label.show();
         QHelpEvent event(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
         QCoreApplication::sendEvent(&label, &event);
-        QTEST(QToolTip::text(), "tip");
+        QCOMPARE(QToolTip::text(), tip);
         QToolTip::hideText();
         QTRY_VERIFY(!QToolTip::isVisible());
     }

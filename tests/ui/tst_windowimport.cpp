@@ -67,7 +67,7 @@ private Q_SLOTS:
 
     void summaryCounts_data()
     {
-        columns<int, int, int, QString>("published", "others", "unreadable", "summary");
+        const Table<int, int, int, QString> row;
         row("songs, published songs and unreadable files", 1, 2, 1,
             "Sono stati esaminti 4 files, trovate 3 songs di cui 1 di (c)K-Varo");
         row("only unreadable files leave an empty table", 0, 0, 2,
@@ -75,9 +75,7 @@ private Q_SLOTS:
     }
     void summaryCounts()
     {
-        QFETCH(int, published);
-        QFETCH(int, others);
-        QFETCH(int, unreadable);
+        const auto [published, others, unreadable, summary] = cells<int, int, int, QString>();
         QStringList files;
         for (int i = 0; i < published + others; ++i)
             files.append(addSong(QByteArray::number(i) + ".mid", "S", i < published));
@@ -85,7 +83,7 @@ private Q_SLOTS:
             files.append(write(path(text("songs/bad%1.mid").arg(i)), "rubbish"));
         openWindow();
         importOnly(files);
-        QTEST(m_summary, "summary");
+        QCOMPARE(m_summary, summary);
         const Outcome noSong{Outcome::Code::NotASong, {}, {}, {}};
         QCOMPARE(m_unread.count(noSong.sentence()), unreadable);
         QVERIFY(m_unread.startsWith(text("bad0.mid: ")));
@@ -94,7 +92,7 @@ private Q_SLOTS:
 
     void summaryAnswers_data()
     {
-        columns<QString, QString, bool>("button", "backup", "updated");
+        const Table<QString, QString, bool> row;
         row("No leaves the update to its button", "noPushButton", "", false);
         row("closing the summary is No", "", "", false);
         row("Si goes on to the update, whose button stays disabled", "yesPushButton",
@@ -104,9 +102,7 @@ private Q_SLOTS:
     }
     void summaryAnswers()
     {
-        QFETCH(QString, button);
-        QFETCH(QString, backup);
-        QFETCH(bool, updated);
+        const auto [button, backup, updated] = cells<QString, QString, bool>();
         openWindow();
         m_driver->click<ProceedDialog>(button);
         if (!backup.isEmpty())
@@ -119,15 +115,15 @@ private Q_SLOTS:
 
     void summaryBoxIsKept_data()
     {
-        columns<bool>("ticked");
+        const Table<bool> row;
         row("ticked with No: the next import shows no summary", true);
         row("not ticked: the next import shows it again", false);
     }
     void summaryBoxIsKept()
     {
-        QFETCH(bool, ticked);
+        const auto [ticked] = cells<bool>();
         openWindow();
-        m_driver->expect<ProceedDialog>([ticked](ProceedDialog &dialog) {
+        m_driver->expect<ProceedDialog>([ticked = ticked](ProceedDialog &dialog) {
             child<QCheckBox>(dialog, "checkBoxShowAgain")->setChecked(ticked);
             click(dialog, "noPushButton");
         });

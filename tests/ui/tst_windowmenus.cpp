@@ -29,7 +29,7 @@ private Q_SLOTS:
 
     void menusAreInOrder_data()
     {
-        columns<QString, QString>("italian", "english");
+        const Table<QString, QString> row;
         row("menuBar",
             "menuFile File|menuPreferences Preferenze|menuStrumenti Strumenti|menuHelp Aiuto",
             "menuFile File|menuPreferences Preferences|menuStrumenti Tools|menuHelp Help");
@@ -52,11 +52,12 @@ private Q_SLOTS:
     }
     void menusAreInOrder()
     {
+        const auto [italian, english] = cells<QString, QString>();
         openWindow();
         const auto *menu = find<QWidget>(QTest::currentDataTag());
-        QTEST(entriesOf(*menu), "italian");
+        QCOMPARE(entriesOf(*menu), italian);
         trigger("actionEnglish");
-        QTEST(entriesOf(*menu), "english");
+        QCOMPARE(entriesOf(*menu), english);
         for (const char *name : {"actionItalian", "actionEnglish", "actionGerman",
                                  "actionCopyrightYes", "actionCopyrightNo"})
             QVERIFY(find<QAction>(name)->isCheckable());
@@ -64,7 +65,7 @@ private Q_SLOTS:
 
     void languageOfTheSettingIsTicked_data()
     {
-        columns<QString, QString>("setting", "ticked");
+        const Table<QString, QString> row;
         row("it ticks Italian", "it", "actionItalian");
         row("no setting ticks Italian", "", "actionItalian");
         row("en ticks English", "en", "actionEnglish");
@@ -73,11 +74,11 @@ private Q_SLOTS:
     }
     void languageOfTheSettingIsTicked()
     {
-        QFETCH(QString, setting);
+        const auto [setting, expected] = cells<QString, QString>();
         if (!setting.isEmpty())
             settings().setValue(text("language"), setting);
         openWindow();
-        QTEST(ticked("menuLanguage"), "ticked");
+        QCOMPARE(ticked("menuLanguage"), expected);
         QVERIFY2(!find<QAction>("actionGerman")->isVisible(), "German is never visible");
         QVERIFY(find<QAction>("actionItalian")->isVisible());
     }
@@ -131,7 +132,7 @@ private Q_SLOTS:
 
     void shortcuts_data()
     {
-        columns<bool, int, int, QString>("afterChange", "modifier", "key", "dialog");
+        Table<bool, int, int, QString>();
         for (const bool afterChange : {false, true}) {
             const auto row = [afterChange](const char *name, int modifier, int key,
                                            const char *dialog) {
@@ -152,10 +153,7 @@ private Q_SLOTS:
     }
     void shortcuts()
     {
-        QFETCH(bool, afterChange);
-        QFETCH(int, modifier);
-        QFETCH(int, key);
-        QFETCH(QString, dialog);
+        const auto [afterChange, modifier, key, dialog] = cells<bool, int, int, QString>();
         openWindowWithoutSummaries();
         import({addSong("a.mid", "A")});
         for (const char *language : {"actionItalian", "actionEnglish", "actionItalian"}) {
@@ -177,18 +175,18 @@ private Q_SLOTS:
 
     void copyrightOfTheSettingIsTicked_data()
     {
-        columns<QVariant, QString>("setting", "ticked");
+        const Table<QVariant, QString> row;
         row("no setting ticks Yes", QVariant(), "actionCopyrightYes");
         row("true ticks Yes", QVariant(true), "actionCopyrightYes");
         row("false ticks No", QVariant(false), "actionCopyrightNo");
     }
     void copyrightOfTheSettingIsTicked()
     {
-        QFETCH(QVariant, setting);
+        const auto [setting, expected] = cells<QVariant, QString>();
         if (setting.isValid())
             settings().setValue(text("copyrightAsk"), setting);
         openWindow();
-        QTEST(ticked("menuMessaggi_Copyright"), "ticked");
+        QCOMPARE(ticked("menuMessaggi_Copyright"), expected);
     }
 
     void copyrightActions()
@@ -204,7 +202,7 @@ private Q_SLOTS:
 
     void menuEntriesOpenTheirDialogs_data()
     {
-        columns<QString>("dialog");
+        const Table<QString> row;
         row("optimizeMemory", "tarvel4::IndexDialog");
         row("actionSongsList", "tarvel4::SongsListDialog");
         row("actionUndo", "QMessageBox");
@@ -214,13 +212,14 @@ private Q_SLOTS:
     }
     void menuEntriesOpenTheirDialogs()
     {
+        const auto [dialog] = cells<QString>();
         openWindow();
         for (int round = 0; round < 2; ++round) {
             m_opened.clear();
             closeNextDialog();
             trigger(QTest::currentDataTag());
             QTRY_VERIFY(!m_opened.isEmpty());
-            QTEST(m_opened, "dialog");
+            QCOMPARE(m_opened, dialog);
             trigger("actionEnglish"); // and after the language has changed
         }
     }

@@ -67,7 +67,7 @@ private Q_SLOTS:
 
     void manySongsAreToldTogether_data()
     {
-        columns<bool, QString>("isEnglish", "expected");
+        const Table<bool, QString> row;
         row("in Italian", false,
             "Information|Salvataggi interrotti|Alcuni salvataggi erano stati interrotti.\n\n"
             "Song messe a posto: 2\nSong da mettere a posto più tardi: 1\n"
@@ -78,7 +78,7 @@ private Q_SLOTS:
     }
     void manySongsAreToldTogether()
     {
-        QFETCH(bool, isEnglish);
+        const auto [isEnglish, told] = cells<bool, QString>();
         QTranslator english;
         if (isEnglish) {
             QVERIFY(english.load(text(":/trans/tarvel4soft_en")));
@@ -91,7 +91,7 @@ private Q_SLOTS:
         m_driver->answerBox(QMessageBox::Ok);
         openWindow();
         QTRY_COMPARE(m_driver->boxes.size(), 1);
-        QTEST(m_driver->boxes.at(0), "expected");
+        QCOMPARE(m_driver->boxes.at(0), told);
         const QStringList lines = m_driver->lastBox.details.split(QLatin1Char('\n'));
         QCOMPARE(lines.size(), 4);
         QStringList names;
@@ -125,13 +125,13 @@ private Q_SLOTS:
 
     void songSetAsideIsToldAtTheImportOfItsNeighbour_data()
     {
-        columns<bool, QString>("isThere", "expected");
+        const Table<bool, QString> row;
         row("it gets its name again", false, "rimesso al suo posto dopo un'interruzione");
         row("its old copy goes", true, "tolta la vecchia copia lasciata da un'interruzione");
     }
     void songSetAsideIsToldAtTheImportOfItsNeighbour()
     {
-        QFETCH(bool, isThere);
+        const auto [isThere, expected] = cells<bool, QString>();
         openWindow();
         const QString song = addSong("a.mp3", "A");
         const QByteArray mp3 = SongBytes::tag() + SongBytes::audio();
@@ -142,7 +142,6 @@ private Q_SLOTS:
             QFile::remove(song);
         m_driver->answerBox(QMessageBox::Ok);
         import({addSong("b.mid", "B")});
-        QFETCH(QString, expected);
         QCOMPARE(
             m_driver->boxes,
             QStringList(text("Information|Salvataggi interrotti|") + song + text(": ") + expected));
@@ -165,13 +164,13 @@ private Q_SLOTS:
 
     void journalThatIsDamagedLaterIsToldAfterTheJob_data()
     {
-        columns<bool>("isEdit");
+        const Table<bool> row;
         row("after an edit, and after what could not be saved", true);
         row("after a synchronisation", false);
     }
     void journalThatIsDamagedLaterIsToldAfterTheJob()
     {
-        QFETCH(bool, isEdit);
+        const auto [isEdit] = cells<bool>();
         openWindow();
         const QString song = addSong("volare.mid", "A");
         const QString other = addSong("b.mid", "B");

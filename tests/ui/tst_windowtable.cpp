@@ -26,7 +26,7 @@ private Q_SLOTS:
 
     void edits_data()
     {
-        columns<bool, QString>("byKey", "button");
+        const Table<bool, QString> row;
         row("a double click edits", false, "savePushButton");
         row("Enter edits", true, "savePushButton");
         row("Annulla changes nothing", false, "exitPushButton");
@@ -34,8 +34,7 @@ private Q_SLOTS:
     }
     void edits()
     {
-        QFETCH(bool, byKey);
-        QFETCH(QString, button);
+        const auto [byKey, button] = cells<bool, QString>();
         import(3);
         const bool isSaved = button == text("savePushButton");
         const QByteArray before = read(m_songs.at(1));
@@ -129,7 +128,7 @@ private Q_SLOTS:
 
     void applyToAll_data()
     {
-        columns<QString, QStringList>("box", "titleAuthorArtistGenre");
+        const Table<QString, QStringList> row;
         row("author", "checkBoxToAllAuthor", strings({"Song 999", "NEW", "", ""}));
         row("artist", "checkBoxToAllArtist", strings({"Song 999", "", "NEW", ""}));
         row("genre", "checkBoxToAllGenre", strings({"Song 999", "", "", "NEW"}));
@@ -138,10 +137,9 @@ private Q_SLOTS:
     }
     void applyToAll()
     {
-        QFETCH(QString, box);
-        QFETCH(QStringList, titleAuthorArtistGenre);
+        auto [box, titleAuthorArtistGenre] = cells<QString, QStringList>();
         import(3);
-        m_driver->expect<DataEditDialog>([box](DataEditDialog &dialog) {
+        m_driver->expect<DataEditDialog>([box = box](DataEditDialog &dialog) {
             click(dialog, "radioButtonTitle2");
             child<QLineEdit>(dialog, "authorLineEdit")->setText(text("NEW"));
             child<QComboBox>(dialog, "artistComboBox")->setEditText(text("NEW"));
@@ -165,7 +163,7 @@ private Q_SLOTS:
 
     void menu_data()
     {
-        columns<int, int, bool, bool>("entry", "answer", "isListed", "isOnDisk");
+        const Table<int, int, bool, bool> row;
         const int none = QMessageBox::NoButton;
         row("closing it changes nothing", -1, none, true, true);
         row("Remove from list leaves the file", 0, none, false, true);
@@ -174,8 +172,7 @@ private Q_SLOTS:
     }
     void menu()
     {
-        QFETCH(int, entry);
-        QFETCH(int, answer);
+        const auto [entry, answer, isListed, isOnDisk] = cells<int, int, bool, bool>();
         import(3);
         openMenu(centreOf(1, Title), entry, static_cast<QMessageBox::StandardButton>(answer));
         QCOMPARE(m_driver->menuTexts, strings({"Remove from list", "Delete file"}));
@@ -184,8 +181,8 @@ private Q_SLOTS:
                      strings({"Question|Attenzione|Sei sicuro di voler cancellare il file?"}));
             QCOMPARE(m_driver->lastBox.buttons, QMessageBox::Yes | QMessageBox::No);
         }
-        QTEST(column(Name).contains(text("s001.mid")), "isListed");
-        QTEST(QFile::exists(m_songs.at(1)), "isOnDisk");
+        QCOMPARE(column(Name).contains(text("s001.mid")), isListed);
+        QCOMPARE(QFile::exists(m_songs.at(1)), isOnDisk);
         for (const int other : {0, 2}) {
             QVERIFY(column(Name).contains(QFileInfo(m_songs.at(other)).fileName()));
             QVERIFY(QFile::exists(m_songs.at(other)));

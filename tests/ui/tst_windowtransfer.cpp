@@ -55,7 +55,7 @@ private Q_SLOTS:
 
     void refusedFolders_data()
     {
-        columns<QString, bool, QString>("folder", "isSystemDisk", "message");
+        const Table<QString, bool, QString> row;
         row("the system disk", "music", true,
             "Non è possibile copiare i file sul disco di sistema");
         const QString reserved =
@@ -69,9 +69,7 @@ private Q_SLOTS:
     }
     void refusedFolders()
     {
-        QFETCH(QString, folder);
-        QFETCH(bool, isSystemDisk);
-        QFETCH(QString, message);
+        const auto [folder, isSystemDisk, message] = cells<QString, bool, QString>();
         m_isSystemDisk = isSystemDisk;
         write(card("songs"), "a file in the way");
         const QString target = QDir::cleanPath(path(text("card/") + folder));
@@ -90,7 +88,7 @@ private Q_SLOTS:
 
     void overwriteAnswers_data()
     {
-        columns<QString, bool, bool>("answers", "isFirstReplaced", "isSecondReplaced");
+        const Table<QString, bool, bool> row;
         row("yes, then no", "yes no", true, false);
         row("yes to all", "yesAll", true, true);
         row("no, then yes", "no yes", false, true);
@@ -99,15 +97,15 @@ private Q_SLOTS:
     }
     void overwriteAnswers()
     {
-        QFETCH(QString, answers);
+        const auto [answers, isFirstReplaced, isSecondReplaced] = cells<QString, bool, bool>();
         write(card("music/a.mid"), "old");
         write(card("music/b.mid"), "old");
         answerQuestions(answers);
         transfer();
-        QTEST(read(card("music/a.mid")) == read(m_songs.at(0)), "isFirstReplaced");
-        QTEST(read(card("music/b.mid")) == read(m_songs.at(1)), "isSecondReplaced");
-        QTEST(read(card("music/a.mid")) != "old", "isFirstReplaced");
-        QTEST(read(card("music/b.mid")) != "old", "isSecondReplaced");
+        QCOMPARE(read(card("music/a.mid")) == read(m_songs.at(0)), isFirstReplaced);
+        QCOMPARE(read(card("music/b.mid")) == read(m_songs.at(1)), isSecondReplaced);
+        QCOMPARE(read(card("music/a.mid")) != "old", isFirstReplaced);
+        QCOMPARE(read(card("music/b.mid")) != "old", isSecondReplaced);
         QCOMPARE(m_asked, strings({"a.mid", "b.mid"}).mid(0, answers.count(u' ') + 1));
         QCOMPARE(m_question, text("esiste già, vuoi sostituirlo?"));
     }

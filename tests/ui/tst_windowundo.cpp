@@ -18,7 +18,7 @@ private Q_SLOTS:
 
     void everyByteComesBack_data()
     {
-        columns<QString, QString, bool>("change", "kind", "inANewWindow");
+        Table<QString, QString, bool>();
         for (const bool isNew : {false, true}) {
             const auto row = [isNew](const char *sentence, const char *change, const char *kind) {
                 QTest::addRow("%s%s", sentence, isNew ? ", by the next program" : "")
@@ -32,9 +32,7 @@ private Q_SLOTS:
     }
     void everyByteComesBack()
     {
-        QFETCH(QString, change);
-        QFETCH(QString, kind);
-        QFETCH(bool, inANewWindow);
+        const auto [change, kind, inANewWindow] = cells<QString, QString, bool>();
         const QStringList songs = everyFormat();
         const QVector<QByteArray> before = bytesOf(songs);
         import(songs);
@@ -70,7 +68,7 @@ private Q_SLOTS:
 
     void songsThatCantBeTakenBackAreToldAndLeft_data()
     {
-        columns<QByteArray, QString>("now", "cause");
+        const Table<QByteArray, QString> row;
         row("one that changed meanwhile", QByteArray("another program's"),
             "un altro programma l'ha cambiato nel frattempo: va riletto");
         row("one that changed at its end only", QByteArray(),
@@ -79,8 +77,7 @@ private Q_SLOTS:
     }
     void songsThatCantBeTakenBackAreToldAndLeft()
     {
-        QFETCH(QByteArray, now);
-        QFETCH(QString, cause);
+        auto [now, cause] = cells<QByteArray, QString>();
         const QStringList songs = everyFormat();
         QVector<QByteArray> expected = bytesOf(songs);
         import(songs);
@@ -164,13 +161,13 @@ private Q_SLOTS:
 
     void nothingElseCanBeStartedMeanwhile_data()
     {
-        columns<bool>("isUndo");
+        const Table<bool> row;
         row("while a change is taken back", true);
         row("while songs are synchronised", false);
     }
     void nothingElseCanBeStartedMeanwhile()
     {
-        QFETCH(bool, isUndo);
+        const auto [isUndo] = cells<bool>();
         import(everyFormat());
         int values = 0;
         ProgressWatcher watcher;

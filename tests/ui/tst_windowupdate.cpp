@@ -40,7 +40,7 @@ private Q_SLOTS:
 
     void notPublishedAnswers_data()
     {
-        columns<QString, QString>("answers", "unpublishedPublishedUnpublished");
+        const Table<QString, QString> row;
         row("yes, then no", "yes no", "1 1 3");
         row("yes to all asks once", "yesAll", "1 1 1");
         row("no, then yes", "no yes", "3 1 1");
@@ -49,14 +49,14 @@ private Q_SLOTS:
     }
     void notPublishedAnswers()
     {
-        QFETCH(QString, answers);
+        const auto [answers, unpublishedPublishedUnpublished] = cells<QString, QString>();
         importOnly({addSong("one/VOLARE.mid", "a", false), addSong("AZZURRO.mid", "b"),
                     addSong("two/volare.mid", "c", false)});
         m_driver->click<BackupDialog>("exitPushButton");
         answerQuestions(answers);
         press("updateDataToolButton");
         QCOMPARE(m_asked, strings({"VOLARE.mid", "volare.mid"}).mid(0, answers.count(u' ') + 1));
-        QTEST(statuses(), "unpublishedPublishedUnpublished");
+        QCOMPARE(statuses(), unpublishedPublishedUnpublished);
     }
 
     void noQuestionWhereTheSettingIsOff()
@@ -69,15 +69,14 @@ private Q_SLOTS:
 
     void backupAnswers_data()
     {
-        columns<QString, bool>("button", "updated");
+        const Table<QString, bool> row;
         row("going on without one updates, and makes no folder", "exitPushButton", true);
         row("Annulla leaves the songs alone", "abortPushButton", false);
         row("closing the dialog is Annulla", "", false);
     }
     void backupAnswers()
     {
-        QFETCH(QString, button);
-        QFETCH(bool, updated);
+        const auto [button, updated] = cells<QString, bool>();
         const QString song = addSong("VOLARE.mid", "a");
         const QByteArray before = read(song);
         importOnly({song});
@@ -137,19 +136,19 @@ private Q_SLOTS:
 
     void cancelStopsBeforeTheNextSong_data()
     {
-        columns<int, bool, QString>("atValue", "byFrame", "statuses");
+        const Table<int, bool, QString> row;
         row("before the first song", 0, false, "0 0 0");
         row("after the first song", 1, false, "1 0 0");
         row("after the first song, by the frame", 1, true, "1 0 0");
     }
     void cancelStopsBeforeTheNextSong()
     {
-        QFETCH(int, atValue);
-        QFETCH(bool, byFrame);
+        const auto [atValue, byFrame, expected] = cells<int, bool, QString>();
         importOnly({addSong("one/VOLARE.mid", "a"), addSong("AZZURRO.mid", "b"),
                     addSong("two/VOLARE.mid", "c")});
         ProgressWatcher watcher;
-        watcher.onValue = [&](QProgressDialog &dialog, int value) {
+        watcher.onValue = [&, atValue = atValue, byFrame = byFrame](QProgressDialog &dialog,
+                                                                    int value) {
             if (value != atValue)
                 return;
             if (byFrame)
@@ -159,7 +158,7 @@ private Q_SLOTS:
         };
         watcher.onShow = [&](QProgressDialog &dialog) { watcher.onValue(dialog, 0); };
         update();
-        QTEST(statuses(), "statuses");
+        QCOMPARE(statuses(), expected);
         QCOMPARE(enabledSteps(),
                  text("selectDir updateData transferFiles")); // it can be tried again
         QVERIFY(!QApplication::activeModalWidget());
@@ -167,18 +166,18 @@ private Q_SLOTS:
 
     void quitStopsBeforeTheNextSong_data()
     {
-        columns<QString, QString>("during", "statuses");
+        const Table<QString, QString> row;
         row("while the backup is asked about", "backup", "0 0 0");
         row("while a song is asked about: it is left alone", "question", "1 3 0");
         row("while a song is written: it is finished", "song", "1 0 0");
     }
     void quitStopsBeforeTheNextSong()
     {
-        QFETCH(QString, during);
+        const auto [during, expected] = cells<QString, QString>();
         importOnly({addSong("one/VOLARE.mid", "a"), addSong("AZZURRO.mid", "b", false),
                     addSong("two/VOLARE.mid", "c")});
         ProgressWatcher watcher;
-        watcher.onValue = [&](QProgressDialog &, int value) {
+        watcher.onValue = [&, &during = during](QProgressDialog &, int value) {
             if (during == text("song") && value == 1)
                 m_window->quit();
         };
@@ -190,7 +189,7 @@ private Q_SLOTS:
             m_driver->expect<NoCopyrightDialog>([this](NoCopyrightDialog &) { m_window->quit(); });
         QTimer::singleShot(0, this, [this] { press("updateDataToolButton"); });
         QCOMPARE(QApplication::exec(), 0);
-        QTEST(statuses(), "statuses");
+        QCOMPARE(statuses(), expected);
     }
 
     void progressIsShown()
