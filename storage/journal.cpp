@@ -219,8 +219,11 @@ bool Journal::clear()
         return true;
     if (!m_file.open(JournalFile::Access::Write))
         return false;
-    const bool isDone = m_file.transaction(
-        [this] { return m_file.exec("DELETE FROM song WHERE newHash IS NOT NULL") && tidy(); });
+    const auto forget = [this] {
+        return m_file.exec("DELETE FROM song WHERE newHash IS NOT NULL") && tidy();
+    };
+    // What is deleted stays in the file until it is made anew.
+    const bool isDone = m_file.transaction(forget) && m_file.exec("VACUUM");
     m_file.close();
     return isDone;
 }
