@@ -1,18 +1,14 @@
 #include "ui/mainwindow.h"
 
 #include "db/usersongsreltablemodel.h"
-#include "library/backupjob.h"
-#include "library/importjob.h"
-#include "library/songrows.h"
-#include "library/transferjob.h"
-#include "library/updatejob.h"
 #include "library/usersettings.h"
 #include "ui/aboutdialog.h"
 #include "ui/appearance.h"
 #include "ui/dataeditdialog.h"
 #include "ui/helpdialog.h"
 #include "ui/indexdialog.h"
-#include "ui/manualedit.h"
+#include "ui/librarysteps.h"
+#include "ui/songactions.h"
 #include "ui/songdebug.h"
 #include "ui/songslistdialog.h"
 #include "ui/songtable.h"
@@ -21,12 +17,7 @@
 
 #include <QCloseEvent>
 #include <QDebug>
-#include <QFile>
-#include <QFileDialog>
-#include <QMenu>
-#include <QMessageBox>
 #include <QScreen>
-#include <QShortcut>
 #include <QTimer>
 
 #include <utility>
@@ -55,6 +46,11 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     ui->dbgLogEnableCheckBox->setChecked(UserSettings::logEnabled());
     ui->dbgLogClearCheckBox->setChecked(UserSettings::logClear());
 
+    m_steps = std::make_unique<LibrarySteps>(LibrarySteps::Widgets{ui->updateDataToolButton,
+                                                                   ui->transferFilesToolButton,
+                                                                   ui->userLibraryTableView},
+                                             m_db, m_host, m_journal, *m_volume);
+    m_steps->setCopyrightAskChanged([this] { tickCopyright(); });
     connect(ui->actionUndo, &QAction::triggered, this, [this] {
         UndoChanges(*ui->userLibraryTableView, m_model, m_host, m_journal).undoLast();
     });
@@ -77,16 +73,13 @@ void MainWindow::setUpTable()
     table->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(table, &QTableView::customContextMenuRequested, this,
             &MainWindow::onSongsTableViewShowContextMenu);
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto *shortcut = new QShortcut(key, table, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, table,
-                [this, table] { onSongsTableViewDoubleClicked(table->currentIndex()); });
-    }
 
     m_model = new UserSongsRelTableModel(this, m_db.userSongsDatabase());
     m_model->setHeaders();
     SongTable::setUp(*table, *m_model);
     SongTable::resizeColumns(*table);
+    m_steps->setModel(m_model);
+    m_songActions = std::make_unique<SongActions>(*table, m_db, *m_model, m_host, m_journal);
 }
 
 void MainWindow::changeEvent(QEvent *event)
@@ -120,139 +113,33 @@ void MainWindow::quit()
     QCoreApplication::quit(); // ends the loops of open dialogs too, as if they were cancelled
 }
 
-// ---- step 1: import
+// ---- the three steps
 
 void MainWindow::on_selectDirToolButton_clicked()
 {
-    const QStringList files = QFileDialog::getOpenFileNames(
-        this, tr("Seleziona i file da importare"), QStringLiteral("/"),
-        QStringLiteral("Songs (*.mid *.kar *.mp3 *.mf3 *.mf4 *.mf5)"));
-    if (files.isEmpty())
-        return;
-    m_selectedFiles = files;
-    ui->updateDataToolButton->setEnabled(false);
-    ui->transferFilesToolButton->setEnabled(false);
-    importUserLibrary();
-    ui->transferFilesToolButton->setEnabled(true);
+    m_steps->chooseAndImport();
 }
-
-void MainWindow::importUserLibrary()
-{
-    if (!m_model)
-        return;
-    m_host.finishSaves(m_journal, m_selectedFiles); // they may be on a card that is there only now
-    const ImportSummary summary =
-        ImportJob(m_host, SongRows::imported(*m_model)).run(m_selectedFiles, [this] {
-            return SongRows::clear(m_db, *m_model);
-        });
-    m_host.endProgress();
-    if (!summary.isDone)
-        return;
-    m_model->totalRows(); // shows the rows that were appended last
-    SongTable::resizeColumns(*ui->userLibraryTableView);
-    const bool synchronise = ImportJob::askSynchronise(summary, m_host);
-    tickCopyright();
-    if (synchronise && updateUserLibrary())
-        return;
-    ui->updateDataToolButton->setEnabled(true);
-}
-
-// ---- step 2: synchronise
 
 void MainWindow::on_updateDataToolButton_clicked()
 {
-    ui->updateDataToolButton->setEnabled(false);
-    ui->transferFilesToolButton->setEnabled(false);
-    if (!updateUserLibrary())
-        ui->updateDataToolButton->setEnabled(true);
-    ui->transferFilesToolButton->setEnabled(true);
+    m_steps->synchronise();
 }
-
-bool MainWindow::updateUserLibrary()
-{
-    if (!m_model)
-        return false;
-    UpdateJob::Options options;
-    options.asksUnpublished = UserSettings::copyrightAsk(m_askCopyright);
-    const auto backup = [this] {
-        return BackupJob(m_host, m_host, m_host).run(m_selectedFiles).mayProceed;
-    };
-    bool done = false;
-    {
-        SaveRun saves(Disk::real(), &m_journal, QStringLiteral("sync"));
-        done = UpdateJob(m_db, m_host, m_host, options, saves)
-                   .run(SongRows::paths(*m_model), SongRows::updated(*m_model), backup)
-                   .isComplete;
-    }
-    m_host.endProgress();
-    if (done)
-        SongTable::resizeColumns(*ui->userLibraryTableView);
-    m_host.tellNotices();
-    return done;
-}
-
-bool MainWindow::backupUserLibrary()
-{
-    const bool proceed = BackupJob(m_host, m_host, m_host).run(m_selectedFiles).mayProceed;
-    m_host.endProgress();
-    return proceed;
-}
-
-// ---- step 3: transfer
 
 void MainWindow::on_transferFilesToolButton_clicked()
 {
-    ui->updateDataToolButton->setEnabled(false);
-    ui->transferFilesToolButton->setEnabled(false);
-    transferFiles();
-    ui->transferFilesToolButton->setEnabled(true); // required: the update stays disabled
-}
-
-void MainWindow::transferFiles()
-{
-    const QString dir =
-        QFileDialog::getExistingDirectory(this, tr("Scegli cartella"), QStringLiteral("/Volumes"));
-    if (dir.isEmpty())
-        return;
-    TransferJob(m_host, m_host, m_host, *m_volume).run(m_selectedFiles, dir);
-    m_host.endProgress();
+    m_steps->transfer();
 }
 
 // ---- the song table
 
 void MainWindow::onSongsTableViewDoubleClicked(QModelIndex index)
 {
-    if (index.row() >= 0)
-        ManualEdit(this, m_db, *m_model, m_host, m_journal).editRow(index.row());
+    m_songActions->edit(index.row());
 }
 
 void MainWindow::onSongsTableViewShowContextMenu(QPoint pos)
 {
-    QTableView *table = ui->userLibraryTableView;
-    const QModelIndex index = table->indexAt(pos);
-    QMenu menu(this);
-    const QAction *remove = menu.addAction(tr("Remove from list"));
-    const QAction *erase = menu.addAction(tr("Delete file"));
-    const QAction *chosen = menu.exec(table->viewport()->mapToGlobal(pos));
-    if (!chosen || !index.isValid())
-        return;
-    if (chosen == remove)
-        SongTable::removeRow(*table, *m_model, index.row());
-    else if (chosen == erase)
-        deleteSong(index.row());
-}
-
-void MainWindow::deleteSong(int row)
-{
-    const QString path = m_model->fileNameOf(row);
-    const auto answer =
-        QMessageBox::question(this, tr("Attenzione"), tr("Sei sicuro di voler cancellare il file?"),
-                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-    if (answer != QMessageBox::Yes)
-        return;
-    QFile::remove(path);
-    // required: also when the file is still there
-    SongTable::removeRow(*ui->userLibraryTableView, *m_model, row);
+    m_songActions->showMenu(pos);
 }
 
 // ---- menus
@@ -306,7 +193,7 @@ void MainWindow::setCopyrightAsk(bool ask)
 
 void MainWindow::tickCopyright()
 {
-    const bool ask = UserSettings::copyrightAsk(m_askCopyright);
+    const bool ask = UserSettings::copyrightAsk(true);
     ui->actionCopyrightYes->setChecked(ask);
     ui->actionCopyrightNo->setChecked(!ask);
 }
@@ -340,7 +227,7 @@ void MainWindow::on_actionAbout_QT_triggered()
 
 void MainWindow::on_dbgImportPushButton_clicked()
 {
-    importUserLibrary();
+    m_steps->importSongs();
 }
 
 void MainWindow::on_dbgSavePushButton_clicked()
@@ -373,7 +260,7 @@ void MainWindow::on_dbgHidePushButton_clicked()
 
 void MainWindow::on_dbgBackupPushButton_clicked()
 {
-    backupUserLibrary();
+    m_steps->backUp();
 }
 
 void MainWindow::on_dbgLogEnableCheckBox_toggled(bool checked)

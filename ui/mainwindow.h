@@ -7,7 +7,6 @@
 
 #include <QMainWindow>
 #include <QModelIndex>
-#include <QStringList>
 #include <QTranslator>
 
 #include <memory>
@@ -17,6 +16,8 @@ namespace tarvel4 {
 namespace Ui {
 class MainWindow;
 }
+class LibrarySteps;
+class SongActions;
 class UserSongsRelTableModel;
 
 /** The program's window: wires its three steps, its menus and the song table to the modules below.
@@ -66,12 +67,6 @@ private Q_SLOTS:
     void on_dbgReloadStylePushButton_clicked();
 
 private:
-    void importUserLibrary();
-    bool updateUserLibrary();
-    bool backupUserLibrary();
-    void transferFiles();
-    void deleteSong(int row);
-
     void setUpTable();
     void chooseLanguage(const QString &language);
     void tickLanguage(const QString &language);
@@ -84,8 +79,8 @@ private:
     Journal m_journal;
     Database m_db;
     UserSongsRelTableModel *m_model = nullptr; ///< null when the database could not be opened
-    bool m_askCopyright = true; ///< where the setting was never written
-    QStringList m_selectedFiles; ///< of the last import: what backup and transfer copy
+    std::unique_ptr<LibrarySteps> m_steps;
+    std::unique_ptr<SongActions> m_songActions; ///< null without a model
     bool m_wasPainted = false;
     QTranslator m_translator;
 };

@@ -699,6 +699,17 @@
     </message>
 </context>
 <context>
+    <name>LibrarySteps</name>
+    <message>
+        <source>Seleziona i file da importare</source>
+        <translation>Choose the files to import</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Choose a folder</translation>
+    </message>
+</context>
+<context>
     <name>ManualEdit</name>
     <message>
         <source>Modifica dati song</source>
@@ -888,6 +899,25 @@
     <message>
         <source>%1: un salvataggio è stato interrotto, ma poi la song è stata cambiata da un altro programma e resta com&apos;è</source>
         <translation>%1: a save was interrupted, but another program has changed the song since, and it stays as it is</translation>
+    </message>
+</context>
+<context>
+    <name>SongActions</name>
+    <message>
+        <source>Remove from list</source>
+        <translation>Remove from list</translation>
+    </message>
+    <message>
+        <source>Delete file</source>
+        <translation>Delete file</translation>
+    </message>
+    <message>
+        <source>Attenzione</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>Sei sicuro di voler cancellare il file?</source>
+        <translation>Are you sure that you want to delete the file?</translation>
     </message>
 </context>
 <context>
@@ -1496,30 +1526,6 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Informazioni su QT</source>
         <translation>About QT</translation>
-    </message>
-    <message>
-        <source>Seleziona i file da importare</source>
-        <translation>Choose the files to import</translation>
-    </message>
-    <message>
-        <source>Scegli cartella</source>
-        <translation>Choose a folder</translation>
-    </message>
-    <message>
-        <source>Remove from list</source>
-        <translation>Remove from list</translation>
-    </message>
-    <message>
-        <source>Delete file</source>
-        <translation>Delete file</translation>
-    </message>
-    <message>
-        <source>Attenzione</source>
-        <translation>Warning</translation>
-    </message>
-    <message>
-        <source>Sei sicuro di voler cancellare il file?</source>
-        <translation>Are you sure that you want to delete the file?</translation>
     </message>
     <message>
         <source>Ctrl+O</source>

@@ -699,6 +699,17 @@
     </message>
 </context>
 <context>
+    <name>LibrarySteps</name>
+    <message>
+        <source>Seleziona i file da importare</source>
+        <translation>Seleziona i file da importare</translation>
+    </message>
+    <message>
+        <source>Scegli cartella</source>
+        <translation>Scegli cartella</translation>
+    </message>
+</context>
+<context>
     <name>ManualEdit</name>
     <message>
         <source>Modifica dati song</source>
@@ -888,6 +899,25 @@
     <message>
         <source>%1: un salvataggio è stato interrotto, ma poi la song è stata cambiata da un altro programma e resta com'è</source>
         <translation>%1: un salvataggio è stato interrotto, ma poi la song è stata cambiata da un altro programma e resta com'è</translation>
+    </message>
+</context>
+<context>
+    <name>SongActions</name>
+    <message>
+        <source>Remove from list</source>
+        <translation>Togli dalla lista</translation>
+    </message>
+    <message>
+        <source>Delete file</source>
+        <translation>Cancella il file</translation>
+    </message>
+    <message>
+        <source>Attenzione</source>
+        <translation>Attenzione</translation>
+    </message>
+    <message>
+        <source>Sei sicuro di voler cancellare il file?</source>
+        <translation>Sei sicuro di voler cancellare il file?</translation>
     </message>
 </context>
 <context>
@@ -1496,30 +1526,6 @@ memoria di Tarvel</translation>
     <message>
         <source>Informazioni su QT</source>
         <translation>Informazioni su QT</translation>
-    </message>
-    <message>
-        <source>Seleziona i file da importare</source>
-        <translation>Seleziona i file da importare</translation>
-    </message>
-    <message>
-        <source>Scegli cartella</source>
-        <translation>Scegli cartella</translation>
-    </message>
-    <message>
-        <source>Remove from list</source>
-        <translation>Togli dalla lista</translation>
-    </message>
-    <message>
-        <source>Delete file</source>
-        <translation>Cancella il file</translation>
-    </message>
-    <message>
-        <source>Attenzione</source>
-        <translation>Attenzione</translation>
-    </message>
-    <message>
-        <source>Sei sicuro di voler cancellare il file?</source>
-        <translation>Sei sicuro di voler cancellare il file?</translation>
     </message>
     <message>
         <source>Ctrl+O</source>

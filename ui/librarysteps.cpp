@@ -1,0 +1,118 @@
+#include "ui/librarysteps.h"
+
+#include "db/database.h"
+#include "db/usersongsreltablemodel.h"
+#include "library/backupjob.h"
+#include "library/importjob.h"
+#include "library/songrows.h"
+#include "library/transferjob.h"
+#include "library/updatejob.h"
+#include "library/usersettings.h"
+#include "ui/songtable.h"
+#include "ui/windowhost.h"
+
+#include <QAbstractButton>
+#include <QFileDialog>
+#include <QTableView>
+
+namespace tarvel4 {
+
+LibrarySteps::LibrarySteps(const Widgets &widgets, Database &db, WindowHost &host, Journal &journal,
+                           const Volume &volume)
+    : m_widgets(widgets)
+    , m_db(db)
+    , m_host(host)
+    , m_journal(journal)
+    , m_volume(volume)
+{}
+
+void LibrarySteps::chooseAndImport()
+{
+    const QStringList files = QFileDialog::getOpenFileNames(
+        m_widgets.table->window(), tr("Seleziona i file da importare"), QStringLiteral("/"),
+        QStringLiteral("Songs (*.mid *.kar *.mp3 *.mf3 *.mf4 *.mf5)"));
+    if (files.isEmpty())
+        return;
+    m_selectedFiles = files;
+    m_widgets.updateButton->setEnabled(false);
+    m_widgets.transferButton->setEnabled(false);
+    importSongs();
+    m_widgets.transferButton->setEnabled(true);
+}
+
+void LibrarySteps::importSongs()
+{
+    if (!m_model)
+        return;
+    m_host.finishSaves(m_journal, m_selectedFiles); // they may be on a card that is there only now
+    const ImportSummary summary =
+        ImportJob(m_host, SongRows::imported(*m_model)).run(m_selectedFiles, [this] {
+            return SongRows::clear(m_db, *m_model);
+        });
+    m_host.endProgress();
+    if (!summary.isDone)
+        return;
+    m_model->totalRows(); // shows the rows that were appended last
+    SongTable::resizeColumns(*m_widgets.table);
+    const bool synchronises = ImportJob::askSynchronise(summary, m_host);
+    m_copyrightAskChanged();
+    if (synchronises && updateSongs())
+        return;
+    m_widgets.updateButton->setEnabled(true);
+}
+
+void LibrarySteps::synchronise()
+{
+    m_widgets.updateButton->setEnabled(false);
+    m_widgets.transferButton->setEnabled(false);
+    if (!updateSongs())
+        m_widgets.updateButton->setEnabled(true);
+    m_widgets.transferButton->setEnabled(true);
+}
+
+bool LibrarySteps::updateSongs()
+{
+    if (!m_model)
+        return false;
+    UpdateJob::Options options;
+    options.asksUnpublished = UserSettings::copyrightAsk(true);
+    bool done = false;
+    {
+        SaveRun saves(Disk::real(), &m_journal, QStringLiteral("sync"));
+        done = UpdateJob(m_db, m_host, m_host, options, saves)
+                   .run(SongRows::paths(*m_model), SongRows::updated(*m_model),
+                        [this] { return makeBackup(); })
+                   .isComplete;
+    }
+    m_host.endProgress();
+    if (done)
+        SongTable::resizeColumns(*m_widgets.table);
+    m_host.tellNotices();
+    return done;
+}
+
+void LibrarySteps::backUp()
+{
+    makeBackup();
+    m_host.endProgress();
+}
+
+bool LibrarySteps::makeBackup()
+{
+    return BackupJob(m_host, m_host, m_host).run(m_selectedFiles).mayProceed;
+}
+
+void LibrarySteps::transfer()
+{
+    m_widgets.updateButton->setEnabled(false);
+    m_widgets.transferButton->setEnabled(false);
+    const QString dir = QFileDialog::getExistingDirectory(
+        m_widgets.table->window(), tr("Scegli cartella"), QStringLiteral("/Volumes"));
+    if (!dir.isEmpty()) {
+        TransferJob(m_host, m_host, m_host, m_volume).run(m_selectedFiles, dir);
+        m_host.endProgress();
+    }
+    m_widgets.transferButton->setEnabled(true); // required: the update stays disabled
+}
+
+} // namespace tarvel4

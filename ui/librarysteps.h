@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <functional>
+
+QT_BEGIN_NAMESPACE
+class QAbstractButton;
+class QTableView;
+QT_END_NAMESPACE
+
+namespace tarvel4 {
+
+class Database;
+class Journal;
+class UserSongsRelTableModel;
+class Volume;
+class WindowHost;
+
+/** The three steps of the window's workflow, and which of their buttons can be pressed when. */
+class LibrarySteps
+{
+    Q_DECLARE_TR_FUNCTIONS(LibrarySteps)
+
+public:
+    struct Widgets
+    {
+        QAbstractButton *updateButton;
+        QAbstractButton *transferButton;
+        QTableView *table;
+    };
+
+    LibrarySteps(const Widgets &widgets, Database &db, WindowHost &host, Journal &journal,
+                 const Volume &volume);
+
+    /** Null, as it is at first, where there is no table: then there is nothing to do. */
+    void setModel(UserSongsRelTableModel *model) { m_model = model; }
+    /** Called when the summary of an import has stored whether it is to be shown again. */
+    void setCopyrightAskChanged(std::function<void()> changed)
+    {
+        m_copyrightAskChanged = std::move(changed);
+    }
+
+    /** Step 1: asks for files and imports them. */
+    void chooseAndImport();
+    /** Imports the chosen files again. */
+    void importSongs();
+    /** Step 2: synchronises the songs of the table with the catalogue. */
+    void synchronise();
+    /** Step 3: asks for a folder of the memory and copies the chosen files there. */
+    void transfer();
+    /** Copies the chosen files as they are before a synchronisation. */
+    void backUp();
+
+private:
+    bool updateSongs();
+    bool makeBackup();
+
+    Widgets m_widgets;
+    Database &m_db;
+    WindowHost &m_host;
+    Journal &m_journal;
+    const Volume &m_volume;
+    UserSongsRelTableModel *m_model = nullptr;
+    std::function<void()> m_copyrightAskChanged;
+    QStringList m_selectedFiles; ///< of the last import: what backup and transfer copy
+};
+
+} // namespace tarvel4

@@ -1,0 +1,63 @@
+#include "ui/songactions.h"
+
+#include "db/usersongsreltablemodel.h"
+#include "ui/manualedit.h"
+#include "ui/songtable.h"
+
+#include <QFile>
+#include <QMenu>
+#include <QMessageBox>
+#include <QShortcut>
+#include <QTableView>
+
+namespace tarvel4 {
+
+SongActions::SongActions(QTableView &table, const Database &db, UserSongsRelTableModel &model,
+                         WindowHost &host, Journal &journal)
+    : m_table(table)
+    , m_db(db)
+    , m_model(model)
+    , m_host(host)
+    , m_journal(journal)
+{
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *shortcut = new QShortcut(key, &table, nullptr, nullptr, Qt::WidgetShortcut);
+        QObject::connect(shortcut, &QShortcut::activated, &table,
+                         [this] { edit(m_table.currentIndex().row()); });
+    }
+}
+
+void SongActions::edit(int row)
+{
+    if (row >= 0)
+        ManualEdit(m_table.window(), m_db, m_model, m_host, m_journal).editRow(row);
+}
+
+void SongActions::showMenu(const QPoint &pos)
+{
+    const QModelIndex index = m_table.indexAt(pos);
+    QMenu menu(m_table.window());
+    const QAction *remove = menu.addAction(tr("Remove from list"));
+    const QAction *erase = menu.addAction(tr("Delete file"));
+    const QAction *chosen = menu.exec(m_table.viewport()->mapToGlobal(pos));
+    if (!chosen || !index.isValid())
+        return;
+    if (chosen == remove)
+        SongTable::removeRow(m_table, m_model, index.row());
+    else if (chosen == erase)
+        deleteFile(index.row());
+}
+
+void SongActions::deleteFile(int row)
+{
+    const QString path = m_model.fileNameOf(row);
+    const auto answer = QMessageBox::question(m_table.window(), tr("Attenzione"),
+                                              tr("Sei sicuro di voler cancellare il file?"),
+                                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    if (answer != QMessageBox::Yes)
+        return;
+    QFile::remove(path);
+    SongTable::removeRow(m_table, m_model, row); // required: also when the file is still there
+}
+
+} // namespace tarvel4
