@@ -65,8 +65,10 @@ void Startup::openLog(const Options &options)
 
 void Startup::setAttributes()
 {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // what it does later without being asked
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
 #ifdef Q_OS_UNIX
     std::signal(SIGXFSZ, SIG_IGN); // a file that grows too large is a failed write, not the end
 #endif

@@ -75,7 +75,7 @@ QString Arguments::onDisk(const QString &path)
 bool Arguments::readOption(QByteArrayList &words, const QVector<Option> &options)
 {
     const QByteArray word = words.takeFirst();
-    const int equals = word.indexOf('=');
+    const int equals = static_cast<int>(word.indexOf('='));
     const QByteArray name =
         word == "-h" ? QByteArray("--help") : word.left(equals < 0 ? word.size() : equals);
     const QVector<const Option *> matches = optionsNamed(name, options);

@@ -82,7 +82,7 @@ private:
     bool markers(QVector<Marker> &markers) const
     {
         for (const QString &value : m_arguments.values("add-marker")) {
-            const int colon = value.indexOf(QLatin1Char(':'));
+            const int colon = static_cast<int>(value.indexOf(QLatin1Char(':')));
             const quint16 bar = value.left(colon).toUShort();
             const QString label = value.mid(colon + 1).trimmed();
             if (colon < 0 || bar == 0 || label.isEmpty())

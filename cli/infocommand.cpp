@@ -16,7 +16,8 @@ ExitStatus runInfo(const Arguments &arguments, Session &session)
 
     int done = 0;
     int unreadable = 0;
-    session.host.beginProgress({QString(), Cli::tr("Lettura..."), QString()}, paths.songs().size());
+    session.host.beginProgress({QString(), Cli::tr("Lettura..."), QString()},
+                               static_cast<int>(paths.songs().size()));
     for (const GivenPath &path : paths.songs()) {
         if (session.host.wasCancelled())
             break;

@@ -28,8 +28,10 @@ int main(int argc, char **argv)
 
     QCoreApplication application(argc, argv);
     QTranslator translator;
-    translator.load(isItalian() ? QStringLiteral(":/trans/tarvel4soft_it")
-                                : QStringLiteral(":/trans/tarvel4soft_en"));
+    const bool isLoaded = translator.load(isItalian() ? QStringLiteral(":/trans/tarvel4soft_it")
+                                                      : QStringLiteral(":/trans/tarvel4soft_en"));
+    Q_ASSERT(isLoaded); // it is part of the program
+    Q_UNUSED(isLoaded)
     QCoreApplication::installTranslator(&translator);
     return static_cast<int>(Program(allCommands()).run(words));
 }

@@ -144,7 +144,7 @@ const Command *Program::find(const QByteArray &name) const
 
 ExitStatus Program::execute(const Command &command, const Arguments &arguments) const
 {
-    const int operands = arguments.operands().size();
+    const int operands = static_cast<int>(arguments.operands().size());
     const bool isEnough = operands >= command.leastOperands || arguments.has("files-from");
     if (!isEnough || operands > command.mostOperands)
         return refused({ExitStatus::Usage, Cli::tr("uso: %1").arg(synopsis(command))});

@@ -125,7 +125,7 @@ void SongPaths::walk(const QString &folder)
     FolderScan::scanDir(
         onDisk,
         [&](const QString &file) {
-            m_songs.append({given + file.midRef(onDisk.size()), file});
+            m_songs.append({given + file.mid(onDisk.size()), file});
             return true;
         },
         [&](const QString &entry) {

@@ -34,7 +34,7 @@ void writeSummary(const TransferSummary &summary, Session &session)
         session.host.say(error);
     Record record = session.records.begin();
     record.addNumber("copied", summary.songs.copied);
-    record.addNumber("failed", summary.songs.failures.size());
+    record.addNumber("failed", static_cast<int>(summary.songs.failures.size()));
     record.addNumber("kept", summary.songs.kept);
     record.addNumber("found", summary.index.found);
     record.addFlag("prepared", summary.index.isPrepared);

@@ -47,21 +47,23 @@ endfunction()
 
 # tarvel4_add_test(<name> SOURCES <file>... LINKS <target>... [LABELS <label>...] [PCH <header>])
 # One QTest program, run by ctest on the offscreen platform with settings and home of its own.
-# Its first source includes NAME.moc: moc is called for that file alone, which costs a third of what AUTOMOC does. The first
+# Its first source includes its own .moc file: moc is called for that file alone, which costs a third of what AUTOMOC does. The first
 # test with that PCH owns the precompiled header.
 function(tarvel4_add_test name)
   cmake_parse_arguments(ARG "" "PCH" "SOURCES;LINKS;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE ${ARG_LINKS} Qt5::Test tarvel4_options)
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} Qt${TARVEL4_QT}::Test tarvel4_options)
   target_compile_definitions(${name} PRIVATE
     TARVEL4_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
     TARVEL4_SAMPLES="${PROJECT_SOURCE_DIR}/samples")
   # What is tested is optimised; the tests themselves are built faster than that would pay.
   target_compile_options(${name} PRIVATE $<$<AND:$<CONFIG:Release>,$<CXX_COMPILER_ID:GNU,Clang>>:-O0>)
   list(GET ARG_SOURCES 0 test_class)
-  qt5_generate_moc("${test_class}" "${CMAKE_CURRENT_BINARY_DIR}/${name}.moc")
-  target_sources(${name} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${name}.moc")
-  target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}")
+  get_filename_component(moc "${test_class}" NAME_WE)
+  set(moc "${CMAKE_CURRENT_BINARY_DIR}/${name}_moc/${moc}.moc")
+  qt_generate_moc("${test_class}" "${moc}")
+  target_sources(${name} PRIVATE "${moc}")
+  target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${name}_moc")
   get_property(owner GLOBAL PROPERTY TARVEL4_PCH_OWNER_${ARG_PCH})
   if(owner)
     target_precompile_headers(${name} REUSE_FROM ${owner})

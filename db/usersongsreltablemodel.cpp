@@ -151,7 +151,8 @@ void UserSongsRelTableModel::writeRow(int row, QSqlQuery &statement)
     const QModelIndex id = cellIndex(row, idColumn);
     if (!id.isValid())
         return;
-    statement.bindValue(statement.boundValues().size() - 1, id.data(Qt::EditRole));
+    statement.bindValue(static_cast<int>(statement.boundValues().size()) - 1,
+                        id.data(Qt::EditRole));
     if (statement.exec()) {
         statement.finish();
         selectRow(row);

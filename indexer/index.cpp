@@ -307,7 +307,7 @@ int Index::writeSongList(const QString &root, const QString &target, int order)
     if (!isDone(read, root) || !isDone(OutputTarget::check(target), target))
         return 0;
     SongListWriter::sort(entries, order);
-    Q_EMIT progressMaxSetup(entries.size());
+    Q_EMIT progressMaxSetup(static_cast<int>(entries.size()));
     QBuffer list;
     list.open(QIODevice::WriteOnly);
     SongListWriter::write(list, entries, SongListWriter::Encoding::Local,

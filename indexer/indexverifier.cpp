@@ -89,8 +89,8 @@ QByteArray IndexVerifier::read(const QString &name, int recordSize, qint64 large
         report(name, -1, tr("Il file non si può leggere"));
         return {};
     }
-    if (const int rest = bytes.size() % recordSize; rest != 0) {
-        report(name, bytes.size() / recordSize, tr("Il record è incompleto"));
+    if (const auto rest = bytes.size() % recordSize; rest != 0) {
+        report(name, static_cast<int>(bytes.size() / recordSize), tr("Il record è incompleto"));
         bytes.chop(rest);
     }
     return bytes;
@@ -193,7 +193,7 @@ void IndexVerifier::checkSongs()
 void IndexVerifier::checkOrdIndex()
 {
     const QByteArray bytes = read(ordName, OrdRecord::size, largestFile(OrdRecord::size));
-    const int count = bytes.size() / OrdRecord::size;
+    const int count = static_cast<int>(bytes.size() / OrdRecord::size);
     if (count != m_songs.size()) {
         report(ordName, -1, tr("I record sono %1 e non %2").arg(count).arg(m_songs.size()));
         return;
@@ -242,7 +242,7 @@ void IndexVerifier::checkTitleIndex()
 void IndexVerifier::checkArtistIndex()
 {
     m_artists = read(artistName, SongRecord::size, largestFile(GroupRecord::bytesASong));
-    const int count = m_artists.size() / SongRecord::size;
+    const int count = static_cast<int>(m_artists.size() / SongRecord::size);
     QHash<QByteArray, int> titles; // each title record, and how often it may still occur
     for (int i = 0; i < m_titles.size() / SongRecord::size; ++i)
         ++titles[recordAt(m_titles, i)];
@@ -360,7 +360,7 @@ void IndexVerifier::checkNumfileIndex()
     const auto countAt = [&bytes](int offset) {
         return qFromLittleEndian<quint16>(bytes.constData() + offset);
     };
-    const int titles = m_titles.size() / SongRecord::size;
+    const int titles = static_cast<int>(m_titles.size() / SongRecord::size);
     if (titles != m_songs.size())
         report(titleName, -1, tr("I record sono %1 e non %2").arg(titles).arg(m_songs.size()));
     if (countAt(NumRecord::titlesAt) != cut(titles))

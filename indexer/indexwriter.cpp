@@ -20,9 +20,9 @@ namespace {
 void putText(char *field, int size, const QString &text)
 {
     constexpr char replacement = '?';
-    std::transform(text.begin(), text.begin() + std::min(text.size(), size), field, [](QChar c) {
-        return c.row() == 0 ? static_cast<char>(c.cell()) : replacement;
-    });
+    std::transform(
+        text.begin(), text.begin() + qMin<qint64>(text.size(), size), field,
+        [](QChar c) { return c.row() == 0 ? static_cast<char>(c.cell()) : replacement; });
 }
 
 /** Puts the last digits of a number, with leading zeros. */
@@ -159,10 +159,10 @@ int IndexWriter::writeTitleIndex()
     QByteArray bytes;
     bytes.reserve(m_entries.size() * SongRecord::size);
     for (const int position : byTitle()) {
-        claimSlot(m_entries.at(position).title, bytes.size());
+        claimSlot(m_entries.at(position).title, static_cast<int>(bytes.size()));
         append(bytes, songRecord(m_entries.at(position)));
     }
-    return write(titleFile, bytes) < 0 ? -1 : m_entries.size();
+    return write(titleFile, bytes) < 0 ? -1 : static_cast<int>(m_entries.size());
 }
 
 int IndexWriter::writeArtistIndex()
@@ -182,7 +182,7 @@ int IndexWriter::writeArtistIndex()
         end = std::find_if(begin, sorted.end(),
                            [&](int position) { return isOther(artist, position); });
         const int count = static_cast<int>(end - begin);
-        claimSlot(artist, bytes.size());
+        claimSlot(artist, static_cast<int>(bytes.size()));
         append(bytes, groupRecord(artist, previousCount, count));
         for (auto position = begin; position != end; ++position)
             append(bytes, songRecord(m_entries.at(*position)));

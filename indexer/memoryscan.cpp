@@ -24,7 +24,7 @@ bool isSongOrFolder(const QString &name, bool isFolder)
         return false;
     if (isFolder)
         return !isOneOf(name, IndexFormat::skippedFolders);
-    const int dot = name.lastIndexOf(QLatin1Char('.'));
+    const int dot = static_cast<int>(name.lastIndexOf(QLatin1Char('.')));
     return dot >= 0 && isOneOf(QStringView(name).mid(dot + 1), IndexFormat::songSuffixes);
 }
 

@@ -15,10 +15,10 @@ namespace {
 int compareKnown(const QByteArray &left, const QByteArray &right)
 {
     const auto knownSize = [](const QByteArray &text) {
-        const int end = text.indexOf(RecordedText::replacement);
+        const int end = static_cast<int>(text.indexOf(RecordedText::replacement));
         return end < 0 ? text.size() : end;
     };
-    const int common = std::min(knownSize(left), knownSize(right));
+    const int common = static_cast<int>(std::min(knownSize(left), knownSize(right)));
     const int order =
         QString::compare(QString::fromLatin1(left.left(common)),
                          QString::fromLatin1(right.left(common)), Qt::CaseInsensitive);
@@ -33,7 +33,7 @@ int compareKnown(const QByteArray &left, const QByteArray &right)
 
 QByteArray RecordedText::untilNul(const QByteArray &field)
 {
-    const int end = field.indexOf('\0');
+    const int end = static_cast<int>(field.indexOf('\0'));
     return end < 0 ? field : field.left(end);
 }
 

@@ -29,7 +29,7 @@ constexpr int tempoSize = 3;
 QString id3Text(const QByteArray &bytes, Id3Format::TextFrame frame)
 {
     const char *const id = Id3Format::frameId(frame);
-    const auto end = bytes.begin() + std::min(bytes.size(), id3BytesSearched);
+    const auto end = bytes.begin() + qMin<qint64>(bytes.size(), id3BytesSearched);
     const auto found =
         std::search(bytes.begin() + Id3Format::headerSize, end, id, id + Id3Format::frameIdSize);
     if (found == end)

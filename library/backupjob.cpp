@@ -120,7 +120,8 @@ QVector<QPair<QString, QString>> BackupJob::sameNames(const QStringList &paths)
 CopySummary BackupJob::copyInto(const QString &destination, const QStringList &paths)
 {
     m_progress.beginProgress(
-        {tr("Backup"), tr("Eseguo backup dellla libreria..."), tr("Interrompi")}, paths.size());
+        {tr("Backup"), tr("Eseguo backup dellla libreria..."), tr("Interrompi")},
+        static_cast<int>(paths.size()));
     const CopySummary summary = FileCopier(m_progress, m_questions, m_messages, m_disk, m_observer)
                                     .copy(paths, incompleteName(destination), destination);
     m_progress.endProgress();

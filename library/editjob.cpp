@@ -47,7 +47,8 @@ EditSummary EditJob::run(const QStringList &paths, const SongChange &change,
         observer(song);
     };
     m_progress.beginProgress(
-        {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), tr("Interrompi")}, paths.size());
+        {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), tr("Interrompi")},
+        static_cast<int>(paths.size()));
     for (int i = 0; i < paths.size() && !m_progress.wasCancelled(); ++i) {
         if (i == leftOut)
             continue;

@@ -27,7 +27,7 @@ ImportSummary ImportJob::run(const QStringList &paths, const std::function<bool(
         return m_summary;
     }
     m_progress.beginProgress({tr("Lettura file"), tr("Importo la libreria..."), tr("Interrompi")},
-                             paths.size());
+                             static_cast<int>(paths.size()));
     // required: the cancel button is shown but not looked at
     for (const QString &path : paths) {
         qCDebug(debugLog) << "Found file:" << path;

@@ -87,7 +87,7 @@ QString TransferJob::destinationFor(const QString &dir)
 CopySummary TransferJob::copySongs(const QStringList &paths, const QString &destination)
 {
     m_progress.beginProgress({tr("Trasferimento"), tr("Trasferimento file..."), tr("Interrompi")},
-                             paths.size());
+                             static_cast<int>(paths.size()));
     return FileCopier(m_progress, m_questions, m_messages, m_disk, m_observer)
         .copy(paths, destination);
 }

@@ -122,7 +122,7 @@ UndoSummary UndoJob::run(const QVector<QStringList> &files, const Planner &plan,
     };
     m_progress.beginProgress(
         {tr("Annulla le modifiche"), tr("Rimetto le song com'erano..."), tr("Interrompi")},
-        files.size());
+        static_cast<int>(files.size()));
     for (int i = 0; i < files.size() && !m_progress.wasCancelled(); ++i) {
         m_saves.beforeReading(files.at(i).first());
         give(files.at(i), plan(i), tell);
@@ -160,7 +160,7 @@ QVector<UndoJob::Writes> UndoJob::byFile(const QVector<JournalEntry> &songs)
     for (auto song = songs.crbegin(); song != songs.crend(); ++song) {
         const FileStamp stamp(song->path);
         const QByteArray file = stamp.isFile() ? stamp.identity() : song->path.toUtf8();
-        const int index = indexOf.value(file, files.size());
+        const int index = indexOf.value(file, static_cast<int>(files.size()));
         if (index == files.size())
             files.append(Writes());
         indexOf.insert(file, index);

@@ -45,7 +45,8 @@ UpdateSummary UpdateJob::run(const QStringList &paths, const SongObserver &obser
         return summary;
 
     m_progress.beginProgress(
-        {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), tr("Interrompi")}, paths.size());
+        {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), tr("Interrompi")},
+        static_cast<int>(paths.size()));
     const auto tell = [&](const SongOutcome &song) {
         count(song, summary);
         observer(song);

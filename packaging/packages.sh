@@ -14,6 +14,8 @@ test_packages=(
   xauth xvfb
 )
 
+qt6_packages=(qt6-base-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n libqt6sql6-sqlite libgl-dev)
+
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev)
 
 # install_packages NAME...: installs those that are missing; elsewhere than on Debian it names them.

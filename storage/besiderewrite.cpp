@@ -24,7 +24,7 @@ QString realPath(const QString &path)
 /** The path up to its last dot; a dot in a folder's name is none of the file's. */
 QString stemOf(const QString &path)
 {
-    const int dot = path.lastIndexOf(QLatin1Char('.'));
+    const auto dot = path.lastIndexOf(QLatin1Char('.'));
     return dot > path.lastIndexOf(QLatin1Char('/')) ? path.left(dot) : path;
 }
 

@@ -24,7 +24,7 @@ bool isTorn(const QByteArray &bytes, const QByteArray &oldBytes, const QByteArra
 {
     if (bytes.size() > qMax(oldBytes.size(), newBytes.size()))
         return false;
-    const int explained = qMin(bytes.size(), oldBytes.size());
+    const int explained = static_cast<int>(qMin(bytes.size(), oldBytes.size()));
     for (int i = 0; i < explained; ++i) {
         const char byte = bytes.at(i);
         const char newByte = i < newBytes.size() ? newBytes.at(i) : '\0';

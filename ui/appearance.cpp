@@ -13,7 +13,8 @@ void Appearance::installLanguage(QTranslator &translator, const QString &languag
     const QString file = language == QLatin1String("it") ? QStringLiteral(":/trans/tarvel4soft_it")
                                                          : QStringLiteral(":/trans/tarvel4soft_en");
     QCoreApplication::removeTranslator(&translator);
-    translator.load(file); // a failed load leaves the Italian source texts
+    // a failed load leaves the Italian source texts
+    static_cast<void>(translator.load(file));
     QCoreApplication::installTranslator(&translator);
 }
 

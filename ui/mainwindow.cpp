@@ -110,7 +110,9 @@ void MainWindow::paintEvent(QPaintEvent *event)
 void MainWindow::quit()
 {
     m_host.stop();
-    QCoreApplication::quit(); // ends the loops of open dialogs too, as if they were cancelled
+    // Ends the loops of open dialogs too, as if they were cancelled; quit() asks the windows in
+    // Qt 6.
+    QCoreApplication::exit();
 }
 
 // ---- the three steps

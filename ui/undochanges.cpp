@@ -55,7 +55,7 @@ void UndoChanges::askAndUndo()
         paths += song.path;
     paths.removeDuplicates();
     if (ask(last, paths))
-        undo(last, paths.size());
+        undo(last, static_cast<int>(paths.size()));
 }
 
 bool UndoChanges::ask(const JournalRun &run, const QStringList &paths) const
@@ -121,7 +121,7 @@ void UndoChanges::undo(const JournalRun &run, int songs)
     }
     if (m_model)
         SongTable::resizeColumns(m_table);
-    tellResult(restored.size(), songs, failed, problems);
+    tellResult(static_cast<int>(restored.size()), songs, failed, problems);
 }
 
 void UndoChanges::tellResult(int restored, int songs, const QStringList &failed,

@@ -118,7 +118,7 @@ public:
             m_filenames.insert(sample.filename);
             m_altArtists.insert(sample.altArtist);
         }
-        makeTitles(samples.size());
+        makeTitles(static_cast<int>(samples.size()));
         makeArtists();
     }
 
@@ -144,13 +144,17 @@ public:
     }
 
 private:
-    int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+    /** A random number below \a limit, which is a count that fits into 32 bits. */
+    template <typename Count> int below(Count limit)
+    {
+        return static_cast<int>(m_random() % static_cast<unsigned>(limit));
+    }
     int between(int lowest, int highest) { return lowest + below(highest - lowest + 1); }
     QString pick(const QStringList &list) { return list.at(below(list.size())); }
 
     template <typename List> void shuffle(List &list)
     {
-        for (int i = list.size() - 1; i > 0; --i)
+        for (auto i = list.size() - 1; i > 0; --i)
             std::swap(list[i], list[below(i + 1)]);
     }
 
@@ -232,7 +236,7 @@ QVector<CatalogueRow> makeCatalogueRows()
 {
     QVector<CatalogueRow> rows = sampleRows();
     Inventor inventor(rows);
-    const int invented = rowCount - rows.size();
+    const int invented = rowCount - static_cast<int>(rows.size());
     for (int i = 0; i < invented; ++i) {
         // Rows without markers or genre are spread evenly.
         const bool withMarkers =
@@ -243,7 +247,7 @@ QVector<CatalogueRow> makeCatalogueRows()
     }
     // The ends of what a catalogue holds: the shortest and longest song and name, the slowest and
     // fastest.
-    const int last = rows.size() - 1;
+    const auto last = rows.size() - 1;
     rows[last].length = shortestLength;
     rows[last - 1].length = longestLength;
     rows[last].bpm = slowestBpm;

@@ -62,7 +62,7 @@ void copyMatch(char *out, int distance, int length)
 
 bool LzHuff::expand(const QByteArray &input, QByteArray &output)
 {
-    const int inputSize = input.size();
+    const auto inputSize = input.size();
     output = expanded(input);
     if (output.isEmpty()) {
         qDebug() << "Expand: ERROR";
@@ -74,7 +74,7 @@ bool LzHuff::expand(const QByteArray &input, QByteArray &output)
 
 void LzHuff::compress(const QByteArray &input, QByteArray &output)
 {
-    const int inputSize = input.size();
+    const auto inputSize = input.size();
     output = compressed(input);
     qCDebug(debugLog) << "Compress:" << inputSize << " -->" << output.size();
 }

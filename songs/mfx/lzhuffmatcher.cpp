@@ -26,7 +26,7 @@ void LzHuffMatcher::start(const QByteArray &text)
     std::fill_n(m_window.begin(), windowStart, static_cast<uchar>(windowFill));
 
     m_current = windowStart;
-    m_ahead = std::min(text.size(), longestMatch);
+    m_ahead = static_cast<int>(qMin<qint64>(text.size(), longestMatch));
     m_next = text.cbegin() + m_ahead;
     m_end = text.cend();
     std::copy(text.cbegin(), m_next, m_window.begin() + windowStart);

@@ -23,7 +23,7 @@ Q_ALWAYS_INLINE void LzHuffTree::adoptChildren(int node)
 Q_ALWAYS_INLINE int LzHuffTree::lastOf(quint16 frequency, int node) const
 {
     constexpr quint64 everyOne = 0x0001000100010001;
-    const quint64 same = everyOne * qToLittleEndian(frequency);
+    const quint64 same = everyOne * frequency;
     for (int next = node + 1;; next += searchStep) {
         quint64 frequencies;
         static_assert(sizeof(frequencies) == searchStep * sizeof(frequency));

@@ -23,7 +23,7 @@ constexpr int fillerSize = sizeof(filler);
 /** Where the filler of an MF4 stream belongs; -1 when it has no track. */
 int fillerOffset(const QByteArray &midi)
 {
-    const int track = midi.indexOf(MidiFormat::trackMagic);
+    const int track = static_cast<int>(midi.indexOf(MidiFormat::trackMagic));
     return track < 0 ? -1 : track + MidiFormat::trackHeaderSize;
 }
 
@@ -140,7 +140,7 @@ void MfxSong::write(SongField field, const SongInfo &info)
 /** The header is as long as it must be until a text with a letter beyond ASCII is written. */
 void MfxSong::writeText(SongField field, MfxFormat::TextField place, const QString &text)
 {
-    const int before = m_header.headerBytes().size();
+    const auto before = m_header.headerBytes().size();
     m_header.setText(place, text);
     if (m_header.headerBytes().size() == before || !m_misfit)
         return;

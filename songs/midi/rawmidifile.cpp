@@ -55,7 +55,7 @@ std::vector<int> eventsIn(const QByteArray &data, int from)
 
 bool RawMidiFile::load(const QByteArray &bytes)
 {
-    const int track = bytes.indexOf(trackMagic);
+    const int track = static_cast<int>(bytes.indexOf(trackMagic));
     if (!bytes.startsWith(fileMagic) || track < 1)
         return false;
     if (!Bytes::containsRange(bytes, formatOffset, sizeof(quint16))
@@ -268,7 +268,7 @@ int RawMidiFile::insertEvent(Meta type, const QByteArray &payload)
     m_data.insert(m_trackStart, event);
     m_trackLength += static_cast<quint32>(event.size());
     trackResized();
-    return event.size();
+    return static_cast<int>(event.size());
 }
 
 int RawMidiFile::insertSongInfo(SubType subType, const QByteArray &payload)

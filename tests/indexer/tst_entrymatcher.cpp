@@ -16,7 +16,7 @@ QVector<IndexEntry> known(const QStringList &paths)
     QVector<IndexEntry> entries;
     for (const QString &path : paths) {
         IndexEntry entry;
-        entry.number = entry.order = entries.size();
+        entry.number = entry.order = static_cast<int>(entries.size());
         entry.title = "T%1"_s.arg(entry.number);
         entry.artist = "A"_s;
         entry.relativePath = path;

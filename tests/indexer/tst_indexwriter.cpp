@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(memory.read("ordfile.id3").size(), 2 * songs);
         QCOMPARE(memory.read("ordfile.id3").right(2).toHex(), last);
 
-        disk.failAt = disk.operations.size() + writes;
+        disk.failAt = static_cast<int>(disk.operations.size()) + writes;
         QCOMPARE(IndexWriter(memory.root(), entries, disk).writeOrdIndex(), -1);
         QVERIFY(memory.read("ordfile.id3").size() < 2 * songs);
     }

@@ -4,8 +4,10 @@
 
 #include <QBuffer>
 #include <QCoreApplication>
-#include <QTextCodec>
 #include <QTranslator>
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+#include <QTextCodec>
+#endif
 
 using namespace tarvel4;
 
@@ -125,10 +127,15 @@ private Q_SLOTS:
 
     void itIsWrittenInTheSystemsEncoding()
     {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
         const QByteArray list = listOf({song("È", "Й", "", "/п")}, SongListWriter::Encoding::Local);
         QTextCodec::setCodecForLocale(nullptr);
         QCOMPARE(list, QByteArray("TITOLO;ARTISTA;FILE;\n\xC8;?;/?;\n"));
+#else // takes every system but Windows for one of UTF-8
+        QCOMPARE(listOf({song("È", "Й", "", "/п")}, SongListWriter::Encoding::Local),
+                 QByteArray("TITOLO;ARTISTA;FILE;\n") + "È;Й;/п;\n");
+#endif
     }
 
     void theHeaderIsTranslated()

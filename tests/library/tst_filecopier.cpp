@@ -268,7 +268,7 @@ void tst_FileCopier::cancel()
     for (const QString &name : strings({"a.mid", "b.mid", "c.mid"}))
         files.append(TestFiles::write(source(name), "new"));
     m_host.cancelAtProgress = cancelAt;
-    m_host.beginProgress(ProgressTexts(), files.size());
+    m_host.beginProgress(ProgressTexts(), static_cast<int>(files.size()));
     m_host.events.clear();
     const CopySummary summary = copy(files);
     QVERIFY(!summary.isComplete());

@@ -215,7 +215,7 @@ void tst_SongEdit::aSaveThatFailsKeepsTheOldBytes()
     const SongOutcome saved = saveAtOnce(edit, info, disk);
     QCOMPARE(saved.result, SongResult::Failed);
     QTEST(saved.cause.codeName(), "code");
-    const int last = LogCapture::lines().size() - 1;
+    const int last = static_cast<int>(LogCapture::lines().size() - 1);
     QVERIFY(LogCapture::has(text("Error!")));
     QCOMPARE(LogCapture::lines().at(last),
              text("[EDIT] Saving %1 refused: %2").arg(path, saved.cause.sentence()));

@@ -159,8 +159,8 @@ void tst_TransferJob::aTransferCopiesAndIndexes()
 void tst_TransferJob::theIndexReportsThroughTheHost()
 {
     transfer({song("a.mid")}, card());
-    const int begin =
-        m_host.events.indexOf(text("begin Aggiornamento|Aggiornamento database...|Interrompi|100"));
+    const int begin = static_cast<int>(m_host.events.indexOf(
+        text("begin Aggiornamento|Aggiornamento database...|Interrompi|100")));
     QVERIFY(begin >= 0);
     // 0 at the start, 1 song found, 1 read of 1, then the files by hundredths
     QCOMPARE(m_host.events.mid(begin + 1),

@@ -177,7 +177,7 @@ void tst_UpdateFaults::aFullDiskLosesNothing()
         QSKIP("mounting is not possible here");
     // A song that fills its pages to the last byte can't grow when there is no page left.
     const auto song = [](int size) {
-        const int rest = size - makersSong().size() - 4;
+        const int rest = static_cast<int>(size - makersSong().size() - 4);
         QByteArray filler;
         while (filler.size() < rest)
             filler += meta(1, QByteArray(qMin(100, rest - filler.size()), 'x'));

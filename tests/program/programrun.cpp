@@ -105,7 +105,7 @@ Run Program::finish(QProcess &process, const QStringList &keys) const
     Run run;
     for (const QString &entry : keys) {
         const QByteArray awaited = entry.section(QLatin1Char('\t'), 0, 0).toUtf8();
-        const int from = run.out.size();
+        const auto from = run.out.size();
         while (!run.out.mid(from).contains(awaited) && process.waitForReadyRead(longestRun))
             run.out += process.readAllStandardOutput();
         process.write(entry.section(QLatin1Char('\t'), 1).toUtf8());

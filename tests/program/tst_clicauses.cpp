@@ -73,7 +73,7 @@ private Q_SLOTS:
         constexpr int nearlyAPage = 4090;
         QByteArray events = meta(0x02, "(c) K-Varo");
         while (place == FullVolume && song.size() < nearlyAPage) {
-            const int missing = nearlyAPage - song.size() - 4;
+            const int missing = static_cast<int>(nearlyAPage - song.size() - 4);
             events += meta(1, QByteArray(missing > 100 ? 96 : missing, 'x'));
             song = midi(events);
         }

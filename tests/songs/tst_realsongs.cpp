@@ -186,7 +186,8 @@ private Q_SLOTS:
         QCOMPARE(after.value("seconds"_s), before.value("seconds"_s));
         QVERIFY(after.value("seconds"_s).toDouble() > 1.9);
         // The audio is the same, byte by byte.
-        const int audioSize = old.size() - static_cast<int>(Id3v2Tag::bytesWanted(old.left(10)));
+        const int audioSize =
+            static_cast<int>(old.size() - static_cast<int>(Id3v2Tag::bytesWanted(old.left(10))));
         QVERIFY(read(file).endsWith(maker.endsWith(QLatin1Char('0')) ? old : old.right(audioSize)));
     }
 

@@ -167,7 +167,7 @@ private Q_SLOTS:
         LzHuff codec;
         QVERIFY(codec.expand(song.mid(headerSize), midi));
         QCOMPARE(qFromLittleEndian<qint32>(song.constData() + 12), midi.size());
-        const int track = midi.indexOf("MTrk");
+        const int track = static_cast<int>(midi.indexOf("MTrk"));
         QVERIFY(track > 0);
         QCOMPARE(midi.mid(track + 8, 3).toHex() == "ff00ff", song.startsWith("_MF4"));
     }
@@ -199,8 +199,10 @@ private Q_SLOTS:
         }
         QVERIFY2(tiles > 300, QByteArray::number(tiles));
         // 300 packets a second, and 8000 bytes a second of sound
-        const double seconds = graphics.size() / static_cast<double>(packetSize) / 300;
-        const double sound = read(samplePath("AULDLANG.mp3"_s)).size() / 8000.0;
+        const double seconds =
+            static_cast<double>(graphics.size()) / static_cast<double>(packetSize) / 300;
+        const double sound =
+            static_cast<double>(read(samplePath("AULDLANG.mp3"_s)).size()) / 8000.0;
         QVERIFY2(qAbs(seconds - sound) < 1.0, QByteArray::number(sound));
     }
 };

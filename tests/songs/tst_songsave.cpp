@@ -75,7 +75,7 @@ private Q_SLOTS:
     {
         const auto [version, midiSize, isSavable] = cells<int, int, bool>();
         constexpr int markerSize = 8; // of one with a label of one letter
-        const int bodySize = midiSize - midi1().size() - markerSize - 4 - 4;
+        const int bodySize = static_cast<int>(midiSize - midi1().size() - markerSize - 4 - 4);
         const QByteArray song =
             midi1(hex("00 FF 01 00") + QByteArray(bodySize, 'x') + hex("00 FF 01 00"));
         const QByteArray old = mfx(version, {}, version == 4 ? withFiller(song) : song);
@@ -129,7 +129,8 @@ private Q_SLOTS:
         QVERIFY(LogCapture::has("[MetaSong::saveToFile] MFx"_s));
 
         const QByteArray saved = read(file);
-        const int streamSize = song.midiData().size() + (suffix == "mf4"_s ? 3 : 0);
+        const int streamSize =
+            static_cast<int>(song.midiData().size() + (suffix == "mf4"_s ? 3 : 0));
         QCOMPARE(expanded(saved).size(), streamSize);
         // Nothing else in the header has changed.
         QByteArray header = old.left(suffix == "mf5"_s ? 1024 : 512);

@@ -247,7 +247,7 @@ private Q_SLOTS:
         m_dialog->errorFromIndexReceived(text("of an earlier run"));
         choose(text("E:/"), true, true);
 
-        QCOMPARE(run(boxes.size()), boxes);
+        QCOMPARE(run(static_cast<int>(boxes.size())), boxes);
         const bool indexed = boxes.contains(done);
         QCOMPARE(isPrepared(text("E:")), indexed);
         QCOMPARE(report(), indexed ? plainReport : text("of an earlier run"));
@@ -269,7 +269,7 @@ private Q_SLOTS:
         const auto [root, rebuild, check, boxes] = cells<QString, bool, bool, QStringList>();
         QVERIFY(m_program->write("exit 3"));
         choose(root, rebuild, check);
-        QCOMPARE(run(boxes.size()), boxes);
+        QCOMPARE(run(static_cast<int>(boxes.size())), boxes);
         QVERIFY(m_program->written(text("arguments")).isNull());
         QVERIFY(isPrepared(root));
     }

@@ -88,7 +88,7 @@ private:
 
     void correctOneSong()
     {
-        const int row = column(Name).indexOf(text("SANTALUC.mid"));
+        const int row = static_cast<int>(column(Name).indexOf(text("SANTALUC.mid")));
         m_driver->expect<DataEditDialog>([](DataEditDialog &dialog) {
             child<QComboBox>(dialog, "artistComboBox")->setEditText(text("A singer"));
             click(dialog, "savePushButton");

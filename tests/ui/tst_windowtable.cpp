@@ -66,7 +66,7 @@ private Q_SLOTS:
             lines << text("Saving to file:  ") + path << text("Ok");
         int at = -1;
         for (const QString &line : qAsConst(lines)) {
-            at = LogCapture::lines().indexOf(line, at + 1);
+            at = static_cast<int>(LogCapture::lines().indexOf(line, at + 1));
             QVERIFY2(at >= 0, qPrintable(line));
         }
     }
@@ -79,7 +79,7 @@ private Q_SLOTS:
         retitle();
         doubleClick(0);
         QVERIFY(read(m_songs.at(2)).contains("Edited"));
-        const int row = column(Name).indexOf(text("s002.mid"));
+        const int row = static_cast<int>(column(Name).indexOf(text("s002.mid")));
         QCOMPARE(column(Title).at(row), text("Edited"));
         QCOMPARE(column(Status).at(row), text("2"));
     }

@@ -38,7 +38,7 @@ private Q_SLOTS:
         import(songs);
         make(change);
         const QVector<QByteArray> after = bytesOf(songs);
-        const int changed = change == text("edit") ? 1 : songs.size();
+        const int changed = static_cast<int>(change == text("edit") ? 1 : songs.size());
         for (int i = 0; i < songs.size(); ++i)
             QCOMPARE(after.at(i) != before.at(i), i < changed);
         if (inANewWindow) {

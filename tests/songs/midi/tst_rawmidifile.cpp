@@ -174,7 +174,7 @@ private:
     {
         row(name, event, READ(trackName()), text);
         QByteArray field = event;
-        for (int at = 0; (at = field.indexOf(hex("FF 03"), at)) >= 0; at += 4) {
+        for (int at = 0; (at = static_cast<int>(field.indexOf(hex("FF 03"), at))) >= 0; at += 4) {
             const int length = static_cast<quint8>(field.at(at + 2));
             field.replace(at, 3,
                           hex("FF 4B") + static_cast<char>(qMin(255, length + 1))

@@ -96,9 +96,10 @@ private Q_SLOTS:
         row("one that runs over the track's end goes up to there",
             file(note() + hex("00 FF 59 40 00")), file(note()));
         row("one that begins in front of the track's end goes up to there",
-            file(note() + key, note().size() + 3), file(note() + hex("02 00 00"), note().size()));
-        row("one behind the track's end stays", file(note() + key, note().size()),
-            file(note() + key, note().size()));
+            file(note() + key, static_cast<int>(note().size()) + 3),
+            file(note() + hex("02 00 00"), static_cast<int>(note().size())));
+        row("one behind the track's end stays", file(note() + key, static_cast<int>(note().size())),
+            file(note() + key, static_cast<int>(note().size())));
         row("a track length of 0 keeps everything", file(key, 0), file(key, 0));
         row("a track longer than the file loses what is there", file(key + note(), 1000),
             file(note(), 1000 - 6));
