@@ -263,6 +263,36 @@ private Q_SLOTS:
         QVERIFY(IndexVerifier(memory.root() + QLatin1Char('/')).verify().isEmpty());
     }
 
+    /** The song is known by its record, and is told with the path that it has. */
+    void aNameThatDiffersInCaseIsTheSameSong_data()
+    {
+        const Table<QByteArray, QString, QByteArray> row; // recorded, on the memory, path order
+        row("a letter of ASCII", "/b.mid", "/B.mid", hex("0100030002000000"));
+        row("a letter with an accent", "/\xE0.mid", QStringLiteral("/\u00C0.mid"),
+            hex("0300020000000100"));
+    }
+    void aNameThatDiffersInCaseIsTheSameSong()
+    {
+        const auto [recorded, path, order] = cells<QByteArray, QString, QByteArray>();
+        MemoryFixture memory;
+        fill(memory);
+        all({renamed("b.mid", path), patch("index.id3", 270 + 4, recorded),
+             patch("ordfile.id3", 0, order)})(memory);
+        QCOMPARE(memory.problems(),
+                 QStringList(QStringLiteral("index.id3 1: Il percorso della song è ") + path));
+    }
+
+    void songsWhoseNamesDifferInCaseAreToldApart()
+    {
+        MemoryFixture memory;
+        fill(memory);
+        if (QFile::exists(memory.path("/B.mid"_s)))
+            QSKIP("names do not keep case apart here");
+        all({renamed("Zeta.mid", "/B.mid"_s), patch("index.id3", 2 * 270 + 4, padded("/B.mid", 9)),
+             patch("ordfile.id3", 0, hex("0200010003000000"))})(memory);
+        QCOMPARE(memory.problems(), QStringList());
+    }
+
     void changesNothing()
     {
         MemoryFixture memory;
