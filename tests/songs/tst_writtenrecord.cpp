@@ -209,12 +209,12 @@ private:
         row("mid: a length and a bpm of 0 in the catalogue are written", midi0(), lengthAndBpm(0),
             update,
             midi0(texts + songInfo(5, "0") + songInfo(3, {}) + meta(3, {}) + songInfo(4, "0")));
-        row("mid: unknown ones are not", midi0(), lengthAndBpm(-1), update,
-            midi0(texts + songInfo(3, {}) + meta(3, {})));
+        row("mid: a length and a bpm of -1 in the catalogue are not written", midi0(),
+            lengthAndBpm(-1), update, midi0(texts + songInfo(3, {}) + meta(3, {})));
         row("mp3: a length of 0 is written, a bpm of 0 removes its frame", audio(), lengthAndBpm(0),
             update, tag(mark + frame("TLEN", "0")) + audio());
-        row("mp3: of unknown ones only the mark is written", audio(), lengthAndBpm(-1), update,
-            tag(mark) + audio());
+        row("mp3: a length and a bpm of -1 are not written, only the mark is", audio(),
+            lengthAndBpm(-1), update, tag(mark) + audio());
         row("mp3: an update marks it once", tag(mark) + audio(), lengthAndBpm(-1), update,
             tag(mark) + audio());
         row("mp3: an edit marks it", tag() + audio(), {}, edit,
@@ -226,8 +226,8 @@ private:
         };
         row("mf3: a length of 0 is written, a bpm of 0 in place of 500", mf3(500, 0, {}),
             lengthAndBpm(0), update, mf3(0, 0, songInfo(4, "0")));
-        row("mf3: unknown ones are not", mf3(500, 0, {}), lengthAndBpm(-1), update,
-            mf3(500, 0, {}));
+        row("mf3: a length and a bpm of -1 are not written", mf3(500, 0, {}), lengthAndBpm(-1),
+            update, mf3(500, 0, {}));
         SongInfo withMarkers;
         withMarkers.markers = {{9, "Coda"_s}};
         const QByteArray own = marker(1, "A"), zero = songInfo(4, "0");

@@ -118,6 +118,23 @@ private Q_SLOTS:
         QCOMPARE(parsed(tag(body) + frame("TIT2", "Audio")).title(), title);
     }
 
+    void writtenTextIsReadBack_data()
+    {
+        const Table<QString, QString> row;
+        row("letters of ASCII as they are", "Citta", "Citta"_s);
+        row("letters with accents changed: UTF-8 is read as Latin-1", "Caff\xE8"_s,
+            "Caff\xC3\xA8"_s);
+        row("with a second byte that is a blank there, trimmed off", "Perch\xE9 \xE0"_s,
+            "Perch\xC3\xA9 \xC3"_s);
+    }
+    void writtenTextIsReadBack()
+    {
+        const auto [written, readBack] = cells<QString, QString>();
+        Id3v2Tag object = parsed(audio());
+        object.setTitle(written);
+        QCOMPARE(parsed(object.tag() + audio()).title(), readBack);
+    }
+
     void readNumbers_data()
     {
         const Table<QByteArray, int, int> row; // text: null: no frame

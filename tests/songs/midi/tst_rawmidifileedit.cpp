@@ -63,15 +63,62 @@ private Q_SLOTS:
         QCOMPARE(midi.key(), read);
     }
 
-    void unknownKeyIsLogged()
+    void markersAreStoredAndReadInTheOrderOfTheList()
     {
-        RawMidiFile midi = loaded(midi0());
+        const QVector<Marker> markers = {{1, "Intro"_s}, {5, "Chorus 1"_s}};
+        RawMidiFile midi = loaded(midi1());
+        midi.setMarkers(markers);
+        QCOMPARE(midi.data(), midi1(marker(1, "Intro") + marker(5, "Chorus 1")));
+        QCOMPARE(midi.markers(), markers);
+    }
+
+    void theTrackLengthReachesToTheNextChunkAfterAnySequenceOfEdits_data()
+    {
+        const Table<QByteArray> row;
+        const QByteArray keys = meta(0x59, hex("0000")) + note() + meta(0x59, hex("0100"));
+        row("of an empty track", {});
+        row("of a track that holds every field",
+            meta(3, "Old") + songInfo(1, "Old") + songInfo(2, "Old") + songInfo(3, "Old")
+                + songInfo(4, "1") + songInfo(5, "1") + marker(1, "Old") + keys);
+    }
+    void theTrackLengthReachesToTheNextChunkAfterAnySequenceOfEdits()
+    {
+        const auto [events] = cells<QByteArray>();
+        const Edit edits[] = {EDIT(setTrackName("Ciao"_s)),
+                              EDIT(setKey("Eb"_s)),
+                              EDIT(setMarkers({{1, "Intro"_s}, {5, {}}})),
+                              EDIT(addMarker({9, "Coda"_s})),
+                              EDIT(setKey("H"_s)),
+                              EDIT(setGenre({})),
+                              EDIT(setArtist(QString(200, u'x'))),
+                              EDIT(setAuthor("Conte"_s)),
+                              EDIT(setLength(215)),
+                              EDIT(setBpm(0)),
+                              EDIT(setMarkers({})),
+                              EDIT(setTrackName({}))};
+        const QByteArray before = midi1(events);
+        const QByteArray second = before.mid(before.lastIndexOf("MTrk"));
+        RawMidiFile midi = loaded(before);
+        for (int round = 0; round < 2; ++round) {
+            for (const Edit &edit : edits) {
+                edit(midi);
+                const QByteArray first = midi.data().mid(14).chopped(second.size());
+                QCOMPARE(first, track(first.mid(8)));
+                QVERIFY(midi.data().endsWith(endOfTrack() + second));
+            }
+        }
+    }
+
+    void unknownKeyIsLoggedAndTheFileHasNone()
+    {
+        RawMidiFile midi = loaded(midi0(meta(0x59, hex("0000"))));
         const LogCapture capture;
         midi.setKey("Do b"_s);
         QCOMPARE(
             capture.lines(),
             QStringList(
                 "[RawMidiFile::setKey] WARNING: unknown key: \"Dob\" . Metaevent not added !!!"_s));
+        QVERIFY(!midi.hasKey());
     }
 
     void remove_data()
