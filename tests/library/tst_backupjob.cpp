@@ -117,7 +117,7 @@ void tst_BackupJob::answersThatMakeNoFolder_data()
     QTest::addColumn<int>("action");
     QTest::addColumn<bool>("mayProceed");
     QTest::addColumn<QStringList>("events");
-    QTest::newRow("to proceed without")
+    QTest::newRow("to proceed without a backup, which makes no folder")
         << static_cast<int>(BackupChoice::ProceedWithout) << true << strings({"ask backup"});
     QTest::newRow("to cancel, or the dialog's frame, ends without a message")
         << static_cast<int>(BackupChoice::Cancel) << false << strings({"ask backup"});
@@ -141,7 +141,7 @@ void tst_BackupJob::aFolderThatCantBeMadeFails_data()
     QTest::addColumn<QString>("existing");
     QTest::addColumn<QString>("chosen");
     QTest::addColumn<QString>("code");
-    QTest::newRow("two backups within one second")
+    QTest::newRow("a second backup within one second")
         << text("to/") + text(folderName) + text("/old") << text("to") << text("already-exists");
     QTest::newRow("an incomplete backup of the same second") << text("to/") + text(incompleteName)
             + text("/old") << text("to") << text("already-exists");

@@ -39,8 +39,8 @@ class tst_CopyFaults : public QObject, private CopyFixture
 private Q_SLOTS:
     void init() { reset(); }
 
-    void whatCantBeReadFails_data();
-    void whatCantBeReadFails();
+    void whatCantBeReadFailsAndStopsNoOther_data();
+    void whatCantBeReadFailsAndStopsNoOther();
     void whatCantBeWrittenFails_data();
     void whatCantBeWrittenFails();
     void failingDisk_data();
@@ -63,7 +63,7 @@ private:
     }
 };
 
-void tst_CopyFaults::whatCantBeReadFails_data()
+void tst_CopyFaults::whatCantBeReadFailsAndStopsNoOther_data()
 {
     QTest::addColumn<QString>("code");
     QTest::newRow("a song that has vanished") << text("not-found");
@@ -74,7 +74,7 @@ void tst_CopyFaults::whatCantBeReadFails_data()
     QTest::newRow("a song that must not be read") << text("read-denied");
 }
 
-void tst_CopyFaults::whatCantBeReadFails()
+void tst_CopyFaults::whatCantBeReadFailsAndStopsNoOther()
 {
     QFETCH(QString, code);
     const QString kind = text(QTest::currentDataTag());

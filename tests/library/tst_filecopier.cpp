@@ -19,7 +19,7 @@ private Q_SLOTS:
     void aCopyIsTheWholeSongWithItsTime_data();
     void aCopyIsTheWholeSongWithItsTime();
     void aReadOnlySongStaysReadOnly();
-    void songsInPlace();
+    void songsInPlaceCountAsCopiedAndAreLeftAlone();
     void aSongOfAnotherCaseIsAnotherSong_data();
     void aSongOfAnotherCaseIsAnotherSong();
     void aSongReachedThroughALinkIsNotLost();
@@ -85,7 +85,7 @@ void tst_FileCopier::aReadOnlySongStaysReadOnly()
     QVERIFY(!(QFileInfo(target(text("song.mid"))).permissions() & QFile::WriteOwner));
 }
 
-void tst_FileCopier::songsInPlace()
+void tst_FileCopier::songsInPlaceCountAsCopiedAndAreLeftAlone()
 {
     TestFiles::write(target(text("song.mid")), oldBytes);
     TestFiles::write(target(text("song.mp3")), oldBytes);

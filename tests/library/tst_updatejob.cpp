@@ -33,6 +33,8 @@ private Q_SLOTS:
     void copyrightAnswers();
     void whereNobodyIsAskedOneAnswerHolds_data();
     void whereNobodyIsAskedOneAnswerHolds();
+    void aSongThatIsNotUpdatedHasFailedAndTheRunGoesOn_data();
+    void aSongThatIsNotUpdatedHasFailedAndTheRunGoesOn();
     void theLogOfARun();
     void theDryRunWritesNothingAndAnnouncesTheRealRun();
 };
@@ -78,23 +80,34 @@ void tst_UpdateJob::nothingIsWrittenWithoutTheBackup_data()
 {
     QTest::addColumn<int>("action");
     QTest::addColumn<QString>("folder");
-    QTest::newRow("cancelled") << static_cast<int>(BackupChoice::Cancel) << QString();
-    QTest::newRow("no folder") << static_cast<int>(BackupChoice::Backup) << QString();
+    QTest::addColumn<QString>("removed"); // of the songs, before the update
+    QTest::newRow("cancelled") << static_cast<int>(BackupChoice::Cancel) << QString() << QString();
+    QTest::newRow("no folder") << static_cast<int>(BackupChoice::Backup) << QString() << QString();
     QTest::newRow("a folder that does not exist")
-        << static_cast<int>(BackupChoice::Backup) << text("none");
+        << static_cast<int>(BackupChoice::Backup) << text("none") << QString();
+    QTest::newRow("a song that can't be copied")
+        << static_cast<int>(BackupChoice::Backup) << text("saved") << text("two.mid");
 }
 
 void tst_UpdateJob::nothingIsWrittenWithoutTheBackup()
 {
     QFETCH(int, action);
     QFETCH(QString, folder);
+    QFETCH(QString, removed);
     const QString path = m_library->add(text("one.mid"), makersSong());
+    const QString other = m_library->add(text("two.mid"), makersSong());
     m_library->import();
+    if (!removed.isEmpty())
+        QVERIFY(QDir().mkdir(m_library->filePath("saved")) && QFile::remove(other));
+    if (!folder.isEmpty())
+        folder = m_library->filePath(folder.toLatin1().constData());
     m_library->host().backupChoice = {BackupChoice::Action(action), folder};
     QVERIFY(!update().isComplete);
     QVERIFY(TestFiles::read(path) == makersSong());
-    QCOMPARE(m_library->statuses(), QVector<int>({listed}));
-    QCOMPARE(m_library->host().eventsOf(text("begin")), QStringList());
+    QCOMPARE(m_library->statuses(), QVector<int>({listed, listed}));
+    const QStringList begun = m_library->host().eventsOf(text("begin"));
+    QCOMPARE(begun.filter(text("Aggiornamento file")), QStringList());
+    QCOMPARE(begun.size(), removed.isEmpty() ? 0 : 1); // the backup itself
 }
 
 void tst_UpdateJob::theBackupHoldsTheOldBytes()
@@ -185,6 +198,29 @@ void tst_UpdateJob::whereNobodyIsAskedOneAnswerHolds()
     QVERIFY(update({false, answer, false}).isComplete);
     QCOMPARE(m_library->host().eventsOf(text("ask unpublished")), QStringList());
     QCOMPARE(m_library->statuses(), QVector<int>({answer ? updated : failed, updated}));
+}
+
+void tst_UpdateJob::aSongThatIsNotUpdatedHasFailedAndTheRunGoesOn_data()
+{
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QByteArray>("bytes"); // when the update comes to it
+    QTest::newRow("it is not in the catalogue") << text("unknown.mid") << makersSong("nothing");
+    QTest::newRow("it can't be read") << text("one.mid") << QByteArray("no song");
+    QTest::newRow("another's copyright, and the answer is no") << text("one.mid") << midi0();
+}
+
+void tst_UpdateJob::aSongThatIsNotUpdatedHasFailedAndTheRunGoesOn()
+{
+    QFETCH(QString, fileName);
+    QFETCH(QByteArray, bytes);
+    const QString path = m_library->add(fileName, makersSong());
+    m_library->add(text("two.mid"), makersSong());
+    m_library->import();
+    TestFiles::write(path, bytes);
+    m_library->host().notPublishedAnswers = {Answer::No};
+    QVERIFY(update().isComplete);
+    QCOMPARE(m_library->statuses(), QVector<int>({failed, updated}));
+    QVERIFY(TestFiles::read(path) == bytes);
 }
 
 void tst_UpdateJob::theLogOfARun()

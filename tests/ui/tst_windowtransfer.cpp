@@ -76,6 +76,7 @@ private Q_SLOTS:
         QDir().mkpath(target);
         transfer(target);
         QCOMPARE(m_driver->boxes, QStringList(text("Warning|Trasferimento|") + message));
+        QCOMPARE(m_driver->lastBox.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
         QVERIFY(!QFile::exists(card("fsinfos.id3")));
         QVERIFY(enabledSteps().contains(text("transferFiles")));
     }
@@ -127,6 +128,7 @@ private Q_SLOTS:
                  strings({"Critical|Trasferimento|Non è stato possibile copiare uno o più file"}));
         const Outcome gone{Outcome::Code::NotFound, m_songs.at(0), {}, {}};
         QCOMPARE(m_driver->lastBox.details, text("a.mid: ") + gone.sentence());
+        QCOMPARE(m_driver->lastBox.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
         QVERIFY(QFile::exists(card("music/b.mid")));
         QVERIFY(!QFile::exists(card("fsinfos.id3")));
     }

@@ -122,6 +122,7 @@ private Q_SLOTS:
         m_driver->answerBox(QMessageBox::Ok);
         press("updateDataToolButton");
         QCOMPARE(m_driver->boxes, strings({"Critical|Backup|Backup FALLITO !!!"}));
+        QCOMPARE(m_driver->lastBox.buttons, QMessageBox::StandardButtons(QMessageBox::Ok));
         QCOMPARE(read(song), before);
         QCOMPARE(statuses(), text("0"));
         QCOMPARE(enabledSteps(), text("selectDir updateData transferFiles"));
