@@ -49,7 +49,9 @@ private Q_SLOTS:
             "RIFF" + littleEndian(static_cast<quint32>(good.size() + 12), 4) + "RMIDdata"
                 + littleEndian(static_cast<quint32>(good.size()), 4) + good,
             0);
-        row("junk before MThd is refused", "x" + good, 0);
+        row("RIFF in the place of MThd is refused", QByteArray(good).replace(0, 4, "RIFF"), 0);
+        // three bytes: where the format is read, one that would be taken stands
+        row("junk before MThd is refused", "xyz" + good, 0);
         row("a file without any MTrk is refused", good.left(14) + "MTrx" + good.mid(18), 0);
         row("a file without MThd is refused", track(endOfTrack()), 0);
         row("an empty file is refused", {}, 0);
