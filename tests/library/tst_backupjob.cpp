@@ -128,7 +128,10 @@ void tst_BackupJob::answersThatMakeNoFolder_data()
 void tst_BackupJob::answersThatMakeNoFolder()
 {
     QFETCH(int, action);
-    m_host.backupChoice = {BackupChoice::Action(action), {}};
+    // A folder that was chosen before the other buttons were pressed does not count.
+    m_host.backupChoice.action = BackupChoice::Action(action);
+    if (action == BackupChoice::Backup)
+        m_host.backupChoice.folder.clear();
     const BackupSummary summary = backUp({song("a.mid", "x")});
     QTEST(summary.mayProceed, "mayProceed");
     QTEST(m_host.events, "events");

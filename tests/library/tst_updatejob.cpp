@@ -129,9 +129,11 @@ void tst_UpdateJob::theBackupCanBeLeftOut()
 {
     const QString path = m_library->add(text("one.mid"), makersSong());
     m_library->import();
-    m_library->host().backupChoice.action = BackupChoice::ProceedWithout;
+    QVERIFY(QDir().mkdir(m_library->filePath("saved"))); // chosen, then given up
+    m_library->host().backupChoice = {BackupChoice::ProceedWithout, m_library->filePath("saved")};
     QVERIFY(update().isComplete);
     QVERIFY(TestFiles::read(path) != makersSong());
+    QCOMPARE(TestFiles::namesIn(m_library->filePath("saved")), QStringList());
     QCOMPARE(TestFiles::namesIn(m_library->filePath("songs")), strings({"one.mid"}));
 }
 
