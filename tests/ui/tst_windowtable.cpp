@@ -102,6 +102,15 @@ private Q_SLOTS:
         QVERIFY(tooltipAt(0, Type).contains(text("Non letta: ")));
     }
 
+    void noRowIsNotEdited()
+    {
+        import(2);
+        const LogCapture log;
+        Q_EMIT table()->doubleClicked(QModelIndex()); // a dialog that is not expected fails the row
+        QCOMPARE(LogCapture::lines(), QStringList());
+        QCOMPARE(statuses(), text("0 0"));
+    }
+
     void editOffersItsLists()
     {
         import(1);
