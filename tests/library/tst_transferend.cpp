@@ -176,6 +176,7 @@ void tst_TransferEnd::aMemoryThatIsGoneIsAFailure()
         TransferJob(m_host, m_host, m_host, volume).run({}, path("gone/songs"));
     QVERIFY(summary.result == Result::Failed);
     QCOMPARE(summary.index.cause.codeName(), text("not-found"));
+    QCOMPARE(m_host.eventsOf(text("begin")).size(), 1); // no index is begun
     QCOMPARE(m_host.events.last(), text(failed) + QLatin1Char('|') + summary.index.cause.message());
     QVERIFY(!QFileInfo::exists(path("gone")));
 }
