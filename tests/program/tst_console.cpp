@@ -9,8 +9,8 @@
 
 using namespace tarvel4;
 
-/** The locale that the command line gives Qt: UTF-8 for file names, all else as the user has it. A
- * Qt that asks no library for its codec would name other files without it. */
+/** The locale that the command line gives Qt: UTF-8 for file names, all else as the user has it.
+ * Debian's Qt takes UTF-8 for them in every locale, so that no command shows what stands here. */
 class tst_Console : public QObject
 {
     Q_OBJECT
