@@ -129,6 +129,17 @@ private Q_SLOTS:
         QCOMPARE(memory.hexOf("title.id3", 63, 1), attribute);
     }
 
+    void lettersOfAnotherCaseAreTheSame()
+    {
+        const QVector<IndexEntry> songs = {entry(0, "alfa", "Ada"), entry(1, "Beta", "ADA")};
+        MemoryFixture memory;
+        IndexWriter writer(memory.root(), songs, Disk::real());
+        QCOMPARE(writer.writeTitleIndex(), 2);
+        QCOMPARE(writer.writeAlphaIndex("atitle.id3"), 0);
+        QCOMPARE(memory.hexOf("atitle.id3", 4 * ('A' - ' '), 8), "0000000000000040"_s);
+        QCOMPARE(writer.writeArtistIndex(), 1); // one group
+    }
+
     void theCountsGetTheirNameOnceEveryFileIsOnTheMedium_data()
     {
         const Table<QString> row;
