@@ -97,6 +97,22 @@ if(TARVEL4_BUILD_TESTS)
   tarvel4_make_test_locale()
 endif()
 
+# The folder for the tests' temporary files: one in memory where there is room for them, else the system's own (empty). Flushes
+# are what most tests would wait for.
+function(tarvel4_choose_test_folder)
+  set(folder /dev/shm)
+  set(needed 2000000) # kilobytes
+  execute_process(COMMAND df --output=avail "${folder}" OUTPUT_VARIABLE free ERROR_QUIET)
+  string(REGEX MATCH "[0-9]+" free "${free}")
+  if(NOT free GREATER needed)
+    set(folder "")
+  endif()
+  set(TARVEL4_TEST_FOLDER "${folder}" CACHE STRING "The folder for the tests' temporary files")
+endfunction()
+if(TARVEL4_BUILD_TESTS)
+  tarvel4_choose_test_folder()
+endif()
+
 # Gives a ctest test a home, a settings store and a platform of its own, so that it touches nothing of the user's.
 function(tarvel4_test_environment name)
   set(home "${CMAKE_CURRENT_BINARY_DIR}/home/${name}")
@@ -107,6 +123,9 @@ function(tarvel4_test_environment name)
     WORKING_DIRECTORY "${home}"
     SKIP_RETURN_CODE 77
     ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home}/runtime;QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=;TZ=Asia/Kolkata;LOCPATH=${CMAKE_BINARY_DIR}/locale;LC_ALL=${TARVEL4_TEST_LOCALE}")
+  if(TARVEL4_TEST_FOLDER)
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "TMPDIR=${TARVEL4_TEST_FOLDER}")
+  endif()
 endfunction()
 
 # For a ctest test that reads the command line's texts: those are English, and the shell's tools sort by bytes.
