@@ -266,14 +266,13 @@ void tst_CliHistory::showsTwoProgramsAtOnce()
     if (!canTrace())
         QSKIP("processes can't be traced here");
     const Run run = shell(R"(for i in {1..9}; do mkdir s/$i; cp s/a.mid s/$i/AZZURRO.mid; done
-        # slow enough for the other program to begin and to end meanwhile
-        ASAN_OPTIONS=detect_leaks=0 strace -f -o trace -e trace=write,pwrite64,ftruncate,fallocate \
-          -e inject=pwrite64,ftruncate,fallocate:delay_enter=60000 \
-          "$cli" sync --no-backup --catalogue c.db s/?/AZZURRO.mid >synced 2>said & pid=$!
-        until "$cli" history --json >/dev/null 2>&1 && ls "$HOME"/.local/share/kvaro/*/run-*.lock; do sleep .02
-        done >/dev/null 2>&1
+        # stopped at the first byte of a song, until the other program has begun and ended
+        ASAN_OPTIONS=detect_leaks=0 strace -f -o trace -P "$PWD/s/5/AZZURRO.mid" -e trace=write,pwrite64,writev \
+          -e inject=write,pwrite64,writev:signal=STOP:when=1 \
+          "$cli" sync --no-backup --catalogue c.db "$PWD"/s/?/AZZURRO.mid >synced 2>said & pid=$!
+        until grep -q 'stopped by' trace 2>/dev/null || ! kill -0 $pid; do sleep .02; done
         "$cli" edit --title T s/b.mid >/dev/null; echo $?
-        kill -0 $pid && echo lives; wait $pid; echo $?; cat said)");
+        kill -0 $pid && echo lives; kill -CONT $(awk '{ print $1; exit }' trace); wait $pid; echo $?; cat said)");
     QCOMPARE(run, (Run{0, "0\nlives\n0\n", ""}));
     QCOMPARE(read("synced").count("status: updated"), 9);
     QVariantList what = historyOf("what");

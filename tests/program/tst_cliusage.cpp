@@ -256,8 +256,9 @@ private Q_SLOTS:
     {
         const auto [line, field] = cells<QString, QByteArray>();
         QVERIFY(writeCatalogue(path("c.db")));
+        const bool isLong = line.contains("{1..900}"_s);
         QCOMPARE(shell("mkdir memory; cp a.mid memory; \"$cli\" index rebuild memory >/dev/null; "
-                       "tee {1..900}.mid <a.mid >/dev/null")
+                       "tee {1..%1}.mid <a.mid >/dev/null"_s.arg(isLong ? 900 : 9))
                      .status,
                  0);
         // The status of the last command is what counts, and the copy behind it changes nothing.
@@ -267,7 +268,7 @@ private Q_SLOTS:
         QCOMPARE(run, (Run{141, "", ""}));
         if (!field.isEmpty())
             QVERIFY2(cli("info 1.mid").out.contains(field), cli("info 1.mid").out.constData());
-        if (line.contains("{1..900}"_s)) // one batch, and no further one
+        if (isLong) // one batch, and no further one
             QCOMPARE(cli("info 900.mid | grep ^title").out, QByteArray("title: Bella Ciao\n"));
     }
 
