@@ -77,12 +77,12 @@ private Q_SLOTS:
         const Table<QString, QString> row;
         row("texts are trimmed", "12ANNI",
             "kept|Dodici anni|Ada|Bice|DANCE|Berto|215|120|A -|1|1:Intro,5:Verse 1|kept|0");
-        row("what is no number gives -1, a marker whose bar is none is skipped", "ODD",
-            "kept|Odd|x|a|BLUES|x|-1|-1||1|1:Intro,7:Verse|kept|0");
-        row("NULL gives -1 and no text", "NULLS", "kept|Nulls|||||-1|-1||1||kept|0");
+        row("a length and a tempo that are no numbers give -1; a pair without a bar is skipped",
+            "ODD", "kept|Odd|x|a|BLUES|x|-1|-1||1|1:Intro,7:Verse|kept|0");
+        row("NULL gives -1, no text and no markers", "NULLS", "kept|Nulls|||||-1|-1||1||kept|0");
         row("numbers beyond 32 bits give -1, and no bar; a bar beyond 16 bits wraps", "LARGE",
             "kept|Large|x|a|x|x|-1|-1||1|4464:Far|kept|0");
-        row("an odd last part of the markers is ignored", "HALF",
+        row("an odd last part of the markers is ignored: 1;Intro;5 gives one", "HALF",
             "kept|Half|x|a|x|x|1|1||1|1:Intro|kept|0");
         row("bar 0 counts, a negative bar does not, empty parts are dropped", "BARS",
             "kept|Bars|x|a|x|x|1|1||1|0:Zero,9:Nine|kept|0");

@@ -174,6 +174,19 @@ private Q_SLOTS:
         }
     }
 
+    void listsStayEmptyWhereTheirStatementsFail()
+    {
+        const QString file = m_folder.filePath("without"_s);
+        execute(file, {"create table other (genre)"_s});
+        const MessageCapture log;
+        QVERIFY2(m_database->init(file), "it could be opened");
+        QVERIFY(m_database->genres().isEmpty() && m_database->altArtists().isEmpty());
+        SongInfo record;
+        QVERIFY(!m_database->getRecordByFilename("12ANNI"_s, record));
+        QVERIFY(!m_database->getRecordByTitle("Twice"_s, record));
+        QCOMPARE(MessageCapture::messages(), QStringList());
+    }
+
     void aCatalogueThatNeverEnds_data()
     {
         const Table<QString> row;

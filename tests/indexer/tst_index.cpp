@@ -102,8 +102,8 @@ private Q_SLOTS:
     {
         const Table<int, QByteArray> row;
         row("57 bytes end with a NUL", 57, QByteArray(57, 'X') + '\0');
-        row("58 bytes fill the field", 58, QByteArray(58, 'X'));
-        row("more are cut", 59, QByteArray(58, 'X'));
+        row("58 bytes fill the field, without a NUL", 58, QByteArray(58, 'X'));
+        row("a longer title is cut to 58 bytes", 59, QByteArray(58, 'X'));
     }
     void titlesOf58BytesHaveNoNul()
     {
@@ -117,12 +117,12 @@ private Q_SLOTS:
         QCOMPARE(memory.problems(), QStringList());
     }
 
-    /** Artists that differ in case form one group; back-counts lead from group to group. */
-    void groups()
+    /** Back-counts lead from group to group. */
+    void artistsThatDifferInCaseFormOneGroup()
     {
         MemoryFixture memory;
         int number = 0;
-        for (const char *artist : {"a", "A", "a", "b", "c", "C"})
+        for (const char *artist : {"Abba", "ABBA", "abba", "b", "c", "C"})
             memory.putMidi("/%1.mid"_s.arg(number++), "t", artist);
         QVERIFY(Index().rebuild(memory.root()));
         const QByteArray artists = memory.read("artist.id3");

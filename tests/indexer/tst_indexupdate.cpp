@@ -85,6 +85,18 @@ private Q_SLOTS:
         QCOMPARE(memory.problems(), QStringList());
     }
 
+    /** /b.mid before /Zeta.mid, as capitals; /Zeta.mid before /Zeta/x.mid, as "." is below "/". */
+    void upperCasedPathsDecideTheOrdIndex()
+    {
+        MemoryFixture memory;
+        for (const char *path : {"/Zeta/x.mid", "/Zeta.mid", "/b.mid"}) {
+            memory.putMidi(QLatin1String(path), "t");
+            QVERIFY(Index().update(memory.root())); // each is numbered behind those before
+        }
+        QCOMPARE(memory.paths().join(QLatin1Char(',')), "/Zeta/x.mid,/Zeta.mid,/b.mid"_s);
+        QCOMPARE(memory.hexOf("ordfile.id3"), "020001000000"_s);
+    }
+
     void changedSongsAreReadAgain_data()
     {
         const Table<QDateTime, QString> row;

@@ -38,15 +38,17 @@ private Q_SLOTS:
     void results_data()
     {
         const Table<QString, int, Operation> row;
-        row("ord index: 0", "ordfile.id3", 0, [](IndexWriter &w) { return w.writeOrdIndex(); });
-        row("path index: 0", "index.id3", 0, [](IndexWriter &w) { return w.writePathIndex(); });
-        row("title index: the records", "title.id3", 3,
+        row("ord index: 0, -1 where it can't be opened or written", "ordfile.id3", 0,
+            [](IndexWriter &w) { return w.writeOrdIndex(); });
+        row("path index: 0, -1 where it can't be opened or written", "index.id3", 0,
+            [](IndexWriter &w) { return w.writePathIndex(); });
+        row("title index: the records, -1 where it can't be opened or written", "title.id3", 3,
             [](IndexWriter &w) { return w.writeTitleIndex(); });
-        row("artist index: the groups", "artist.id3", 2,
+        row("artist index: the groups, -1 where it can't be opened or written", "artist.id3", 2,
             [](IndexWriter &w) { return w.writeArtistIndex(); });
-        row("alpha index: 0", "atitle.id3", 0,
+        row("alpha index: 0, -1 where it can't be opened or written", "atitle.id3", 0,
             [](IndexWriter &w) { return w.writeAlphaIndex("atitle.id3"); });
-        row("numfile index: 0", "fsinfos.id3", 0,
+        row("numfile index: 0, -1 where it can't be opened or written", "fsinfos.id3", 0,
             [](IndexWriter &w) { return w.writeNumfileIndex(3, 2); });
     }
     void results()

@@ -1,3 +1,4 @@
+#include "tests/library/logcapture.h"
 #include "tests/library/texts.h"
 #include "tests/storage/table.h"
 #include "ui/appearance.h"
@@ -11,6 +12,17 @@
 #include <QtTest>
 
 using namespace tarvel4;
+
+// A resource is withdrawn and restored by functions outside any namespace.
+static void withdrawTranslations()
+{
+    Q_CLEANUP_RESOURCE(translations);
+}
+
+static void restoreTranslations()
+{
+    Q_INIT_RESOURCE(translations);
+}
 
 class tst_Appearance : public QObject
 {
@@ -31,6 +43,31 @@ private Q_SLOTS:
         QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), text("Annulla"));
     }
 
+    void aMissingTranslationIsIgnoredAndLeavesTheItalianTexts()
+    {
+        const LogCapture log;
+        withdrawTranslations();
+        const auto restored = qScopeGuard(restoreTranslations);
+        for (const char *language : {"it", "en", "de"}) {
+            QTranslator translator;
+            Appearance::installLanguage(translator, text(language));
+            QVERIFY2(translator.isEmpty(), language);
+            QCOMPARE(QCoreApplication::translate("tarvel4::MainWindow", "Aiuto"), text("Aiuto"));
+        }
+        QCOMPARE(LogCapture::lines(), QStringList());
+    }
+
+    void aMissingStyleSheetIsIgnoredAndChangesNothing()
+    {
+        const QString before = text("QLabel{}");
+        qApp->setStyleSheet(before);
+        const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
+        const LogCapture log;
+        Appearance::applyStyleSheet(text(":/style/missing.qss"));
+        QCOMPARE(qApp->styleSheet(), before);
+        QCOMPARE(LogCapture::lines(), QStringList());
+    }
+
     void styleSheets_data()
     {
         const Table<QByteArray, QString> row;
@@ -48,9 +85,6 @@ private Q_SLOTS:
         qApp->setStyleSheet(QString());
 
         Appearance::applyStyleSheet(file.fileName());
-        QCOMPARE(qApp->styleSheet(), style);
-
-        Appearance::applyStyleSheet(file.fileName() + text(".missing"));
         QCOMPARE(qApp->styleSheet(), style);
     }
 

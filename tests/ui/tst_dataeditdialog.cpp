@@ -241,21 +241,24 @@ private Q_SLOTS:
 
     void applyToAll_data()
     {
-        const Table<QString> row;
+        const Table<QByteArray, QString> row;
         const QString question =
             text("%1 verrà applicato a tutte le song della lista, sei sicuro?");
-        row("checkBoxToAllAuthor", question.arg(text("L'autore inserito")));
-        row("checkBoxToAllArtist", question.arg(text("L'interprete inserito")));
-        row("checkBoxToAllGenre", question.arg(text("Il genere inserito")));
-        row("checkBoxToAllTitle",
+        row("No leaves the author's box unchecked and its flag false", "checkBoxToAllAuthor",
+            question.arg(text("L'autore inserito")));
+        row("No leaves the artist's box unchecked and its flag false", "checkBoxToAllArtist",
+            question.arg(text("L'interprete inserito")));
+        row("No leaves the genre's box unchecked and its flag false", "checkBoxToAllGenre",
+            question.arg(text("Il genere inserito")));
+        row("No leaves the title's box unchecked and its flag false", "checkBoxToAllTitle",
             "Il titolo di tutte le song della lista verrà sovrascritto non il nome del file, "
             "sei sicuro?");
     }
     /** Yes ticks the box; No leaves it as it was, and so do Escape and a stray Enter. */
     void applyToAll()
     {
-        const auto [question] = cells<QString>();
-        const char *name = QTest::currentDataTag();
+        const auto [checkBox, question] = cells<QByteArray, QString>();
+        const char *name = checkBox.constData();
         click(*m_dialog, "radioButtonTitle2");
         for (const Qt::Key key : {Qt::Key_N, Qt::Key_Escape, Qt::Key_Return}) {
             DialogDriver driver;

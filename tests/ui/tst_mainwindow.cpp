@@ -167,7 +167,7 @@ private Q_SLOTS:
                           "Tonalita'", "Nome file"}));
     }
 
-    void catalogueThatCantBeOpened()
+    void catalogueThatCantBeOpenedLeavesAUsableWindowWithAnEmptyTable()
     {
         m_window.reset();
         QFile::remove(path("songsdb_debug"));

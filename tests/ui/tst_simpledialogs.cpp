@@ -203,19 +203,22 @@ private Q_SLOTS:
         QCOMPARE(dialog.sizeHint().height(), plain.sizeHint().height());
     }
 
+    void summaries_data()
+    {
+        const Table<int, int, int, QString> row;
+        row("10 songs, 3 by the maker, and 2 unrecognised files put 12, 10 and 3", 10, 3, 2,
+            "Sono stati esaminti 12 files, trovate 10 songs di cui 3 di (c)K-Varo");
+        row("large numbers are plain", 1234567, 1000, 1,
+            "Sono stati esaminti 1234568 files, trovate 1234567 songs di cui 1000 di (c)K-Varo");
+    }
     void summaries()
     {
+        const auto [songs, makers, unknown, summary] = cells<int, int, int, QString>();
         QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy)); // separates no thousands
         const auto systems = qScopeGuard([] { QLocale::setDefault(QLocale::system()); });
         ProceedDialog dialog;
-        const auto *label = child<QLabel>(dialog, "msgLabel");
-        dialog.setSummary(10, 3, 2);
-        QCOMPARE(label->text(),
-                 text("Sono stati esaminti 12 files, trovate 10 songs di cui 3 di (c)K-Varo"));
-        dialog.setSummary(1234567, 1000, 1);
-        QCOMPARE(label->text(),
-                 text("Sono stati esaminti 1234568 files, trovate 1234567 songs di cui 1000 di "
-                      "(c)K-Varo"));
+        dialog.setSummary(songs, makers, unknown);
+        QCOMPARE(child<QLabel>(dialog, "msgLabel")->text(), summary);
     }
 
     void tickedBoxShowsNoMore()

@@ -129,7 +129,7 @@ private Q_SLOTS:
     {
         Table<QString>();
         for (const QString &name : MemoryFixture::preparedFiles())
-            QTest::addRow("without %s", qPrintable(name)) << name;
+            QTest::addRow("without %s the memory is not prepared", qPrintable(name)) << name;
     }
     void unpreparedMemories()
     {

@@ -40,13 +40,11 @@ private Q_SLOTS:
     void starts_data()
     {
         const Table<QString, QByteArray, QString, bool, bool> row;
-        row("first, in Italian", "it_CH.UTF-8", QByteArray(), "it", false, true);
-        row("first, in another language", "de_DE.UTF-8", QByteArray(), "en", false, true);
         row("with no choice made yet", "it_IT.UTF-8", QByteArray("language=--\n"), "it", false,
             true);
         row("with a language that is stored, and kept", "it_IT.UTF-8",
             QByteArray("logenabled=true\nlanguage=fr\n"), "fr", true, true);
-        row("with a log that is enabled, not cleared: each start appends", "C.UTF-8",
+        row("with a log that is enabled, not cleared: each start appends the banner", "C.UTF-8",
             QByteArray("logenabled=true\nlogclear=false\n"), "en", true, true);
         row("with a log that is enabled and cleared: it begins afresh", "C.UTF-8",
             QByteArray("logenabled=true\nlogclear=true\n"), "en", true, false);
@@ -67,6 +65,27 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(stored("language"), language, patience);
         QCOMPARE(log().startsWith("an old line\n"), isOldLogKept);
         QCOMPARE(log().count("Log start"), isLogged ? 1 : 0);
+        if (isLogged) { // its six lines, right behind the old log
+            QVERIFY(logTexts().constFirst().startsWith("|=="));
+            QCOMPARE(logTexts().value(5), QByteArray());
+        }
+    }
+
+    void startsTheFirstTime_data()
+    {
+        const Table<QString, QString> row;
+        row("on an Italian system: \"it\" is kept, and there is no log.txt", "it_CH.UTF-8", "it");
+        row("on any other system: \"en\" is kept, and there is no log.txt", "de_DE.UTF-8", "en");
+    }
+    void startsTheFirstTime()
+    {
+        const auto [locale, language] = cells<QString, QString>();
+        m_locale = locale;
+        start();
+        // the copy of the catalogue is the last thing that is made before the window opens
+        QTRY_COMPARE_WITH_TIMEOUT(catalogues().size(), 1, patience);
+        QCOMPARE(stored("language"), language);
+        QVERIFY(!QFile::exists(logName()));
     }
 
     void logOpensWithTheBanner()
@@ -129,9 +148,6 @@ private Q_SLOTS:
 
     void signalsEndTheProgram()
     {
-        const auto catalogues = [this] {
-            return QDir(m_folder->path()).entryList({text("tarvel4soft.*")}, QDir::Files);
-        };
         store("logenabled=true\n");
         for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
             QFile::remove(logName());
@@ -158,6 +174,12 @@ private:
                 texts.append(line.mid(prefixLength));
         }
         return texts;
+    }
+
+    /** The copies of the catalogue that programs have made and not yet removed. */
+    QStringList catalogues() const
+    {
+        return QDir(m_folder->path()).entryList({text("tarvel4soft.*")}, QDir::Files);
     }
 
     QString settingsName() const { return path("config/kvaro/tarvel4soft.conf"); }

@@ -70,7 +70,7 @@ private Q_SLOTS:
         const Table<int, int, int, QString> row;
         row("songs, published songs and unreadable files", 1, 2, 1,
             "Sono stati esaminti 4 files, trovate 3 songs di cui 1 di (c)K-Varo");
-        row("only unreadable files leave an empty table", 0, 0, 2,
+        row("only unreadable files: their number, 0 and 0, and an empty table", 0, 0, 2,
             "Sono stati esaminti 2 files, trovate 0 songs di cui 0 di (c)K-Varo");
     }
     void summaryCounts()

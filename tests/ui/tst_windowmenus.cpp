@@ -69,7 +69,7 @@ private Q_SLOTS:
         row("it ticks Italian", "it", "actionItalian");
         row("no setting ticks Italian", "", "actionItalian");
         row("en ticks English", "en", "actionEnglish");
-        row("de ticks German", "de", "actionGerman");
+        row("de ticks German, which is never visible", "de", "actionGerman");
         row("anything else ticks English", "IT", "actionEnglish");
     }
     void languageOfTheSettingIsTicked()

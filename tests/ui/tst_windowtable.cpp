@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(table()->currentIndex().row(), 275);
     }
 
-    void emptySpaceHasNoRow()
+    void removeOnEmptySpaceRemovesNoRow()
     {
         import(2);
         table()->selectRow(0); // which is not the one that was clicked
@@ -220,12 +220,12 @@ private Q_SLOTS:
         QCOMPARE(model()->rowCount(), 2);
     }
 
-    void deleteOfAFileThatCantBeDeleted()
+    void fileThatCantBeDeletedLosesItsRowWithoutAMessage()
     {
         import(2);
         QFile::remove(m_songs.at(0));
         QDir().mkpath(m_songs.at(0) + text("/a folder by now"));
-        openMenu(centreOf(0, 1), 1, QMessageBox::Yes);
+        openMenu(centreOf(0, 1), 1, QMessageBox::Yes); // a second box is not expected
         QVERIFY2(model()->rowCount() == 1, "the row is removed all the same");
         QVERIFY(QFileInfo::exists(m_songs.at(0)));
     }
