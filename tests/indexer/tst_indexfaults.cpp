@@ -206,25 +206,21 @@ private Q_SLOTS:
 
     void songsThatCantBeReadAreIndexedByTheirNames_data()
     {
-        const Table<QByteArray> row;
-        row("a song that can't be opened", "chmod 000 bad.mid");
-        row("a song that can't be read", "ln -sf /proc/self/mem bad.mid");
+        const Table<QString> row; // a file of the system that no user may open, or that fails
+        row("a song that can't be opened", "/proc/sys/vm/compact_memory");
+        row("a song that can't be read", "/proc/self/mem");
     }
     void songsThatCantBeReadAreIndexedByTheirNames()
     {
-        const auto [command] = cells<QByteArray>();
+        const auto [unreadable] = cells<QString>();
         PreparedMemory memory;
-        memory.putMidi("/bad.mid"_s, "its title");
-        QProcess shell;
-        shell.setWorkingDirectory(memory.root());
-        shell.start("sh"_s, {"-c"_s, QString::fromLatin1(command)});
-        QVERIFY(shell.waitForFinished());
         QFile song(memory.file("bad.mid"));
-        if (song.open(QIODevice::ReadOnly) && !song.read(1).isEmpty())
-            QSKIP("this user may read every file");
+        if (!QFileInfo(unreadable).isFile() || !QFile::link(unreadable, song.fileName())
+            || (song.open(QIODevice::ReadOnly) && !song.read(1).isEmpty()))
+            QSKIP("there is no such file here");
         QVERIFY(Index().update(memory.root()));
-        QVERIFY(memory.titles().contains("BAD"_s));
         const int at = 64 * memory.titles().indexOf("BAD"_s);
+        QVERIFY(at >= 0);
         QCOMPARE(memory.hexOf("title.id3", at + 62, 2), "7800"_s); // tempo 120, kind 0, no markers
         QVERIFY(memory.read("artist.id3").contains("<UNKNOWN>"));
     }
