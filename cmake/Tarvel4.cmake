@@ -97,14 +97,18 @@ if(TARVEL4_BUILD_TESTS)
   tarvel4_make_test_locale()
 endif()
 
-# The folder for the tests' temporary files: one in memory where there is room for them, else the system's own (empty). Flushes
-# are what most tests would wait for.
+# The folder for the tests' temporary files: one in memory where there is room for them and programs may be started, else the
+# system's own (empty). Flushes are what most tests would wait for.
 function(tarvel4_choose_test_folder)
   set(folder /dev/shm)
   set(needed 2000000) # kilobytes
   execute_process(COMMAND df --output=avail "${folder}" OUTPUT_VARIABLE free ERROR_QUIET)
   string(REGEX MATCH "[0-9]+" free "${free}")
-  if(NOT free GREATER needed)
+  set(refusing "")
+  if(EXISTS /proc/mounts)
+    file(STRINGS /proc/mounts refusing REGEX " ${folder} .*noexec")
+  endif()
+  if(NOT free GREATER needed OR refusing)
     set(folder "")
   endif()
   set(TARVEL4_TEST_FOLDER "${folder}" CACHE STRING "The folder for the tests' temporary files")
