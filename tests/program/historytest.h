@@ -53,8 +53,9 @@ protected:
      */
     QByteArray everything() const
     {
-        return shell("find . '%1' -printf '%p %i %m %n %s %T@\\n' | sort; "
-                     "find . '%1' -type f -exec sha256sum {} + | sort"_s.arg(home()))
+        return shell(
+                   "find . '%1' -printf '%p %i %m %n %s %T@\\n' -type f -exec sha256sum {} + | sort"_s
+                       .arg(home()))
             .out;
     }
 };

@@ -179,7 +179,7 @@ private Q_SLOTS:
 
     void progressIsPaintedWithoutEvents()
     {
-        for (int i = 0; i < 200; ++i)
+        for (int i = 0; i < 120; ++i)
             write(card() + text("/%1.mid").arg(i), "no more than a name");
         choose(card(), true);
         QVERIFY(QTest::qWaitForWindowExposed(m_dialog.get()));
