@@ -2,7 +2,6 @@
 
 #include "storage/filestamp.h"
 #include "storage/nativepath.h"
-#include "storage/recovery.h"
 #include "storage/regularfile.h"
 
 #include <QCoreApplication>
@@ -12,21 +11,21 @@
 #include <QRegularExpression>
 #include <QStorageInfo>
 
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <utility>
+
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else
-#include <cerrno>
 #include <csignal>
 #endif
-
-#include <filesystem>
-#include <utility>
 
 namespace tarvel4 {
 
 namespace {
 
-constexpr int blockSize = 1 << 17;
 constexpr qint64 batchBytes = 64 << 20;
 constexpr std::size_t batchSongs = 500;
 
@@ -73,9 +72,7 @@ CopyBatch::CopyBatch(Disk &disk, const QString &folder, Observer observer)
     // A dot at the front keeps the name out of every list of songs.
     , m_namePrefix(QDir(folder).filePath(
           QStringLiteral(".tarvel4soft-%1-").arg(QCoreApplication::applicationPid())))
-{
-    m_buffer.resize(blockSize);
-}
+{}
 
 CopyBatch::~CopyBatch()
 {
@@ -109,7 +106,7 @@ void CopyBatch::removeLeftovers()
 
 Outcome CopyBatch::add(const Song &song)
 {
-    Staged staged{song, QString(), QString()};
+    Staged staged{song, Replacement(m_disk, song.destination), {}, {}, {}};
     if (Outcome added = stage(song.source, song.destination, staged.temporary); !added)
         return added;
     if (!song.companionSource.isEmpty()) {
@@ -122,7 +119,7 @@ Outcome CopyBatch::add(const Song &song)
         m_pending.insert(song.companionDestination.toCaseFolded());
     }
     m_pending.insert(song.destination.toCaseFolded());
-    m_staged.push_back(staged);
+    m_staged.push_back(std::move(staged));
     return {};
 }
 
@@ -144,6 +141,13 @@ Outcome CopyBatch::freeSpaceFor(const Song &song)
     return removed ? m_disk.syncAll({song.destination}) : removed;
 }
 
+bool CopyBatch::isEmpty() const
+{
+    return m_staged.empty()
+        && std::none_of(m_unflushed.begin(), m_unflushed.end(),
+                        [](const Staged &song) { return song.replacement.isSetAside(); });
+}
+
 bool CopyBatch::isFull() const
 {
     return m_stagedBytes >= batchBytes || m_staged.size() >= batchSongs;
@@ -159,17 +163,19 @@ void CopyBatch::commit()
     if (m_staged.empty())
         return;
     const Outcome flushed = flush();
-    for (const Staged &staged : m_staged) {
-        const Outcome placed = flushed ? place(staged) : flushed;
-        if (placed) {
-            m_unflushed.push_back(staged.song);
-        } else {
+    for (Staged &staged : m_staged)
+        staged.outcome = flushed;
+    setAside();
+    for (Staged &staged : std::exchange(m_staged, {})) {
+        place(staged);
+        if (!staged.outcome)
             discard(staged);
-            m_observer(staged.song.id, placed);
-        }
+        if (staged.replacement.isPublished())
+            m_unflushed.push_back(std::move(staged));
+        else
+            m_observer(staged.song.id, staged.outcome);
     }
     m_isDirty = m_isDirty || flushed;
-    m_staged.clear();
     m_pending.clear();
     m_stagedBytes = 0;
 }
@@ -210,31 +216,22 @@ Outcome CopyBatch::stage(const QString &source, const QString &destination, QStr
 Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target, const QString &temporary)
 {
     const FileStamp stamp(source);
-    RegularFile file(source);
-    if (!file.outcome()) {
-        qDebug() << "[copyFiles] WARNING: can't be read:" << source << file.outcome().sentence();
-        return file.outcome();
-    }
-    qint64 left = stamp.size();
-    while (left > 0) {
-        const qint64 count = file.read(m_buffer.data(), qMin<qint64>(left, m_buffer.size()));
-        if (count <= 0)
-            break;
-        const QByteArray block =
-            QByteArray::fromRawData(m_buffer.constData(), static_cast<int>(count));
-        if (Outcome written = m_disk.write(target, block); !written) {
-            qDebug() << "[copyFiles] WARNING: can't be written:" << temporary << written.sentence();
-            return written;
-        }
-        left -= count;
-    }
-    if (!file.outcome()) {
-        qDebug() << "[copyFiles] WARNING: can't be read:" << source << file.outcome().sentence();
-        return file.outcome();
-    }
-    if (left > 0 || !stamp.matches(source)) {
-        qDebug() << "[copyFiles] WARNING: changed while it was copied:" << source;
-        return {Outcome::Code::ChangedMeanwhile, source, {}, {}};
+    QFile file(source);
+    Outcome copied;
+    errno = EIO;
+    if (!stamp.isFile()) // what would have to be waited for is not opened
+        copied = RegularFile(source).outcome();
+    else if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        copied = Outcome::ofSystemError(errno, source, false);
+    else
+        copied = m_disk.copyRange(file, target, stamp.size());
+    if (copied && !stamp.matches(source))
+        copied = {Outcome::Code::ChangedMeanwhile, source, {}, {}};
+    if (!copied) {
+        qDebug() << (copied.path == source ? "[copyFiles] WARNING: can't be read:"
+                                           : "[copyFiles] WARNING: can't be written:")
+                 << copied.message();
+        return copied;
     }
     copyPermissions(source, temporary);
     if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
@@ -243,44 +240,43 @@ Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target, const Q
     return {};
 }
 
-Outcome CopyBatch::place(const Staged &staged)
+/** Old songs get out of the way where the medium could lose them together with the new ones; their
+ * other names are on it before the new ones take theirs. */
+void CopyBatch::setAside()
 {
-    // The companion comes last, since without its song it would stand in the way of the next try.
-    Outcome placed = publish(staged.temporary, staged.song.destination);
-    if (!placed || staged.companionTemporary.isEmpty())
-        return placed;
-    placed = publish(staged.companionTemporary, staged.song.companionDestination);
-    placed.path = staged.song.companionDestination;
-    return placed;
+    QStringList paths;
+    for (Staged &staged : m_staged) {
+        if (staged.outcome)
+            staged.outcome = staged.replacement.setAside();
+        if (staged.replacement.isSetAside())
+            paths.append(staged.song.destination);
+    }
+    Outcome flushed = paths.isEmpty() ? Outcome() : m_disk.syncAll(paths);
+    if (flushed)
+        return;
+    flushed.path = m_folder;
+    for (Staged &staged : m_staged) {
+        if (staged.replacement.isSetAside())
+            staged.outcome = staged.replacement.giveBack(flushed);
+    }
 }
 
-Outcome CopyBatch::publish(const QString &temporary, const QString &destination)
+void CopyBatch::place(Staged &staged)
 {
-    // Disk::replace() keeps the old file too, but flushes three times for each.
-    const bool keepsOld = QFileInfo::exists(destination) && m_disk.losesReplacedFiles(destination);
-    const QString old = keepsOld ? Recovery::recoveryPathOf(destination) : QString();
-    m_touched.append(destination);
-    if (keepsOld)
-        m_touched.append(old);
-    Outcome named;
-    if (keepsOld && QFileInfo::exists(old))
-        named = {Outcome::Code::AlreadyExists, old, {}, {}};
-    else if (keepsOld)
-        named = m_disk.replace(destination, old);
-    const auto isFree = static_cast<bool>(named);
-    if (isFree)
-        named = m_disk.replace(temporary, destination);
-    if (named) {
-        if (keepsOld)
-            m_setAside.push_back({old, destination});
-        return named;
+    const Song &song = staged.song;
+    if (staged.outcome) {
+        staged.outcome = staged.replacement.publish(staged.temporary);
+        m_touched.append(song.destination);
     }
-    qDebug() << "[copyFiles] WARNING: can't be named:" << destination << named.sentence();
-    if (keepsOld && isFree && !m_disk.replace(old, destination)) {
-        qDebug() << "[copyFiles] WARNING: the old file is now called" << old;
-        return {Outcome::Code::NotRestored, destination, old, {}};
+    // The companion comes last, since without its song it would stand in the way of the next try.
+    if (staged.outcome && !staged.companionTemporary.isEmpty()) {
+        staged.outcome = m_disk.replace(staged.companionTemporary, song.companionDestination);
+        staged.outcome.path = song.companionDestination;
+        m_touched.append(song.companionDestination);
     }
-    return named;
+    if (!staged.outcome)
+        qDebug() << "[copyFiles] WARNING: can't be named:" << song.destination
+                 << staged.outcome.sentence();
 }
 
 void CopyBatch::discard(const Staged &staged)
@@ -296,46 +292,22 @@ Outcome CopyBatch::flush()
     m_isDirty = false;
     Outcome flushed = m_disk.syncAll(std::exchange(m_touched, {}));
     flushed.path = m_folder; // one failure for all of them
-    QHash<QString, Outcome> restored;
-    if (flushed) {
-        removeSetAside();
-    } else {
+    if (!flushed)
         qDebug() << "[copyFiles] WARNING: not on the medium:" << m_folder << flushed.sentence();
-        restored = restoreSetAside(flushed);
-    }
-    const std::vector<Song> songs = std::exchange(m_unflushed, {});
-    for (const Song &song : songs) {
-        const Outcome unconfirmed{Outcome::Code::NotConfirmed, song.destination, {}, {}};
-        m_observer(song.id, flushed ? flushed : restored.value(song.destination, unconfirmed));
+    for (Staged &staged : std::exchange(m_unflushed, {})) {
+        const QString &destination = staged.song.destination;
+        if (!flushed)
+            staged.outcome = staged.replacement.isSetAside()
+                ? staged.replacement.giveBack(flushed)
+                : Outcome{Outcome::Code::NotConfirmed, destination, {}, {}};
+        if (staged.replacement.isSetAside()) {
+            staged.replacement.removeOld();
+            m_touched.append(destination);
+            m_isDirty = true;
+        }
+        m_observer(staged.song.id, staged.outcome);
     }
     return flushed;
-}
-
-void CopyBatch::removeSetAside()
-{
-    for (const Replaced &old : m_setAside) {
-        if (!m_disk.remove(old.path))
-            qDebug() << "[copyFiles] WARNING: can't be removed:" << old.path;
-        m_touched.append(old.path);
-    }
-    m_isDirty = !m_setAside.empty();
-    m_setAside.clear();
-}
-
-/** What became of each song, by its destination, whose old file was given back its name. */
-QHash<QString, Outcome> CopyBatch::restoreSetAside(const Outcome &cause)
-{
-    QHash<QString, Outcome> outcomes;
-    for (const Replaced &old : m_setAside) {
-        outcomes.insert(old.destination, cause);
-        if (m_disk.remove(old.destination) && m_disk.replace(old.path, old.destination))
-            continue;
-        qDebug() << "[copyFiles] WARNING: the old file is now called" << old.path;
-        outcomes.insert(old.destination,
-                        {Outcome::Code::NotRestored, old.destination, old.path, {}});
-    }
-    m_setAside.clear();
-    return outcomes;
 }
 
 } // namespace tarvel4

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "storage/disk.h"
+#include "storage/replacement.h"
 
-#include <QByteArray>
-#include <QHash>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -54,7 +52,7 @@ public:
     Outcome freeSpaceFor(const Song &song);
 
     /** True when finish() could make no more room. */
-    bool isEmpty() const { return m_staged.empty() && m_setAside.empty(); }
+    bool isEmpty() const;
     bool isFull() const;
     /** True when a staged file will get this path, without regard to case. */
     bool hasPending(const QString &destination) const;
@@ -69,37 +67,28 @@ private:
     struct Staged
     {
         Song song;
+        Replacement replacement;
         QString temporary;
         QString companionTemporary;
-    };
-
-    /** A replaced file that waits under another name until the new one is safe. */
-    struct Replaced
-    {
-        QString path;
-        QString destination;
+        Outcome outcome;
     };
 
     Outcome stage(const QString &source, const QString &destination, QString &temporary);
     Outcome copyBytes(const QString &source, QFileDevice &target, const QString &temporary);
-    Outcome place(const Staged &staged);
-    Outcome publish(const QString &temporary, const QString &destination);
+    void setAside();
+    void place(Staged &staged);
     void discard(const Staged &staged);
     Outcome flush();
-    void removeSetAside();
-    QHash<QString, Outcome> restoreSetAside(const Outcome &cause);
 
     Disk &m_disk;
     QString m_folder;
     Observer m_observer;
-    QByteArray m_buffer;
     std::vector<Staged> m_staged;
     QSet<QString> m_pending; ///< case-folded destinations of the staged files
     qint64 m_stagedBytes = 0;
     QString m_namePrefix;
     int m_nextName = 0;
-    std::vector<Song> m_unflushed; ///< have their name, but are not yet on the medium
-    std::vector<Replaced> m_setAside;
+    std::vector<Staged> m_unflushed; ///< have their name, but are not yet on the medium
     QStringList m_touched; ///< paths that were written, named or removed since the last flush
     bool m_isDirty = false; ///< names have changed since the last flush
 };

@@ -1,6 +1,5 @@
 #include "storage/besiderewrite.h"
 
-#include "storage/recovery.h"
 #include "storage/regularfile.h"
 
 #include <QDebug>
@@ -45,6 +44,7 @@ BesideRewrite::BesideRewrite(Disk &disk, const QString &path, const FileStamp &s
     : m_disk(disk)
     , m_path(realPath(path))
     , m_permission(m_path)
+    , m_replacement(disk, m_path)
     , m_stamp(stamp.isFile() ? stamp : FileStamp(m_path))
     , m_change(change)
     , m_source(m_path)
@@ -159,23 +159,12 @@ Outcome BesideRewrite::sync()
 
 Outcome BesideRewrite::takeBack(const Outcome &cause)
 {
-    if (m_aside.isEmpty())
-        qDebug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
-    else
+    if (isSetAside())
         qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
-    return giveBack(cause);
-}
-
-/** The old file has its name again, and nothing lies beside it. */
-Outcome BesideRewrite::giveBack(Outcome cause)
-{
-    if (!m_aside.isEmpty() && !m_disk.replace(m_aside, m_path)) {
-        qDebug() << "[MetaSong::saveToFile] WARNING: the old file is now called" << m_aside;
-        cause = {Outcome::Code::NotRestored, m_path, m_aside, {}};
-    }
-    m_aside.clear();
+    else
+        qDebug() << "[MetaSong::saveToFile] Impossible to copy part of file.";
     removeTemporary();
-    return cause;
+    return m_replacement.giveBack(cause);
 }
 
 Outcome BesideRewrite::setAside()
@@ -186,15 +175,8 @@ Outcome BesideRewrite::setAside()
         removeTemporary();
         return {Outcome::Code::ChangedMeanwhile, m_path, {}, {}};
     }
-    if (!m_disk.losesReplacedFiles(m_path))
-        return {};
-    const QString aside = Recovery::recoveryPathOf(m_path);
-    Outcome outcome{Outcome::Code::AlreadyExists, aside, {}, {}};
-    if (!QFileInfo::exists(aside))
-        outcome = m_disk.replace(m_path, aside);
-    if (outcome) {
-        m_aside = aside;
-    } else {
+    const Outcome outcome = m_replacement.setAside();
+    if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
         removeTemporary();
     }
@@ -203,36 +185,31 @@ Outcome BesideRewrite::setAside()
 
 Outcome BesideRewrite::publish()
 {
-    const Outcome outcome = m_disk.replace(m_temporaryPath, m_path);
+    const Outcome outcome = m_replacement.publish(m_temporaryPath);
     if (outcome) {
         m_hasTemporary = false;
-        return outcome;
+    } else {
+        qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
+        removeTemporary();
     }
-    qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
-    return giveBack(outcome);
+    return outcome;
 }
 
 bool BesideRewrite::confirm(Outcome &outcome)
 {
-    const bool isFlushed = static_cast<bool>(outcome);
-    if (isFlushed || m_aside.isEmpty())
+    const bool wasSetAside = isSetAside();
+    if (outcome || !wasSetAside)
         m_permission.keep();
-    if (m_aside.isEmpty()) {
-        if (!isFlushed) {
-            qDebug() << "[MetaSong::saveToFile] WARNING: not known to be on the medium:" << m_path;
-            outcome = {Outcome::Code::NotConfirmed, m_path, {}, {}};
-        }
-        return false;
+    if (outcome) {
+        m_replacement.removeOld();
+        return wasSetAside;
     }
-    if (isFlushed) {
-        if (!m_disk.remove(m_aside))
-            qDebug() << "[MetaSong::saveToFile] WARNING: can't be removed:" << m_aside;
-        return true;
-    }
-    qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
-    if (!m_disk.remove(m_path) || !m_disk.replace(m_aside, m_path)) {
-        qDebug() << "[MetaSong::saveToFile] WARNING: the old file is now called" << m_aside;
-        outcome = {Outcome::Code::NotRestored, m_path, m_aside, {}};
+    if (wasSetAside) {
+        qDebug() << "[MetaSong::saveToFile] Impossible to replace file:" << m_path;
+        outcome = m_replacement.giveBack(outcome);
+    } else {
+        qDebug() << "[MetaSong::saveToFile] WARNING: not known to be on the medium:" << m_path;
+        outcome = {Outcome::Code::NotConfirmed, m_path, {}, {}};
     }
     return false;
 }

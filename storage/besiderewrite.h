@@ -2,6 +2,7 @@
 
 #include "storage/contenthash.h"
 #include "storage/filerewrite.h"
+#include "storage/replacement.h"
 #include "storage/writepermission.h"
 
 #include <QFile>
@@ -24,7 +25,7 @@ public:
     Outcome sync() override;
     Outcome takeBack(const Outcome &cause) override;
     Outcome setAside() override;
-    bool isSetAside() const override { return !m_aside.isEmpty(); }
+    bool isSetAside() const override { return m_replacement.isSetAside(); }
     bool hasName() const override { return true; }
     Outcome publish() override;
     bool confirm(Outcome &outcome) override;
@@ -34,19 +35,18 @@ private:
     Outcome makeTemporary();
     Outcome seekTail();
     Outcome copyTail(ContentHash &hash);
-    Outcome giveBack(Outcome cause);
     void removeTemporary();
 
     Disk &m_disk;
     QString m_path; ///< of the file itself, not of a link to it
     WritePermission m_permission;
+    Replacement m_replacement;
     FileStamp m_stamp;
     FileChange m_change;
     QFile m_source;
     QFile m_temporary;
     QString m_temporaryPath; ///< a file opened by the system has no name of its own
     bool m_hasTemporary = false;
-    QString m_aside; ///< the replaced file's name until the new one's is safe; empty: none
     QByteArray m_hash;
 };
 

@@ -84,7 +84,8 @@ Disk &Disk::real()
     return disk;
 }
 
-/** The new file is on the medium; the old one waits under another name until the new one's is. */
+/** The old file's other name is on the medium before the new one takes its own, and goes once that
+ * is there. */
 Outcome Disk::replaceKeepingOld(const QString &from, const QString &to)
 {
     const QString old = Recovery::recoveryPathOf(to);
@@ -93,11 +94,11 @@ Outcome Disk::replaceKeepingOld(const QString &from, const QString &to)
         qDebug() << "[Disk::replace] WARNING: in the way:" << old;
         return {Outcome::Code::AlreadyExists, old, {}, {}};
     }
-    if (const Outcome synced = syncAll({from}); !synced)
-        return synced;
     if (const Outcome setAside = rename(to, old); !setAside)
         return setAside;
-    Outcome named = rename(from, to);
+    Outcome named = syncAll({from, old});
+    if (named)
+        named = rename(from, to);
     const bool isNamed = static_cast<bool>(named);
     if (isNamed)
         named = syncAll({to, old});

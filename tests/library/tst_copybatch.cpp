@@ -27,6 +27,7 @@ private Q_SLOTS:
     void onFatTheOldSongsWaitUntilTheNewOnesAreSafe();
     void onFatAFailureBringsTheOldSongsBack_data();
     void onFatAFailureBringsTheOldSongsBack();
+    void onFatWhereTheWayBackIsBarredTheOldSongIsNamed();
     void onFatAKillLeavesOneOfTheTwo_data();
     void onFatAKillLeavesOneOfTheTwo();
     void aKilledRunIsMadeGoodByTheNext_data();
@@ -153,16 +154,20 @@ void tst_CopyBatch::onFatTheOldSongsWaitUntilTheNewOnesAreSafe()
     FailingDisk disk;
     disk.cause = Outcome::Code::NoRoom;
     disk.isFat = true;
-    QStringList namesBeforeTheLastFlush;
-    disk.before = [&](const QString &operation, int count) {
-        if (operation == text("syncAll") && count == 2)
-            namesBeforeTheLastFlush = targetNames();
+    QVector<QStringList> songsAtFlush; // the temporary files left out
+    disk.before = [&](const QString &operation, int) {
+        if (operation == text("syncAll"))
+            songsAtFlush.append(QDir(targetFolder()).entryList({text("?.mid*")}));
     };
     QVERIFY(copy(files, disk).isComplete());
-    QCOMPARE(namesBeforeTheLastFlush,
-             strings({"a.mid", "a.mid.tarvel4.bak", "b.mid", "b.mid.tarvel4.bak", "c.mid"}));
+    const QVector<QStringList> expected{
+        strings({"a.mid", "b.mid"}), // the bytes
+        strings({"a.mid.tarvel4.bak", "b.mid.tarvel4.bak"}),
+        strings({"a.mid", "a.mid.tarvel4.bak", "b.mid", "b.mid.tarvel4.bak", "c.mid"}),
+        strings({"a.mid", "b.mid", "c.mid"}), // the old ones' removal
+    };
+    QCOMPARE(songsAtFlush, expected);
     QCOMPARE(targetNames(), strings({"a.mid", "b.mid", "c.mid"}));
-    QCOMPARE(disk.countOf("syncAll"), 3); // the bytes, the names, the old ones' removal
 }
 
 void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack_data()
@@ -172,12 +177,14 @@ void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack_data()
     QTest::addColumn<QStringList>("told");
     QTest::newRow("the old song can't step aside")
         << 1 << 0 << strings({"a.mid no-room", "b.mid copied"});
-    QTest::newRow("the new song can't be named")
-        << 2 << 0 << strings({"a.mid no-room", "b.mid copied"});
-    QTest::newRow("the flush of the names")
+    QTest::newRow("the flush of the old songs' other names")
         << 0 << 2 << strings({"a.mid no-room", "b.mid no-room"});
+    QTest::newRow("the new song can't be named")
+        << 3 << 0 << strings({"a.mid no-room", "b.mid copied"});
+    QTest::newRow("the flush of the names")
+        << 0 << 3 << strings({"a.mid no-room", "b.mid no-room"});
     QTest::newRow("the flush after the old ones' removal, which harms nothing")
-        << 0 << 3 << strings({"a.mid copied", "b.mid copied"});
+        << 0 << 4 << strings({"a.mid copied", "b.mid copied"});
 }
 
 void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack()
@@ -200,19 +207,37 @@ void tst_CopyBatch::onFatAFailureBringsTheOldSongsBack()
                  told.contains(name + text(" copied")) ? newBytes : oldBytes);
 }
 
+void tst_CopyBatch::onFatWhereTheWayBackIsBarredTheOldSongIsNamed()
+{
+    const QStringList files = newOverOld(strings({"a.mid"}));
+    FailingDisk disk;
+    disk.isFat = true;
+    disk.failingReplace = 2;
+    disk.staysBroken = true;
+    const CopySummary summary = copy(files, disk);
+    QCOMPARE(m_told, strings({"a.mid not-restored"}));
+    const QString old = target(text("a.mid.tarvel4.bak"));
+    QVERIFY(summary.details().value(0).contains(old));
+    QCOMPARE(TestFiles::read(old), oldBytes);
+}
+
 void tst_CopyBatch::onFatAKillLeavesOneOfTheTwo_data()
 {
+    QTest::addColumn<QString>("operation");
     QTest::addColumn<int>("count");
-    for (int count = 1; count <= 4; ++count)
-        QTest::addRow("killed at rename %d", count) << count;
+    for (int count = 1; count <= 4; ++count) {
+        QTest::addRow("killed at rename %d", count) << text("replace") << count;
+        QTest::addRow("killed at flush %d", count) << text("syncAll") << count;
+    }
 }
 
 void tst_CopyBatch::onFatAKillLeavesOneOfTheTwo()
 {
+    QFETCH(QString, operation);
     QFETCH(int, count);
     const QStringList names = strings({"a.mid", "b.mid"});
     const QStringList files = newOverOld(names);
-    QVERIFY(copyIsKilled(files, text("replace"), count, true));
+    QVERIFY(copyIsKilled(files, operation, count, true));
     for (const QString &name : names) {
         const QByteArray now = TestFiles::read(target(name));
         const bool isThere = now == oldBytes || now == newBytes;
