@@ -64,10 +64,10 @@ ExitStatus runUndo(const Arguments &arguments, Session &session)
             : wrongUsage(session, Cli::tr("nessuna modifica ha il numero %1").arg(given));
 
     SaveRun saves(Disk::real(), &session.journal, QStringLiteral("undo"));
-    const UndoSummary summary =
-        UndoJob(session.host, saves, isDryRun)
-            .undo(session.journal.songsOf(run->id),
-                  [&](const SongOutcome &song) { report(session, song.path, song, isDryRun); });
+    const UndoSummary summary = UndoJob(session.host, saves, isDryRun)
+                                    .undo(session.journal, run->id, [&](const SongOutcome &song) {
+                                        report(session, song.path, song, isDryRun);
+                                    });
     return summary.failed > 0 ? ExitStatus::SomeFailed : ExitStatus::Done;
 }
 

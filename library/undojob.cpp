@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -77,37 +78,43 @@ UndoJob::UndoJob(Progress &progress, SaveRun &saves, bool isDryRun)
     , m_isDryRun(isDryRun)
 {}
 
-UndoSummary UndoJob::undo(const QVector<JournalEntry> &songs, const SongObserver &observer)
+UndoSummary UndoJob::undo(Journal &journal, qint64 run, const SongObserver &observer)
 {
-    const QVector<Writes> files = byFile(songs);
+    const QVector<History> files = byFile(journal.songsOf(run), journal.writtenAfter(run));
     QVector<QStringList> names;
-    for (const Writes &writes : files) {
-        QStringList paths;
-        for (const JournalEntry &write : writes)
-            paths += write.path;
-        paths.removeDuplicates();
-        names.append(paths);
-    }
-    return run(
+    for (const History &file : files)
+        names.append(file.names);
+    return give(
         names, [&files](int i) { return planUndo(files.at(i)); }, observer);
 }
 
 UndoSummary UndoJob::restore(const QStringList &paths, const QString &backup,
                              const SongObserver &observer)
 {
+    const auto sourceOf = [&](const QString &path) {
+        return QDir(backup).filePath(SongPath::fileName(path));
+    };
     QVector<QStringList> names;
-    for (const QString &path : paths)
+    QHash<QByteArray, QSet<QByteArray>> songsOf; // identities
+    for (const QString &path : paths) {
         names.append({path});
-    return run(
-        names,
-        [&](int i) {
-            return planRestore(paths.at(i), QDir(backup).filePath(SongPath::fileName(paths.at(i))));
-        },
-        observer);
+        songsOf[FileStamp(sourceOf(path)).identity()].insert(FileStamp(path).identity());
+    }
+    const auto plan = [&](int i) {
+        const QString source = sourceOf(paths.at(i));
+        Plan way = planRestore(paths.at(i), source);
+        if (way.outcome && way.isNeeded && songsOf[FileStamp(source).identity()].size() > 1)
+            way.outcome = {Outcome::Code::Refused,
+                           paths.at(i),
+                           tr("una di più song con questo nome, e il backup ne contiene una sola"),
+                           {}};
+        return way;
+    };
+    return give(names, plan, observer);
 }
 
-UndoSummary UndoJob::run(const QVector<QStringList> &files, const Planner &plan,
-                         const SongObserver &observer)
+UndoSummary UndoJob::give(const QVector<QStringList> &files, const Planner &plan,
+                          const SongObserver &observer)
 {
     UndoSummary summary;
     const auto tell = [&](const SongOutcome &song) {
@@ -125,7 +132,7 @@ UndoSummary UndoJob::run(const QVector<QStringList> &files, const Planner &plan,
         static_cast<int>(files.size()));
     for (int i = 0; i < files.size() && !m_progress.wasCancelled(); ++i) {
         m_saves.beforeReading(files.at(i).first());
-        give(files.at(i), plan(i), tell);
+        giveOne(files.at(i), plan(i), tell);
         m_progress.setProgress(i + 1);
         m_progress.processPendingEvents();
     }
@@ -134,9 +141,11 @@ UndoSummary UndoJob::run(const QVector<QStringList> &files, const Planner &plan,
     return summary;
 }
 
-void UndoJob::give(const QStringList &names, const Plan &plan, const SongObserver &tell)
+void UndoJob::giveOne(const QStringList &names, const Plan &plan, const SongObserver &tell)
 {
-    const auto done = [names, tell](const Outcome &outcome) {
+    const auto done = [names, tell](Outcome outcome) {
+        if (outcome == Outcome::Code::ChangedMeanwhile)
+            outcome.detail = tr("è stato cambiato da allora, perciò resta com'è");
         for (const QString &name : names) {
             SongOutcome song;
             song.path = name;
@@ -153,23 +162,47 @@ void UndoJob::give(const QStringList &names, const Plan &plan, const SongObserve
 }
 
 /** A run may have written a song twice, by two names too. */
-QVector<UndoJob::Writes> UndoJob::byFile(const QVector<JournalEntry> &songs)
+QVector<UndoJob::History> UndoJob::byFile(const QVector<JournalEntry> &songs,
+                                          const QVector<JournalEntry> &later)
 {
-    QVector<Writes> files;
+    QVector<History> files;
     QHash<QByteArray, int> indexOf;
+    QHash<QString, int> indexOfPath;
     for (auto song = songs.crbegin(); song != songs.crend(); ++song) {
         const FileStamp stamp(song->path);
         const QByteArray file = stamp.isFile() ? stamp.identity() : song->path.toUtf8();
         const int index = indexOf.value(file, static_cast<int>(files.size()));
         if (index == files.size())
-            files.append(Writes());
+            files.append(History());
         indexOf.insert(file, index);
-        files[index].append(*song);
+        indexOfPath.insert(song->path, index);
+        files[index].writes.append(*song);
+        if (!files.at(index).names.contains(song->path))
+            files[index].names.append(song->path);
+    }
+    for (auto song = later.crbegin(); song != later.crend(); ++song) {
+        if (indexOfPath.contains(song->path))
+            files[indexOfPath.value(song->path)].later.append(*song);
     }
     return files;
 }
 
-UndoJob::Plan UndoJob::planUndo(const Writes &writes)
+UndoJob::Plan UndoJob::planUndo(const History &file)
+{
+    Plan plan = wayBack(file.writes);
+    if (plan.outcome != Outcome::Code::ChangedMeanwhile)
+        return plan;
+    // What was taken back already, and may have been written several times since, needs nothing.
+    const Plan all = wayBack(file.later + file.writes);
+    if (all.outcome && all.change.oldHead == all.change.newHead) {
+        plan.outcome = {};
+        plan.isNeeded = false;
+    }
+    return plan;
+}
+
+/** How the file gets the bytes that it had before the first one of its writes. */
+UndoJob::Plan UndoJob::wayBack(const Writes &writes)
 {
     const JournalEntry &last = writes.first();
     Plan plan;

@@ -31,10 +31,11 @@ public:
     UndoJob(Progress &progress, SaveRun &saves, bool isDryRun = false);
 
     /** Takes back the songs of a run, the last one first, each that still has the bytes that the
-     * run wrote; ChangedMeanwhile for the others. */
-    UndoSummary undo(const QVector<JournalEntry> &songs, const SongObserver &observer);
+     * run wrote; ChangedMeanwhile for the others, but for those that were given back already. */
+    UndoSummary undo(Journal &journal, qint64 run, const SongObserver &observer);
 
-    /** Gives each song the bytes of the file of its name in the folder \a backup. */
+    /** Gives each song the bytes of the file of its name in the folder \a backup; Refused for those
+     * of which several have the name. */
     UndoSummary restore(const QStringList &paths, const QString &backup,
                         const SongObserver &observer);
 
@@ -49,13 +50,22 @@ private:
     };
     using Planner = std::function<Plan(int)>;
     using Writes = QVector<JournalEntry>; ///< of one file, the last one first
+    /** What is known of one file. */
+    struct History
+    {
+        QStringList names;
+        Writes writes; ///< of the run
+        Writes later; ///< of later runs
+    };
 
     /** \a files: the names of each; it is written by the first one. */
-    UndoSummary run(const QVector<QStringList> &files, const Planner &plan,
-                    const SongObserver &observer);
-    void give(const QStringList &names, const Plan &plan, const SongObserver &tell);
-    static QVector<Writes> byFile(const QVector<JournalEntry> &songs);
-    static Plan planUndo(const Writes &writes);
+    UndoSummary give(const QVector<QStringList> &files, const Planner &plan,
+                     const SongObserver &observer);
+    void giveOne(const QStringList &names, const Plan &plan, const SongObserver &tell);
+    static QVector<History> byFile(const QVector<JournalEntry> &songs,
+                                   const QVector<JournalEntry> &later);
+    static Plan planUndo(const History &file);
+    static Plan wayBack(const Writes &writes);
     static Plan planRestore(const QString &path, const QString &source);
 
     Progress &m_progress;

@@ -258,12 +258,24 @@ std::optional<QVector<JournalRun>> Journal::runs()
 
 QVector<JournalEntry> Journal::songsOf(qint64 run)
 {
+    return written("run = :run", run);
+}
+
+QVector<JournalEntry> Journal::writtenAfter(qint64 run)
+{
+    return written("run > :run AND path IN (SELECT path FROM song WHERE run = :run)", run);
+}
+
+QVector<JournalEntry> Journal::written(const char *which, qint64 run)
+{
     QVector<JournalEntry> songs;
     if (!m_file.open(JournalFile::Access::Read))
         return songs;
-    QSqlQuery query = m_file.prepare(
-        QByteArray(entryColumns).append("WHERE run = ? AND newHash IS NOT NULL ORDER BY id"));
-    query.addBindValue(run);
+    QSqlQuery query = m_file.prepare(QByteArray(entryColumns)
+                                         .append("WHERE newHash IS NOT NULL AND ")
+                                         .append(which)
+                                         .append(" ORDER BY id"));
+    query.bindValue(QStringLiteral(":run"), run);
     if (m_file.exec(query)) {
         while (query.next())
             songs.append(readEntry(query));

@@ -101,6 +101,8 @@ public:
     std::optional<QVector<JournalRun>> runs();
     /** The songs that a run wrote, in their order; empty where there is no such run. */
     QVector<JournalEntry> songsOf(qint64 run);
+    /** What later runs wrote of these songs, in their order. */
+    QVector<JournalEntry> writtenAfter(qint64 run);
     /** Forgets every run; what is not settled stays. False when it could not. */
     bool clear();
 
@@ -113,6 +115,7 @@ public:
     void settleUnfinished(const Decision &decide);
 
 private:
+    QVector<JournalEntry> written(const char *which, qint64 run);
     QString lockPath(const QString &name) const;
     void settleRun(qint64 run, const Decision &decide);
     bool readPending(JournalEntry &entry);

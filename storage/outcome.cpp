@@ -126,6 +126,8 @@ QString Outcome::sentence() const
     const Words *words = wordsOf(code);
     if (!words)
         return {};
+    if (code == Code::ChangedMeanwhile && !detail.isEmpty())
+        return detail;
     QString text = QCoreApplication::translate("Outcome", words->sentence);
     if (detail.isEmpty())
         return text.remove(QLatin1String(" (%1)")).remove(QLatin1String(": %1"));

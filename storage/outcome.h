@@ -27,7 +27,7 @@ struct Outcome
         TooLarge, ///< detail: what, and how much may be
         NoMarkers, ///< the format keeps none
         // writing
-        ChangedMeanwhile,
+        ChangedMeanwhile, ///< detail: a sentence in place of "read it again", where nobody would
         WriteDenied,
         ReadOnlyVolume, ///< detail: the volume's name
         NoRoom, ///< detail: how much is missing, where that is known

@@ -117,7 +117,7 @@ void UndoChanges::undo(const JournalRun &run, int songs)
             if (show)
                 show(song);
         };
-        problems = UndoJob(m_host, saves).undo(m_journal.songsOf(run.id), observe).problems;
+        problems = UndoJob(m_host, saves).undo(m_journal, run.id, observe).problems;
     }
     if (m_model)
         SongTable::resizeColumns(m_table);

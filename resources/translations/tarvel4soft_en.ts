@@ -1074,6 +1074,14 @@ Songs: %3</translation>
         <source>Interrompi</source>
         <translation>Cancel</translation>
     </message>
+    <message>
+        <source>una di più song con questo nome, e il backup ne contiene una sola</source>
+        <translation>one of several songs of this name, and the backup holds only one</translation>
+    </message>
+    <message>
+        <source>è stato cambiato da allora, perciò resta com&apos;è</source>
+        <translation>it has been changed since then, so it stays as it is</translation>
+    </message>
 </context>
 <context>
     <name>UpdateJob</name>

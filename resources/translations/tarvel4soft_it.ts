@@ -1074,6 +1074,14 @@ Song: %3</translation>
         <source>Interrompi</source>
         <translation>Interrompi</translation>
     </message>
+    <message>
+        <source>una di più song con questo nome, e il backup ne contiene una sola</source>
+        <translation>una di più song con questo nome, e il backup ne contiene una sola</translation>
+    </message>
+    <message>
+        <source>è stato cambiato da allora, perciò resta com'è</source>
+        <translation>è stato cambiato da allora, perciò resta com'è</translation>
+    </message>
 </context>
 <context>
     <name>UpdateJob</name>

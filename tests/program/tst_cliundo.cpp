@@ -27,12 +27,15 @@ private Q_SLOTS:
     void leavesAloneWhatItCannotGiveBack_data();
     void leavesAloneWhatItCannotGiveBack();
     void canBeTriedAgainWhenTheCardIsBack();
+    void whatWasTakenBackAlreadyIsDone_data();
+    void whatWasTakenBackAlreadyIsDone();
     void keepsLinks_data();
     void keepsLinks();
     void restoresFromABackup_data();
     void restoresFromABackup();
     void restoreSaysWhatIsWrong_data();
     void restoreSaysWhatIsWrong();
+    void restoreTakesNoneOfSeveralSongsOfOneName();
     void restoreIsARunOfItsOwn();
     void givesEveryByteBackAfterKills();
 
@@ -97,11 +100,11 @@ void tst_CliUndo::writesARecordForEachSong()
     write("s/b.mid", "changed by somebody");
     const QByteArray start = R"({"path":")" + path("s/").toUtf8();
     const QByteArray failed = start
-        + R"(b.mid","status":"failed","error":"another program has changed )"
-          R"(it meanwhile: read it again","code":"changed-meanwhile"})"
+        + R"(b.mid","status":"failed","error":"it has been changed since )"
+          R"(then, so it stays as it is","code":"changed-meanwhile"})"
           "\n";
     const QByteArray said = "tarvel4soft-cli: " + path("s/b.mid").toUtf8()
-        + ": another program has changed it meanwhile: read it again\n";
+        + ": it has been changed since then, so it stays as it is\n";
     QByteArray edited = wholeRecord("a.mid");
     edited.replace("Bella Ciao", "T");
 
@@ -215,9 +218,48 @@ void tst_CliUndo::canBeTriedAgainWhenTheCardIsBack()
     QCOMPARE(cli("undo").status, 1);
     QCOMPARE(read("s/a.mid"), wholeSong());
     QVERIFY(QFile::rename(path("s/away"), path("s/b.mid")));
-    cli("undo 1");
+    QCOMPARE(cli("undo 1").status, 0);
     QCOMPARE(read("s/b.mid"), wholeSong());
     QCOMPARE(read("s/a.mid"), wholeSong());
+}
+
+void tst_CliUndo::whatWasTakenBackAlreadyIsDone_data()
+{
+    const Table<QString, QString> row; // what comes after the run, its songs' statuses then
+    const QString undo = "\"$cli\" undo; "_s;
+    row("all of it", undo, "restored restored restored");
+    row("one song, while another was not there", "mv s/a.mid x; "_s + undo + "mv x s/a.mid"_s,
+        "restored restored restored");
+    row("all of it, redone and taken back again", undo + undo + undo, "restored restored restored");
+    row("all of it, and one was edited since", undo + "\"$cli\" edit --title U s/a.mid"_s,
+        "failed restored restored");
+    row("all of it, and somebody else changed one since", undo + "printf x >>s/m.mp3"_s,
+        "failed restored restored");
+    row("all of it, after a later run", "\"$cli\" edit --title U s/*.mid s/m.mp3; "_s + undo + undo,
+        "failed failed failed"); // the second one redoes the later run
+}
+
+void tst_CliUndo::whatWasTakenBackAlreadyIsDone()
+{
+    const auto [after, statuses] = cells<QString, QString>();
+    QVERIFY(QFile::remove(path("s/c.mid")));
+    write("s/m.mp3", QByteArray::fromHex("FFFB9000") + QByteArray(20000, 'x'));
+    cli("edit --title T s/a.mid s/b.mid s/m.mp3");
+    shell(after);
+    const auto before = songs();
+    const int runs = history().size();
+    for (const char *command : {"undo --json --dry-run 1", "undo --json 1"}) {
+        const Run run = cli(command);
+        QCOMPARE(run.status, statuses.contains("failed"_s) ? 1 : 0);
+        QStringList found = run.texts("status");
+        found.replaceInStrings("would-restore"_s, "restored"_s);
+        found.sort();
+        QCOMPARE(found.join(QLatin1Char(' ')), statuses);
+    }
+    const bool isWritten = after.contains("mv"_s);
+    QCOMPARE(songs() != before, isWritten);
+    QCOMPARE(history().size(), runs + (isWritten ? 1 : 0));
+    QCOMPARE(read("s/b.mid") == wholeSong(), statuses.contains("restored"_s));
 }
 
 void tst_CliUndo::keepsLinks_data()
@@ -337,6 +379,35 @@ void tst_CliUndo::restoreSaysWhatIsWrong()
     QCOMPARE(read("s/b.mid"), wholeSong());
 }
 
+/** Nobody can tell which of them the backup holds. */
+void tst_CliUndo::restoreTakesNoneOfSeveralSongsOfOneName()
+{
+    const QByteArray old = midi(meta(3, "Old"));
+    write("old/a.mid", old);
+    QVERIFY(QDir().mkpath(path("s/1")) && QDir().mkpath(path("s/2")));
+    write("s/1/a.mid", old);
+    write("s/2/a.mid", "another");
+    QVERIFY(QFile::link(path("s/1/a.mid"), path("s/2/link.mid")));
+    for (const char *option : {"--dry-run ", ""}) {
+        const Run run =
+            cli("restore --json --from old --recursive s/1 s/2 s/a.mid "_s + QLatin1String(option));
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.texts("code"),
+                 QStringList({{}, "refused-target"_s, "not-found"_s, "refused-target"_s}));
+        QVERIFY(run.err.contains("s/2/a.mid: it is not overwritten, since it is one of "
+                                 "several songs of this name, and the backup holds only one\n"));
+        QCOMPARE(run.texts("status").count("failed"_s), 3); // all but the first one
+    }
+    QCOMPARE(read("s/1/a.mid"), old); // has those bytes
+    QCOMPARE(read("s/2/a.mid"), QByteArray("another"));
+    QCOMPARE(read("s/a.mid"), wholeSong());
+    QCOMPARE(cli("restore --from old s/2/a.mid").status, 0); // said by name
+    QCOMPARE(read("s/2/a.mid"), old);
+    QCOMPARE(shell("rm s/2/a.mid; ln -s ../a.mid s/2").status, 0);
+    QCOMPARE(cli("restore --from old s/a.mid s/2/a.mid").status, 0); // one song by two names
+    QCOMPARE(read("s/a.mid"), old);
+}
+
 void tst_CliUndo::restoreIsARunOfItsOwn()
 {
     write("old/a.mid", midi(meta(3, "Old")));
@@ -385,7 +456,7 @@ void tst_CliUndo::givesEveryByteBackAfterKills()
         cli(sync);
         const QString run = historyOf("run").value(0).toString();
         kill("undo"_s, whole * part / 10);
-        cli("undo "_s + run); // what the killed one gave back already has other bytes
+        QCOMPARE(cli("undo "_s + run).status, 0);
         QVERIFY(songs() == before);
     }
     if (undone == 0)

@@ -36,6 +36,7 @@ private Q_SLOTS:
             Outcome outcome{Code::NotFound, {}, "why"_s, {}};
             for (; !outcome.codeName().isEmpty();
                  outcome.code = Code(static_cast<int>(outcome.code) + 1)) {
+                outcome.detail = outcome == Code::ChangedMeanwhile ? QString() : "why"_s;
                 found.append(outcome.codeName());
                 sentences.append(outcome.sentence());
                 QVERIFY2(!outcome.sentence().contains(QLatin1Char('%')),
@@ -54,6 +55,8 @@ private Q_SLOTS:
         outcome.path.clear();
         QCOMPARE(outcome.message(), QStringLiteral("è troppo grande: why"));
         QVERIFY(!outcome && outcome == Code::TooLarge && outcome != Code::NoRoom);
+        outcome.code = Code::ChangedMeanwhile;
+        QCOMPARE(outcome.message(), "why"_s);
         QVERIFY(Outcome() && Outcome().sentence().isEmpty() && Outcome().codeName().isEmpty());
     }
 

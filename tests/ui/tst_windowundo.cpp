@@ -70,9 +70,9 @@ private Q_SLOTS:
     {
         const Table<QByteArray, QString> row;
         row("one that changed meanwhile", QByteArray("another program's"),
-            "un altro programma l'ha cambiato nel frattempo: va riletto");
+            "è stato cambiato da allora, perciò resta com'è");
         row("one that changed at its end only", QByteArray(),
-            "un altro programma l'ha cambiato nel frattempo: va riletto");
+            "è stato cambiato da allora, perciò resta com'è");
         row("one that is gone", QByteArray("(none)"), "");
     }
     void songsThatCantBeTakenBackAreToldAndLeft()
