@@ -1,6 +1,8 @@
 #include "tests/program/historytest.h"
 
 #include <QDateTime>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 
 #include <climits>
 
@@ -55,6 +57,38 @@ private Q_SLOTS:
                       "run: 2\ntime\nwhat: edit\nsongs: 1\nundoable: true\n\n"
                       "run: 1\ntime\nwhat: edit\nsongs: 1\nundoable: false\n",
                       ""}));
+    }
+
+    void writingCommandsPutRightWhatWasCutShort_data()
+    {
+        const Table<QString, bool> row;
+        row("edit", "edit --title T s/a.mid", true);
+        row("sync", "sync --no-backup --catalogue c.db s/a.mid", true);
+        row("sync that writes nothing", "sync --dry-run --catalogue c.db s/a.mid", false);
+        row("undo", "undo", true);
+        row("undo that writes nothing", "undo --dry-run", false);
+        row("restore", "restore --from old s/a.mid", true);
+        row("restore that writes nothing", "restore --dry-run --from old s/a.mid", false);
+        row("backup", "backup --to old s/a.mid", true);
+        row("transfer", "transfer --memory old --to old/songs s/a.mid", true);
+        row("index update", "index update s", true);
+        row("index rebuild", "index rebuild s", true);
+        row("index delete", "index delete s", true);
+        row("info", "info s/b.mid", false);
+        row("list", "list s", false);
+        row("history", "history", false);
+    }
+    void writingCommandsPutRightWhatWasCutShort()
+    {
+        const auto [command, isWriting] = cells<QString, bool>();
+        QVERIFY(QDir().mkpath(path("old/songs")));
+        tear("s/b.mid");
+        const QByteArray torn = read("s/b.mid");
+        const Run run = cli(command);
+        QCOMPARE(read("s/b.mid"), isWriting ? wholeSong() : torn);
+        QCOMPARE(run.err.contains("s/b.mid: a save was interrupted, and the song is as it was "
+                                  "before\n"),
+                 isWriting);
     }
 
     void takesItsArguments_data()
@@ -175,6 +209,31 @@ private Q_SLOTS:
     void saysOnceWhatIsWrongWithIt_data();
     void saysOnceWhatIsWrongWithIt();
     void showsTwoProgramsAtOnce();
+
+private:
+    /** Leaves a song and the journal as an edit that was killed inside its write. */
+    void tear(const char *name) const
+    {
+        QCOMPARE(cli("edit --title 'A longer title' "_s + QLatin1String(name)).status, 0);
+        const QByteArray edited = read(name);
+        const QString connection = "journal"_s;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE"_s, connection);
+            db.setDatabaseName(journal());
+            QVERIFY(db.open());
+            QSqlQuery query(db);
+            QVERIFY(query.exec("SELECT prefix, suffix FROM song"_s) && query.next());
+            const int prefix = query.value(0).toInt();
+            const int suffix = query.value(1).toInt();
+            query.prepare("INSERT INTO pending SELECT id, 0, '', ?, ? FROM song"_s);
+            query.addBindValue(edited.mid(prefix, edited.size() - prefix - suffix));
+            query.addBindValue(wholeSong());
+            QVERIFY(query.exec());
+            QVERIFY(query.exec("UPDATE song SET newHash = NULL"_s));
+        }
+        QSqlDatabase::removeDatabase(connection);
+        write(name, edited.left(edited.size() / 2));
+    }
 };
 
 void tst_CliHistory::readingChangesNothing_data()

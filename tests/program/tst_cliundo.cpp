@@ -5,7 +5,7 @@
 using namespace tarvel4;
 using namespace Fixtures;
 
-/** `undo` and `restore`: songs get the bytes back that they had. */
+/** `undo`: songs get the bytes back that they had. */
 class tst_CliUndo : public HistoryTest
 {
     Q_OBJECT
@@ -31,12 +31,6 @@ private Q_SLOTS:
     void whatWasTakenBackAlreadyIsDone();
     void keepsLinks_data();
     void keepsLinks();
-    void restoresFromABackup_data();
-    void restoresFromABackup();
-    void restoreSaysWhatIsWrong_data();
-    void restoreSaysWhatIsWrong();
-    void restoreTakesNoneOfSeveralSongsOfOneName();
-    void restoreIsARunOfItsOwn();
     void givesEveryByteBackAfterKills();
 
 private:
@@ -298,126 +292,6 @@ void tst_CliUndo::keepsLinks()
     QCOMPARE(read("s/hard.mid"), wholeSong());
     QCOMPARE(read("s/m.mp3"), mp3);
     QCOMPARE(shell(kinds).out, before);
-}
-
-void tst_CliUndo::restoresFromABackup_data()
-{
-    const Table<QString> row;
-    row("songs that were edited", "\"$cli\" edit --title T s/*");
-    row("songs that were edited twice",
-        "\"$cli\" edit --title T s/*; \"$cli\" edit --title Umore s/*");
-    row("songs that are torn", "for f in s/*; do truncate -s 11 $f; done");
-    row("songs that are damaged",
-        "for f in s/*; do printf '\\0\\0\\0\\0' | dd of=$f bs=1 conv=notrunc; done");
-    row("songs that are empty", "for f in s/*; do : >$f; done");
-    row("songs that grew", "for f in s/*; do printf more >>$f; done");
-    row("MP3s whose audio differs",
-        "for f in s/*.mp3; do printf x | dd of=$f bs=1 seek=99 conv=notrunc; done");
-}
-
-void tst_CliUndo::restoresFromABackup()
-{
-    const auto [setup] = cells<QString>();
-    makeSongs();
-    const auto before = songs();
-    QCOMPARE(cli("backup --to old --recursive s").status, 0);
-    shell(setup);
-    const auto damaged = songs();
-    QVERIFY(damaged != before);
-
-    const QByteArray all = everything();
-    const Run dry = cli("restore --json --dry-run --from old/backup_kvaro_* --recursive s");
-    QCOMPARE(dry.status, 0);
-    QCOMPARE(dry.texts("status").count("would-restore"_s), before.size());
-    QCOMPARE(everything(), all);
-    const Run run = cli("restore --json --from old/backup_kvaro_* --recursive s");
-    QVERIFY2(run.status == 0 && run.err.isEmpty(), run.err.constData());
-    QCOMPARE(run.texts("status").count("restored"_s), before.size());
-    QVERIFY(!run.texts("format").contains(QString()));
-    QVERIFY(songs() == before);
-
-    const int runs = static_cast<int>(history().size());
-    QCOMPARE(cli("restore --from old/backup_kvaro_* --recursive s").status, 0);
-    QCOMPARE(history().size(), runs); // the same bytes are not written
-    QCOMPARE(cli("undo").status, 0);
-    QVERIFY(songs() == damaged);
-}
-
-void tst_CliUndo::restoreSaysWhatIsWrong_data()
-{
-    const Table<QString, int, QString, QString> row; // status, code, what is said
-    row("a song that the backup does not hold", "--from old s/a.mid s/b.mid", 1, "not-found",
-        "s/b.mid: the backup holds no song of this name\n");
-    row("in a dry run too", "--dry-run --from old s/a.mid s/b.mid", 1, "not-found",
-        "s/b.mid: the backup holds no song of this name\n");
-    row("a folder in the backup has the name", "--from old s/c.mid", 1, "not-a-file", "s/c.mid: ");
-    row("no backup is named", "s/a.mid", 2, "", "--from BACKUP is missing");
-    row("no song is named", "--from old", 2, "", "restore [OPTION]... PATH...");
-    row("the backup is missing", "--from gone s/a.mid", 3, "", "gone: there is no such file");
-    row("the backup is a file", "--from old/a.mid s/a.mid", 3, "", "old/a.mid: not a folder");
-    row("a song is missing", "--from old s/a.mid s/gone.mid", 3, "not-found",
-        "s/gone.mid: there is no such file");
-    row("a folder without --recursive", "--from old s", 3, "not-a-file", "s: it is a folder");
-}
-
-void tst_CliUndo::restoreSaysWhatIsWrong()
-{
-    const auto [arguments, status, code, message] = cells<QString, int, QString, QString>();
-    write("old/a.mid", midi(meta(3, "Old")));
-    QVERIFY(QDir().mkpath(path("old/c.mid")));
-    const Run run = cli("restore --json --quiet "_s + arguments);
-    QCOMPARE(run.status, status);
-    QVERIFY2(run.err.contains(QByteArray("tarvel4soft-cli: ") + message.toUtf8())
-                 || run.err.contains(message.toUtf8()),
-             run.err.constData());
-    if (!code.isEmpty()) {
-        QCOMPARE(run.texts("code").last(), code);
-        QCOMPARE(run.err.count('\n'), 1);
-    }
-    const bool isGiven = status == 1 && arguments.startsWith("--from old s/a"_s);
-    QCOMPARE(read("s/a.mid") == read("old/a.mid"), isGiven);
-    QCOMPARE(read("s/b.mid"), wholeSong());
-}
-
-/** Nobody can tell which of them the backup holds. */
-void tst_CliUndo::restoreTakesNoneOfSeveralSongsOfOneName()
-{
-    const QByteArray old = midi(meta(3, "Old"));
-    write("old/a.mid", old);
-    QVERIFY(QDir().mkpath(path("s/1")) && QDir().mkpath(path("s/2")));
-    write("s/1/a.mid", old);
-    write("s/2/a.mid", "another");
-    QVERIFY(QFile::link(path("s/1/a.mid"), path("s/2/link.mid")));
-    for (const char *option : {"--dry-run ", ""}) {
-        const Run run =
-            cli("restore --json --from old --recursive s/1 s/2 s/a.mid "_s + QLatin1String(option));
-        QCOMPARE(run.status, 1);
-        QCOMPARE(run.texts("code"),
-                 QStringList({{}, "refused-target"_s, "not-found"_s, "refused-target"_s}));
-        QVERIFY(run.err.contains("s/2/a.mid: it is not overwritten, since it is one of "
-                                 "several songs of this name, and the backup holds only one\n"));
-        QCOMPARE(run.texts("status").count("failed"_s), 3); // all but the first one
-    }
-    QCOMPARE(read("s/1/a.mid"), old); // has those bytes
-    QCOMPARE(read("s/2/a.mid"), QByteArray("another"));
-    QCOMPARE(read("s/a.mid"), wholeSong());
-    QCOMPARE(cli("restore --from old s/2/a.mid").status, 0); // said by name
-    QCOMPARE(read("s/2/a.mid"), old);
-    QCOMPARE(shell("rm s/2/a.mid; ln -s ../a.mid s/2").status, 0);
-    QCOMPARE(cli("restore --from old s/a.mid s/2/a.mid").status, 0); // one song by two names
-    QCOMPARE(read("s/a.mid"), old);
-}
-
-void tst_CliUndo::restoreIsARunOfItsOwn()
-{
-    write("old/a.mid", midi(meta(3, "Old")));
-    QCOMPARE(cli("restore --from old --recursive s").status, 1);
-    QCOMPARE(historyOf("what"), QVariantList{"restore"_s});
-    QCOMPARE(historyOf("songs"), QVariantList{1});
-    QCOMPARE(cli("undo").status, 0);
-    QCOMPARE(read("s/a.mid"), wholeSong());
-    QCOMPARE(cli("undo").status, 0);
-    QCOMPARE(read("s/a.mid"), read("old/a.mid"));
 }
 
 void tst_CliUndo::givesEveryByteBackAfterKills()

@@ -26,6 +26,19 @@ class tst_WindowRecovery : public WindowTest
     Q_OBJECT
 
 private Q_SLOTS:
+    /** Where nothing is put right at all, no other test waits for it. */
+    void initTestCase()
+    {
+        init();
+        const QString song = tear("songs/a.mid");
+        m_driver->answerBox(QMessageBox::Ok);
+        openWindow();
+        const bool isTold = QTest::qWaitFor([this] { return m_driver->boxes.size() == 1; });
+        const QByteArray now = TestFiles::read(song);
+        closeWindow();
+        QVERIFY(isTold);
+        QCOMPARE(now, QByteArray("an old song"));
+    }
     void init()
     {
         makeFolder();
