@@ -203,6 +203,21 @@ private Q_SLOTS:
         QCOMPARE(watcher.labels, strings({"1 di 2", "2 di 2"}));
     }
 
+    void nothingIsTransferredMeanwhile()
+    {
+        importOnly({addSong("VOLARE.mid", "a")});
+        QStringList steps;
+        ProgressWatcher watcher;
+        watcher.onValue = [&](QProgressDialog &, int) { steps.append(enabledSteps()); };
+        m_driver->expect<BackupDialog>([&](BackupDialog &dialog) {
+            steps.append(enabledSteps());
+            click(dialog, "exitPushButton");
+        });
+        press("updateDataToolButton");
+        QCOMPARE(steps, strings({"selectDir", "selectDir"}));
+        QCOMPARE(enabledSteps(), text("selectDir transferFiles"));
+    }
+
     void rowsAreAddressedAsSorted()
     {
         importOnly(
