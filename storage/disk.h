@@ -53,9 +53,6 @@ public:
     /** Waits until the file's bytes are on the medium. A dead card is first noticed here. */
     virtual Outcome sync(QFileDevice &file);
 
-    /** Waits until the names in the folder of \a path are on the medium. */
-    virtual Outcome syncFolder(const QString &path);
-
     /**
      * Waits until these files' bytes and their names are on the medium; a file that is gone counts
      * by its removed name, a folder by the names in it. Each volume among them is flushed once

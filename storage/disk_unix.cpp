@@ -236,11 +236,6 @@ Outcome Disk::sync(QFileDevice &file)
     return outcomeOf(file.flush() && flushFile(file.handle()) == 0, file.fileName());
 }
 
-Outcome Disk::syncFolder(const QString &path)
-{
-    return flushFolder(QFileInfo(path).absolutePath());
-}
-
 #ifdef Q_OS_LINUX
 
 Outcome Disk::syncAll(const QStringList &paths)
@@ -252,7 +247,7 @@ Outcome Disk::syncAll(const QStringList &paths)
         const int fd = openToFlush(paths.first());
         if (fd >= 0) {
             Outcome flushed = flushAndClose(fd, paths.first(), flushFile);
-            return flushed ? syncFolder(paths.first()) : flushed;
+            return flushed ? flushFolder(QFileInfo(paths.first()).absolutePath()) : flushed;
         }
     }
     Volumes volumes;

@@ -250,11 +250,6 @@ Outcome Disk::sync(QFileDevice &file)
     return outcomeOf(FlushFileBuffers(handle) != 0, file.fileName());
 }
 
-Outcome Disk::syncFolder(const QString &path)
-{
-    return flushFolders({QFileInfo(path).absolutePath()});
-}
-
 Outcome Disk::syncAll(const QStringList &paths)
 {
     Outcome outcome;

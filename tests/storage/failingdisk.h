@@ -61,7 +61,6 @@ public:
         const Outcome entered = enter("sync", failingSync, syncCount() + 1);
         return entered ? flushed({file.fileName()}) : entered;
     }
-    Outcome syncFolder(const QString &) override { return enter("syncFolder"); }
     Outcome syncAll(const QStringList &paths) override
     {
         const Outcome entered = enter("syncAll", failingSync, syncCount() + 1);

@@ -151,7 +151,6 @@ private Q_SLOTS:
             QCOMPARE(names(), words("new"));
         }
 #ifdef Q_OS_LINUX
-        QCOMPARE(Disk::real().syncFolder(path("nowhere/a")).codeName(), "not-found"_s);
         QCOMPARE(Disk::real().syncAll({path("nowhere/a")}).codeName(), "not-found"_s);
 #endif
     }

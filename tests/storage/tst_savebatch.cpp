@@ -90,7 +90,7 @@ private Q_SLOTS:
         }
         batch.commit();
         QCOMPARE(disk.countOf("syncAll"), flushes);
-        QCOMPARE(disk.countOf("sync") + disk.countOf("syncFolder"), 0);
+        QCOMPARE(disk.countOf("sync"), 0);
         QCOMPARE(names().size(), songs);
         for (int i = 0; i < songs; ++i)
             QCOMPARE(read(path(QString::number(i))), "new" + QByteArray::number(i));
