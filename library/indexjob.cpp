@@ -20,7 +20,6 @@ IndexJob::IndexJob(Progress &progress, Messages &messages, Disk &disk)
 IndexSummary IndexJob::run(Kind kind, const QString &root, const ProgressTexts &texts, int maximum)
 {
     m_progress.beginProgress(texts, maximum);
-    IndexSummary summary;
     Index index(nullptr, m_disk);
     index.setStopWhen(m_stopWhen);
     index.setOnRecovered(
@@ -33,10 +32,19 @@ IndexSummary IndexJob::run(Kind kind, const QString &root, const ProgressTexts &
                      [this](int newMaximum) { m_progress.setProgressMaximum(newMaximum); });
     QObject::connect(&index, &Index::progressValueChanged,
                      [this](int value) { m_progress.setProgressValue(value); });
-    QObject::connect(&index, &Index::errorFromIndex,
-                     [&summary](const QString &text) { summary.errors += text; });
-    summary.isDone = kind == Kind::Update ? index.update(root) : index.rebuild(root);
+    IndexSummary summary = run(kind, root, index);
     m_progress.endProgress();
+    return summary;
+}
+
+IndexSummary IndexJob::run(Kind kind, const QString &root, Index &index)
+{
+    IndexSummary summary;
+    const auto errors =
+        QObject::connect(&index, &Index::errorFromIndex,
+                         [&summary](const QString &text) { summary.errors += text; });
+    summary.isDone = kind == Kind::Update ? index.update(root) : index.rebuild(root);
+    QObject::disconnect(errors);
     summary.found = index.found();
     summary.isChanged = index.changed();
     summary.isPrepared = Index::isPrepared(root);

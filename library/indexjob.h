@@ -8,6 +8,7 @@
 
 namespace tarvel4 {
 
+class Index;
 class Messages;
 class Progress;
 struct ProgressTexts;
@@ -40,6 +41,9 @@ public:
 
     /** Shows a progress of its own, whose maximum is \a maximum until the songs are counted. */
     IndexSummary run(Kind kind, const QString &root, const ProgressTexts &texts, int maximum);
+
+    /** The same for whoever follows the signals of \a index itself. */
+    static IndexSummary run(Kind kind, const QString &root, Index &index);
 
 private:
     Progress &m_progress;

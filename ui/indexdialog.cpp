@@ -1,6 +1,8 @@
 #include "ui/indexdialog.h"
 
 #include "indexer/index.h"
+#include "library/indexjob.h"
+#include "library/recoveryjob.h"
 #include "library/usersettings.h"
 #include "ui/causebox.h"
 #include "ui/folderchooser.h"
@@ -148,7 +150,7 @@ bool IndexDialog::passesDiskCheck(const QString &path)
     return true;
 }
 
-bool IndexDialog::buildIndex(const QString &root)
+IndexSummary IndexDialog::buildIndex(const QString &root)
 {
     Index index;
     connect(&index, &Index::fileFoundChanged, this, &IndexDialog::updateLabelNum);
@@ -156,27 +158,30 @@ bool IndexDialog::buildIndex(const QString &root)
     connect(&index, &Index::progressValueChanged, this, &IndexDialog::setProgressValue);
     connect(&index, &Index::currentPathChanged, this, &IndexDialog::updateLabelCurrPath);
     connect(&index, &Index::errorFromIndex, this, &IndexDialog::errorFromIndexReceived);
-    const bool prepared =
-        ui->updateRadioButton->isChecked() ? index.update(root) : index.rebuild(root);
-    m_cause = index.outcome();
-    return prepared;
+    index.setOnRecovered(
+        [this](const QString &path, Recovery::Result result, const Outcome &cause) {
+            ui->reportPlainTextEdit->appendPlainText(RecoveryJob::sentence(path, result, cause));
+            paintNow();
+        });
+    const bool isUpdate = ui->updateRadioButton->isChecked();
+    return IndexJob::run(isUpdate ? IndexJob::Kind::Update : IndexJob::Kind::Rebuild, root, index);
 }
 
-void IndexDialog::reportOutcome(bool prepared)
+void IndexDialog::reportOutcome(const IndexSummary &index)
 {
     const QString title = tr("Ottimizza memoria");
     if (m_errors != 0) {
         QMessageBox::critical(this, title,
                               tr("Durante l'operazione si sono verificati alcuni errori.\n"
                                  "Consultare il report per maggiori informazioni."));
-    } else if (prepared) {
+    } else if (index.isDone) {
         QMessageBox::information(this, title, tr("Operazione completata con successo"));
     } else {
         fillProgress();
         showWithCause(*this, QMessageBox::Critical, title,
                       tr("Operazione non riuscita.\nAssicurarsi che il disco abbia "
                          "sufficiente spazio libero e che non sia protetto da scrittura."),
-                      m_cause);
+                      index.cause);
     }
 }
 

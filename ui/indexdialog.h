@@ -1,6 +1,5 @@
 #pragma once
 
-#include "storage/outcome.h"
 #include "ui/diskcheck.h"
 
 #include <QDialog>
@@ -13,6 +12,7 @@ namespace tarvel4 {
 namespace Ui {
 class IndexDialog;
 }
+struct IndexSummary;
 
 /** Prepares a memory for the player: checks it on demand, updates or rebuilds its index and
  * reports. */
@@ -41,8 +41,8 @@ private Q_SLOTS:
 private:
     void run(const QString &path);
     bool passesDiskCheck(const QString &path);
-    bool buildIndex(const QString &root);
-    void reportOutcome(bool prepared);
+    IndexSummary buildIndex(const QString &root);
+    void reportOutcome(const IndexSummary &index);
     void setRunning(bool running);
     void clearReport();
     void fillProgress();
@@ -51,7 +51,6 @@ private:
     std::unique_ptr<Ui::IndexDialog> ui;
     DiskCheckTimings m_timings;
     int m_errors = 0; ///< reported by the index in the current run
-    Outcome m_cause; ///< of the current run's failure
     bool m_running = false;
     QElapsedTimer m_lastPaint;
 };

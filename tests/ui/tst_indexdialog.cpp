@@ -112,6 +112,18 @@ private Q_SLOTS:
         QVERIFY(!settings().contains(text("mediaroot"))); // only a browsed folder is stored
     }
 
+    void whatAPowerCutLeftAsideIsPutInOrderAndReported()
+    {
+        QVERIFY(QFile::rename(card("/a.mid"), card("/a.mid.tarvel4.bak")));
+        choose(card(), false);
+        QCOMPARE(run(), QStringList(done));
+        QCOMPARE(report(),
+                 text("Ottimizzazione memoria in corso...\n") + card("/a.mid")
+                     + text(": rimesso al suo posto dopo un'interruzione\nOperazione completata"));
+        QCOMPARE(label("numberLabel"), text("2"));
+        QVERIFY(QFile::exists(card("/a.mid")));
+    }
+
     void rebuildReadsEverySongAgain()
     {
         choose(card(), true);
