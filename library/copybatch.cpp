@@ -275,7 +275,7 @@ void CopyBatch::place(Staged &staged)
         m_touched.append(song.companionDestination);
     }
     if (!staged.outcome)
-        qDebug() << "[copyFiles] WARNING: can't be named:" << song.destination
+        qDebug() << "[copyFiles] WARNING: not copied:" << song.destination
                  << staged.outcome.sentence();
 }
 
