@@ -88,7 +88,7 @@ bool UserSongsRelTableModel::appendSong(const SongInfo &song)
         m_insert.bindValue(position++, value);
     if (!m_insert.exec())
         return false;
-    m_failures.remove(m_insert.lastInsertId().toInt()); // ids begin anew in a cleared table
+    m_marks.remove(m_insert.lastInsertId().toInt()); // ids begin anew in a cleared table
     m_insert.finish();
     ++m_appended;
     if (rowCount() < shownAtOnce || m_appended > m_shown)
@@ -115,10 +115,40 @@ QModelIndex UserSongsRelTableModel::indexInQuery(const QModelIndex &item) const
 
 QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
 {
-    const bool isFailureRole = role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
-    if (isFailureRole && index.column() == m_type && !m_failures.isEmpty())
-        return m_failures.value(idOf(index));
+    const bool isMarkRole =
+        role == Qt::ToolTipRole || role == Qt::AccessibleTextRole || role == MarkRole;
+    if (isMarkRole && index.column() == m_type && !m_marks.isEmpty())
+        return markData(index, role);
     return QSqlRelationalTableModel::data(index, role);
+}
+
+QVariant UserSongsRelTableModel::markData(const QModelIndex &index, int role) const
+{
+    const auto found = m_marks.constFind(idOf(index));
+    if (found == m_marks.constEnd())
+        return {};
+    if (role == MarkRole)
+        return static_cast<int>(found->mark);
+    if (role == Qt::ToolTipRole)
+        return found->cause;
+    return QStringLiteral("%1, %2").arg(
+        index.data().toString(), found->cause.isEmpty() ? markText(found->mark) : found->cause);
+}
+
+QString UserSongsRelTableModel::markText(Mark mark)
+{
+    switch (mark) {
+    case MarkedUpdated:
+        return tr("Aggiornata dal database K-Varo");
+    case MarkedEdited:
+        return tr("Modificata a mano");
+    case MarkedLeftAlone:
+        return tr("Non aggiornata");
+    case MarkedFailed:
+        return tr("Non riuscita");
+    default:
+        return {};
+    }
 }
 
 void UserSongsRelTableModel::fetchAll()
@@ -179,19 +209,16 @@ void UserSongsRelTableModel::setStatus(int row, int status)
     writeRow(row, m_updateStatus);
 }
 
-void UserSongsRelTableModel::setFailure(int row, const QString &text)
+void UserSongsRelTableModel::setMark(int row, Mark mark, const QString &cause)
 {
     const QModelIndex cell = cellIndex(row, m_type);
     if (!cell.isValid())
         return;
-    const int id = idOf(cell);
-    if (m_failures.value(id) == text)
-        return;
-    if (text.isEmpty())
-        m_failures.remove(id);
+    if (mark == Unmarked)
+        m_marks.remove(idOf(cell));
     else
-        m_failures.insert(id, text);
-    Q_EMIT dataChanged(cell, cell, {Qt::ToolTipRole, Qt::AccessibleDescriptionRole});
+        m_marks.insert(idOf(cell), {mark, cause});
+    Q_EMIT dataChanged(cell, cell, {Qt::ToolTipRole, Qt::AccessibleTextRole, MarkRole});
 }
 
 int UserSongsRelTableModel::statusOf(int row)

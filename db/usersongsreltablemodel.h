@@ -21,6 +21,12 @@ public:
     /** What the "status" column of a row tells about the last operation on its song. */
     enum SongStatus { Listed = 0, Updated = 1, Edited = 2, Failed = 3 };
 
+    /** How a row is marked: unlike its status it tells a failure from an answer. */
+    enum Mark { Unmarked, MarkedUpdated, MarkedEdited, MarkedLeftAlone, MarkedFailed };
+
+    /** The mark of a row, in the column of its type; not valid for an unmarked one. */
+    static constexpr int MarkRole = Qt::UserRole + 1;
+
     /** \a db is the connection that holds the table "usersongs". */
     UserSongsRelTableModel(QObject *parent, const QSqlDatabase &db);
 
@@ -39,10 +45,14 @@ public:
     void setStatus(int row, int status);
     int statusOf(int row);
 
-    /** Why the last operation on a row's song failed, as a translated text: its tooltip, and what a
-     * screen reader says of it. Empty where it did not. Lives as long as the row, in memory only.
+    /**
+     * Marks a row with how the last operation on its song ended. \a cause is a translated text: the
+     * row's tooltip, and what a screen reader says of it in place of the text of the mark. Lives as
+     * long as the row, in memory only.
      */
-    void setFailure(int row, const QString &text);
+    void setMark(int row, Mark mark, const QString &cause = QString());
+    /** What a mark means, in the present language. */
+    static QString markText(Mark mark);
 
     QString fileNameOf(int row);
     QString shortNameOf(int row);
@@ -61,6 +71,13 @@ protected:
     QModelIndex indexInQuery(const QModelIndex &item) const override;
 
 private:
+    struct RowMark
+    {
+        Mark mark;
+        QString cause;
+    };
+
+    QVariant markData(const QModelIndex &index, int role) const;
     void readAppended();
     void fetchAll();
     QString textAt(int row, int column);
@@ -84,7 +101,7 @@ private:
     QSqlQuery m_updateStatus;
     int m_appended = 0; ///< rows appended since views last saw them
     int m_shown = 0; ///< rows that views saw then
-    QHash<int, QString> m_failures; ///< by the id of the row
+    QHash<int, RowMark> m_marks; ///< by the id of the row
 };
 
 } // namespace tarvel4

@@ -33,10 +33,20 @@ QString reason(const SongOutcome &song)
     }
 }
 
-QString failureText(const QString &text, const SongOutcome &song)
+/** Marks a row with how its song ended: a failure and an answer with their reason put into \a text,
+ * all else with \a done. */
+void mark(UserSongsRelTableModel &model, int row, const SongOutcome &song,
+          UserSongsRelTableModel::Mark done, const QString &text)
 {
     const QString why = reason(song);
-    return why.isEmpty() ? why : text.arg(why);
+    if (why.isEmpty()) {
+        model.setMark(row, done);
+        return;
+    }
+    model.setMark(row,
+                  song.isFailure() ? UserSongsRelTableModel::MarkedFailed
+                                   : UserSongsRelTableModel::MarkedLeftAlone,
+                  text.arg(why));
 }
 
 } // namespace
@@ -77,7 +87,8 @@ SongObserver SongRows::updated(UserSongsRelTableModel &model)
             model.updateSong(row, song.after);
         model.setStatus(
             row, isUpdated ? UserSongsRelTableModel::Updated : UserSongsRelTableModel::Failed);
-        model.setFailure(row, failureText(Texts::tr("Non aggiornata: %1"), song));
+        mark(model, row, song, UserSongsRelTableModel::MarkedUpdated,
+             Texts::tr("Non aggiornata: %1"));
         ++row;
     };
 }
@@ -97,14 +108,14 @@ SongObserver SongRows::restored(UserSongsRelTableModel &model)
     for (int row = 0; row < listed.size(); ++row)
         rows.insert(QDir::cleanPath(listed.at(row)), row);
     return [&model, rows](const SongOutcome &song) {
-        const QString text = failureText(Texts::tr("Non rimessa com'era: %1"), song);
         for (const int row : rows.values(song.path)) {
             if (!song.isFailure())
                 model.updateSong(row, song.after);
             model.setStatus(row,
                             song.isFailure() ? UserSongsRelTableModel::Failed
                                              : UserSongsRelTableModel::Listed);
-            model.setFailure(row, text);
+            mark(model, row, song, UserSongsRelTableModel::Unmarked,
+                 Texts::tr("Non rimessa com'era: %1"));
         }
     };
 }
@@ -112,13 +123,13 @@ SongObserver SongRows::restored(UserSongsRelTableModel &model)
 void SongRows::showEdit(UserSongsRelTableModel &model, int row, const SongOutcome &song)
 {
     if (song.result == SongResult::Unreadable) {
-        model.setFailure(row, failureText(Texts::tr("Non letta: %1"), song));
+        mark(model, row, song, UserSongsRelTableModel::Unmarked, Texts::tr("Non letta: %1"));
         return;
     }
     model.updateSong(row, song.after);
     // required: a row counts as edited whatever became of its save
     model.setStatus(row, UserSongsRelTableModel::Edited);
-    model.setFailure(row, failureText(Texts::tr("Non salvata: %1"), song));
+    mark(model, row, song, UserSongsRelTableModel::MarkedEdited, Texts::tr("Non salvata: %1"));
 }
 
 } // namespace tarvel4

@@ -30,7 +30,7 @@ void SongTable::setUp(QTableView &view, UserSongsRelTableModel &model)
     view.setColumnHidden(model.fileNameColumn(), true);
     view.setColumnHidden(model.statusColumn(), true);
     view.setColumnHidden(idColumn, true);
-    view.setItemDelegate(new SongTableDelegate(typeColumn, model.statusColumn(), &view));
+    view.setItemDelegate(new SongTableDelegate(typeColumn, &view));
 }
 
 void SongTable::resizeColumns(QTableView &view)

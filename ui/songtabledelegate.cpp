@@ -13,17 +13,17 @@ namespace tarvel4 {
 
 namespace {
 
-/** The mark of a status in a square of side 1, drawn with a pen. */
-QPainterPath markOf(int status)
+/** A mark in a square of side 1, drawn with a pen. */
+QPainterPath shapeOf(int mark)
 {
     QPainterPath path;
-    switch (status) {
-    case UserSongsRelTableModel::Updated: // a tick
+    switch (mark) {
+    case UserSongsRelTableModel::MarkedUpdated: // a tick
         path.moveTo(0.15, 0.55);
         path.lineTo(0.4, 0.8);
         path.lineTo(0.85, 0.25);
         break;
-    case UserSongsRelTableModel::Edited: // a pencil
+    case UserSongsRelTableModel::MarkedEdited: // a pencil
         path.moveTo(0.2, 0.8);
         path.lineTo(0.28, 0.55);
         path.lineTo(0.7, 0.15);
@@ -31,7 +31,11 @@ QPainterPath markOf(int status)
         path.lineTo(0.45, 0.72);
         path.closeSubpath();
         break;
-    case UserSongsRelTableModel::Failed: // a cross
+    case UserSongsRelTableModel::MarkedLeftAlone: // a dash
+        path.moveTo(0.25, 0.52);
+        path.lineTo(0.75, 0.52);
+        break;
+    case UserSongsRelTableModel::MarkedFailed: // a cross
         path.moveTo(0.22, 0.22);
         path.lineTo(0.78, 0.78);
         path.moveTo(0.78, 0.22);
@@ -43,12 +47,12 @@ QPainterPath markOf(int status)
     return path;
 }
 
-QColor colourOf(int status)
+QColor colourOf(int mark)
 {
-    switch (status) {
-    case UserSongsRelTableModel::Updated:
+    switch (mark) {
+    case UserSongsRelTableModel::MarkedUpdated:
         return QColor(0x0b, 0x72, 0x85);
-    case UserSongsRelTableModel::Failed:
+    case UserSongsRelTableModel::MarkedFailed:
         return QColor(0xc2, 0x4a, 0x08);
     default:
         return QColor(0x17, 0x32, 0x4d);
@@ -57,25 +61,10 @@ QColor colourOf(int status)
 
 } // namespace
 
-SongTableDelegate::SongTableDelegate(int markColumn, int statusColumn, QObject *parent)
+SongTableDelegate::SongTableDelegate(int markColumn, QObject *parent)
     : QStyledItemDelegate(parent)
     , m_markColumn(markColumn)
-    , m_statusColumn(statusColumn)
 {}
-
-QString SongTableDelegate::statusText(int status)
-{
-    switch (status) {
-    case UserSongsRelTableModel::Updated:
-        return tr("Aggiornata dal database K-Varo");
-    case UserSongsRelTableModel::Edited:
-        return tr("Modificata a mano");
-    case UserSongsRelTableModel::Failed:
-        return tr("Non aggiornata");
-    default:
-        return QString();
-    }
-}
 
 void SongTableDelegate::initStyleOption(QStyleOptionViewItem *option,
                                         const QModelIndex &index) const
@@ -92,8 +81,8 @@ void SongTableDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
                               const QModelIndex &index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
-    const int status = statusOf(index);
-    if (index.column() != m_markColumn || status == UserSongsRelTableModel::Listed)
+    const QVariant mark = index.data(UserSongsRelTableModel::MarkRole);
+    if (index.column() != m_markColumn || !mark.isValid())
         return;
 
     QStyleOptionViewItem cell = option;
@@ -107,9 +96,9 @@ void SongTableDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->setRenderHint(QPainter::Antialiasing);
     painter->translate(place.topLeft());
     painter->scale(place.width(), place.height());
-    painter->setPen(QPen(selected ? QColor(Qt::white) : colourOf(status), 0.14, Qt::SolidLine,
+    painter->setPen(QPen(selected ? QColor(Qt::white) : colourOf(mark.toInt()), 0.14, Qt::SolidLine,
                          Qt::RoundCap, Qt::RoundJoin));
-    painter->drawPath(markOf(status));
+    painter->drawPath(shapeOf(mark.toInt()));
     painter->restore();
 }
 
@@ -130,16 +119,14 @@ bool SongTableDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
     return true;
 }
 
-/** Why the last operation on the song failed, else what it was. */
+/** Why the song is as it was, else what became of it. */
 QString SongTableDelegate::markText(const QModelIndex &index) const
 {
-    const QString failure = index.data(Qt::ToolTipRole).toString();
-    return failure.isEmpty() ? statusText(statusOf(index)) : failure;
-}
-
-int SongTableDelegate::statusOf(const QModelIndex &index) const
-{
-    return index.sibling(index.row(), m_statusColumn).data().toInt();
+    const QString cause = index.data(Qt::ToolTipRole).toString();
+    if (!cause.isEmpty())
+        return cause;
+    const int mark = index.data(UserSongsRelTableModel::MarkRole).toInt();
+    return UserSongsRelTableModel::markText(static_cast<UserSongsRelTableModel::Mark>(mark));
 }
 
 } // namespace tarvel4

@@ -1615,21 +1615,6 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
-    <name>tarvel4::SongTableDelegate</name>
-    <message>
-        <source>Aggiornata dal database K-Varo</source>
-        <translation>Updated from the K-Varo database</translation>
-    </message>
-    <message>
-        <source>Modificata a mano</source>
-        <translation>Edited by hand</translation>
-    </message>
-    <message>
-        <source>Non aggiornata</source>
-        <translation>Not updated</translation>
-    </message>
-</context>
-<context>
     <name>tarvel4::SongTableView</name>
     <message>
         <source>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</source>
@@ -1752,6 +1737,22 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Nome file</source>
         <translation>File name</translation>
+    </message>
+    <message>
+        <source>Aggiornata dal database K-Varo</source>
+        <translation>Updated from the K-Varo database</translation>
+    </message>
+    <message>
+        <source>Modificata a mano</source>
+        <translation>Edited by hand</translation>
+    </message>
+    <message>
+        <source>Non aggiornata</source>
+        <translation>Not updated</translation>
+    </message>
+    <message>
+        <source>Non riuscita</source>
+        <translation>Failed</translation>
     </message>
 </context>
 </TS>

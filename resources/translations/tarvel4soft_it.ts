@@ -1615,21 +1615,6 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
-    <name>tarvel4::SongTableDelegate</name>
-    <message>
-        <source>Aggiornata dal database K-Varo</source>
-        <translation>Aggiornata dal database K-Varo</translation>
-    </message>
-    <message>
-        <source>Modificata a mano</source>
-        <translation>Modificata a mano</translation>
-    </message>
-    <message>
-        <source>Non aggiornata</source>
-        <translation>Non aggiornata</translation>
-    </message>
-</context>
-<context>
     <name>tarvel4::SongTableView</name>
     <message>
         <source>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</source>
@@ -1752,6 +1737,22 @@ memoria di Tarvel</translation>
     <message>
         <source>Nome file</source>
         <translation>Nome file</translation>
+    </message>
+    <message>
+        <source>Aggiornata dal database K-Varo</source>
+        <translation>Aggiornata dal database K-Varo</translation>
+    </message>
+    <message>
+        <source>Modificata a mano</source>
+        <translation>Modificata a mano</translation>
+    </message>
+    <message>
+        <source>Non aggiornata</source>
+        <translation>Non aggiornata</translation>
+    </message>
+    <message>
+        <source>Non riuscita</source>
+        <translation>Non riuscita</translation>
     </message>
 </context>
 </TS>

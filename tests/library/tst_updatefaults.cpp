@@ -118,7 +118,8 @@ void tst_UpdateFaults::theRunGoesOnAfterAFailure()
     const QModelIndex mark = m_library->model().cellIndex(0, 1);
     const QString why = text("Non aggiornata: ") + first.cause.sentence();
     QCOMPARE(mark.data(Qt::ToolTipRole).toString(), why);
-    QCOMPARE(mark.data(Qt::AccessibleDescriptionRole).toString(), why);
+    QCOMPARE(mark.data(Qt::AccessibleTextRole).toString(),
+             mark.data().toString() + text(", ") + why);
     QCOMPARE(m_library->model().cellIndex(1, 1).data(Qt::ToolTipRole).toString(), QString());
     if (fault == text("vanish"))
         QVERIFY(!QFileInfo::exists(path));

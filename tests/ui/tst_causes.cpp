@@ -160,9 +160,9 @@ private Q_SLOTS:
         QCOMPARE(statuses(), text("2")); // all the same
         const QString cause = line.section(text(": "), 1);
         const QModelIndex cell = model()->index(0, Type);
-        QVERIFY(cell.data(Qt::AccessibleDescriptionRole)
+        QVERIFY(cell.data(Qt::AccessibleTextRole)
                     .toString()
-                    .startsWith(text("Non salvata: ") + cause));
+                    .startsWith(cell.data().toString() + text(", Non salvata: ") + cause));
     }
 };
 

@@ -4,6 +4,7 @@
 #include "songs/metasong.h"
 #include "ui/dataeditdialog.h"
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QScrollBar>
 #include <QToolTip>
@@ -55,6 +56,7 @@ private Q_SLOTS:
         QCOMPARE(column(Type), strings({"MIDI", "MIDI", "MIDI"}));
         QCOMPARE(tooltipAt(0, Type), QString());
         QCOMPARE(tooltipAt(1, Type).contains(text("Modificata a mano")), isSaved);
+        QCOMPARE(spoken(1), text(isSaved ? "MIDI, Modificata a mano" : "MIDI"));
         QCOMPARE(read(m_songs.at(1)) == before, !isSaved);
         QCOMPARE(read(m_songs.at(1)).contains("Edited"), isSaved);
 
@@ -100,6 +102,7 @@ private Q_SLOTS:
         doubleClick(0);
         QCOMPARE(column(Status).at(0), text("0"));
         QVERIFY(tooltipAt(0, Type).contains(text("Non letta: ")));
+        QVERIFY(spoken(0).startsWith(text("MIDI, Non letta: ")));
     }
 
     void noRowIsNotEdited()
@@ -240,6 +243,12 @@ private Q_SLOTS:
     }
 
 private:
+    QString spoken(int row) const
+    {
+        QAccessibleInterface *cells = QAccessible::queryAccessibleInterface(table());
+        return cells->tableInterface()->cellAt(row, Type)->text(QAccessible::Name);
+    }
+
     /** Imports songs s000.mid, s001.mid ... with the titles "Song 999", "Song 998" ... */
     void import(int songs)
     {

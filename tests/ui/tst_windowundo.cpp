@@ -205,7 +205,7 @@ private:
 
     QString descriptionOf(int row) const
     {
-        return model()->index(row, Type).data(Qt::AccessibleDescriptionRole).toString();
+        return model()->index(row, Type).data(Qt::AccessibleTextRole).toString();
     }
 
     void answerQuestion(QMessageBox::StandardButton button, QString *question)

@@ -241,13 +241,30 @@ private Q_SLOTS:
         update();
         QCOMPARE(statuses(), text("3 1"));
         QVERIFY(!QFile::exists(gone));
-        const auto spoken = [this](int row) {
-            QAccessibleInterface *cells = QAccessible::queryAccessibleInterface(table());
-            return cells->tableInterface()->cellAt(row, Type)->text(QAccessible::Description);
-        };
         const Outcome notFound{Outcome::Code::NotFound, {}, {}, {}};
-        QCOMPARE(spoken(0), text("Non aggiornata: ") + notFound.sentence());
-        QCOMPARE(spoken(1), QString());
+        QCOMPARE(spoken(0), text("MIDI, Non aggiornata: ") + notFound.sentence());
+        QCOMPARE(spoken(1), text("MIDI, Aggiornata dal database K-Varo"));
+    }
+
+    void answersAreNoAlarm()
+    {
+        const QString gone = addSong("gone.mid", "x");
+        importOnly({gone, addSong("nobody.mid", "y"), addSong("AZZURRO.mid", "z", false)});
+        QCOMPARE(spoken(1), text("MIDI"));
+        QVERIFY(!hasAlarm(0));
+        QFile::remove(gone);
+        m_driver->click<BackupDialog>("exitPushButton");
+        answerQuestions(text("no"));
+        press("updateDataToolButton");
+        QCOMPARE(statuses(), text("3 3 3")); // required: all the same in the table
+        QCOMPARE(spoken(1), text("MIDI, Non aggiornata: non è nel catalogo"));
+        QCOMPARE(spoken(2),
+                 text("MIDI, Non aggiornata: non è stata pubblicata da K-Varo, lasciata "
+                      "com'era"));
+        QVERIFY2(hasAlarm(0), "the song is gone");
+        QVERIFY(!hasAlarm(1));
+        QVERIFY(!hasAlarm(2));
+        QVERIFY2(markAt(1) == markAt(2) && markAt(1) != markAt(0), "neutral, but a mark");
     }
 
     void developersBackup()
@@ -259,6 +276,32 @@ private Q_SLOTS:
     }
 
 private:
+    /** What a screen reader says of a row's first cell. */
+    QString spoken(int row) const
+    {
+        QAccessibleInterface *cells = QAccessible::queryAccessibleInterface(table());
+        return cells->tableInterface()->cellAt(row, Type)->text(QAccessible::Name);
+    }
+    /** The part of a row in which its mark is drawn. */
+    QImage markAt(int row) const
+    {
+        QRect place = table()->visualRect(model()->index(row, Type));
+        place.setWidth(place.height());
+        return table()->viewport()->grab(place).toImage();
+    }
+    bool hasAlarm(int row) const
+    {
+        const QImage mark = markAt(row);
+        for (int y = 0; y < mark.height(); ++y) {
+            for (int x = 0; x < mark.width(); ++x) {
+                const QColor colour = mark.pixelColor(x, y);
+                if (colour.red() > colour.blue() + 100)
+                    return true;
+            }
+        }
+        return false;
+    }
+
     void update(const QString &backup = text("exitPushButton"))
     {
         m_driver->click<BackupDialog>(backup);
