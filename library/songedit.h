@@ -21,6 +21,12 @@ public:
     /** The record of the song in memory, with the markers that were added. */
     SongInfo info() const { return m_song.info(); }
 
+    /** What is to be said of an edited record before it is saved. */
+    QVector<FieldNote> check(const SongInfo &edited) const
+    {
+        return m_song.song().checkEdit(edited);
+    }
+
     /** Puts markers ahead of those present, in this order. */
     Outcome addMarkers(const QVector<Marker> &markers);
 

@@ -120,6 +120,11 @@ void MetaSong::setSongInfo(const SongInfo &info, WrittenBy writtenBy)
         FieldRules::applyUpdate(*m_song, info);
 }
 
+QVector<FieldNote> MetaSong::checkEdit(const SongInfo &edited) const
+{
+    return m_song ? FieldCheck::ofEdit(*m_song, edited) : QVector<FieldNote>();
+}
+
 int MetaSong::addMarker(const QString &text, quint16 bar)
 {
     qDebug() << "[MetaSong] addMarker";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "songs/fieldcheck.h"
 #include "songs/songinfo.h"
 #include "storage/disk.h"
 #include "storage/filechange.h"
@@ -43,6 +44,9 @@ public:
 
     /** Writes a record into the song in memory. */
     void setSongInfo(const SongInfo &info, WrittenBy writtenBy);
+
+    /** What would become of the texts of a record that a user writes into the song in memory. */
+    QVector<FieldNote> checkEdit(const SongInfo &edited) const;
 
     /** Puts a marker ahead of those present. Returns the bytes inserted; 0 when the song takes
      * none. */

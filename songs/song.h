@@ -6,6 +6,8 @@
 
 #include <QByteArray>
 
+#include <memory>
+
 namespace tarvel4 {
 
 /** The fields of a song that an edit or an update writes. */
@@ -14,11 +16,21 @@ enum class SongField { Markers, Key, Length, Title, Author, Bpm, Artist, Genre }
 /** The key of a field in a song's record: "title" ... */
 QString keyOf(SongField field);
 
+/** How much of a text a song can take; 0 where there is no such limit. */
+struct TextLimits
+{
+    int characters = 0; ///< what is beyond is cut off
+    int bytes = 0; ///< of its UTF-8; with more, other programs take the song for damaged
+};
+
 /** One song in memory, wherever its format keeps its fields; MetaSong picks the implementation. */
 class Song
 {
 public:
     virtual ~Song() = default;
+
+    /** The same song with the same changes, to try others on. */
+    virtual std::unique_ptr<Song> clone() const = 0;
 
     /** A MetaSong::Format. */
     virtual int format() const = 0;
@@ -32,6 +44,8 @@ public:
     virtual bool lacks(SongField field) const = 0;
     /** Writes one field of a record into the song in memory. */
     virtual void write(SongField field, const SongInfo &info) = 0;
+
+    virtual TextLimits limitsOf(SongField) const { return {}; }
 
     /** Puts a marker ahead of those present. Returns the bytes inserted; 0 when the format has
      * none. */

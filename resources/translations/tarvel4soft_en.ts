@@ -523,6 +523,25 @@
     </message>
 </context>
 <context>
+    <name>FieldCheck</name>
+    <message>
+        <source>occuperebbe %1 byte, più di %2: altri programmi non leggerebbero più la song</source>
+        <translation>it would take %1 bytes, more than %2: other programs would no longer read the song</translation>
+    </message>
+    <message>
+        <source>il lettore mostrerà: %1</source>
+        <translation>the player will show: %1</translation>
+    </message>
+    <message>
+        <source>ne resteranno %1 caratteri su %2</source>
+        <translation>%1 characters of %2 will remain</translation>
+    </message>
+    <message>
+        <source>caratteri che restano: %1</source>
+        <translation>characters left: %1</translation>
+    </message>
+</context>
+<context>
     <name>ImportJob</name>
     <message>
         <source>Lettura file</source>

@@ -523,6 +523,25 @@
     </message>
 </context>
 <context>
+    <name>FieldCheck</name>
+    <message>
+        <source>occuperebbe %1 byte, più di %2: altri programmi non leggerebbero più la song</source>
+        <translation>occuperebbe %1 byte, più di %2: altri programmi non leggerebbero più la song</translation>
+    </message>
+    <message>
+        <source>il lettore mostrerà: %1</source>
+        <translation>il lettore mostrerà: %1</translation>
+    </message>
+    <message>
+        <source>ne resteranno %1 caratteri su %2</source>
+        <translation>ne resteranno %1 caratteri su %2</translation>
+    </message>
+    <message>
+        <source>caratteri che restano: %1</source>
+        <translation>caratteri che restano: %1</translation>
+    </message>
+</context>
+<context>
     <name>ImportJob</name>
     <message>
         <source>Lettura file</source>

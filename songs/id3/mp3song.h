@@ -17,6 +17,7 @@ public:
     /** Reads the tag on from \a start, the file's first bytes. */
     Outcome load(RegularFile &file, const QByteArray &start);
 
+    std::unique_ptr<Song> clone() const override { return std::make_unique<Mp3Song>(*this); }
     int format() const override;
     void readInto(SongInfo &info) const override;
     QString artist() const override { return m_tag.artist(); }

@@ -152,6 +152,11 @@ void MfxSong::writeText(SongField field, MfxFormat::TextField place, const QStri
     m_misfit = {Outcome::Code::LetterNotStorable, {}, text.mid(at, size), keyOf(field)};
 }
 
+TextLimits MfxSong::limitsOf(SongField) const
+{
+    return {MfxFormat::titleField.width, 0}; // all four have the same
+}
+
 void MfxSong::noteChange(const SongInfo &info)
 {
     if (!info.markers.isEmpty())

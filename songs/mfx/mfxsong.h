@@ -16,11 +16,13 @@ public:
     /** Takes the bytes of a whole file. */
     Outcome load(const QByteArray &bytes);
 
+    std::unique_ptr<Song> clone() const override { return std::make_unique<MfxSong>(*this); }
     int format() const override { return m_header.version(); }
     void readInto(SongInfo &info) const override;
     QString artist() const override { return m_header.artist(); }
     bool lacks(SongField field) const override;
     void write(SongField field, const SongInfo &info) override;
+    TextLimits limitsOf(SongField field) const override;
     int addMarker(const Marker &marker) override { return m_midi.addMarker(marker); }
     bool bpmNeedsPublisher() const override { return false; }
     void noteChange(const SongInfo &info) override;

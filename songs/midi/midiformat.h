@@ -54,6 +54,10 @@ constexpr int barSize = 2; ///< of a marker, after the sub-type
 // Within the payload of a key signature.
 constexpr int sharpsSize = 1; ///< signed: sharps, or flats below zero; then 0 major or 1 minor
 
+// A length byte beyond this one is, to those who follow the standard, only the beginning of a
+// length.
+constexpr int maxPlainLength = 127;
+
 constexpr int maxTextCharacters = 125; ///< of a text that we write, before it becomes UTF-8
 
 } // namespace MidiFormat

@@ -76,6 +76,13 @@ void MidiSong::write(SongField field, const SongInfo &info)
     }
 }
 
+TextLimits MidiSong::limitsOf(SongField field) const
+{
+    using namespace MidiFormat;
+    const int inFront = field == SongField::Title ? 0 : subTypeSize;
+    return {maxTextCharacters, maxPlainLength - inFront};
+}
+
 bool MidiSong::yieldsTitleTo(const QString &title) const
 {
     const QString trackName = m_midi.trackName().toUpper();

@@ -12,11 +12,13 @@ public:
     /** Takes the bytes of a whole file. */
     Outcome load(const QByteArray &bytes);
 
+    std::unique_ptr<Song> clone() const override { return std::make_unique<MidiSong>(*this); }
     int format() const override { return m_midi.type(); }
     void readInto(SongInfo &info) const override;
     QString artist() const override { return m_midi.artist(); }
     bool lacks(SongField field) const override;
     void write(SongField field, const SongInfo &info) override;
+    TextLimits limitsOf(SongField field) const override;
     int addMarker(const Marker &marker) override { return m_midi.addMarker(marker); }
     bool yieldsTitleTo(const QString &title) const override;
     Outcome whyNotSavable() const override;
