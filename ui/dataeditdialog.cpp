@@ -1,11 +1,16 @@
 #include "ui/dataeditdialog.h"
 
 #include "library/songpath.h"
+#include "songs/song.h"
+#include "ui/fieldnotes.h"
 #include "ui/listcompleter.h"
 #include "ui_dataeditdialog.h"
 
 #include <QMessageBox>
 #include <QRegularExpressionValidator>
+#include <QShortcut>
+
+#include <tuple>
 
 namespace tarvel4 {
 
@@ -45,9 +50,33 @@ DataEditDialog::DataEditDialog(QWidget *parent)
 
     new ListCompleter(ui->artistComboBox);
     new ListCompleter(ui->genreComboBox);
+
+    m_notes = new FieldNotes(ui->noteIconLabel, ui->noteLabel, this);
+    const std::pair<SongField, QLineEdit *> texts[] = {
+        {SongField::Title, ui->titleLineEdit},
+        {SongField::Artist, ui->artistComboBox->lineEdit()},
+        {SongField::Genre, ui->genreComboBox->lineEdit()},
+        {SongField::Author, ui->authorLineEdit}};
+    for (const auto &[field, edit] : texts) {
+        m_notes->addField(keyOf(field), edit);
+        connect(edit, &QLineEdit::textChanged, this, &DataEditDialog::showNotes);
+    }
+    addStep(ui->previousPushButton, tr("Salva le modifiche e passa alla song precedente"),
+            "Alt+PgUp");
+    addStep(ui->nextPushButton, tr("Salva le modifiche e passa alla song successiva"),
+            "Alt+PgDown");
 }
 
 DataEditDialog::~DataEditDialog() = default;
+
+/** The keys are told in the tooltip. */
+void DataEditDialog::addStep(QPushButton *button, const QString &tip, const char *keys)
+{
+    const QKeySequence sequence(QLatin1String(keys), QKeySequence::PortableText);
+    button->setToolTip(
+        QStringLiteral("%1 (%2)").arg(tip, sequence.toString(QKeySequence::NativeText)));
+    connect(new QShortcut(sequence, this), &QShortcut::activated, button, &QPushButton::click);
+}
 
 void DataEditDialog::setArtists(const QStringList &artists)
 {
@@ -66,6 +95,7 @@ void DataEditDialog::setKeys(const QStringList &keys)
 
 void DataEditDialog::setSong(const SongInfo &song)
 {
+    m_check = nullptr; // it was about another one
     ui->fileNameLabel->setText(song.filename);
     ui->formatLabel->setText(song.format);
     showText(ui->titleLineEdit, song.title);
@@ -79,12 +109,18 @@ void DataEditDialog::setSong(const SongInfo &song)
         ui->keyComboBox->findText(song.key, Qt::MatchExactly | Qt::MatchCaseSensitive));
     ui->bpmLineEdit->setText(QString::number(song.bpm));
     m_song = song;
+    ui->radioButtonTitle1->setChecked(true);
+    clearApplyToAll();
+    m_shown = edited();
+    showNotes();
+}
 
+void DataEditDialog::clearApplyToAll()
+{
     for (QCheckBox *box : {ui->checkBoxToAllAuthor, ui->checkBoxToAllArtist, ui->checkBoxToAllGenre,
                            ui->checkBoxToAllTitle})
         box->setChecked(false);
-    ui->checkBoxToAllTitle->setEnabled(false);
-    ui->radioButtonTitle1->setChecked(true);
+    ui->checkBoxToAllTitle->setEnabled(ui->radioButtonTitle2->isChecked());
     m_applyToAllAuthor = false;
     m_applyToAllArtist = false;
     m_applyToAllGenre = false;
@@ -101,6 +137,51 @@ void DataEditDialog::getSong(SongInfo &song) const
     song.length =
         ui->lenMmLineEdit->text().toInt() * secondsPerMinute + ui->lenSsLineEdit->text().toInt();
     song.bpm = ui->bpmLineEdit->text().toInt();
+}
+
+SongInfo DataEditDialog::edited() const
+{
+    SongInfo song = m_song;
+    getSong(song);
+    return song;
+}
+
+bool DataEditDialog::isChanged() const
+{
+    const auto fields = [](const SongInfo &song) {
+        return std::tie(song.title, song.author, song.artist, song.genre, song.key, song.length,
+                        song.bpm);
+    };
+    const SongInfo now = edited();
+    return fields(now) != fields(m_shown) || m_applyToAllAuthor || m_applyToAllArtist
+        || m_applyToAllGenre || m_applyToAllTitle;
+}
+
+void DataEditDialog::setCheck(std::function<QVector<FieldNote>(const SongInfo &)> check)
+{
+    m_check = std::move(check);
+    showNotes();
+}
+
+void DataEditDialog::showNotes()
+{
+    m_notes->show(m_check ? m_check(edited()) : QVector<FieldNote>());
+}
+
+void DataEditDialog::setNeighbours(bool hasPrevious, bool hasNext)
+{
+    ui->previousPushButton->setEnabled(hasPrevious);
+    ui->nextPushButton->setEnabled(hasNext);
+}
+
+void DataEditDialog::on_previousPushButton_clicked()
+{
+    Q_EMIT stepRequested(-1);
+}
+
+void DataEditDialog::on_nextPushButton_clicked()
+{
+    Q_EMIT stepRequested(1);
 }
 
 void DataEditDialog::on_savePushButton_clicked()

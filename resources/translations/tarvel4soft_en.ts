@@ -938,6 +938,10 @@
         <source>Sei sicuro di voler cancellare il file?</source>
         <translation>Are you sure that you want to delete the file?</translation>
     </message>
+    <message>
+        <source>&amp;Modifica...</source>
+        <translation>&amp;Edit...</translation>
+    </message>
 </context>
 <context>
     <name>SongListWriter</name>
@@ -1224,35 +1228,31 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
     <message>
         <source>Titolo Song:</source>
-        <translation>Song title:</translation>
+        <translation>Song &amp;title:</translation>
     </message>
     <message>
         <source>Usa il titolo</source>
-        <translation>Use the title</translation>
+        <translation>Use the t&amp;itle</translation>
     </message>
     <message>
         <source>Usa il filename</source>
-        <translation>Use the file name</translation>
-    </message>
-    <message>
-        <source>Applica a tutti</source>
-        <translation>Apply to all</translation>
+        <translation>Use the &amp;file name</translation>
     </message>
     <message>
         <source>Interprete:</source>
-        <translation>Artist:</translation>
+        <translation>A&amp;rtist:</translation>
     </message>
     <message>
         <source>Genere Musicale:</source>
-        <translation>Genre:</translation>
+        <translation>&amp;Genre:</translation>
     </message>
     <message>
         <source>Autore:</source>
-        <translation>Author:</translation>
+        <translation>A&amp;uthor:</translation>
     </message>
     <message>
         <source>Durata:</source>
-        <translation>Length:</translation>
+        <translation>Le&amp;ngth:</translation>
     </message>
     <message>
         <source>mm</source>
@@ -1264,19 +1264,19 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
     <message>
         <source>Tonalità:</source>
-        <translation>Key:</translation>
+        <translation>&amp;Key:</translation>
     </message>
     <message>
         <source>BPM:</source>
-        <translation>BPM:</translation>
+        <translation>&amp;BPM:</translation>
     </message>
     <message>
         <source>Salva</source>
-        <translation>Save</translation>
+        <translation>&amp;Save</translation>
     </message>
     <message>
         <source>Annulla</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
     <message>
         <source>Modifica dati song</source>
@@ -1301,6 +1301,98 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     <message>
         <source>ATTENZIONE</source>
         <translation>WARNING</translation>
+    </message>
+    <message>
+        <source>Dati della song</source>
+        <translation>Data of the song</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Origine del titolo</source>
+        <translation>Source of the title</translation>
+    </message>
+    <message>
+        <source>Applica il titolo a tutte</source>
+        <translation>Apply the title to all</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <comment>title</comment>
+        <translation>A&amp;pply to all</translation>
+    </message>
+    <message>
+        <source>Interprete</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Applica l&apos;interprete a tutte</source>
+        <translation>Apply the artist to all</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <comment>artist</comment>
+        <translation>Appl&amp;y to all</translation>
+    </message>
+    <message>
+        <source>Genere musicale</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Applica il genere a tutte</source>
+        <translation>Apply the genre to all</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <comment>genre</comment>
+        <translation>App&amp;ly to all</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Applica l&apos;autore a tutte</source>
+        <translation>Apply the author to all</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <comment>author</comment>
+        <translation>Apply t&amp;o all</translation>
+    </message>
+    <message>
+        <source>Durata, minuti</source>
+        <translation>Length, minutes</translation>
+    </message>
+    <message>
+        <source>Durata, secondi</source>
+        <translation>Length, seconds</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>Tempo, battiti al minuto</source>
+        <translation>Tempo, beats per minute</translation>
+    </message>
+    <message>
+        <source>Precedente</source>
+        <translation>Pre&amp;vious</translation>
+    </message>
+    <message>
+        <source>Successiva</source>
+        <translation>Ne&amp;xt</translation>
+    </message>
+    <message>
+        <source>Salva le modifiche e passa alla song precedente</source>
+        <translation>Save the changes and go to the song before</translation>
+    </message>
+    <message>
+        <source>Salva le modifiche e passa alla song successiva</source>
+        <translation>Save the changes and go to the next song</translation>
     </message>
 </context>
 <context>

@@ -938,6 +938,10 @@
         <source>Sei sicuro di voler cancellare il file?</source>
         <translation>Sei sicuro di voler cancellare il file?</translation>
     </message>
+    <message>
+        <source>&amp;Modifica...</source>
+        <translation>&amp;Modifica...</translation>
+    </message>
 </context>
 <context>
     <name>SongListWriter</name>
@@ -1224,35 +1228,31 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
     <message>
         <source>Titolo Song:</source>
-        <translation>Titolo Song:</translation>
+        <translation>&amp;Titolo Song:</translation>
     </message>
     <message>
         <source>Usa il titolo</source>
-        <translation>Usa il titolo</translation>
+        <translation>&amp;Usa il titolo</translation>
     </message>
     <message>
         <source>Usa il filename</source>
-        <translation>Usa il filename</translation>
-    </message>
-    <message>
-        <source>Applica a tutti</source>
-        <translation>Applica a tutti</translation>
+        <translation>Usa il &amp;filename</translation>
     </message>
     <message>
         <source>Interprete:</source>
-        <translation>Interprete:</translation>
+        <translation>Int&amp;erprete:</translation>
     </message>
     <message>
         <source>Genere Musicale:</source>
-        <translation>Genere Musicale:</translation>
+        <translation>&amp;Genere Musicale:</translation>
     </message>
     <message>
         <source>Autore:</source>
-        <translation>Autore:</translation>
+        <translation>&amp;Autore:</translation>
     </message>
     <message>
         <source>Durata:</source>
-        <translation>Durata:</translation>
+        <translation>&amp;Durata:</translation>
     </message>
     <message>
         <source>mm</source>
@@ -1264,19 +1264,19 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
     <message>
         <source>Tonalità:</source>
-        <translation>Tonalità:</translation>
+        <translation>T&amp;onalità:</translation>
     </message>
     <message>
         <source>BPM:</source>
-        <translation>BPM:</translation>
+        <translation>&amp;BPM:</translation>
     </message>
     <message>
         <source>Salva</source>
-        <translation>Salva</translation>
+        <translation>&amp;Salva</translation>
     </message>
     <message>
         <source>Annulla</source>
-        <translation>Annulla</translation>
+        <translation>A&amp;nnulla</translation>
     </message>
     <message>
         <source>Modifica dati song</source>
@@ -1301,6 +1301,98 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     <message>
         <source>ATTENZIONE</source>
         <translation>ATTENZIONE</translation>
+    </message>
+    <message>
+        <source>Dati della song</source>
+        <translation>Dati della song</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Origine del titolo</source>
+        <translation>Origine del titolo</translation>
+    </message>
+    <message>
+        <source>Applica il titolo a tutte</source>
+        <translation>Applica il titolo a tutte</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <comment>title</comment>
+        <translation>A&amp;pplica a tutti</translation>
+    </message>
+    <message>
+        <source>Interprete</source>
+        <translation>Interprete</translation>
+    </message>
+    <message>
+        <source>Applica l'interprete a tutte</source>
+        <translation>Applica l'interprete a tutte</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <comment>artist</comment>
+        <translation>App&amp;lica a tutti</translation>
+    </message>
+    <message>
+        <source>Genere musicale</source>
+        <translation>Genere musicale</translation>
+    </message>
+    <message>
+        <source>Applica il genere a tutte</source>
+        <translation>Applica il genere a tutte</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <comment>genre</comment>
+        <translation>Appli&amp;ca a tutti</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Applica l'autore a tutte</source>
+        <translation>Applica l'autore a tutte</translation>
+    </message>
+    <message>
+        <source>Applica a tutti</source>
+        <comment>author</comment>
+        <translation>Appl&amp;ica a tutti</translation>
+    </message>
+    <message>
+        <source>Durata, minuti</source>
+        <translation>Durata, minuti</translation>
+    </message>
+    <message>
+        <source>Durata, secondi</source>
+        <translation>Durata, secondi</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Tonalità</translation>
+    </message>
+    <message>
+        <source>Tempo, battiti al minuto</source>
+        <translation>Tempo, battiti al minuto</translation>
+    </message>
+    <message>
+        <source>Precedente</source>
+        <translation>P&amp;recedente</translation>
+    </message>
+    <message>
+        <source>Successiva</source>
+        <translation>Successi&amp;va</translation>
+    </message>
+    <message>
+        <source>Salva le modifiche e passa alla song precedente</source>
+        <translation>Salva le modifiche e passa alla song precedente</translation>
+    </message>
+    <message>
+        <source>Salva le modifiche e passa alla song successiva</source>
+        <translation>Salva le modifiche e passa alla song successiva</translation>
     </message>
 </context>
 <context>
