@@ -1,43 +1,61 @@
 #pragma once
 
+#include "library/songedit.h"
+
 #include <QCoreApplication>
 
+#include <optional>
+
 QT_BEGIN_NAMESPACE
-class QWidget;
+class QTableView;
 QT_END_NAMESPACE
 
 namespace tarvel4 {
 
-struct ApplyToAll;
 class Database;
+class DataEditDialog;
 struct EditSummary;
 class Journal;
-class SongEdit;
-struct SongInfo;
 class UserSongsRelTableModel;
 class WindowHost;
 
-/** Lets the user correct the song of a row, and carries what was applied to all to the others. */
+/**
+ * Lets the user correct the song of a row and, from there, those before and after it; carries what
+ * was applied to all to the others. What was typed stays in the dialog until it is saved or given
+ * up. Good for one dialog.
+ */
 class ManualEdit
 {
     Q_DECLARE_TR_FUNCTIONS(ManualEdit)
 
 public:
-    ManualEdit(QWidget *window, const Database &db, UserSongsRelTableModel &model, WindowHost &host,
-               Journal &journal);
+    ManualEdit(QTableView &table, const Database &db, UserSongsRelTableModel &model,
+               WindowHost &host, Journal &journal);
 
     /** Shows nothing where the song can't be read; tells which songs could not be saved. */
     void editRow(int row);
 
-private:
-    EditSummary save(int row, SongEdit &song, const SongInfo &edited, const ApplyToAll &fields);
-    void tellUnsaved(const EditSummary &summary);
+    /** Tells which songs were not saved; nothing where there are none. */
+    static void tellUnsaved(WindowHost &host, const EditSummary &summary);
 
-    QWidget *m_window;
+private:
+    bool open(int row, DataEditDialog &dialog);
+    bool load(const QString &path, SongOutcome &failure);
+    bool save(DataEditDialog &dialog);
+    bool saveTo(SongEdit &song, const SongInfo &edited, const DataEditDialog &dialog,
+                EditSummary &summary);
+    void step(int direction, DataEditDialog &dialog);
+    int neighbour(int row, int direction) const;
+    int rowOf(const QString &path, int near) const;
+
+    QTableView &m_table;
     const Database &m_db;
     UserSongsRelTableModel &m_model;
     WindowHost &m_host;
     Journal &m_journal;
+    int m_row = -1;
+    SongInfo m_record; ///< as it was read last
+    std::optional<SongEdit> m_song; ///< none where it can't be read again after a save
 };
 
 } // namespace tarvel4

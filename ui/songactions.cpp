@@ -20,7 +20,7 @@ SongActions::SongActions(QTableView &table, const Database &db, UserSongsRelTabl
     , m_host(host)
     , m_journal(journal)
 {
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) {
         auto *shortcut = new QShortcut(key, &table, nullptr, nullptr, Qt::WidgetShortcut);
         QObject::connect(shortcut, &QShortcut::activated, &table,
                          [this] { edit(m_table.currentIndex().row()); });
@@ -30,7 +30,7 @@ SongActions::SongActions(QTableView &table, const Database &db, UserSongsRelTabl
 void SongActions::edit(int row)
 {
     if (row >= 0)
-        ManualEdit(m_table.window(), m_db, m_model, m_host, m_journal).editRow(row);
+        ManualEdit(m_table, m_db, m_model, m_host, m_journal).editRow(row);
 }
 
 void SongActions::showMenu(const QPoint &pos)
@@ -39,6 +39,9 @@ void SongActions::showMenu(const QPoint &pos)
     QMenu menu(m_table.window());
     const QAction *remove = menu.addAction(tr("Remove from list"));
     const QAction *erase = menu.addAction(tr("Delete file"));
+    menu.addSeparator();
+    QAction *change = menu.addAction(tr("&Modifica..."));
+    change->setShortcut(Qt::Key_F2);
     const QAction *chosen = menu.exec(m_table.viewport()->mapToGlobal(pos));
     if (!chosen || !index.isValid())
         return;
@@ -46,6 +49,8 @@ void SongActions::showMenu(const QPoint &pos)
         SongTable::removeRow(m_table, m_model, index.row());
     else if (chosen == erase)
         deleteFile(index.row());
+    else if (chosen == change)
+        edit(index.row());
 }
 
 void SongActions::deleteFile(int row)

@@ -6,6 +6,8 @@
 #include "ui/proceeddialog.h"
 #include "ui/progressdialog.h"
 
+#include <QApplication>
+
 #include <utility>
 
 namespace tarvel4 {
@@ -18,7 +20,8 @@ WindowHost::~WindowHost() = default;
 
 void WindowHost::beginProgress(const ProgressTexts &texts, int maximum)
 {
-    m_progressDialog = std::make_unique<ProgressDialog>(texts, maximum, m_window);
+    m_progressDialog.reset(); // which must not own the next one
+    m_progressDialog = std::make_unique<ProgressDialog>(texts, maximum, dialogParent());
 }
 
 void WindowHost::setProgressMaximum(int maximum)
@@ -179,7 +182,10 @@ bool WindowHost::tellRecovered()
 /** A question asked during a run lies over its progress. */
 QWidget *WindowHost::dialogParent() const
 {
-    return m_progressDialog ? m_progressDialog.get() : m_window;
+    if (m_progressDialog)
+        return m_progressDialog.get();
+    QWidget *open = QApplication::activeModalWidget(); // as the song editor while it goes on
+    return open ? open : m_window;
 }
 
 void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QString &text,

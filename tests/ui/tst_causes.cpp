@@ -120,7 +120,7 @@ private Q_SLOTS:
         row("somebody else removes it meanwhile", Code::NotFound, "a.mid", song, "New");
     }
     /** The box that names the songs that were not saved has the causes in its details, and so has
-     * the row, which counts as edited. */
+     * the row, which counts as edited. What was typed is offered again. */
     void anEditThatIsNotSaved()
     {
         const auto [code, name, bytes, title] = cells<Code, QString, QByteArray, QString>();
@@ -150,7 +150,13 @@ private Q_SLOTS:
                 click(dialog, "savePushButton");
             });
         m_driver->answerBox(QMessageBox::Ok);
+        QString offered;
+        m_driver->expect<DataEditDialog>([&offered](DataEditDialog &dialog) {
+            offered = child<QLineEdit>(dialog, "titleLineEdit")->text();
+            dialog.reject();
+        });
         doubleClick(0);
+        QCOMPARE(offered, title);
         const QString file = QFileInfo(song).fileName();
         const QString line = lineOf(file, code);
         const QString details = m_driver->lastBox.details;

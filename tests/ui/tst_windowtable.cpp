@@ -187,7 +187,7 @@ private Q_SLOTS:
         const auto [entry, answer, isListed, isOnDisk] = cells<int, int, bool, bool>();
         import(3);
         openMenu(centreOf(1, Title), entry, static_cast<QMessageBox::StandardButton>(answer));
-        QCOMPARE(m_driver->menuTexts, strings({"Remove from list", "Delete file"}));
+        QCOMPARE(m_driver->menuTexts.mid(0, 2), strings({"Remove from list", "Delete file"}));
         if (entry == 1) {
             QCOMPARE(m_driver->boxes,
                      strings({"Question|Attenzione|Sei sicuro di voler cancellare il file?"}));

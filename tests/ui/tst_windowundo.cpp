@@ -124,6 +124,7 @@ private Q_SLOTS:
             click(dialog, "savePushButton");
         });
         m_driver->answerBox(QMessageBox::Ok);
+        m_driver->click<DataEditDialog>("exitPushButton"); // which is offered again
         doubleClick(3);
         QVERIFY(descriptionOf(3).contains(text("Non salvata")));
         TestFiles::write(songs.at(0), edited);
