@@ -80,6 +80,7 @@ void MainWindow::setUpTable()
     SongTable::resizeColumns(*table);
     m_steps->setModel(m_model);
     m_songActions = std::make_unique<SongActions>(*table, m_db, *m_model, m_host, m_journal);
+    connect(ui->actionEditMany, &QAction::triggered, this, [this] { m_songActions->editMany(); });
 }
 
 void MainWindow::changeEvent(QEvent *event)

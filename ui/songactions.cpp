@@ -1,6 +1,7 @@
 #include "ui/songactions.h"
 
 #include "db/usersongsreltablemodel.h"
+#include "ui/editmany.h"
 #include "ui/manualedit.h"
 #include "ui/songtable.h"
 
@@ -31,6 +32,11 @@ void SongActions::edit(int row)
 {
     if (row >= 0)
         ManualEdit(m_table, m_db, m_model, m_host, m_journal).editRow(row);
+}
+
+void SongActions::editMany()
+{
+    EditMany(m_table, m_db, m_model, m_host, m_journal).run();
 }
 
 void SongActions::showMenu(const QPoint &pos)

@@ -523,6 +523,17 @@
     </message>
 </context>
 <context>
+    <name>EditMany</name>
+    <message>
+        <source>Modifica più song</source>
+        <translation>Edit several songs</translation>
+    </message>
+    <message>
+        <source>La tabella non mostra nessuna song.</source>
+        <translation>The table shows no song.</translation>
+    </message>
+</context>
+<context>
     <name>FieldCheck</name>
     <message>
         <source>occuperebbe %1 byte, più di %2: altri programmi non leggerebbero più la song</source>
@@ -1396,6 +1407,65 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
 </context>
 <context>
+    <name>tarvel4::EditManyDialog</name>
+    <message>
+        <source>A&amp;pplica</source>
+        <translation>A&amp;pply</translation>
+    </message>
+    <message>
+        <source>Modifica più song</source>
+        <translation>Edit several songs</translation>
+    </message>
+    <message>
+        <source>Song da modificare</source>
+        <translation>Songs to edit</translation>
+    </message>
+    <message>
+        <source>Scegli &amp;tutte</source>
+        <translation>Choose &amp;all</translation>
+    </message>
+    <message>
+        <source>A&amp;nnulla</source>
+        <translation>&amp;Cancel</translation>
+    </message>
+    <message>
+        <source>&amp;Song da modificare (con Ctrl o Maiusc se ne scelgono più):</source>
+        <translation>&amp;Songs to edit (choose several with Ctrl or Shift):</translation>
+    </message>
+    <message>
+        <source>&amp;Genere Musicale:</source>
+        <translation>&amp;Genre:</translation>
+    </message>
+    <message>
+        <source>&amp;Interprete:</source>
+        <translation>A&amp;rtist:</translation>
+    </message>
+    <message>
+        <source>&amp;Autore:</source>
+        <translation>A&amp;uthor:</translation>
+    </message>
+    <message>
+        <source>Scrivi in tutte: %1</source>
+        <translation>Write into all: %1</translation>
+    </message>
+    <message>
+        <source>Song scelte: %1 di %2</source>
+        <translation>Songs chosen: %1 of %2</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Interprete</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+</context>
+<context>
     <name>tarvel4::HelpDialog</name>
     <message>
         <source>Aiuto Tarvel4 Soft</source>
@@ -1653,6 +1723,10 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Annulla l&apos;ultima modifica...</source>
         <translation>Undo the last change...</translation>
+    </message>
+    <message>
+        <source>Modifica più song...</source>
+        <translation>Edit several songs...</translation>
     </message>
 </context>
 <context>

@@ -523,6 +523,17 @@
     </message>
 </context>
 <context>
+    <name>EditMany</name>
+    <message>
+        <source>Modifica più song</source>
+        <translation>Modifica più song</translation>
+    </message>
+    <message>
+        <source>La tabella non mostra nessuna song.</source>
+        <translation>La tabella non mostra nessuna song.</translation>
+    </message>
+</context>
+<context>
     <name>FieldCheck</name>
     <message>
         <source>occuperebbe %1 byte, più di %2: altri programmi non leggerebbero più la song</source>
@@ -1396,6 +1407,65 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
 </context>
 <context>
+    <name>tarvel4::EditManyDialog</name>
+    <message>
+        <source>A&amp;pplica</source>
+        <translation>A&amp;pplica</translation>
+    </message>
+    <message>
+        <source>Modifica più song</source>
+        <translation>Modifica più song</translation>
+    </message>
+    <message>
+        <source>Song da modificare</source>
+        <translation>Song da modificare</translation>
+    </message>
+    <message>
+        <source>Scegli &amp;tutte</source>
+        <translation>Scegli &amp;tutte</translation>
+    </message>
+    <message>
+        <source>A&amp;nnulla</source>
+        <translation>A&amp;nnulla</translation>
+    </message>
+    <message>
+        <source>&amp;Song da modificare (con Ctrl o Maiusc se ne scelgono più):</source>
+        <translation>&amp;Song da modificare (con Ctrl o Maiusc se ne scelgono più):</translation>
+    </message>
+    <message>
+        <source>&amp;Genere Musicale:</source>
+        <translation>&amp;Genere Musicale:</translation>
+    </message>
+    <message>
+        <source>&amp;Interprete:</source>
+        <translation>&amp;Interprete:</translation>
+    </message>
+    <message>
+        <source>&amp;Autore:</source>
+        <translation>&amp;Autore:</translation>
+    </message>
+    <message>
+        <source>Scrivi in tutte: %1</source>
+        <translation>Scrivi in tutte: %1</translation>
+    </message>
+    <message>
+        <source>Song scelte: %1 di %2</source>
+        <translation>Song scelte: %1 di %2</translation>
+    </message>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Interprete</source>
+        <translation>Interprete</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+</context>
+<context>
     <name>tarvel4::HelpDialog</name>
     <message>
         <source>Aiuto Tarvel4 Soft</source>
@@ -1653,6 +1723,10 @@ memoria di Tarvel</translation>
     <message>
         <source>Annulla l'ultima modifica...</source>
         <translation>Annulla l'ultima modifica...</translation>
+    </message>
+    <message>
+        <source>Modifica più song...</source>
+        <translation>Modifica più song...</translation>
     </message>
 </context>
 <context>

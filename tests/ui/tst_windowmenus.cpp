@@ -42,9 +42,10 @@ private Q_SLOTS:
             "actionCopyrightYes Yes|actionCopyrightNo No");
         row("menuStrumenti",
             "optimizeMemory Rigenera il database delle song|actionSongsList Salva lista delle song|"
-            "separator |actionUndo Annulla l'ultima modifica...",
+            "separator |actionUndo Annulla l'ultima modifica...|actionEditMany Modifica più "
+            "song...",
             "optimizeMemory Rebuild the song database|actionSongsList Save the song list|"
-            "separator |actionUndo Undo the last change...");
+            "separator |actionUndo Undo the last change...|actionEditMany Edit several songs...");
         row("menuHelp",
             "actionContents Aiuto Tarvel4 Soft|actionAbout Informazioni|"
             "actionAbout_QT Informazioni su QT",

@@ -1,0 +1,89 @@
+#include "ui/editmany.h"
+
+#include "db/database.h"
+#include "db/usersongsreltablemodel.h"
+#include "library/songrows.h"
+#include "ui/editmanydialog.h"
+#include "ui/manualedit.h"
+#include "ui/windowhost.h"
+
+#include <QTableView>
+
+namespace tarvel4 {
+
+namespace {
+
+constexpr int titleColumn = 2;
+constexpr int artistColumn = 3;
+
+} // namespace
+
+EditMany::EditMany(QTableView &table, const Database &db, UserSongsRelTableModel &model,
+                   WindowHost &host, Journal &journal)
+    : m_table(table)
+    , m_db(db)
+    , m_model(model)
+    , m_host(host)
+    , m_journal(journal)
+{}
+
+void EditMany::run()
+{
+    const QVector<int> rows = shownRows();
+    if (rows.isEmpty())
+        return m_host.information(tr("Modifica più song"),
+                                  tr("La tabella non mostra nessuna song."), {});
+    EditManyDialog dialog(m_db.genres(), m_db.altArtists(), m_table.window());
+    QVector<EditManyDialog::Song> songs;
+    songs.reserve(rows.size());
+    for (const int row : rows)
+        songs.append({m_model.cellIndex(row, titleColumn).data().toString(),
+                      m_model.cellIndex(row, artistColumn).data().toString(),
+                      m_model.shortNameOf(row)});
+    dialog.setSongs(songs);
+    const int current = rows.indexOf(m_table.currentIndex().row());
+    if (current >= 0)
+        dialog.choose({current});
+    while (dialog.exec() == QDialog::Accepted) {
+        QVector<int> unsaved;
+        const EditSummary summary = save(dialog, rows, unsaved);
+        ManualEdit::tellUnsaved(m_host, summary);
+        m_host.tellNotices();
+        if (unsaved.isEmpty())
+            return;
+        dialog.choose(unsaved);
+    }
+}
+
+/** Those that no filter hides. */
+QVector<int> EditMany::shownRows() const
+{
+    QVector<int> rows;
+    const int all = m_model.totalRows();
+    rows.reserve(all);
+    for (int row = 0; row < all; ++row) {
+        if (!m_table.isRowHidden(row))
+            rows += row;
+    }
+    return rows;
+}
+
+/** \a unsaved gets the numbers, among \a rows, of the songs that were not saved. */
+EditSummary EditMany::save(const EditManyDialog &dialog, const QVector<int> &rows,
+                           QVector<int> &unsaved)
+{
+    const QVector<int> chosen = dialog.chosen();
+    QStringList paths;
+    for (const int song : chosen)
+        paths += m_model.fileNameOf(rows.at(song));
+    SaveRun saves(Disk::real(), &m_journal, QStringLiteral("edit"));
+    const auto tell = [&, next = 0](const SongOutcome &outcome) mutable {
+        const int song = chosen.at(next++);
+        SongRows::showEdit(m_model, rows.at(song), outcome);
+        if (outcome.isFailure())
+            unsaved += song;
+    };
+    return EditJob(m_host, saves).run(paths, dialog.fields().changeFrom(dialog.values()), tell);
+}
+
+} // namespace tarvel4
