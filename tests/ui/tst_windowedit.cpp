@@ -263,6 +263,8 @@ private Q_SLOTS:
         m_driver->expect<DataEditDialog>([](DataEditDialog &dialog) {
             const auto *line = child<QLabel>(dialog, "noteLabel");
             QVERIFY(line->text().startsWith(text("Titolo: ")));
+            retype(titleEdit(dialog), QStringLiteral("Pi\u00F9"));
+            QVERIFY(line->text().contains(QStringLiteral("\u00F9")));
             retype(titleEdit(dialog), text("Citta'"));
             QCOMPARE(line->text(), QString());
             click(dialog, "savePushButton");

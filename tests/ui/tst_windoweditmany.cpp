@@ -112,6 +112,8 @@ private Q_SLOTS:
         trigger("actionEditMany");
         QCOMPARE(offered, strings({"Uno|c.mid", "Due|b.kar"}));
         QCOMPARE(column(Genre), strings({"NEW", "", "NEW"}));
+        for (const int song : {0, 1, 2})
+            QCOMPARE(read(m_songs.at(song)).contains("NEW"), song != 1);
     }
 
     void songsThatAreNotSavedAreOfferedAgain()
