@@ -1,5 +1,7 @@
 #include "app/startup.h"
 
+#include "app/commandline.h"
+#include "app/display.h"
 #include "app/quitsignals.h"
 #include "library/messagelog.h"
 #include "library/usersettings.h"
@@ -13,6 +15,7 @@
 #ifdef Q_OS_UNIX
 #include <csignal>
 #endif
+#include <cstdio>
 
 namespace tarvel4 {
 
@@ -20,18 +23,82 @@ namespace {
 
 const QLatin1String notChosen("--");
 
+enum ExitStatus { Done = 0, Failed = 1, Usage = 2 };
+
+QString systemLanguage(QLocale::Language system)
+{
+    // required: the name decides
+    const bool italian = QLocale::languageToString(system) == QLatin1String("Italian");
+    return italian ? QStringLiteral("it") : QStringLiteral("en");
+}
+
+int print(std::FILE *stream, const QString &text, ExitStatus status)
+{
+    const QByteArray bytes = text.toLocal8Bit();
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
+    return std::fflush(stream) == 0 ? status : Failed;
+}
+
+/** What can be said without a display, in the user's language, which is not stored. */
+class PlainText
+{
+public:
+    PlainText(int &argc, char *argv[], const QString &language)
+        : m_app(argc, argv)
+    {
+        Appearance::installLanguage(
+            m_translator,
+            language == notChosen ? systemLanguage(QLocale::system().language()) : language);
+    }
+
+private:
+    QCoreApplication m_app;
+    QTranslator m_translator;
+};
+
+int sayUnknownOption(const QByteArray &option)
+{
+    const QString text = QCoreApplication::translate(
+        "CommandLine", "tarvel4soft: opzione sconosciuta: %1 (--help mostra quelle che ci sono)\n");
+    return print(stderr, text.arg(QString::fromLocal8Bit(option)), Usage);
+}
+
+int sayNoDisplay()
+{
+    return print(stderr,
+                 QCoreApplication::translate(
+                     "CommandLine",
+                     "tarvel4soft: nessuno schermo raggiungibile, la finestra non si apre.\n"),
+                 Failed);
+}
+
 } // namespace
 
 int Startup::runProgram(int argc, char *argv[])
 {
     const Options options = readSettings();
+    const CommandLine asked(argc, argv);
+    if (asked.asksForHelp() || asked.asksForVersion()) {
+        const PlainText language(argc, argv, options.language);
+        return print(stdout, asked.asksForHelp() ? CommandLine::help() : CommandLine::version(),
+                     Done);
+    }
     openLog(options);
+    const Display display(argc, argv);
+    if (!display.isReachable()) {
+        qCritical("No display can be reached");
+        const PlainText language(argc, argv, options.language);
+        return sayNoDisplay();
+    }
     setAttributes();
 
     QApplication app(argc, argv);
     QTranslator translator;
     Appearance::installLanguage(translator,
                                 chooseLanguage(options.language, QLocale::system().language()));
+    const CommandLine commandLine(argc, argv); // what Qt has left of it
+    if (!commandLine.unknownOption().isEmpty())
+        return sayUnknownOption(commandLine.unknownOption());
     Appearance::colourLinks();
     Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
 
@@ -78,8 +145,7 @@ QString Startup::chooseLanguage(const QString &stored, QLocale::Language system)
 {
     if (stored != notChosen)
         return stored;
-    const bool italian = QLocale::languageToString(system) == QLatin1String("Italian");
-    const QString chosen = italian ? QStringLiteral("it") : QStringLiteral("en");
+    const QString chosen = systemLanguage(system);
     UserSettings::setLanguage(chosen);
     return chosen;
 }

@@ -3,7 +3,7 @@
 build_packages=(
   cmake g++ ninja-build
   qtbase5-dev qttranslations5-l10n qttools5-dev qttools5-dev-tools libqt5sql5-sqlite
-  fonts-dejavu-core libxxhash-dev
+  fonts-dejavu-core libxcb1-dev libxxhash-dev
 )
 
 # Real songs that nobody here wrote, a locale and time zones, other people's readers, and a display.

@@ -508,6 +508,41 @@
     </message>
 </context>
 <context>
+    <name>CommandLine</name>
+    <message>
+        <source>Uso: tarvel4soft [OPZIONE]... [FILE]...
+Apre la finestra di Tarvel4 Soft e importa i file e le cartelle indicati.
+
+  -h, --help   mostra questo aiuto
+  --version    mostra la versione
+  --           da qui in poi ci sono solo file
+
+Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
+</source>
+        <translation>Usage: tarvel4soft [OPTION]... [FILE]...
+Opens the window of Tarvel4 Soft and imports the named files and folders.
+
+  -h, --help   shows this help
+  --version    shows the version
+  --           from here on there are only files
+
+To work in the terminal, without a window: tarvel4soft-cli --help
+</translation>
+    </message>
+    <message>
+        <source>tarvel4soft: opzione sconosciuta: %1 (--help mostra quelle che ci sono)
+</source>
+        <translation>tarvel4soft: unknown option: %1 (--help shows those that there are)
+</translation>
+    </message>
+    <message>
+        <source>tarvel4soft: nessuno schermo raggiungibile, la finestra non si apre.
+</source>
+        <translation>tarvel4soft: no display can be reached, the window does not open.
+</translation>
+    </message>
+</context>
+<context>
     <name>EditJob</name>
     <message>
         <source>Aggiornamento file</source>

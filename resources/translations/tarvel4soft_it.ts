@@ -508,6 +508,41 @@
     </message>
 </context>
 <context>
+    <name>CommandLine</name>
+    <message>
+        <source>Uso: tarvel4soft [OPZIONE]... [FILE]...
+Apre la finestra di Tarvel4 Soft e importa i file e le cartelle indicati.
+
+  -h, --help   mostra questo aiuto
+  --version    mostra la versione
+  --           da qui in poi ci sono solo file
+
+Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
+</source>
+        <translation>Uso: tarvel4soft [OPZIONE]... [FILE]...
+Apre la finestra di Tarvel4 Soft e importa i file e le cartelle indicati.
+
+  -h, --help   mostra questo aiuto
+  --version    mostra la versione
+  --           da qui in poi ci sono solo file
+
+Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
+</translation>
+    </message>
+    <message>
+        <source>tarvel4soft: opzione sconosciuta: %1 (--help mostra quelle che ci sono)
+</source>
+        <translation>tarvel4soft: opzione sconosciuta: %1 (--help mostra quelle che ci sono)
+</translation>
+    </message>
+    <message>
+        <source>tarvel4soft: nessuno schermo raggiungibile, la finestra non si apre.
+</source>
+        <translation>tarvel4soft: nessuno schermo raggiungibile, la finestra non si apre.
+</translation>
+    </message>
+</context>
+<context>
     <name>EditJob</name>
     <message>
         <source>Aggiornamento file</source>

@@ -1,0 +1,61 @@
+#include "app/commandline.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace tarvel4 {
+
+CommandLine::CommandLine(int argc, char *const argv[])
+{
+    bool onlyPaths = false;
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray word(argv[i]);
+        if (onlyPaths || word.size() < 2 || !word.startsWith('-'))
+            m_paths += word;
+        else if (word == "--")
+            onlyPaths = true;
+        else if (word == "--help" || word == "-h")
+            m_asksForHelp = true;
+        else if (word == "--version")
+            m_asksForVersion = true;
+        else if (m_unknownOption.isEmpty())
+            m_unknownOption = word;
+    }
+}
+
+QStringList CommandLine::paths() const
+{
+    QStringList paths;
+    for (const QByteArray &word : m_paths) {
+        const QString path = QFile::decodeName(word);
+        if (path.isEmpty())
+            continue;
+        // Qt takes a relative path that begins with a colon for one of its own
+        paths += path.startsWith(QLatin1Char(':')) ? QDir::currentPath() + QLatin1Char('/') + path
+                                                   : QFileInfo(path).absoluteFilePath();
+    }
+    return paths;
+}
+
+QString CommandLine::help()
+{
+    return QCoreApplication::translate(
+        "CommandLine",
+        "Uso: tarvel4soft [OPZIONE]... [FILE]...\n"
+        "Apre la finestra di Tarvel4 Soft e importa i file e le cartelle indicati.\n"
+        "\n"
+        "  -h, --help   mostra questo aiuto\n"
+        "  --version    mostra la versione\n"
+        "  --           da qui in poi ci sono solo file\n"
+        "\n"
+        "Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help\n");
+}
+
+QString CommandLine::version()
+{
+    return QStringLiteral("tarvel4soft " TARVEL4_VERSION "\n");
+}
+
+} // namespace tarvel4
