@@ -4,6 +4,7 @@
 #include "cli/printable.h"
 #include "cli/texts.h"
 #include "library/recoveryjob.h"
+#include "library/songpath.h"
 
 #include <QHash>
 
@@ -95,8 +96,9 @@ Answer TerminalHost::askNotPublished(const QString &fileName)
                    .arg(fileName));
 }
 
-Answer TerminalHost::askOverwrite(const QString &fileName)
+Answer TerminalHost::askOverwrite(const QString &source, const QString &)
 {
+    const QString fileName = SongPath::fileName(source);
     switch (m_overwrite) {
     case Overwrite::Ask:
         return ask(Cli::tr("%1: esiste già, vuoi sostituirlo?").arg(fileName));

@@ -52,7 +52,7 @@ public:
     void recovered(const QString &path, Recovery::Result result, const Outcome &cause) override;
 
     Answer askNotPublished(const QString &fileName) override;
-    Answer askOverwrite(const QString &fileName) override;
+    Answer askOverwrite(const QString &source, const QString &destination) override;
     BackupChoice askBackup() override { return m_backup; }
     ProceedChoice askProceed(const ImportSummary &summary) override;
 

@@ -171,7 +171,7 @@ bool FileCopier::mayReplace(const QString &source, const QString &destination)
 {
     bool accepted = m_overwrite;
     if (m_askOverwrite) {
-        const Answer answer = m_questions.askOverwrite(SongPath::fileName(source));
+        const Answer answer = m_questions.askOverwrite(source, destination);
         accepted = answer == Answer::Yes || answer == Answer::YesToAll;
         m_askOverwrite = answer == Answer::Yes || answer == Answer::No;
         m_overwrite = answer == Answer::YesToAll;

@@ -40,7 +40,8 @@ public:
     virtual ~Questions() = default;
 
     virtual Answer askNotPublished(const QString &fileName) = 0;
-    virtual Answer askOverwrite(const QString &fileName) = 0;
+    /** Both are paths, and both files are there. */
+    virtual Answer askOverwrite(const QString &source, const QString &destination) = 0;
     virtual BackupChoice askBackup() = 0;
     virtual ProceedChoice askProceed(const ImportSummary &summary) = 0;
 };

@@ -1,5 +1,6 @@
 #include "ui/nocopyrightdialog.h"
 
+#include "ui/filefacts.h"
 #include "ui_nocopyrightdialog.h"
 
 #include <QKeyEvent>
@@ -21,6 +22,7 @@ NoCopyrightDialog::NoCopyrightDialog(QWidget *parent)
     , ui(std::make_unique<Ui::NoCopyrightDialog>())
 {
     ui->setupUi(this);
+    ui->comparisonWidget->hide();
     // the question can come up under the user's fingers: a stray Enter must change no song
     ui->noPushButton->setDefault(true);
     ui->noPushButton->setFocus();
@@ -31,6 +33,13 @@ NoCopyrightDialog::~NoCopyrightDialog() = default;
 void NoCopyrightDialog::setFileName(const QString &name)
 {
     ui->fileNameLabel->setText(name);
+}
+
+void NoCopyrightDialog::compare(const QString &source, const QString &destination)
+{
+    ui->sourceFactsLabel->setText(FileFacts::sentence(source, destination));
+    ui->destinationFactsLabel->setText(FileFacts::sentence(destination, source));
+    ui->comparisonWidget->show();
 }
 
 void NoCopyrightDialog::setMessage(const QString &text)

@@ -24,6 +24,8 @@ public:
     ~NoCopyrightDialog() override;
 
     void setFileName(const QString &name);
+    /** Shows the size and the date of a file and of the one whose place it would take. */
+    void compare(const QString &source, const QString &destination);
     /** Replaces the question. */
     void setMessage(const QString &text);
 

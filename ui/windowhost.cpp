@@ -1,6 +1,7 @@
 #include "ui/windowhost.h"
 
 #include "library/recoveryjob.h"
+#include "library/songpath.h"
 #include "ui/backupdialog.h"
 #include "ui/nocopyrightdialog.h"
 #include "ui/proceeddialog.h"
@@ -67,10 +68,11 @@ Answer WindowHost::askNotPublished(const QString &fileName)
     return ask(dialog);
 }
 
-Answer WindowHost::askOverwrite(const QString &fileName)
+Answer WindowHost::askOverwrite(const QString &source, const QString &destination)
 {
     NoCopyrightDialog dialog(dialogParent());
-    dialog.setFileName(fileName);
+    dialog.setFileName(SongPath::fileName(source));
+    dialog.compare(source, destination);
     dialog.setMessage(tr("esiste già, vuoi sostituirlo?"));
     return ask(dialog);
 }

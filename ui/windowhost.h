@@ -38,7 +38,7 @@ public:
     bool wasCancelled() const override;
 
     Answer askNotPublished(const QString &fileName) override;
-    Answer askOverwrite(const QString &fileName) override;
+    Answer askOverwrite(const QString &source, const QString &destination) override;
     BackupChoice askBackup() override;
     ProceedChoice askProceed(const ImportSummary &summary) override;
 

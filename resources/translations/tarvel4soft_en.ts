@@ -588,6 +588,17 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>FileFacts</name>
+    <message>
+        <source>%1 byte, %2</source>
+        <translation>%1 bytes, %2</translation>
+    </message>
+    <message>
+        <source>%1 (più recente)</source>
+        <translation>%1 (newer)</translation>
+    </message>
+</context>
+<context>
     <name>ImportJob</name>
     <message>
         <source>Lettura file</source>
@@ -1797,6 +1808,14 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>No tutti</source>
         <translation>No to all</translation>
+    </message>
+    <message>
+        <source>Da copiare:</source>
+        <translation>To be copied:</translation>
+    </message>
+    <message>
+        <source>Già presente:</source>
+        <translation>Already there:</translation>
     </message>
 </context>
 <context>

@@ -588,6 +588,17 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>FileFacts</name>
+    <message>
+        <source>%1 byte, %2</source>
+        <translation>%1 byte, %2</translation>
+    </message>
+    <message>
+        <source>%1 (più recente)</source>
+        <translation>%1 (più recente)</translation>
+    </message>
+</context>
+<context>
     <name>ImportJob</name>
     <message>
         <source>Lettura file</source>
@@ -1797,6 +1808,14 @@ memoria di Tarvel</translation>
     <message>
         <source>No tutti</source>
         <translation>No tutti</translation>
+    </message>
+    <message>
+        <source>Da copiare:</source>
+        <translation>Da copiare:</translation>
+    </message>
+    <message>
+        <source>Già presente:</source>
+        <translation>Già presente:</translation>
     </message>
 </context>
 <context>

@@ -4,6 +4,7 @@
 #include "library/progress.h"
 #include "library/questions.h"
 
+#include <QFileInfo>
 #include <QStringList>
 #include <QVector>
 
@@ -29,6 +30,7 @@ public:
     // PUBLISHED", "ask unpublished NAME", "ask overwrite NAME", "information TITLE|TEXT", "warning
     // ...", "critical ...", "recovered OUTCOME PATH"
     QStringList events;
+    QStringList comparedPaths; ///< of the last "ask overwrite"
 
     /** The events that begin with \a word. */
     QStringList eventsOf(const QString &word) const
@@ -70,9 +72,10 @@ public:
         add("ask unpublished", fileName);
         return nextOf(notPublishedAnswers);
     }
-    Answer askOverwrite(const QString &fileName) override
+    Answer askOverwrite(const QString &source, const QString &destination) override
     {
-        add("ask overwrite", fileName);
+        add("ask overwrite", QFileInfo(source).fileName());
+        comparedPaths = QStringList{source, destination};
         return nextOf(overwriteAnswers);
     }
     BackupChoice askBackup() override

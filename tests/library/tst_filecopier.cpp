@@ -122,6 +122,8 @@ void tst_FileCopier::aSongOfAnotherCaseIsAnotherSong()
     QCOMPARE(summary.copied, 1);
     QCOMPARE(TestFiles::read(target(text("song.mid"))), QByteArray("new"));
     QCOMPARE(m_host.eventsOf(text("ask overwrite")).size(), isThere ? 1 : 0);
+    if (isThere)
+        QCOMPARE(m_host.comparedPaths, QStringList({song, target(text("song.mid"))}));
 }
 
 void tst_FileCopier::aSongReachedThroughALinkIsNotLost()

@@ -188,6 +188,7 @@ private Q_SLOTS:
     {
         const auto [name] = cells<QString>();
         NoCopyrightDialog plain;
+        QVERIFY2(child(plain, "comparisonWidget")->isHidden(), "there is nothing to compare");
         plain.setFileName(text("song.mid"));
         NoCopyrightDialog dialog;
         dialog.setFileName(name);

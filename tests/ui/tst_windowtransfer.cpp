@@ -111,6 +111,37 @@ private Q_SLOTS:
         QCOMPARE(m_question, text("esiste già, vuoi sostituirlo?"));
     }
 
+    void overwriteQuestionTellsTheFilesApart()
+    {
+        const QDateTime old(QDate(2019, 3, 4), QTime(5, 6));
+        const QLocale locale = QLocale::system();
+        write(card("music/a.mid"), QByteArray(1234, 'x'));
+        setModified(card("music/a.mid"), old);
+        write(card("music/b.mid"), "x");
+        setModified(card("music/b.mid"), QFileInfo(m_songs.at(1)).lastModified().addSecs(-1));
+        QStringList facts;
+        for (int song = 0; song < 2; ++song)
+            m_driver->expect<NoCopyrightDialog>([&facts](NoCopyrightDialog &dialog) {
+                for (const char *name : {"sourceFactsLabel", "destinationFactsLabel"}) {
+                    QVERIFY(child<QLabel>(dialog, name)->isVisible());
+                    facts += child<QLabel>(dialog, name)->text();
+                }
+                click(dialog, "noPushButton");
+            });
+        transfer();
+        const auto expected = [&locale](const QString &size, const QDateTime &date) {
+            return text("%1 byte, %2").arg(size, locale.toString(date, QLocale::ShortFormat));
+        };
+        const QFileInfo first(m_songs.at(0));
+        QCOMPARE(facts.mid(0, 2),
+                 QStringList({expected(QString::number(first.size()), first.lastModified())
+                                  + text(" (più recente)"),
+                              expected(locale.toString(1234), old)}));
+        const QFileInfo second(card("music/b.mid")); // a second older: on FAT it may be the same
+        QCOMPARE(facts.value(3), expected(text("1"), second.lastModified()));
+        QVERIFY2(!facts.value(2).contains(text("recente")), qPrintable(facts.value(2)));
+    }
+
     void removedRowsAreCopiedAllTheSame()
     {
         m_driver->chooseEntry(0);
