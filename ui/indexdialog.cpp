@@ -36,6 +36,9 @@ IndexDialog::IndexDialog(QWidget *parent, const DiskCheckTimings &timings)
     ui->pathLabel->ensurePolished();
     ui->pathLabel->setMinimumHeight(ui->pathLabel->heightForWidth(ui->pathLabel->minimumWidth()));
     ui->pathLineEdit->setText(UserSettings::mediaRoot());
+    ui->checkDiskCheckBox->setEnabled(ui->rebuildRadioButton->isChecked()); // an update ignores it
+    connect(ui->rebuildRadioButton, &QAbstractButton::toggled, ui->checkDiskCheckBox,
+            &QWidget::setEnabled);
 }
 
 IndexDialog::~IndexDialog() = default;

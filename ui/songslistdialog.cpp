@@ -6,10 +6,13 @@
 #include "ui/folderchooser.h"
 #include "ui_songslistdialog.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+
+#include <utility>
 
 namespace tarvel4 {
 
@@ -26,6 +29,13 @@ QString listOn(const QString &root)
     if (!path.endsWith(QLatin1Char('/')))
         path += QLatin1Char('/');
     return path + QStringLiteral("SongsList.csv");
+}
+
+/** False where nobody could put a list: in a folder that is not there, or not to be written to. */
+bool isPlaceForAList(const QString &path)
+{
+    const QFileInfo folder(QFileInfo(path).absolutePath());
+    return folder.isDir() && folder.isWritable();
 }
 
 /** Leaves what the file holds, and does not wait for the other end of a pipe. */
@@ -56,16 +66,25 @@ void SongsListDialog::browseDir()
     const QString folder = chooseFolder(this, tr("Scegli cartella"));
     if (folder.isEmpty())
         return;
+    const bool isDefault =
+        ui->targetLineEdit->text() == listOn(UserSettings::mediaRoot()); // and may be no place
     ui->sourceLineEdit->setText(folder);
     UserSettings::setMediaRoot(folder);
+    if (isDefault && !isPlaceForAList(ui->targetLineEdit->text()))
+        ui->targetLineEdit->setText(listOn(folder));
 }
 
 void SongsListDialog::browseFile()
 {
-    const QString file = QFileDialog::getSaveFileName(
-        this, tr("Scegli nome del file"), ui->targetLineEdit->text(), tr("File (*.csv)"));
-    if (!file.isEmpty())
-        ui->targetLineEdit->setText(file);
+    QString start = ui->targetLineEdit->text();
+    if (!isPlaceForAList(start))
+        start = QDir::home().filePath(QFileInfo(start).fileName());
+    const QString file =
+        QFileDialog::getSaveFileName(this, tr("Scegli nome del file"), start, tr("File (*.csv)"));
+    if (file.isEmpty())
+        return;
+    ui->targetLineEdit->setText(file);
+    m_confirmedTarget = file; // the file dialog asks before it gives an existing one
 }
 
 void SongsListDialog::initProgress(int maximum)
@@ -83,6 +102,7 @@ void SongsListDialog::start()
     const QString title = tr("Salva lista song");
     const QString source = ui->sourceLineEdit->text();
     const QString target = ui->targetLineEdit->text();
+    const bool isNew = QFileInfo(target).size() == 0;
     if (!QFileInfo::exists(source)) {
         QMessageBox::warning(this, title, tr("Il percorso selezionato non esiste"));
         return;
@@ -91,6 +111,8 @@ void SongsListDialog::start()
         QMessageBox::warning(this, title, tr("Il percorso di destinazione non esiste"));
         return;
     }
+    if (!isNew && !mayReplace(target))
+        return;
 
     ui->savePushButton->setEnabled(false);
     ui->exitPushButton->setEnabled(false);
@@ -110,6 +132,20 @@ void SongsListDialog::start()
     ui->savePushButton->setEnabled(true);
     ui->exitPushButton->setEnabled(true);
     ui->exitPushButton->setFocus();
+}
+
+bool SongsListDialog::mayReplace(const QString &target)
+{
+    const bool isConfirmed = target == std::exchange(m_confirmedTarget, QString());
+    if (isConfirmed)
+        return true;
+    QMessageBox box(QMessageBox::Question, tr("Salva lista song"),
+                    tr("Il file esiste già, vuoi sostituirlo?"), QMessageBox::Yes | QMessageBox::No,
+                    this);
+    box.setInformativeText(QDir::toNativeSeparators(target));
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
 }
 
 int SongsListDialog::writeList(Index &index, const QString &source, const QString &target)

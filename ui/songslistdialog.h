@@ -29,9 +29,11 @@ public Q_SLOTS:
     void setProgressValue(int value);
 
 private:
+    bool mayReplace(const QString &target);
     int writeList(Index &index, const QString &source, const QString &target);
 
     std::unique_ptr<Ui::SongsListDialog> ui;
+    QString m_confirmedTarget; ///< that the user has just chosen to replace
 };
 
 } // namespace tarvel4

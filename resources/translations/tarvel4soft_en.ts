@@ -1934,6 +1934,10 @@ Tarvel&apos;s memory</translation>
         <source>Errore durante la creazione del file</source>
         <translation>The file could not be created</translation>
     </message>
+    <message>
+        <source>Il file esiste già, vuoi sostituirlo?</source>
+        <translation>The file already exists. Do you want to replace it?</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::UserSongsRelTableModel</name>

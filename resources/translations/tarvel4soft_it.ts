@@ -1934,6 +1934,10 @@ memoria di Tarvel</translation>
         <source>Errore durante la creazione del file</source>
         <translation>Errore durante la creazione del file</translation>
     </message>
+    <message>
+        <source>Il file esiste già, vuoi sostituirlo?</source>
+        <translation>Il file esiste già, vuoi sostituirlo?</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::UserSongsRelTableModel</name>

@@ -265,7 +265,7 @@ private Q_SLOTS:
             "checkBoxToAllArtist genreComboBox checkBoxToAllGenre authorLineEdit "
             "checkBoxToAllAuthor lenMmLineEdit lenSsLineEdit keyComboBox bpmLineEdit "
             "savePushButton exitPushButton");
-        row("index", "",
+        row("index", "checkDiskCheckBox",
             "pathLineEdit browsePushButton updateRadioButton rebuildRadioButton checkDiskCheckBox "
             "reportPlainTextEdit startPushButton closePushButton");
         row("list", "",

@@ -90,10 +90,71 @@ private Q_SLOTS:
         TestFiles::write(path("list.csv"), QByteArray(5000, 'x')); // an earlier, longer list
         if (byArtist)
             QTest::keyClick(find("orderComboBox"), Qt::Key_Down);
-        QCOMPARE(press("savePushButton"),
-                 strings({"Information|Salva lista song|Operazione completata"}));
+        QCOMPARE(
+            pressAndReplace(),
+            QStringList({question, text("Information|Salva lista song|Operazione completata")}));
         QCOMPARE(TestFiles::read(path("list.csv")), QByteArray("TITOLO;ARTISTA;FILE;\n" + list));
         QCOMPARE(progress(), text("0 3 3"));
+    }
+
+    void existingListIsNotReplacedUnasked()
+    {
+        TestFiles::write(path("list.csv"), "an earlier list");
+        QCOMPARE(press("savePushButton", 1, QMessageBox::No), QStringList(question));
+        QCOMPARE(m_lastBox.buttons, QMessageBox::Yes | QMessageBox::No);
+        QCOMPARE(m_lastBox.addition, path("list.csv"));
+        QCOMPARE(TestFiles::read(path("list.csv")), QByteArray("an earlier list"));
+
+        DialogDriver driver;
+        driver.answerBox(QMessageBox::No);
+        QTest::keyClick(find("targetLineEdit"), Qt::Key_Return);
+        QCOMPARE(TestFiles::read(path("list.csv")), QByteArray("an earlier list"));
+    }
+
+    void listThatTheFileDialogAskedAboutIsNotAskedAboutAgain()
+    {
+        TestFiles::write(path("list.csv"), "an earlier list");
+        const auto browse = [this] {
+            DialogDriver driver;
+            driver.expect<QFileDialog>([](QFileDialog &chooser) {
+                static_cast<QDialog &>(chooser).done(QDialog::Accepted);
+            });
+            click(*m_dialog, "browseFilePushButton");
+        };
+        browse();
+        QCOMPARE(textOf("targetLineEdit"), path("list.csv"));
+        QCOMPARE(press("savePushButton"),
+                 strings({"Information|Salva lista song|Operazione completata"}));
+        QVERIFY(TestFiles::read(path("list.csv")).startsWith("TITOLO"));
+        QCOMPARE(press("savePushButton", 1, QMessageBox::No), QStringList(question)); // once
+
+        browse();
+        TestFiles::write(path("other.csv"), "another list");
+        fillIn(path("card"), path("other.csv"));
+        QCOMPARE(press("savePushButton", 1, QMessageBox::No), QStringList(question));
+    }
+
+    void targetThatIsNoPlaceFollowsTheChosenMemory_data()
+    {
+        const Table<QString, QString, bool> row;
+        row("a memory that is not there now", "/media/gone", "", true);
+        row("a memory that is there keeps its list", "there", "", false);
+        row("a target of the user's own is kept", "/media/gone", "/media/gone/mine.csv", false);
+    }
+    void targetThatIsNoPlaceFollowsTheChosenMemory()
+    {
+        auto [stored, typed, follows] = cells<QString, QString, bool>();
+        if (stored == text("there"))
+            stored = m_memory->root();
+        settings().setValue(text("mediaroot"), stored);
+        open();
+        if (!typed.isEmpty())
+            retype(find<QLineEdit>("targetLineEdit"), typed);
+        const QString before = textOf("targetLineEdit");
+        DialogDriver driver;
+        driver.chooseFiles({path("card")});
+        click(*m_dialog, "browseDirPushButton");
+        QCOMPARE(textOf("targetLineEdit"), follows ? path("card/SongsList.csv") : before);
     }
 
     void failures_data()
@@ -135,11 +196,12 @@ private Q_SLOTS:
     {
         const auto [missing] = cells<QString>();
         QVERIFY(QFile::remove(path("card/") + missing));
+        const QString message = text("Warning|Salva lista song|Impossibile proseguire, la memoria "
+                                     "non è preparata per Tarvel");
         for (const QByteArray &earlier : {QByteArray(), QByteArray("an earlier list")}) {
             TestFiles::write(path("list.csv"), earlier);
-            QCOMPARE(press("savePushButton"),
-                     strings({"Warning|Salva lista song|Impossibile proseguire, la memoria non è "
-                              "preparata per Tarvel"}));
+            QCOMPARE(earlier.isEmpty() ? press("savePushButton") : pressAndReplace(),
+                     earlier.isEmpty() ? QStringList(message) : QStringList({question, message}));
             QCOMPARE(TestFiles::read(path("list.csv")), earlier);
         }
     }
@@ -168,6 +230,17 @@ private:
         find<QLineEdit>("targetLineEdit")->setText(target);
     }
 
+    QStringList pressAndReplace()
+    {
+        DialogDriver driver;
+        driver.answerBox(QMessageBox::Yes);
+        driver.answerBox(QMessageBox::Ok);
+        click(*m_dialog, "savePushButton");
+        return driver.boxes;
+    }
+
+    const QString question =
+        text("Question|Salva lista song|Il file esiste già, vuoi sostituirlo?");
     std::unique_ptr<MemoryFixture> m_memory;
 };
 
