@@ -29,7 +29,7 @@ BackupDialog::~BackupDialog() = default;
 
 void BackupDialog::on_browsePushButton_clicked()
 {
-    const QString folder = chooseFolder(this, tr("Scegli cartella"));
+    const QString folder = chooseFolder(this, tr("Scegli cartella"), FolderKind::Backup);
     if (folder.isEmpty())
         return;
     m_backupDir = folder;

@@ -51,7 +51,7 @@ void IndexDialog::reject()
 
 void IndexDialog::browseDir()
 {
-    const QString folder = chooseFolder(this, tr("Scegli cartella"));
+    const QString folder = chooseFolder(this, tr("Scegli cartella"), FolderKind::Memory);
     if (folder.isEmpty())
         return;
     ui->pathLineEdit->setText(folder);

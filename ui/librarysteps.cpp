@@ -8,11 +8,12 @@
 #include "library/transferjob.h"
 #include "library/updatejob.h"
 #include "library/usersettings.h"
+#include "ui/folderchooser.h"
+#include "ui/songchooser.h"
 #include "ui/songtable.h"
 #include "ui/windowhost.h"
 
 #include <QAbstractButton>
-#include <QFileDialog>
 #include <QTableView>
 
 namespace tarvel4 {
@@ -28,9 +29,11 @@ LibrarySteps::LibrarySteps(const Widgets &widgets, Database &db, WindowHost &hos
 
 void LibrarySteps::chooseAndImport()
 {
-    const QStringList files = QFileDialog::getOpenFileNames(
-        m_widgets.table->window(), tr("Seleziona i file da importare"), QStringLiteral("/"),
-        QStringLiteral("Songs (*.mid *.kar *.mp3 *.mf3 *.mf4 *.mf5)"));
+    importFiles(chooseSongs(m_widgets.table->window(), tr("Seleziona i file da importare")));
+}
+
+void LibrarySteps::importFiles(const QStringList &files)
+{
     if (files.isEmpty())
         return;
     m_selectedFiles = files;
@@ -106,8 +109,8 @@ void LibrarySteps::transfer()
 {
     m_widgets.updateButton->setEnabled(false);
     m_widgets.transferButton->setEnabled(false);
-    const QString dir = QFileDialog::getExistingDirectory(
-        m_widgets.table->window(), tr("Scegli cartella"), QStringLiteral("/Volumes"));
+    const QString dir =
+        chooseFolder(m_widgets.table->window(), tr("Scegli cartella"), FolderKind::Transfer);
     if (!dir.isEmpty()) {
         TransferJob(m_host, m_host, m_host, m_volume).run(m_selectedFiles, dir);
         m_host.endProgress();

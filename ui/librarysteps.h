@@ -44,6 +44,8 @@ public:
 
     /** Step 1: asks for files and imports them. */
     void chooseAndImport();
+    /** Imports files in the place of those before; does nothing without any. */
+    void importFiles(const QStringList &files);
     /** Imports the chosen files again. */
     void importSongs();
     /** Step 2: synchronises the songs of the table with the catalogue. */

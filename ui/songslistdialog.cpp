@@ -63,7 +63,7 @@ SongsListDialog::~SongsListDialog() = default;
 
 void SongsListDialog::browseDir()
 {
-    const QString folder = chooseFolder(this, tr("Scegli cartella"));
+    const QString folder = chooseFolder(this, tr("Scegli cartella"), FolderKind::Memory);
     if (folder.isEmpty())
         return;
     const bool isDefault =

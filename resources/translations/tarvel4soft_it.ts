@@ -797,6 +797,13 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>MediaSidebar</name>
+    <message>
+        <source>%1, %2 liberi</source>
+        <translation>%1, %2 liberi</translation>
+    </message>
+</context>
+<context>
     <name>Outcome</name>
     <message>
         <source>il tag ID3 è incompleto</source>

@@ -11,6 +11,7 @@
 #include "ui/proceeddialog.h"
 #include "ui/progressdialog.h"
 #include "ui/songslistdialog.h"
+#include "ui/statefile.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -320,6 +321,7 @@ private Q_SLOTS:
     void folderChoices()
     {
         const auto [dialog, button, field, isStored] = cells<QString, QString, QString, bool>();
+        QFile::remove(StateFile::path());
         const QTemporaryDir folder;
         const QString link = folder.filePath(QString(200, QLatin1Char('x'))); // stretches no dialog
         QVERIFY(QFile::link(folder.path(), link));
@@ -328,9 +330,9 @@ private Q_SLOTS:
         const int width = made->sizeHint().width();
         for (const QString &chosen : {QString(), link, link}) {
             DialogDriver driver;
-            driver.expect<QFileDialog>([](QFileDialog &chooser) {
+            driver.expect<QFileDialog>([&chosen](QFileDialog &chooser) {
                 QCOMPARE(chooser.windowTitle(), text("Scegli cartella"));
-                QCOMPARE(chooser.directory().path(), text("/home"));
+                QCOMPARE(chooser.directory().path(), chosen.isEmpty() ? text("/home") : chosen);
                 QVERIFY(chooser.testOption(QFileDialog::ShowDirsOnly));
                 QVERIFY(chooser.testOption(QFileDialog::DontResolveSymlinks));
                 chooser.close(); // which keeps what was chosen before

@@ -11,6 +11,7 @@
 #include "ui/mainwindow.h"
 #include "ui/nocopyrightdialog.h"
 #include "ui/proceeddialog.h"
+#include "ui/statefile.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -59,6 +60,7 @@ protected:
         for (const char *folder : {"songs", "card", "backups"})
             QDir().mkdir(path(folder));
         settings().clear();
+        QFile::remove(StateFile::path());
         m_asked.clear();
         m_isSystemDisk = false;
         writeCatalogue();

@@ -1,0 +1,77 @@
+#include "library/mountedmedia.h"
+#include "tests/library/mediummount.h"
+#include "tests/library/texts.h"
+#include "tests/storage/table.h"
+
+#include <QStorageInfo>
+
+using namespace tarvel4;
+
+/** Where cards and sticks are, and where a dialog begins that looks for one. */
+class tst_MountedMedia : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void mediumRoots_data()
+    {
+        const Table<bool> row;
+        row("/media/anna/CARD", true);
+        row("/run/media/anna/CARD", true);
+        row("/Volumes/CARD", true);
+        row("/", false);
+        row("/home", false);
+        row("/mnt/backup", false); // for what an administrator mounts
+        row("/boot/efi", false);
+        row("/mediathek", false);
+        row("/srv/media/anna", false);
+    }
+    void mediumRoots()
+    {
+        const auto [isMedium] = cells<bool>();
+        QCOMPARE(MountedMedia::isMediumRoot(text(QTest::currentDataTag())), isMedium);
+    }
+
+    void startFolders_data()
+    {
+        const Table<QStringList, QStringList, QString> row;
+        row("the only medium", strings({"/media/anna/CARD"}), strings({"/tmp"}),
+            "/media/anna/CARD");
+        row("the folder of several", strings({"/media/anna/CARD", "/media/anna/STICK"}), {},
+            "/media/anna");
+        row("none: the first place that is there", {}, strings({"/no/such/place", "/tmp", "/"}),
+            "/tmp");
+        row("none, and no place", {}, strings({"/no/such/place"}), "");
+    }
+    void startFolders()
+    {
+        const auto [roots, places, folder] = cells<QStringList, QStringList, QString>();
+        QVector<MountedMedium> media;
+        for (const QString &root : roots)
+            media.append({root, root, 0});
+        QCOMPARE(MountedMedia::startFolder(media, places), folder);
+    }
+
+    void whatIsListedIsMounted()
+    {
+        QStringList before;
+        for (const MountedMedium &medium : MountedMedia::list())
+            before += medium.root;
+        const MediumMount card(text("CARD"));
+        if (!card.isMounted())
+            QSKIP("Nothing can be mounted here.");
+        bool isListed = false;
+        for (const MountedMedium &medium : MountedMedia::list()) {
+            QVERIFY(before.contains(medium.root) || medium.root == card.root());
+            if (medium.root != card.root())
+                continue;
+            isListed = true;
+            QVERIFY(!medium.name.isEmpty());
+            QCOMPARE(medium.free, QStorageInfo(QDir::tempPath()).bytesAvailable());
+        }
+        QVERIFY(isListed);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_MountedMedia)
+#include "tst_mountedmedia.moc"
