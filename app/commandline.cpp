@@ -13,7 +13,7 @@ CommandLine::CommandLine(int argc, char *const argv[])
     for (int i = 1; i < argc; ++i) {
         const QByteArray word(argv[i]);
         if (onlyPaths || word.size() < 2 || !word.startsWith('-'))
-            m_paths += word;
+            addPath(word);
         else if (word == "--")
             onlyPaths = true;
         else if (word == "--help" || word == "-h")
@@ -25,18 +25,17 @@ CommandLine::CommandLine(int argc, char *const argv[])
     }
 }
 
-QStringList CommandLine::paths() const
+void CommandLine::addPath(const QByteArray &word)
 {
-    QStringList paths;
-    for (const QByteArray &word : m_paths) {
-        const QString path = QFile::decodeName(word);
-        if (path.isEmpty())
-            continue;
-        // Qt takes a relative path that begins with a colon for one of its own
-        paths += path.startsWith(QLatin1Char(':')) ? QDir::currentPath() + QLatin1Char('/') + path
-                                                   : QFileInfo(path).absoluteFilePath();
-    }
-    return paths;
+    const QString path = QFile::decodeName(word);
+    if (path.isEmpty())
+        return;
+    if (QFile::encodeName(path) != word)
+        m_unreachable += path;
+    else if (path.startsWith(QLatin1Char(':'))) // which Qt takes for a resource of the program
+        m_paths += QDir::currentPath() + QLatin1Char('/') + path;
+    else
+        m_paths += QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
 QString CommandLine::help()

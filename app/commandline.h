@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArrayList>
+#include <QByteArray>
 #include <QStringList>
 
 namespace tarvel4 {
@@ -18,14 +18,19 @@ public:
     /** The first word that is no option of the program; to be asked when Qt has taken its own. */
     const QByteArray &unknownOption() const { return m_unknownOption; }
     /** The files and folders to import, each as an absolute path. */
-    QStringList paths() const;
+    const QStringList &paths() const { return m_paths; }
+    /** Those whose names are not valid in the locale, so that Qt can't open them. */
+    const QStringList &unreachable() const { return m_unreachable; }
 
     /** What --help and --version print. */
     static QString help();
     static QString version();
 
 private:
-    QByteArrayList m_paths;
+    void addPath(const QByteArray &word);
+
+    QStringList m_paths;
+    QStringList m_unreachable;
     QByteArray m_unknownOption;
     bool m_asksForHelp = false;
     bool m_asksForVersion = false;

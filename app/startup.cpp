@@ -106,6 +106,8 @@ int Startup::runProgram(int argc, char *argv[])
     // before the window copies the catalogue; what comes until then waits for the event loop
     QuitSignals::callOnSignal(&app, [&window] { window->quit(); });
     window = std::make_unique<MainWindow>();
+    if (!commandLine.paths().isEmpty() || !commandLine.unreachable().isEmpty())
+        window->importWhenShown(commandLine.paths(), commandLine.unreachable());
     window->show();
     return QApplication::exec();
 }

@@ -10,6 +10,8 @@
 #include "ui/librarysteps.h"
 #include "ui/songactions.h"
 #include "ui/songdebug.h"
+#include "ui/songdrop.h"
+#include "ui/songintake.h"
 #include "ui/songslistdialog.h"
 #include "ui/songtable.h"
 #include "ui/undochanges.h"
@@ -54,6 +56,13 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     connect(ui->actionUndo, &QAction::triggered, this, [this] {
         UndoChanges(*ui->userLibraryTableView, m_model, m_host, m_journal).undoLast();
     });
+
+    m_intake = std::make_unique<SongIntake>(*this, *m_steps, m_host, m_journal);
+    connect(ui->actionImportFolder, &QAction::triggered, this,
+            [this] { m_intake->importFolder(); });
+    new SongDrop(
+        *this, [this] { return !m_model || m_host.isRunning(); },
+        [this](const QStringList &paths) { m_intake->import(paths); });
 
     if (!m_db.init()) {
         qDebug() << "Error initializing DB !!!";
@@ -105,7 +114,16 @@ void MainWindow::paintEvent(QPaintEvent *event)
 {
     QMainWindow::paintEvent(event);
     if (!std::exchange(m_wasPainted, true)) // a slow card must not keep the window from appearing
-        QTimer::singleShot(0, this, [this] { m_host.finishSaves(m_journal); });
+        QTimer::singleShot(0, this, [this] {
+            m_host.finishSaves(m_journal);
+            if (m_whenShown)
+                m_whenShown();
+        });
+}
+
+void MainWindow::importWhenShown(const QStringList &paths, const QStringList &unreachable)
+{
+    m_whenShown = [this, paths, unreachable] { m_intake->import(paths, unreachable); };
 }
 
 void MainWindow::quit()

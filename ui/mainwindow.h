@@ -9,6 +9,7 @@
 #include <QModelIndex>
 #include <QTranslator>
 
+#include <functional>
 #include <memory>
 
 namespace tarvel4 {
@@ -18,6 +19,7 @@ class MainWindow;
 }
 class LibrarySteps;
 class SongActions;
+class SongIntake;
 class UserSongsRelTableModel;
 
 /** The program's window: wires its three steps, its menus and the song table to the modules below.
@@ -31,6 +33,9 @@ public:
                         std::unique_ptr<const Volume> volume = std::make_unique<SystemVolume>());
     ~MainWindow() override;
 
+    /** Imports files and folders as soon as the window is on show; \a unreachable: what was named
+     * too and has no name that a file can be opened by. */
+    void importWhenShown(const QStringList &paths, const QStringList &unreachable);
     /** Ends the program, also while a workflow runs: as soon as no song is half-way to the disk. */
     void quit();
 
@@ -80,6 +85,8 @@ private:
     Database m_db;
     UserSongsRelTableModel *m_model = nullptr; ///< null when the database could not be opened
     std::unique_ptr<LibrarySteps> m_steps;
+    std::unique_ptr<SongIntake> m_intake;
+    std::function<void()> m_whenShown; ///< called once the window is on show
     std::unique_ptr<SongActions> m_songActions; ///< null without a model
     bool m_wasPainted = false;
     QTranslator m_translator;

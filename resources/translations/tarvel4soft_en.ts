@@ -1008,6 +1008,37 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>SongIntake</name>
+    <message>
+        <source>Scegli la cartella da importare</source>
+        <translation>Choose the folder to import</translation>
+    </message>
+    <message>
+        <source>Lettura cartella</source>
+        <translation>Reading the folder</translation>
+    </message>
+    <message>
+        <source>Cerco le song...</source>
+        <translation>Looking for songs...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Qui non ci sono song.</source>
+        <translation>There are no songs here.</translation>
+    </message>
+    <message>
+        <source>%1: non può essere letto</source>
+        <translation>%1: can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>Non tutto può essere letto: quello che manca viene saltato.</source>
+        <translation>Not everything can be read: what is missing is skipped.</translation>
+    </message>
+</context>
+<context>
     <name>SongListWriter</name>
     <message>
         <source>TITOLO</source>
@@ -1780,6 +1811,10 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Modifica più song...</source>
         <translation>Edit several songs...</translation>
+    </message>
+    <message>
+        <source>Importa una cartella...</source>
+        <translation>Import a folder...</translation>
     </message>
 </context>
 <context>

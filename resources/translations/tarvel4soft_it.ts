@@ -1008,6 +1008,37 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>SongIntake</name>
+    <message>
+        <source>Scegli la cartella da importare</source>
+        <translation>Scegli la cartella da importare</translation>
+    </message>
+    <message>
+        <source>Lettura cartella</source>
+        <translation>Lettura cartella</translation>
+    </message>
+    <message>
+        <source>Cerco le song...</source>
+        <translation>Cerco le song...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+    <message>
+        <source>Qui non ci sono song.</source>
+        <translation>Qui non ci sono song.</translation>
+    </message>
+    <message>
+        <source>%1: non può essere letto</source>
+        <translation>%1: non può essere letto</translation>
+    </message>
+    <message>
+        <source>Non tutto può essere letto: quello che manca viene saltato.</source>
+        <translation>Non tutto può essere letto: quello che manca viene saltato.</translation>
+    </message>
+</context>
+<context>
     <name>SongListWriter</name>
     <message>
         <source>TITOLO</source>
@@ -1780,6 +1811,10 @@ memoria di Tarvel</translation>
     <message>
         <source>Modifica più song...</source>
         <translation>Modifica più song...</translation>
+    </message>
+    <message>
+        <source>Importa una cartella...</source>
+        <translation>Importa una cartella...</translation>
     </message>
 </context>
 <context>

@@ -1,9 +1,13 @@
 #include "app/startup.h"
+#include "tests/library/testfiles.h"
+#include "tests/songs/songbytes.h"
 #include "tests/storage/table.h"
 #include "tests/ui/forms.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QTableView>
+#include <QTemporaryDir>
 
 using namespace tarvel4;
 
@@ -38,6 +42,53 @@ class tst_Program : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void importsWhatItIsStartedWith_data()
+    {
+        const Table<QStringList, QString> row;
+        row("a file", strings({"a.mid"}), "a.mid");
+        row("files and a folder, in their order", strings({"b.kar", "below", "./a.mid"}),
+            "b.kar c.mid a.mid");
+        row("an absolute path", strings({"%1/below/../a.mid"}), "a.mid");
+        row("a name that begins with a colon", strings({":d.mid"}), ":d.mid");
+        row("a name that begins with a dash", strings({"--", "-e.mid"}), "-e.mid");
+        row("a file that is no song", strings({"none.mid", "a.mid"}), "a.mid");
+        row("nothing", {}, "");
+    }
+    void importsWhatItIsStartedWith()
+    {
+        const auto [words, names] = cells<QStringList, QString>();
+        const QTemporaryDir folder;
+        for (const char *name : {"a.mid", "b.kar", "below/c.mid", ":d.mid", "-e.mid"})
+            TestFiles::write(folder.path() + QLatin1Char('/') + text(name), SongBytes::midi0());
+        const QString home = QDir::currentPath();
+        const auto back = qScopeGuard([&home] { QDir::setCurrent(home); });
+        QDir::setCurrent(folder.path());
+        settings().clear();
+        settings().setValue(text("copyrightAsk"), false);
+        QStringList found;
+        atStart = [&] {
+            const QWidget *window = mainWindow();
+            QVERIFY(window);
+            const auto *table = child<QTableView>(*window, "userLibraryTableView");
+            const auto *step = child<QWidget>(*window, "transferFilesToolButton");
+            if (!words.isEmpty())
+                QTRY_VERIFY(step->isEnabled()); // the import has ended
+            for (int row = 0; row < table->model()->rowCount(); ++row)
+                found += table->model()->index(row, 10).data().toString();
+            mainWindow()->close();
+        };
+        QByteArrayList bytes{"tst_program"};
+        for (const QString &word : words)
+            bytes +=
+                QFile::encodeName(word.contains(QLatin1Char('%')) ? word.arg(folder.path()) : word);
+        QVector<char *> arguments;
+        for (QByteArray &word : bytes)
+            arguments += word.data();
+        arguments += nullptr;
+        QCOMPARE(Startup::runProgram(bytes.size(), arguments.data()), 0);
+        QCOMPARE(found.join(QLatin1Char(' ')), names);
+    }
+
     void startsWithItsLanguageAndItsLooks_data()
     {
         const Table<QString, QString, QString> row;

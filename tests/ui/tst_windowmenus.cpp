@@ -33,7 +33,8 @@ private Q_SLOTS:
         row("menuBar",
             "menuFile File|menuPreferences Preferenze|menuStrumenti Strumenti|menuHelp Aiuto",
             "menuFile File|menuPreferences Preferences|menuStrumenti Tools|menuHelp Help");
-        row("menuFile", "actionQuit Esci", "actionQuit Quit");
+        row("menuFile", "actionQuit Esci|separator |actionImportFolder Importa una cartella...",
+            "actionQuit Quit|separator |actionImportFolder Import a folder...");
         row("menuPreferences", "menuLanguage Lingua|menuMessaggi_Copyright Messaggi Copyright",
             "menuLanguage Language|menuMessaggi_Copyright Copyright messages");
         row("menuLanguage", "actionItalian Italiano|actionEnglish English|actionGerman Deutsch",

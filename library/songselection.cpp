@@ -1,0 +1,37 @@
+#include "library/songselection.h"
+
+#include "library/folderscan.h"
+
+#include <QFileInfo>
+#include <QSet>
+
+namespace tarvel4 {
+
+SongSelection SongSelection::of(const QStringList &paths, const std::function<bool(int)> &goesOn)
+{
+    SongSelection selection;
+    QSet<QString> known;
+    const auto add = [&](const QString &path) {
+        if (!known.contains(path)) {
+            known.insert(path);
+            selection.songs += path;
+        }
+        selection.isWhole = selection.isWhole && goesOn(selection.songs.size());
+        return selection.isWhole;
+    };
+    const auto skip = [&](const QString &entry) { selection.skipped += entry; };
+    const auto leave = [&] {
+        selection.isWhole = selection.isWhole && goesOn(selection.songs.size());
+    };
+    for (const QString &path : paths) {
+        if (!selection.isWhole)
+            break;
+        if (QFileInfo(path).isDir())
+            FolderScan::scanDir(path, add, skip, FolderScan::Files::Songs, leave);
+        else
+            add(path);
+    }
+    return selection;
+}
+
+} // namespace tarvel4

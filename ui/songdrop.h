@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+
+QT_BEGIN_NAMESPACE
+class QDropEvent;
+class QWidget;
+QT_END_NAMESPACE
+
+namespace tarvel4 {
+
+/** Takes song files and folders that are dropped on the window. */
+class SongDrop : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** \a take gets the paths once the drop is over; \a isBusy is asked at each event of a drag. */
+    SongDrop(QWidget &window, std::function<bool()> isBusy,
+             std::function<void(const QStringList &)> take);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void offer(QDropEvent &event) const;
+
+    std::function<bool()> m_isBusy;
+    std::function<void(const QStringList &)> m_take;
+};
+
+} // namespace tarvel4

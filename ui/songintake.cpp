@@ -1,0 +1,87 @@
+#include "ui/songintake.h"
+
+#include "library/folderscan.h"
+#include "library/songselection.h"
+#include "ui/folderchooser.h"
+#include "ui/librarysteps.h"
+#include "ui/windowhost.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace tarvel4 {
+
+namespace {
+
+constexpr int eventInterval = 30; // milliseconds
+
+} // namespace
+
+SongIntake::SongIntake(QWidget &window, LibrarySteps &steps, WindowHost &host, Journal &journal)
+    : m_window(window)
+    , m_steps(steps)
+    , m_host(host)
+    , m_journal(journal)
+{}
+
+void SongIntake::importFolder()
+{
+    const QString folder =
+        chooseFolder(&m_window, tr("Scegli la cartella da importare"), FolderKind::Songs);
+    if (!folder.isEmpty())
+        import({folder});
+}
+
+void SongIntake::import(const QStringList &paths, const QStringList &unreachable)
+{
+    const bool hasFolders = std::any_of(
+        paths.begin(), paths.end(), [](const QString &path) { return QFileInfo(path).isDir(); });
+    if (hasFolders) {
+        finishSavesBelow(paths);
+        m_host.beginProgress({tr("Lettura cartella"), tr("Cerco le song..."), tr("Interrompi")}, 0);
+    }
+    QElapsedTimer sinceEvents;
+    sinceEvents.start();
+    SongSelection selection = SongSelection::of(paths, [&](int found) {
+        if (sinceEvents.hasExpired(eventInterval)) {
+            m_host.setProgressValue(found);
+            sinceEvents.restart();
+        }
+        return !m_host.wasCancelled();
+    });
+    m_host.endProgress();
+    if (!selection.isWhole)
+        return;
+    selection.skipped += unreachable;
+    if (!selection.skipped.isEmpty())
+        tellSkipped(selection.skipped);
+    if (!selection.songs.isEmpty())
+        m_steps.importFiles(selection.songs);
+    else if (selection.skipped.isEmpty())
+        m_host.information(tr("Lettura cartella"), tr("Qui non ci sono song."), paths);
+}
+
+/** A song that was left under another name would not be met. */
+void SongIntake::finishSavesBelow(const QStringList &paths)
+{
+    QStringList setAside;
+    for (const QString &path : paths) {
+        if (QFileInfo(path).isDir())
+            setAside += FolderScan::setAsideBelow(path);
+    }
+    if (!setAside.isEmpty())
+        m_host.finishSaves(m_journal, setAside);
+}
+
+void SongIntake::tellSkipped(const QStringList &skipped)
+{
+    QStringList details;
+    for (const QString &entry : skipped)
+        details += tr("%1: non può essere letto").arg(entry);
+    m_host.warning(tr("Lettura cartella"),
+                   tr("Non tutto può essere letto: quello che manca viene saltato."), details);
+}
+
+} // namespace tarvel4
