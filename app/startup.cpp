@@ -99,7 +99,7 @@ int Startup::runProgram(int argc, char *argv[])
     const CommandLine commandLine(argc, argv); // what Qt has left of it
     if (!commandLine.unknownOption().isEmpty())
         return sayUnknownOption(commandLine.unknownOption());
-    Appearance::colourLinks();
+    Appearance::followDesktop();
     Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
 
     std::unique_ptr<MainWindow> window;

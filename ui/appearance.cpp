@@ -2,8 +2,9 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QPalette>
+#include <QToolTip>
 #include <QTranslator>
+#include <QWidget>
 
 namespace tarvel4 {
 
@@ -18,13 +19,30 @@ void Appearance::installLanguage(QTranslator &translator, const QString &languag
     QCoreApplication::installTranslator(&translator);
 }
 
-void Appearance::colourLinks()
+void Appearance::setScheme(Colours::Scheme scheme)
 {
-    const QColor teal(0x0b, 0x72, 0x85);
-    QPalette palette = QApplication::palette();
-    palette.setColor(QPalette::Link, teal);
-    palette.setColor(QPalette::LinkVisited, teal);
+    const QPalette palette = Colours::palette(scheme);
     QApplication::setPalette(palette);
+    QToolTip::setPalette(palette); // tool tips have one of their own
+}
+
+void Appearance::followDesktop()
+{
+    setScheme(Colours::schemeOf(QApplication::palette()));
+}
+
+Colours::Scheme Appearance::scheme()
+{
+    return Colours::schemeOf(QApplication::palette());
+}
+
+void Appearance::adaptPictures(const QList<QWidget *> &labels)
+{
+    if (scheme() == Colours::Scheme::Light)
+        return;
+    for (QWidget *label : labels)
+        label->setStyleSheet(
+            label->styleSheet().replace(QLatin1String(".png"), QLatin1String("-dark.png")));
 }
 
 void Appearance::applyStyleSheet(const QString &path)

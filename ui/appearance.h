@@ -1,9 +1,13 @@
 #pragma once
 
+#include "ui/colours.h"
+
+#include <QList>
 #include <QString>
 
 QT_BEGIN_NAMESPACE
 class QTranslator;
+class QWidget;
 QT_END_NAMESPACE
 
 namespace tarvel4 {
@@ -14,8 +18,18 @@ namespace Appearance {
 /** Loads the texts of a language ("it", "en", "de") and installs them over those in use. */
 void installLanguage(QTranslator &translator, const QString &language);
 
-/** Gives links a colour of the style sheet's palette, which a style sheet itself can't. */
-void colourLinks();
+/** Colours the application in a scheme. The style sheet takes its colours from there. */
+void setScheme(Colours::Scheme scheme);
+
+/** Colours the application light or dark, as the desktop is. */
+void followDesktop();
+
+/** The scheme that the application is coloured in. */
+Colours::Scheme scheme();
+
+/** Shows the dark form of the pictures in labels that name them in their own style sheets, where
+ * the scheme is dark. */
+void adaptPictures(const QList<QWidget *> &labels);
 
 /** Applies the style sheet of a file to the whole application; none where it can't be read. */
 void applyStyleSheet(const QString &path);

@@ -16,6 +16,8 @@ HelpDialog::HelpDialog(QWidget *parent)
     ui->setupUi(this);
     const QSize comfortable(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 36);
     resize(comfortable.boundedTo(screen()->availableSize() * 9 / 10));
+    ui->textBrowser->document()->setDefaultStyleSheet(
+        QStringLiteral("h1, h2, h3 { color: %1; }").arg(palette().color(QPalette::Link).name()));
     loadPage();
 }
 

@@ -35,6 +35,7 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
                 [this](const QString &sentence) { m_host.addJournalNotice(sentence); })
 {
     ui->setupUi(this);
+    Appearance::adaptPictures({ui->logoLabel, ui->label, ui->logoKvaroLabel});
     resize(size().boundedTo(screen()->availableSize()));
     ui->actionGerman->setVisible(false); // required: German comes from the setting only
     ui->actionItalian->setVisible(true);

@@ -47,15 +47,15 @@ QPainterPath shapeOf(int mark)
     return path;
 }
 
-QColor colourOf(int mark)
+QPalette::ColorRole roleOf(int mark)
 {
     switch (mark) {
     case UserSongsRelTableModel::MarkedUpdated:
-        return QColor(0x0b, 0x72, 0x85);
+        return QPalette::Link;
     case UserSongsRelTableModel::MarkedFailed:
-        return QColor(0xc2, 0x4a, 0x08);
+        return QPalette::BrightText;
     default:
-        return QColor(0x17, 0x32, 0x4d);
+        return QPalette::Text;
     }
 }
 
@@ -96,8 +96,9 @@ void SongTableDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->setRenderHint(QPainter::Antialiasing);
     painter->translate(place.topLeft());
     painter->scale(place.width(), place.height());
-    painter->setPen(QPen(selected ? QColor(Qt::white) : colourOf(mark.toInt()), 0.14, Qt::SolidLine,
-                         Qt::RoundCap, Qt::RoundJoin));
+    const QBrush colour =
+        QApplication::palette().brush(selected ? QPalette::HighlightedText : roleOf(mark.toInt()));
+    painter->setPen(QPen(colour, 0.14, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter->drawPath(shapeOf(mark.toInt()));
     painter->restore();
 }

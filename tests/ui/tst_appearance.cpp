@@ -24,6 +24,8 @@ static void restoreTranslations()
     Q_INIT_RESOURCE(translations);
 }
 
+Q_DECLARE_METATYPE(Colours::Scheme)
+
 class tst_Appearance : public QObject
 {
     Q_OBJECT
@@ -100,20 +102,58 @@ private Q_SLOTS:
         QVERIFY2(!found.hasMatch(), qPrintable(found.captured()));
     }
 
-    void linksHaveAColourOfThePalette()
+    void linksHaveTheColourOfTheScheme_data()
     {
+        const Table<Colours::Scheme, QString> row;
+        row("light", Colours::Scheme::Light, "#0b7285");
+        row("dark", Colours::Scheme::Dark, "#6fd3e3");
+    }
+    void linksHaveTheColourOfTheScheme()
+    {
+        const auto [scheme, colour] = cells<Colours::Scheme, QString>();
         const QPalette before = QApplication::palette();
-        Appearance::colourLinks();
+        Appearance::setScheme(scheme);
         Appearance::applyStyleSheet(text(":/style/default.qss"));
-        QVERIFY(qApp->styleSheet().contains(text("#0b7285")));
         QLabel label(text("<a href=\"x\">link</a>"));
-        QCOMPARE(label.palette().color(QPalette::Link), QColor(text("#0b7285")));
+        QCOMPARE(label.palette().color(QPalette::Link), QColor(colour));
         QTextDocument page;
         page.setHtml(label.text());
-        QCOMPARE(page.begin().begin().fragment().charFormat().foreground().color(),
-                 QColor(text("#0b7285")));
+        QCOMPARE(page.begin().begin().fragment().charFormat().foreground().color(), QColor(colour));
         qApp->setStyleSheet(QString());
         QApplication::setPalette(before);
+    }
+
+    /** A colour of the sheet's own would be right in one of the schemes only. */
+    void styleSheetTakesItsColoursFromThePalette()
+    {
+        QFile file(text(":/style/default.qss"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString style = QString::fromLatin1(file.readAll());
+        QVERIFY(style.count(text("palette(")) > 50);
+        const QRegularExpression colour(
+            text("#[0-9a-f]{3,8}\\b|rgba?\\(|: *(white|black|gr[ae]y|red)\\b"));
+        const QRegularExpressionMatch found = colour.match(style);
+        QVERIFY2(!found.hasMatch(), qPrintable(found.captured()));
+    }
+
+    void picturesOfTheScheme_data()
+    {
+        const Table<Colours::Scheme, QString> row;
+        row("light", Colours::Scheme::Light, "image: url(:/imgs/logo-kvaro.png);");
+        row("dark", Colours::Scheme::Dark, "image: url(:/imgs/logo-kvaro-dark.png);");
+    }
+    void picturesOfTheScheme()
+    {
+        const auto [scheme, style] = cells<Colours::Scheme, QString>();
+        const QPalette before = QApplication::palette();
+        Appearance::setScheme(scheme);
+        QLabel label;
+        label.setStyleSheet(text("image: url(:/imgs/logo-kvaro.png);"));
+        Appearance::adaptPictures({&label});
+        QApplication::setPalette(before);
+        QCOMPARE(label.styleSheet(), style);
+        for (const char *picture : {"logo-kvaro", "logo-tarvel4", "image-corner"})
+            QVERIFY(QFile::exists(text(":/imgs/%1-dark.png").arg(text(picture))));
     }
 };
 
