@@ -1,0 +1,210 @@
+#include "library/messagelog.h"
+#include "tests/ui/dialogdriver.h"
+#include "ui/aboutdialog.h"
+#include "ui/appearance.h"
+#include "ui/backupdialog.h"
+#include "ui/dataeditdialog.h"
+#include "ui/helpdialog.h"
+#include "ui/indexdialog.h"
+#include "ui/mainwindow.h"
+#include "ui/nocopyrightdialog.h"
+#include "ui/proceeddialog.h"
+#include "ui/songslistdialog.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QTranslator>
+
+#include <cstdlib>
+
+using namespace tarvel4;
+
+namespace {
+
+/** The real window with the sample songs in it, on a screen that it fills, and its pictures. */
+class Stage
+{
+public:
+    Stage(const QString &folder, const QString &songs)
+        : m_folder(folder)
+        , m_songs(songs)
+    {
+        m_window.show();
+        m_window.resize(m_window.screen()->availableSize());
+        fitsIn(m_window);
+    }
+
+    bool isWhole() const { return m_isWhole; }
+
+    void takeAll()
+    {
+        save(m_window, "empty");
+        import();
+        save(m_window, "main");
+        edit();
+        menu();
+        openFiles();
+        box();
+        show(AboutDialog(&m_window), "about");
+        show(HelpDialog(&m_window), "help");
+        show(IndexDialog(&m_window), "index");
+        show(SongsListDialog(&m_window), "list");
+        show(BackupDialog(&m_window), "backup");
+        NoCopyrightDialog question(&m_window);
+        question.setFileName(text("SANTALUC.mid"));
+        show(std::move(question), "question");
+    }
+
+private:
+    template <class Widget> Widget *find(const char *name) { return child<Widget>(m_window, name); }
+
+    void import()
+    {
+        QStringList files;
+        for (const QFileInfo &song :
+             QDir(m_songs).entryInfoList({text("*.m*"), text("*.kar")}, QDir::Files)) {
+            if (song.suffix() != text("md"))
+                files.append(song.absoluteFilePath());
+        }
+        DialogDriver driver;
+        driver.chooseFiles(files);
+        driver.expect<ProceedDialog>([this](ProceedDialog &dialog) {
+            save(dialog, "summary");
+            click(dialog, "yesPushButton");
+        });
+        driver.click<BackupDialog>("exitPushButton");
+        for (int i = 0; i < 2; ++i) // two samples are not of the catalogue's maker
+            driver.expect<NoCopyrightDialog>(
+                [](NoCopyrightDialog &dialog) { click(dialog, "yesAllPushButton"); });
+        QTest::mouseClick(find<QWidget>("selectDirToolButton"), Qt::LeftButton);
+        find<QTableView>("userLibraryTableView")->selectRow(2);
+    }
+
+    void edit()
+    {
+        DialogDriver driver;
+        driver.expect<DataEditDialog>([this](DataEditDialog &dialog) {
+            save(dialog, "edit");
+            dialog.reject();
+        });
+        auto *table = find<QTableView>("userLibraryTableView");
+        table->setFocus();
+        Q_EMIT table->doubleClicked(table->currentIndex());
+    }
+
+    void menu()
+    {
+        auto *opened = find<QMenu>("menuStrumenti");
+        opened->popup(m_window.mapToGlobal(QPoint(100, 30)));
+        opened->setActiveAction(opened->actions().constFirst());
+        save(*opened, "menu");
+        opened->close();
+        auto *languages = find<QMenu>("menuLanguage");
+        languages->popup(m_window.mapToGlobal(QPoint(100, 30)));
+        save(*languages, "languages");
+        languages->close();
+    }
+
+    void openFiles()
+    {
+        QFileDialog dialog(&m_window, QString(), m_songs);
+        dialog.setOption(QFileDialog::DontUseNativeDialog);
+        show(std::move(dialog), "files");
+    }
+
+    void box()
+    {
+        QMessageBox box(QMessageBox::Warning, text("Tarvel4 Soft"), text("SANTALUC.mid"),
+                        QMessageBox::Yes | QMessageBox::No, &m_window);
+        box.setDetailedText(text("SANTALUC.mid\nFUNICULI.mid"));
+        box.show();
+        save(box, "box");
+        for (QAbstractButton *button : box.buttons()) {
+            if (box.buttonRole(button) == QMessageBox::ActionRole)
+                button->click();
+        }
+        save(box, "details");
+    }
+
+    template <class Dialog> void show(Dialog &&dialog, const char *name)
+    {
+        dialog.show();
+        save(dialog, name);
+        dialog.close();
+    }
+
+    void save(QWidget &widget, const char *name)
+    {
+        if (!QTest::qWaitForWindowExposed(&widget))
+            fail(text(name) + text(" was not shown"));
+        QTest::qWait(30); // what a layout and a model of files put off
+        fitsIn(widget);
+        const QString file = text("%1/%2.png").arg(m_folder, text(name));
+        if (!widget.grab().save(file))
+            fail(file + text(" can't be written"));
+    }
+
+    void fitsIn(const QWidget &widget)
+    {
+        const QSize room = widget.screen()->availableSize();
+        if (widget.width() <= room.width() && widget.height() <= room.height())
+            return;
+        fail(text("%1 has %2x%3, the screen %4x%5")
+                 .arg(QLatin1String(widget.metaObject()->className()))
+                 .arg(widget.width())
+                 .arg(widget.height())
+                 .arg(room.width())
+                 .arg(room.height()));
+    }
+
+    void fail(const QString &why)
+    {
+        m_isWhole = false;
+        QTextStream(stderr) << m_folder << ": " << why << "\n";
+    }
+
+    const QString m_folder;
+    const QString m_songs;
+    MainWindow m_window;
+    bool m_isWhole = true;
+};
+
+} // namespace
+
+/** screenshots FOLDER SONGS it|en light|dark: pictures of the window and its dialogs. */
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    MessageLog::silence();
+    QTemporaryDir home; // for the settings, the journal and the catalogue of this run
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
+    const QApplication app(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 5) {
+        QTextStream(stderr) << "Usage: screenshots FOLDER SONGS it|en light|dark\n";
+        return EXIT_FAILURE;
+    }
+    const QString folder = QDir(arguments.at(1)).absolutePath();
+    const QString songs = QDir(home.path()).filePath(text("Songs"));
+    QDir().mkpath(folder);
+    QDir().mkpath(songs);
+    for (const QFileInfo &song : QDir(arguments.at(2)).entryInfoList(QDir::Files))
+        QFile::copy(song.filePath(), songs + QLatin1Char('/') + song.fileName());
+    QDir::setCurrent(home.path());
+
+    settings().setValue(text("language"), arguments.at(3));
+    QTranslator translator;
+    Appearance::installLanguage(translator, arguments.at(3));
+    Appearance::setScheme(arguments.at(4) == text("dark") ? Colours::Scheme::Dark
+                                                          : Colours::Scheme::Light);
+    Appearance::applyStyleSheet(text(":/style/default.qss"));
+    Stage stage(folder, songs);
+    stage.takeAll();
+    return stage.isWhole() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
