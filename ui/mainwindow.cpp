@@ -35,6 +35,9 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
                 [this](const QString &sentence) { m_host.addJournalNotice(sentence); })
 {
     ui->setupUi(this);
+    ui->updateDataToolButton->setCaption(ui->label_2);
+    ui->transferFilesToolButton->setCaption(ui->label_3);
+    shareTextSize({ui->selectDirToolButton, ui->updateDataToolButton, ui->transferFilesToolButton});
     Appearance::adaptPictures({ui->logoLabel, ui->label, ui->logoKvaroLabel});
     resize(size().boundedTo(screen()->availableSize()));
     ui->actionGerman->setVisible(false); // required: German comes from the setting only
@@ -125,6 +128,16 @@ void MainWindow::paintEvent(QPaintEvent *event)
 void MainWindow::importWhenShown(const QStringList &paths, const QStringList &unreachable)
 {
     m_whenShown = [this, paths, unreachable] { m_intake->import(paths, unreachable); };
+}
+
+void MainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    constexpr int roomForPictures = 480; // below that, the songs need it
+    for (QWidget *picture :
+         {static_cast<QWidget *>(ui->logoLabel), static_cast<QWidget *>(ui->frame),
+          static_cast<QWidget *>(ui->logoKvaroLabel)})
+        picture->setVisible(height() >= roomForPictures);
 }
 
 void MainWindow::quit()
