@@ -150,12 +150,13 @@ private:
     void fitsIn(const QWidget &widget)
     {
         const QSize room = widget.screen()->availableSize();
-        if (widget.width() <= room.width() && widget.height() <= room.height())
+        const QSize least = widget.minimumSizeHint().expandedTo(widget.minimumSize());
+        if (least.width() <= room.width() && least.height() <= room.height())
             return;
-        fail(text("%1 has %2x%3, the screen %4x%5")
+        fail(text("%1 needs %2x%3, the screen %4x%5")
                  .arg(QLatin1String(widget.metaObject()->className()))
-                 .arg(widget.width())
-                 .arg(widget.height())
+                 .arg(least.width())
+                 .arg(least.height())
                  .arg(room.width())
                  .arg(room.height()));
     }
