@@ -4,6 +4,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "library/backupjob.h"
 #include "library/importjob.h"
+#include "library/jobreport.h"
 #include "library/songrows.h"
 #include "library/transferjob.h"
 #include "library/updatejob.h"
@@ -48,15 +49,16 @@ void LibrarySteps::importSongs()
     if (!m_model)
         return;
     m_host.finishSaves(m_journal, m_selectedFiles); // they may be on a card that is there only now
+    JobReport report(JobReport::Job::Import);
     const ImportSummary summary =
-        ImportJob(m_host, SongRows::imported(*m_model)).run(m_selectedFiles, [this] {
-            return SongRows::clear(m_db, *m_model);
-        });
+        ImportJob(m_host, report.observe(SongRows::imported(*m_model)))
+            .run(m_selectedFiles, [this] { return SongRows::clear(m_db, *m_model); });
     m_host.endProgress();
     if (!summary.isDone)
         return;
     m_model->totalRows(); // shows the rows that were appended last
     SongTable::resizeColumns(*m_widgets.table);
+    tellReport(report, m_selectedFiles);
     const bool synchronises = ImportJob::askSynchronise(summary, m_host);
     m_copyrightAskChanged();
     if (synchronises && updateSongs())
@@ -79,17 +81,22 @@ bool LibrarySteps::updateSongs()
         return false;
     UpdateJob::Options options;
     options.asksUnpublished = UserSettings::copyrightAsk(true);
+    const QStringList paths = SongRows::paths(*m_model);
+    JobReport report(JobReport::Job::Synchronise);
+    bool begun = false;
     bool done = false;
     {
         SaveRun saves(Disk::real(), &m_journal, QStringLiteral("sync"));
         done = UpdateJob(m_db, m_host, m_host, options, saves)
-                   .run(SongRows::paths(*m_model), SongRows::updated(*m_model),
-                        [this] { return makeBackup(); })
+                   .run(paths, report.observe(SongRows::updated(*m_model)),
+                        [this, &begun] { return begun = makeBackup(); })
                    .isComplete;
     }
     m_host.endProgress();
     if (done)
         SongTable::resizeColumns(*m_widgets.table);
+    if (begun)
+        tellReport(report, paths);
     m_host.tellNotices();
     return done;
 }
@@ -112,10 +119,32 @@ void LibrarySteps::transfer()
     const QString dir =
         chooseFolder(m_widgets.table->window(), tr("Scegli cartella"), FolderKind::Transfer);
     if (!dir.isEmpty()) {
-        TransferJob(m_host, m_host, m_host, m_volume).run(m_selectedFiles, dir);
+        copyTo(dir);
         m_host.endProgress();
     }
     m_widgets.transferButton->setEnabled(true); // required: the update stays disabled
+}
+
+void LibrarySteps::copyTo(const QString &dir)
+{
+    JobReport report(JobReport::Job::Transfer);
+    TransferJob job(m_host, m_host, m_host, m_volume);
+    job.setObserver(report.observe());
+    const TransferSummary summary = job.run(m_selectedFiles, dir);
+    if (summary.result == TransferSummary::Result::Refused)
+        return;
+    report.displace(summary.songs.displaced);
+    if (!summary.songs.cause)
+        report.addMemory(summary.songs.cause.message());
+    for (const QString &line : summary.index.details())
+        report.addMemory(line);
+    tellReport(report, m_selectedFiles);
+}
+
+void LibrarySteps::tellReport(JobReport &report, const QStringList &paths)
+{
+    report.finish(paths);
+    m_host.report(report);
 }
 
 } // namespace tarvel4

@@ -13,6 +13,7 @@ QT_END_NAMESPACE
 namespace tarvel4 {
 
 class Database;
+class JobReport;
 class Journal;
 class UserSongsRelTableModel;
 class Volume;
@@ -58,6 +59,8 @@ public:
 private:
     bool updateSongs();
     bool makeBackup();
+    void copyTo(const QString &dir);
+    void tellReport(JobReport &report, const QStringList &paths);
 
     Widgets m_widgets;
     Database &m_db;

@@ -7,6 +7,7 @@
 #include "ui/dataeditdialog.h"
 #include "ui/helpdialog.h"
 #include "ui/indexdialog.h"
+#include "ui/jobreports.h"
 #include "ui/librarysteps.h"
 #include "ui/songactions.h"
 #include "ui/songdebug.h"
@@ -57,6 +58,9 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
                                                                    ui->userLibraryTableView},
                                              m_db, m_host, m_journal, *m_volume);
     m_steps->setCopyrightAskChanged([this] { tickCopyright(); });
+    m_reports = std::make_unique<JobReports>(JobReports::Widgets{
+        ui->songsSplitter, ui->reportPanel, ui->actionReport, ui->userLibraryTableView});
+    m_host.setReportTaker([this](const JobReport &report) { m_reports->take(report); });
     connect(ui->actionUndo, &QAction::triggered, this, [this] {
         UndoChanges(*ui->userLibraryTableView, m_model, m_host, m_journal).undoLast();
     });
@@ -92,6 +96,7 @@ void MainWindow::setUpTable()
     SongTable::setUp(*table, *m_model);
     SongTable::resizeColumns(*table);
     m_steps->setModel(m_model);
+    m_reports->setModel(m_model);
     m_songActions = std::make_unique<SongActions>(*table, m_db, *m_model, m_host, m_journal);
     connect(ui->actionEditMany, &QAction::triggered, this, [this] { m_songActions->editMany(); });
 }

@@ -17,6 +17,7 @@ namespace tarvel4 {
 namespace Ui {
 class MainWindow;
 }
+class JobReports;
 class LibrarySteps;
 class SongActions;
 class SongIntake;
@@ -88,6 +89,7 @@ private:
     std::unique_ptr<LibrarySteps> m_steps;
     std::unique_ptr<SongIntake> m_intake;
     std::function<void()> m_whenShown; ///< called once the window is on show
+    std::unique_ptr<JobReports> m_reports;
     std::unique_ptr<SongActions> m_songActions; ///< null without a model
     bool m_wasPainted = false;
     QTranslator m_translator;

@@ -3,6 +3,7 @@
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
 #include "library/editjob.h"
+#include "library/jobreport.h"
 #include "library/songrows.h"
 #include "songs/metasong.h"
 #include "ui/dataeditdialog.h"
@@ -107,18 +108,24 @@ bool ManualEdit::saveTo(SongEdit &song, const SongInfo &edited, const DataEditDi
     bool isSaved = false;
     const ApplyToAll fields{dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
                             dialog.applyToAllGenre(), dialog.applyToAllTitle()};
+    JobReport report(JobReport::Job::Edit);
     SaveRun saves(Disk::real(), &m_journal, QStringLiteral("edit"));
-    song.save(edited, saves, [&](const SongOutcome &saved) {
+    song.save(edited, saves, report.observe([&](const SongOutcome &saved) {
         SongRows::showEdit(m_model, m_row, saved);
         isSaved = !saved.isFailure();
         summary.add(saved);
-    });
+    }));
     saves.commit();
-    if (fields.any())
+    if (fields.any()) {
+        const QStringList paths = SongRows::paths(m_model);
         summary.add(EditJob(m_host, saves)
-                        .run(SongRows::paths(m_model), fields.changeFrom(edited),
-                             SongRows::edited(m_model, m_row), m_row));
+                        .run(paths, fields.changeFrom(edited),
+                             report.observe(SongRows::edited(m_model, m_row)), m_row));
+        report.finish(paths);
+    }
     m_host.endProgress();
+    if (fields.any()) // what became of one song alone, its row tells
+        m_host.report(report);
     return isSaved;
 }
 

@@ -1,5 +1,6 @@
 #include "ui/undochanges.h"
 
+#include "library/jobreport.h"
 #include "library/songpath.h"
 #include "library/songrows.h"
 #include "library/undojob.h"
@@ -55,7 +56,7 @@ void UndoChanges::askAndUndo()
         paths += song.path;
     paths.removeDuplicates();
     if (ask(last, paths))
-        undo(last, static_cast<int>(paths.size()));
+        undo(last, paths);
 }
 
 bool UndoChanges::ask(const JournalRun &run, const QStringList &paths) const
@@ -101,27 +102,30 @@ QString UndoChanges::firstOf(const QStringList &paths)
     return names.join(QLatin1Char('\n'));
 }
 
-void UndoChanges::undo(const JournalRun &run, int songs)
+void UndoChanges::undo(const JournalRun &run, const QStringList &paths)
 {
     const SongObserver show = m_model ? SongRows::restored(*m_model) : SongObserver();
+    JobReport report(JobReport::Job::Undo);
     QSet<QString> restored; // a run may have written a song twice
     QStringList failed;
     QStringList problems;
     {
         SaveRun saves(Disk::real(), &m_journal, QStringLiteral("undo"));
+        const SongObserver note = report.observe(show);
         const auto observe = [&](const SongOutcome &song) {
+            note(song);
             if (song.isFailure())
                 failed += song.path;
             else
                 restored += song.path;
-            if (show)
-                show(song);
         };
         problems = UndoJob(m_host, saves).undo(m_journal, run.id, observe).problems;
     }
+    report.finish(paths);
+    m_host.report(report);
     if (m_model)
         SongTable::resizeColumns(m_table);
-    tellResult(static_cast<int>(restored.size()), songs, failed, problems);
+    tellResult(static_cast<int>(restored.size()), static_cast<int>(paths.size()), failed, problems);
 }
 
 void UndoChanges::tellResult(int restored, int songs, const QStringList &failed,

@@ -32,7 +32,7 @@ private:
     bool ask(const JournalRun &run, const QStringList &paths) const;
     static QString kindOf(const JournalRun &run);
     static QString firstOf(const QStringList &paths);
-    void undo(const JournalRun &run, int songs);
+    void undo(const JournalRun &run, const QStringList &paths);
     void tellResult(int restored, int songs, const QStringList &failed,
                     const QStringList &problems);
 

@@ -7,10 +7,12 @@
 #include <QCoreApplication>
 #include <QMessageBox>
 
+#include <functional>
 #include <memory>
 
 namespace tarvel4 {
 
+class JobReport;
 class Journal;
 class NoCopyrightDialog;
 class ProgressDialog;
@@ -47,6 +49,18 @@ public:
     void warning(const QString &title, const QString &text, const QStringList &details) override;
     void critical(const QString &title, const QString &text, const QStringList &details) override;
 
+    /** \a take gets the report of each job that ended. */
+    void setReportTaker(std::function<void(const JobReport &)> take)
+    {
+        m_takeReport = std::move(take);
+    }
+    /** Hands on what a job did; shows nothing that asks for an answer. */
+    void report(const JobReport &report) const
+    {
+        if (m_takeReport)
+            m_takeReport(report);
+    }
+
     /** Puts in order what was cut short, also what waits beside \a files, and tells it; the first
      * step of everything that reads or writes songs. */
     void finishSaves(Journal &journal, const QStringList &files = {});
@@ -67,6 +81,7 @@ private:
 
     QWidget *m_window;
     std::unique_ptr<ProgressDialog> m_progressDialog;
+    std::function<void(const JobReport &)> m_takeReport;
     bool m_stopped = false;
     QStringList m_putRight; ///< of songs whose save was cut short: a sentence each
     QStringList m_waiting;

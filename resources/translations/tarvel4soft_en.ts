@@ -588,6 +588,61 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>FieldTexts</name>
+    <message>
+        <source>Titolo</source>
+        <translation>Title</translation>
+    </message>
+    <message>
+        <source>Interprete</source>
+        <translation>Artist</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genre</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Author</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Length</translation>
+    </message>
+    <message>
+        <source>Tempo (BPM)</source>
+        <translation>Tempo (BPM)</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Key</translation>
+    </message>
+    <message>
+        <source>Pubblicata da K-Varo</source>
+        <translation>Published by K-Varo</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Markers</translation>
+    </message>
+    <message>
+        <source>Nome lungo</source>
+        <translation>Long name</translation>
+    </message>
+    <message>
+        <source>Indicatori MFx</source>
+        <translation>MFx flags</translation>
+    </message>
+    <message>
+        <source>sì</source>
+        <translation>yes</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>no</translation>
+    </message>
+</context>
+<context>
     <name>FileFacts</name>
     <message>
         <source>%1 byte, %2</source>
@@ -741,6 +796,209 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     <message>
         <source>Il testo non è in maiuscolo o ha spazi attorno</source>
         <translation>The text is not in upper case, or has blanks around it</translation>
+    </message>
+</context>
+<context>
+    <name>JobReport</name>
+    <message>
+        <source>non letta</source>
+        <translation>not read</translation>
+    </message>
+    <message>
+        <source>non lette</source>
+        <translation>not read</translation>
+    </message>
+    <message>
+        <source>con la grafica (.cdg) non copiata</source>
+        <translation>with the graphics (.cdg) not copied</translation>
+    </message>
+    <message>
+        <source>problema della memoria</source>
+        <translation>problem of the memory</translation>
+    </message>
+    <message>
+        <source>problemi della memoria</source>
+        <translation>problems of the memory</translation>
+    </message>
+    <message>
+        <source>non raggiunta</source>
+        <translation>not reached</translation>
+    </message>
+    <message>
+        <source>non raggiunte</source>
+        <translation>not reached</translation>
+    </message>
+    <message>
+        <source>non nel catalogo</source>
+        <translation>not in the catalogue</translation>
+    </message>
+    <message>
+        <source>non pubblicata da K-Varo</source>
+        <translation>not published by K-Varo</translation>
+    </message>
+    <message>
+        <source>non pubblicate da K-Varo</source>
+        <translation>not published by K-Varo</translation>
+    </message>
+    <message>
+        <source>da confermare</source>
+        <translation>to be confirmed</translation>
+    </message>
+    <message>
+        <source>già presente</source>
+        <translation>already there</translation>
+    </message>
+    <message>
+        <source>già presenti</source>
+        <translation>already there</translation>
+    </message>
+    <message>
+        <source>sostituita</source>
+        <translation>replaced</translation>
+    </message>
+    <message>
+        <source>sostituite</source>
+        <translation>replaced</translation>
+    </message>
+    <message>
+        <source>aggiornata</source>
+        <translation>updated</translation>
+    </message>
+    <message>
+        <source>aggiornate</source>
+        <translation>updated</translation>
+    </message>
+    <message>
+        <source>corretta</source>
+        <translation>edited</translation>
+    </message>
+    <message>
+        <source>corrette</source>
+        <translation>edited</translation>
+    </message>
+    <message>
+        <source>tornata com&apos;era</source>
+        <translation>as it was before</translation>
+    </message>
+    <message>
+        <source>tornate com&apos;erano</source>
+        <translation>as they were before</translation>
+    </message>
+    <message>
+        <source>copiata</source>
+        <translation>copied</translation>
+    </message>
+    <message>
+        <source>copiate</source>
+        <translation>copied</translation>
+    </message>
+    <message>
+        <source>importata</source>
+        <translation>imported</translation>
+    </message>
+    <message>
+        <source>importate</source>
+        <translation>imported</translation>
+    </message>
+    <message>
+        <source>già completa</source>
+        <translation>already complete</translation>
+    </message>
+    <message>
+        <source>già complete</source>
+        <translation>already complete</translation>
+    </message>
+    <message>
+        <source>il lavoro si è fermato prima</source>
+        <translation>the job stopped before it</translation>
+    </message>
+    <message>
+        <source>nel catalogo non c&apos;è né il nome del file né il titolo</source>
+        <translation>the catalogue has neither its file name nor its title</translation>
+    </message>
+    <message>
+        <source>lasciata com&apos;era, come hai scelto</source>
+        <translation>left as it was, as you chose</translation>
+    </message>
+    <message>
+        <source>non pubblicata da K-Varo: prima di cambiarla ti viene chiesto</source>
+        <translation>not published by K-Varo: you are asked before it is changed</translation>
+    </message>
+    <message>
+        <source>il file che c&apos;era già è rimasto, come hai scelto</source>
+        <translation>the file that was there was kept, as you chose</translation>
+    </message>
+    <message>
+        <source>un&apos;altra song con lo stesso nome ha preso il suo posto</source>
+        <translation>another song of the same name took its place</translation>
+    </message>
+    <message>
+        <source>il catalogo non aggiunge nulla</source>
+        <translation>the catalogue adds nothing</translation>
+    </message>
+    <message>
+        <source>Importazione</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Sincronizzazione</source>
+        <translation>Synchronisation</translation>
+    </message>
+    <message>
+        <source>Anteprima della sincronizzazione</source>
+        <translation>Preview of the synchronisation</translation>
+    </message>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Transfer</translation>
+    </message>
+    <message>
+        <source>Correzione</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>Annullamento</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>nessuna song</source>
+        <translation>no songs</translation>
+    </message>
+    <message>
+        <source>da aggiornare</source>
+        <translation>to be updated</translation>
+    </message>
+    <message>
+        <source>che non si può salvare</source>
+        <translation>that cannot be saved</translation>
+    </message>
+    <message>
+        <source>che non si possono salvare</source>
+        <translation>that cannot be saved</translation>
+    </message>
+    <message>
+        <source>non copiata</source>
+        <translation>not copied</translation>
+    </message>
+    <message>
+        <source>non copiate</source>
+        <translation>not copied</translation>
+    </message>
+    <message>
+        <source>non tornata com&apos;era</source>
+        <translation>not put back</translation>
+    </message>
+    <message>
+        <source>non tornate com&apos;erano</source>
+        <translation>not put back</translation>
+    </message>
+    <message>
+        <source>non salvata</source>
+        <translation>not saved</translation>
+    </message>
+    <message>
+        <source>non salvate</source>
+        <translation>not saved</translation>
     </message>
 </context>
 <context>
@@ -1217,6 +1475,21 @@ Songs: %3</translation>
     </message>
 </context>
 <context>
+    <name>UpdatePreview</name>
+    <message>
+        <source>Anteprima</source>
+        <translation>Preview</translation>
+    </message>
+    <message>
+        <source>Cerco che cosa cambierebbe...</source>
+        <translation>Looking for what would change...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Cancel</translation>
+    </message>
+</context>
+<context>
     <name>WindowHost</name>
     <message>
         <source>%1 di %2</source>
@@ -1550,6 +1823,13 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
 </context>
 <context>
+    <name>tarvel4::GroupFilter</name>
+    <message>
+        <source>tutte</source>
+        <translation>all</translation>
+    </message>
+</context>
+<context>
     <name>tarvel4::HelpDialog</name>
     <message>
         <source>Aiuto Tarvel4 Soft</source>
@@ -1664,6 +1944,17 @@ See the report for details.</translation>
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
         <translation>The operation failed.
 Make sure that the disk has enough free space and is not write-protected.</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::JobReports</name>
+    <message>
+        <source>Questa song non è nella tabella: %1</source>
+        <translation>This song is not in the table: %1</translation>
+    </message>
+    <message>
+        <source>La riga di questa song ora è nascosta: %1</source>
+        <translation>The row of this song is hidden now: %1</translation>
     </message>
 </context>
 <context>
@@ -1816,6 +2107,10 @@ Tarvel&apos;s memory</translation>
         <source>Importa una cartella...</source>
         <translation>Import a folder...</translation>
     </message>
+    <message>
+        <source>Mostra l&apos;ultimo resoconto</source>
+        <translation>Show the last report</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::NoCopyrightDialog</name>
@@ -1893,6 +2188,80 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>File non letti</source>
         <translation>Files that were not read</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::ReportModel</name>
+    <message>
+        <source>Esito</source>
+        <translation>Outcome</translation>
+    </message>
+    <message>
+        <source>Nome file</source>
+        <translation>File name</translation>
+    </message>
+    <message>
+        <source>Dettagli</source>
+        <translation>Details</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::ReportPanel</name>
+    <message>
+        <source>Resoconto dell&apos;ultimo lavoro</source>
+        <translation>Report of the last job</translation>
+    </message>
+    <message>
+        <source>Quali song elencare</source>
+        <translation>Which songs to list</translation>
+    </message>
+    <message>
+        <source>Quali song del resoconto elencare</source>
+        <translation>Which songs of the report to list</translation>
+    </message>
+    <message>
+        <source>Salva come testo...</source>
+        <translation>Save as text...</translation>
+    </message>
+    <message>
+        <source>Salva il resoconto come testo</source>
+        <translation>Save the report as text</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Chiudi il resoconto (Esc)</source>
+        <translation>Close the report (Esc)</translation>
+    </message>
+    <message>
+        <source>Chiudi il resoconto</source>
+        <translation>Close the report</translation>
+    </message>
+    <message>
+        <source>Song del resoconto</source>
+        <translation>Songs of the report</translation>
+    </message>
+    <message>
+        <source>Invio porta alla riga della song</source>
+        <translation>Enter leads to the row of the song</translation>
+    </message>
+    <message>
+        <source>resoconto</source>
+        <translation>report</translation>
+    </message>
+    <message>
+        <source>Testo (*.txt)</source>
+        <translation>Text (*.txt)</translation>
+    </message>
+    <message>
+        <source>Salvato in %1</source>
+        <translation>Saved as %1</translation>
+    </message>
+    <message>
+        <source>Il resoconto non è stato salvato.</source>
+        <translation>The report was not saved.</translation>
     </message>
 </context>
 <context>

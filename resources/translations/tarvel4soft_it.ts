@@ -588,6 +588,61 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>FieldTexts</name>
+    <message>
+        <source>Titolo</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Interprete</source>
+        <translation>Interprete</translation>
+    </message>
+    <message>
+        <source>Genere</source>
+        <translation>Genere</translation>
+    </message>
+    <message>
+        <source>Autore</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Durata</source>
+        <translation>Durata</translation>
+    </message>
+    <message>
+        <source>Tempo (BPM)</source>
+        <translation>Tempo (BPM)</translation>
+    </message>
+    <message>
+        <source>Tonalità</source>
+        <translation>Tonalità</translation>
+    </message>
+    <message>
+        <source>Pubblicata da K-Varo</source>
+        <translation>Pubblicata da K-Varo</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>Nome lungo</source>
+        <translation>Nome lungo</translation>
+    </message>
+    <message>
+        <source>Indicatori MFx</source>
+        <translation>Indicatori MFx</translation>
+    </message>
+    <message>
+        <source>sì</source>
+        <translation>sì</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>no</translation>
+    </message>
+</context>
+<context>
     <name>FileFacts</name>
     <message>
         <source>%1 byte, %2</source>
@@ -741,6 +796,209 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     <message>
         <source>Il testo non è in maiuscolo o ha spazi attorno</source>
         <translation>Il testo non è in maiuscolo o ha spazi attorno</translation>
+    </message>
+</context>
+<context>
+    <name>JobReport</name>
+    <message>
+        <source>non letta</source>
+        <translation>non letta</translation>
+    </message>
+    <message>
+        <source>non lette</source>
+        <translation>non lette</translation>
+    </message>
+    <message>
+        <source>con la grafica (.cdg) non copiata</source>
+        <translation>con la grafica (.cdg) non copiata</translation>
+    </message>
+    <message>
+        <source>problema della memoria</source>
+        <translation>problema della memoria</translation>
+    </message>
+    <message>
+        <source>problemi della memoria</source>
+        <translation>problemi della memoria</translation>
+    </message>
+    <message>
+        <source>non raggiunta</source>
+        <translation>non raggiunta</translation>
+    </message>
+    <message>
+        <source>non raggiunte</source>
+        <translation>non raggiunte</translation>
+    </message>
+    <message>
+        <source>non nel catalogo</source>
+        <translation>non nel catalogo</translation>
+    </message>
+    <message>
+        <source>non pubblicata da K-Varo</source>
+        <translation>non pubblicata da K-Varo</translation>
+    </message>
+    <message>
+        <source>non pubblicate da K-Varo</source>
+        <translation>non pubblicate da K-Varo</translation>
+    </message>
+    <message>
+        <source>da confermare</source>
+        <translation>da confermare</translation>
+    </message>
+    <message>
+        <source>già presente</source>
+        <translation>già presente</translation>
+    </message>
+    <message>
+        <source>già presenti</source>
+        <translation>già presenti</translation>
+    </message>
+    <message>
+        <source>sostituita</source>
+        <translation>sostituita</translation>
+    </message>
+    <message>
+        <source>sostituite</source>
+        <translation>sostituite</translation>
+    </message>
+    <message>
+        <source>aggiornata</source>
+        <translation>aggiornata</translation>
+    </message>
+    <message>
+        <source>aggiornate</source>
+        <translation>aggiornate</translation>
+    </message>
+    <message>
+        <source>corretta</source>
+        <translation>corretta</translation>
+    </message>
+    <message>
+        <source>corrette</source>
+        <translation>corrette</translation>
+    </message>
+    <message>
+        <source>tornata com'era</source>
+        <translation>tornata com'era</translation>
+    </message>
+    <message>
+        <source>tornate com'erano</source>
+        <translation>tornate com'erano</translation>
+    </message>
+    <message>
+        <source>copiata</source>
+        <translation>copiata</translation>
+    </message>
+    <message>
+        <source>copiate</source>
+        <translation>copiate</translation>
+    </message>
+    <message>
+        <source>importata</source>
+        <translation>importata</translation>
+    </message>
+    <message>
+        <source>importate</source>
+        <translation>importate</translation>
+    </message>
+    <message>
+        <source>già completa</source>
+        <translation>già completa</translation>
+    </message>
+    <message>
+        <source>già complete</source>
+        <translation>già complete</translation>
+    </message>
+    <message>
+        <source>il lavoro si è fermato prima</source>
+        <translation>il lavoro si è fermato prima</translation>
+    </message>
+    <message>
+        <source>nel catalogo non c'è né il nome del file né il titolo</source>
+        <translation>nel catalogo non c'è né il nome del file né il titolo</translation>
+    </message>
+    <message>
+        <source>lasciata com'era, come hai scelto</source>
+        <translation>lasciata com'era, come hai scelto</translation>
+    </message>
+    <message>
+        <source>non pubblicata da K-Varo: prima di cambiarla ti viene chiesto</source>
+        <translation>non pubblicata da K-Varo: prima di cambiarla ti viene chiesto</translation>
+    </message>
+    <message>
+        <source>il file che c'era già è rimasto, come hai scelto</source>
+        <translation>il file che c'era già è rimasto, come hai scelto</translation>
+    </message>
+    <message>
+        <source>un'altra song con lo stesso nome ha preso il suo posto</source>
+        <translation>un'altra song con lo stesso nome ha preso il suo posto</translation>
+    </message>
+    <message>
+        <source>il catalogo non aggiunge nulla</source>
+        <translation>il catalogo non aggiunge nulla</translation>
+    </message>
+    <message>
+        <source>Importazione</source>
+        <translation>Importazione</translation>
+    </message>
+    <message>
+        <source>Sincronizzazione</source>
+        <translation>Sincronizzazione</translation>
+    </message>
+    <message>
+        <source>Anteprima della sincronizzazione</source>
+        <translation>Anteprima della sincronizzazione</translation>
+    </message>
+    <message>
+        <source>Trasferimento</source>
+        <translation>Trasferimento</translation>
+    </message>
+    <message>
+        <source>Correzione</source>
+        <translation>Correzione</translation>
+    </message>
+    <message>
+        <source>Annullamento</source>
+        <translation>Annullamento</translation>
+    </message>
+    <message>
+        <source>nessuna song</source>
+        <translation>nessuna song</translation>
+    </message>
+    <message>
+        <source>da aggiornare</source>
+        <translation>da aggiornare</translation>
+    </message>
+    <message>
+        <source>che non si può salvare</source>
+        <translation>che non si può salvare</translation>
+    </message>
+    <message>
+        <source>che non si possono salvare</source>
+        <translation>che non si possono salvare</translation>
+    </message>
+    <message>
+        <source>non copiata</source>
+        <translation>non copiata</translation>
+    </message>
+    <message>
+        <source>non copiate</source>
+        <translation>non copiate</translation>
+    </message>
+    <message>
+        <source>non tornata com'era</source>
+        <translation>non tornata com'era</translation>
+    </message>
+    <message>
+        <source>non tornate com'erano</source>
+        <translation>non tornate com'erano</translation>
+    </message>
+    <message>
+        <source>non salvata</source>
+        <translation>non salvata</translation>
+    </message>
+    <message>
+        <source>non salvate</source>
+        <translation>non salvate</translation>
     </message>
 </context>
 <context>
@@ -1217,6 +1475,21 @@ Song: %3</translation>
     </message>
 </context>
 <context>
+    <name>UpdatePreview</name>
+    <message>
+        <source>Anteprima</source>
+        <translation>Anteprima</translation>
+    </message>
+    <message>
+        <source>Cerco che cosa cambierebbe...</source>
+        <translation>Cerco che cosa cambierebbe...</translation>
+    </message>
+    <message>
+        <source>Interrompi</source>
+        <translation>Interrompi</translation>
+    </message>
+</context>
+<context>
     <name>WindowHost</name>
     <message>
         <source>%1 di %2</source>
@@ -1550,6 +1823,13 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
 </context>
 <context>
+    <name>tarvel4::GroupFilter</name>
+    <message>
+        <source>tutte</source>
+        <translation>tutte</translation>
+    </message>
+</context>
+<context>
     <name>tarvel4::HelpDialog</name>
     <message>
         <source>Aiuto Tarvel4 Soft</source>
@@ -1664,6 +1944,17 @@ Consultare il report per maggiori informazioni.</translation>
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
         <translation>Operazione non riuscita.
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::JobReports</name>
+    <message>
+        <source>Questa song non è nella tabella: %1</source>
+        <translation>Questa song non è nella tabella: %1</translation>
+    </message>
+    <message>
+        <source>La riga di questa song ora è nascosta: %1</source>
+        <translation>La riga di questa song ora è nascosta: %1</translation>
     </message>
 </context>
 <context>
@@ -1816,6 +2107,10 @@ memoria di Tarvel</translation>
         <source>Importa una cartella...</source>
         <translation>Importa una cartella...</translation>
     </message>
+    <message>
+        <source>Mostra l'ultimo resoconto</source>
+        <translation>Mostra l'ultimo resoconto</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::NoCopyrightDialog</name>
@@ -1893,6 +2188,80 @@ memoria di Tarvel</translation>
     <message>
         <source>File non letti</source>
         <translation>File non letti</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::ReportModel</name>
+    <message>
+        <source>Esito</source>
+        <translation>Esito</translation>
+    </message>
+    <message>
+        <source>Nome file</source>
+        <translation>Nome file</translation>
+    </message>
+    <message>
+        <source>Dettagli</source>
+        <translation>Dettagli</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::ReportPanel</name>
+    <message>
+        <source>Resoconto dell'ultimo lavoro</source>
+        <translation>Resoconto dell'ultimo lavoro</translation>
+    </message>
+    <message>
+        <source>Quali song elencare</source>
+        <translation>Quali song elencare</translation>
+    </message>
+    <message>
+        <source>Quali song del resoconto elencare</source>
+        <translation>Quali song del resoconto elencare</translation>
+    </message>
+    <message>
+        <source>Salva come testo...</source>
+        <translation>Salva come testo...</translation>
+    </message>
+    <message>
+        <source>Salva il resoconto come testo</source>
+        <translation>Salva il resoconto come testo</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Chiudi il resoconto (Esc)</source>
+        <translation>Chiudi il resoconto (Esc)</translation>
+    </message>
+    <message>
+        <source>Chiudi il resoconto</source>
+        <translation>Chiudi il resoconto</translation>
+    </message>
+    <message>
+        <source>Song del resoconto</source>
+        <translation>Song del resoconto</translation>
+    </message>
+    <message>
+        <source>Invio porta alla riga della song</source>
+        <translation>Invio porta alla riga della song</translation>
+    </message>
+    <message>
+        <source>resoconto</source>
+        <translation>resoconto</translation>
+    </message>
+    <message>
+        <source>Testo (*.txt)</source>
+        <translation>Testo (*.txt)</translation>
+    </message>
+    <message>
+        <source>Salvato in %1</source>
+        <translation>Salvato in %1</translation>
+    </message>
+    <message>
+        <source>Il resoconto non è stato salvato.</source>
+        <translation>Il resoconto non è stato salvato.</translation>
     </message>
 </context>
 <context>

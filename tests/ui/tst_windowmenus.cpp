@@ -44,9 +44,10 @@ private Q_SLOTS:
         row("menuStrumenti",
             "optimizeMemory Rigenera il database delle song|actionSongsList Salva lista delle song|"
             "separator |actionUndo Annulla l'ultima modifica...|actionEditMany Modifica più "
-            "song...",
+            "song...|separator |actionReport Mostra l'ultimo resoconto",
             "optimizeMemory Rebuild the song database|actionSongsList Save the song list|"
-            "separator |actionUndo Undo the last change...|actionEditMany Edit several songs...");
+            "separator |actionUndo Undo the last change...|actionEditMany Edit several songs...|"
+            "separator |actionReport Show the last report");
         row("menuHelp",
             "actionContents Aiuto Tarvel4 Soft|actionAbout Informazioni|"
             "actionAbout_QT Informazioni su QT",

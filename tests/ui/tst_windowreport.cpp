@@ -1,0 +1,375 @@
+#include "library/importjob.h"
+#include "tests/ui/progresswatcher.h"
+#include "tests/ui/undotest.h"
+#include "ui/reportpanel.h"
+
+#include <QAccessible>
+#include <QComboBox>
+#include <QElapsedTimer>
+
+using namespace tarvel4;
+using namespace TestFiles;
+
+/** After each job the window can tell what became of each song, in a panel that asks nothing. */
+class tst_WindowReport : public UndoTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        makeFolder();
+        openWindowWithoutSummaries();
+    }
+    void cleanup() { closeWindow(); }
+
+    void nothingIsShownBeforeTheFirstJob()
+    {
+        QVERIFY(!panel()->isVisible());
+        QVERIFY(!find<QAction>("actionReport")->isEnabled());
+    }
+
+    void everyJobIsReported_data()
+    {
+        const Table<QString, QString> row;
+        row("an import", "import", "Importazione: 6 importate");
+        row("a synchronisation", "sync", "Sincronizzazione: 6 aggiornate");
+        row("a transfer", "transfer", "Trasferimento: 2 già presenti, 4 copiate");
+        row("an edit of all", "edit all", "Correzione: 6 corrette");
+        row("an undo", "undo", "Annullamento: 6 tornate com'erano");
+        row("an edit of one song leaves the report of the job before", "edit",
+            "Importazione: 6 importate");
+    }
+    void everyJobIsReported()
+    {
+        const auto [job, expected] = cells<QString, QString>();
+        import(everyFormat());
+        if (job == text("transfer")) {
+            write(path("card/songs/volare.mid"), "theirs");
+            write(path("card/songs/volare.mp3"), "theirs");
+            answerQuestions(text("no no"));
+            m_driver->answerBox(QMessageBox::Ok);
+            transferTo(path("card"));
+        } else if (job == text("undo")) {
+            make(text("sync"));
+            undo();
+        } else if (job != text("import")) {
+            make(job);
+        }
+        QVERIFY2(!panel()->isVisible(), "a job without failures opens nothing");
+        QVERIFY(find<QAction>("actionReport")->isEnabled());
+        trigger("actionReport");
+        QVERIFY(panel()->isVisible());
+        QCOMPARE(heading(), expected);
+    }
+
+    void noReportOfAJobThatDidNotBegin()
+    {
+        import({addSong("VOLARE.mid", "a")});
+        m_driver->click<BackupDialog>("abortPushButton");
+        press("updateDataToolButton");
+        trigger("actionReport");
+        QCOMPARE(heading(), text("Importazione: 1 importata"));
+        m_isSystemDisk = true;
+        m_driver->answerBox(QMessageBox::Ok);
+        transferTo(path("card"));
+        QCOMPARE(heading(), text("Importazione: 1 importata"));
+    }
+
+    /** Without a box of its own: the driver expects none. */
+    void failureOpensThePanel()
+    {
+        const QString bad = write(path("songs/bad.mid"), "rubbish");
+        import({addSong("VOLARE.mid", "a"), bad});
+        QVERIFY(panel()->isVisible());
+        QVERIFY2(!list()->hasFocus(), "the focus stays where it was");
+        QCOMPARE(heading(), text("Importazione: 1 non letta, 1 importata"));
+        QCOMPARE(cell(0, 0), text("non letta"));
+        QCOMPARE(cell(0, 1), text("bad.mid"));
+        const Outcome notASong = ImportJob::read(bad).cause;
+        QCOMPARE(cell(0, 2), notASong.sentence());
+        QCOMPARE(rows(), 2);
+        QCoreApplication::processEvents();
+        QVERIFY2(list()->viewport()->height() >= 2 * list()->rowHeight(0), "two lines are seen");
+        QVERIFY(table()->viewport()->height() >= 2 * table()->rowHeight(0));
+    }
+
+    void openPanelFollowsTheNextJob()
+    {
+        import({addSong("VOLARE.mid", "a"), addSong("nobody.mid", "b"), addSong("x.mid", "c")});
+        trigger("actionReport");
+        make(text("sync"));
+        QCOMPARE(heading(), text("Sincronizzazione: 2 non nel catalogo, 1 aggiornata"));
+        QCOMPARE(cell(2, 2), text("Interprete, Genere, Autore, Durata, Tempo (BPM), Tonalità"));
+    }
+
+    void cancelledJobTellsWhatItDidNotReach()
+    {
+        import(everyFormat());
+        ProgressWatcher watcher;
+        watcher.onValue = [](QProgressDialog &dialog, int value) {
+            if (value == 2)
+                ProgressWatcher::cancel(dialog);
+        };
+        make(text("sync"));
+        trigger("actionReport");
+        QCOMPARE(heading(), text("Sincronizzazione: 4 non raggiunte, 2 aggiornate"));
+    }
+
+    void copyThatFailsGivesItsCause()
+    {
+        const QString song = addSong("VOLARE.mid", "a");
+        import({song});
+        write(path("card/songs/VOLARE.mid/x"), "a folder has its name");
+        answerQuestions(text("yes"));
+        m_driver->answerBox(QMessageBox::Ok);
+        transferTo(path("card"));
+        QVERIFY(panel()->isVisible());
+        QCOMPARE(heading(), text("Trasferimento: 1 non copiata"));
+        QVERIFY(!cell(0, 2).isEmpty());
+    }
+
+    void companionsTroubleIsNamed()
+    {
+        using SongBytes::audio;
+        using SongBytes::frame;
+        using SongBytes::tag;
+        const QString song = write(path("songs/a.mp3"), tag(frame("TIT2", "A")) + audio());
+        write(path("songs/a.cdg"), "graphics");
+        write(path("card/songs/a.cdg"), "theirs");
+        import({song});
+        m_driver->answerBox(QMessageBox::Ok);
+        transferTo(path("card"));
+        QCOMPARE(heading(), text("Trasferimento: 1 con la grafica (.cdg) non copiata"));
+        QCOMPARE(cell(0, 2), text("a.cdg: esiste già"));
+    }
+
+    void songThatAnotherReplacedIsNotCalledCopied()
+    {
+        import({addSong("one/a.mid", "A"), addSong("two/a.mid", "B")});
+        answerQuestions(text("yes"));
+        m_driver->answerBox(QMessageBox::Ok);
+        transferTo(path("card"));
+        trigger("actionReport");
+        QCOMPARE(heading(), text("Trasferimento: 1 sostituita, 1 copiata"));
+        QVERIFY(read(path("card/songs/a.mid")) == read(path("songs/two/a.mid")));
+    }
+
+    void memoryThatCantBePreparedIsNamed()
+    {
+        import({addSong("a.mid", "A")});
+        write(path("card/fsinfos.id3/x"), "a folder has its name");
+        m_driver->answerBox(QMessageBox::Ok);
+        transferTo(path("card"));
+        QVERIFY(panel()->isVisible());
+        QCOMPARE(heading(), text("Trasferimento: 1 problema della memoria, 1 copiata"));
+        QVERIFY2(cell(0, 2).contains(text("fsinfos.id3: ")), qPrintable(cell(0, 2)));
+        pressEnterOn(0); // leads nowhere, and says nothing untrue
+        QVERIFY(hint().isEmpty());
+    }
+
+    void lineLeadsToItsRow_data()
+    {
+        const Table<bool> row;
+        row("a click leaves the focus on the list", true);
+        row("Enter takes the focus to the row", false);
+    }
+    void lineLeadsToItsRow()
+    {
+        const auto [isClick] = cells<bool>();
+        QStringList songs;
+        for (int i = 0; i < 60; ++i)
+            songs += addSong("song" + QByteArray::number(100 + i) + ".mid", "t");
+        import(songs);
+        trigger("actionReport");
+        QVERIFY(activate(*m_window));
+        table()->sortByColumn(Name, Qt::DescendingOrder);
+        list()->setFocus();
+        if (isClick)
+            QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                              list()->visualRect(list()->model()->index(1, 1)).center());
+        else
+            pressEnterOn(1);
+        const QModelIndexList selected = table()->selectionModel()->selectedRows(Name);
+        QCOMPARE(selected.size(), 1);
+        QCOMPARE(selected.first().data().toString(), text("song101.mid"));
+        const QPoint place = table()->visualRect(selected.first()).center();
+        QVERIFY(place.y() > 0 && place.y() < table()->viewport()->height());
+        QCOMPARE(list()->hasFocus(), isClick);
+        QCOMPARE(table()->hasFocus(), !isClick);
+        QVERIFY(hint().isEmpty());
+    }
+
+    void lineWithoutARowSaysSo()
+    {
+        const QString bad = write(path("songs/bad.mid"), "rubbish");
+        import({addSong("VOLARE.mid", "a"), bad});
+        pressEnterOn(0, Qt::Key_Enter);
+        QCOMPARE(hint(), text("Questa song non è nella tabella: ") + QDir::toNativeSeparators(bad));
+        table()->setRowHidden(0, true);
+        pressEnterOn(1);
+        QVERIFY2(hint().startsWith(text("La riga di questa song ora è nascosta: ")),
+                 qPrintable(hint()));
+    }
+
+    void filterListsOneOutcome()
+    {
+        import({addSong("VOLARE.mid", "a"), addSong("nobody.mid", "b"), addSong("x.mid", "c")});
+        make(text("sync"));
+        trigger("actionReport");
+        auto *filter = find<QComboBox>("reportFilterComboBox");
+        QStringList offered;
+        for (int i = 0; i < filter->count(); ++i)
+            offered += filter->itemText(i);
+        QCOMPARE(offered.join(QLatin1Char('|')),
+                 text("Tutte (3)|Non nel catalogo (2)|Aggiornate (1)"));
+        filter->setCurrentIndex(1);
+        QCOMPARE(rows(), 2);
+        QCOMPARE(cell(1, 1), text("x.mid"));
+        filter->setCurrentIndex(2);
+        QCOMPARE(rows(), 1);
+        QCOMPARE(cell(0, 1), text("VOLARE.mid"));
+        pressEnterOn(0);
+        QCOMPARE(table()->currentIndex().row(), 0);
+        filter->setCurrentIndex(0);
+        QCOMPARE(rows(), 3);
+    }
+
+    void reportIsSavedAsText()
+    {
+        import({addSong("VOLARE.mid", "a"), write(path("songs/bad.mid"), "rubbish")});
+        m_driver->chooseFiles({path("report.txt")});
+        press("reportSavePushButton");
+        const QString saved = QString::fromUtf8(read(path("report.txt")));
+        QVERIFY2(saved.startsWith(heading() + QLatin1Char('\n')), qPrintable(saved));
+        QVERIFY(saved.contains(text("\n\n1 non letta\n  ") + path("songs/bad.mid") + text(": ")));
+        QVERIFY(saved.endsWith(text("\n\n1 importata\n  ") + path("songs/VOLARE.mid")
+                               + QLatin1Char(0x0a)));
+        QVERIFY(hint().startsWith(text("Salvato in ")));
+    }
+
+    void reportThatCantBeSavedTellsWhy()
+    {
+        const QString song = addSong("VOLARE.mid", "a");
+        const QByteArray before = read(song);
+        import({song, write(path("songs/bad.mid"), "rubbish")});
+        m_driver->chooseFiles({song}); // the file dialog itself asks about what exists
+        m_driver->lastGoesFirst();
+        m_driver->answerBox(QMessageBox::Yes);
+        m_driver->answerBox(QMessageBox::Ok);
+        press("reportSavePushButton");
+        QCOMPARE(m_driver->boxes.constLast(),
+                 text("Critical|Salva il resoconto come testo|Il resoconto non è stato salvato."));
+        QVERIFY2(m_driver->lastBox.details.contains(text("VOLARE.mid: non viene sovrascritto")),
+                 qPrintable(m_driver->lastBox.details));
+        QCOMPARE(read(song), before);
+        QVERIFY(hint().isEmpty());
+    }
+
+    void panelIsClosedByButtonOrKey_data()
+    {
+        const Table<bool> row;
+        row("by its button", true);
+        row("by Escape", false);
+    }
+    void panelIsClosedByButtonOrKey()
+    {
+        const auto [byButton] = cells<bool>();
+        import({addSong("VOLARE.mid", "a")});
+        QVERIFY(activate(*m_window));
+        QTest::keyClick(m_window->windowHandle(), Qt::Key_R, Qt::ControlModifier);
+        QVERIFY(panel()->isVisible());
+        QVERIFY2(list()->hasFocus() && list()->currentIndex().isValid(), "ready for the keys");
+        if (byButton)
+            press("reportClosePushButton");
+        else
+            QTest::keyClick(m_window->windowHandle(), Qt::Key_Escape);
+        QVERIFY(!panel()->isVisible());
+        QVERIFY(table()->hasFocus());
+        make(text("sync"));
+        QVERIFY2(!panel()->isVisible(), "it stays closed where nothing failed");
+    }
+
+    void languageChangesAtOnce()
+    {
+        import({addSong("VOLARE.mid", "a"), addSong("nobody.mid", "b")});
+        make(text("sync"));
+        trigger("actionReport");
+        find<QComboBox>("reportFilterComboBox")->setCurrentIndex(1);
+        trigger("actionEnglish");
+        QCOMPARE(heading(), text("Synchronisation: 1 not in the catalogue, 1 updated"));
+        QCOMPARE(cell(0, 0), text("not in the catalogue"));
+        QVERIFY2(list()->columnWidth(0) >= list()->fontMetrics().horizontalAdvance(cell(0, 0)),
+                 "the column fits the new text");
+        QCOMPARE(cell(0, 2), text("the catalogue has neither its file name nor its title"));
+        QCOMPARE(list()->model()->headerData(2, Qt::Horizontal).toString(), text("Details"));
+        auto *filter = find<QComboBox>("reportFilterComboBox");
+        QCOMPARE(filter->currentText(), text("Not in the catalogue (1)"));
+        QCOMPARE(rows(), 1);
+        trigger("actionItalian");
+        QCOMPARE(heading(), text("Sincronizzazione: 1 non nel catalogo, 1 aggiornata"));
+    }
+
+    void everyControlHasAName()
+    {
+        import({write(path("songs/bad.mid"), "rubbish")});
+        QStringList names;
+        for (const char *name : {"reportTableView", "reportFilterComboBox", "reportSavePushButton",
+                                 "reportClosePushButton"}) {
+            QAccessibleInterface *spoken =
+                QAccessible::queryAccessibleInterface(find<QWidget>(name));
+            QVERIFY2(spoken && !spoken->text(QAccessible::Name).isEmpty(), name);
+            names += spoken->text(QAccessible::Name);
+        }
+        QCOMPARE(names.removeDuplicates(), 0);
+        QCOMPARE(focusChain(list()).section(QLatin1Char(' '), 0, 3),
+                 text("reportTableView reportFilterComboBox reportSavePushButton "
+                      "reportClosePushButton"));
+    }
+
+    /** Well below what a user would notice, on a machine that does other things too. */
+    void tenThousandSongsAreShownAtOnce()
+    {
+        import({addSong("VOLARE.mid", "a")});
+        JobReport report(JobReport::Job::Synchronise);
+        SongOutcome song;
+        for (int i = 0; i < 10000; ++i) {
+            song.path = path("songs/") + QString::number(i) + text(".mid");
+            song.result = i % 3 ? SongResult::NotFound : SongResult::Updated;
+            song.changes = {{text("title"), text("a"), text("b")}};
+            report.add(song);
+        }
+        report.finish({});
+        QElapsedTimer timer;
+        timer.start();
+        panel()->setReport(report);
+        panel()->show();
+        QCoreApplication::processEvents();
+        find<QComboBox>("reportFilterComboBox")->setCurrentIndex(1);
+        QCoreApplication::processEvents();
+        QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(rows(), 6666);
+        qInfo("shown and filtered in %lld ms", static_cast<long long>(timer.elapsed()));
+    }
+
+private:
+    ReportPanel *panel() const { return find<ReportPanel>("reportPanel"); }
+    QTableView *list() const { return find<QTableView>("reportTableView"); }
+    void pressEnterOn(int row, Qt::Key key = Qt::Key_Return) const
+    {
+        QVERIFY(activate(*m_window));
+        list()->setFocus();
+        list()->setCurrentIndex(list()->model()->index(row, 0));
+        QTest::keyClick(list(), key);
+    }
+    QString heading() const { return find<QLabel>("reportHeadingLabel")->text(); }
+    QString hint() const { return find<QLabel>("reportHintLabel")->text(); }
+    int rows() const { return list()->model()->rowCount(); }
+    QString cell(int row, int column) const
+    {
+        return list()->model()->index(row, column).data().toString();
+    }
+};
+
+QTEST_MAIN(tst_WindowReport)
+#include "tst_windowreport.moc"

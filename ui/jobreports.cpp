@@ -1,0 +1,86 @@
+#include "ui/jobreports.h"
+
+#include "db/usersongsreltablemodel.h"
+#include "ui/reportpanel.h"
+
+#include <QAction>
+#include <QDir>
+#include <QSplitter>
+#include <QTableView>
+
+namespace tarvel4 {
+
+JobReports::JobReports(const Widgets &widgets)
+    : m_widgets(widgets)
+{
+    m_widgets.showAction->setEnabled(false);
+    m_widgets.panel->hide();
+    connect(m_widgets.showAction, &QAction::triggered, this, [this] {
+        showPanel();
+        m_widgets.panel->focusList();
+    });
+    connect(m_widgets.panel, &ReportPanel::songChosen, this, &JobReports::showSong);
+    connect(m_widgets.panel, &ReportPanel::closed, this,
+            [this] { m_widgets.table->setFocus(Qt::OtherFocusReason); });
+}
+
+void JobReports::take(const JobReport &report)
+{
+    m_widgets.panel->setReport(report);
+    m_widgets.showAction->setEnabled(true);
+    if (report.hasFailures())
+        showPanel();
+}
+
+void JobReports::showPanel()
+{
+    if (m_widgets.panel->isVisible())
+        return;
+    m_widgets.panel->show();
+    if (!m_wasShown) { // from then on the user's own sizes
+        const int height = m_widgets.splitter->height();
+        m_widgets.splitter->setSizes({height - height / 3, height / 3});
+        m_wasShown = true;
+    }
+}
+
+void JobReports::showSong(const QString &path, bool staysHere)
+{
+    const int row = rowOf(path);
+    if (row < 0) {
+        m_widgets.panel->setHint(
+            tr("Questa song non è nella tabella: %1").arg(QDir::toNativeSeparators(path)));
+        return;
+    }
+    QTableView *table = m_widgets.table;
+    if (table->isRowHidden(row)) {
+        m_widgets.panel->setHint(
+            tr("La riga di questa song ora è nascosta: %1").arg(QDir::toNativeSeparators(path)));
+        return;
+    }
+    const QModelIndex current = table->currentIndex();
+    const int column =
+        current.isValid() ? current.column() : table->columnAt(0); // the first on show
+    const QModelIndex cell = m_model->cellIndex(row, qMax(column, 0));
+    table->setCurrentIndex(cell);
+    table->scrollTo(cell, QAbstractItemView::PositionAtCenter);
+    if (!staysHere)
+        table->setFocus(Qt::OtherFocusReason);
+}
+
+/** The row of a song, which may be listed under another spelling of its path; -1: none. */
+int JobReports::rowOf(const QString &path) const
+{
+    if (!m_model)
+        return -1;
+    const QString wanted = QDir::cleanPath(path);
+    const int rows = m_model->totalRows();
+    for (int row = 0; row < rows; ++row) {
+        const QString listed = m_model->fileNameOf(row);
+        if (listed == path || QDir::cleanPath(listed) == wanted)
+            return row;
+    }
+    return -1;
+}
+
+} // namespace tarvel4
