@@ -2,6 +2,8 @@
 
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
+#include "library/editjob.h"
+#include "library/jobreport.h"
 #include "library/songrows.h"
 #include "ui/editmanydialog.h"
 #include "ui/manualedit.h"
@@ -83,7 +85,14 @@ EditSummary EditMany::save(const EditManyDialog &dialog, const QVector<int> &row
         if (outcome.isFailure())
             unsaved += song;
     };
-    return EditJob(m_host, saves).run(paths, dialog.fields().changeFrom(dialog.values()), tell);
+    JobReport report(JobReport::Job::Edit);
+    const EditSummary summary =
+        EditJob(m_host, saves)
+            .run(paths, dialog.fields().changeFrom(dialog.values()), report.observe(tell));
+    report.finish(paths);
+    m_host.endProgress();
+    m_host.report(report);
+    return summary;
 }
 
 } // namespace tarvel4

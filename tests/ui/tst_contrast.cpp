@@ -1,3 +1,4 @@
+#include "db/usersongsreltablemodel.h"
 #include "tests/ui/drawing.h"
 #include "tests/ui/textparts.h"
 #include "tests/ui/windowtest.h"
@@ -217,13 +218,15 @@ private Q_SLOTS:
             return drawing.areaOf(*table()->viewport(),
                                   mark.adjusted(2, 4, -mark.width() + 22, -4));
         };
-        for (const int status : {1, 2, 3}) {
+        for (const auto status :
+             {UserSongsRelTableModel::MarkedUpdated, UserSongsRelTableModel::MarkedEdited,
+              UserSongsRelTableModel::MarkedLeftAlone, UserSongsRelTableModel::MarkedFailed}) {
             for (const bool isSelected : {false, true}) {
                 table()->clearSelection();
                 table()->setCurrentIndex({});
                 if (isSelected)
                     table()->selectRow(0);
-                QVERIFY(model()->setData(model()->index(0, Status), status));
+                qobject_cast<UserSongsRelTableModel *>(model())->setMark(0, status);
                 const Drawing drawing(*m_window);
                 const double contrast = drawing.contrastOnGround(markArea(drawing));
                 QVERIFY2(contrast >= forMarks, QByteArray::number(contrast));

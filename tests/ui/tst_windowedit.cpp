@@ -307,7 +307,7 @@ private:
     }
     QString causeOf(int row) const
     {
-        return model()->index(row, Type).data(Qt::AccessibleDescriptionRole).toString();
+        return model()->index(row, Type).data(Qt::ToolTipRole).toString();
     }
     static QLineEdit *titleEdit(const QWidget &dialog)
     {

@@ -1,5 +1,6 @@
 #include "tests/ui/progresswatcher.h"
 #include "tests/ui/windowtest.h"
+#include "ui/appearance.h"
 
 #include "storage/outcome.h"
 
@@ -248,6 +249,7 @@ private Q_SLOTS:
 
     void answersAreNoAlarm()
     {
+        Appearance::followDesktop();
         const QString gone = addSong("gone.mid", "x");
         importOnly({gone, addSong("nobody.mid", "y"), addSong("AZZURRO.mid", "z", false)});
         QCOMPARE(spoken(1), text("MIDI"));
