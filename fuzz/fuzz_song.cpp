@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+
 using namespace tarvel4;
 
 namespace {
@@ -38,7 +40,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     song.setSongInfo(info, WrittenBy::Catalogue);
     info.title += QStringLiteral(" x");
     info.artist.clear();
+    const QVector<FieldNote> notes = song.checkEdit(info);
+    const bool isRefused = std::any_of(notes.begin(), notes.end(), [](const FieldNote &note) {
+        return note.grade == FieldNote::Grade::Refused;
+    });
     song.setSongInfo(info, WrittenBy::User);
+    Fuzzing::require(static_cast<bool>(song.whyNotSavable()) != isRefused);
     song.addMarker(info.title, 65535);
 
     const bool savable = static_cast<bool>(song.whyNotSavable());
