@@ -165,6 +165,25 @@ private Q_SLOTS:
         QVERIFY(!apply->isEnabled());
     }
 
+    void tabGoesFromTopToBottom()
+    {
+        EditManyDialog dialog({}, {});
+        dialog.setSongs({{text("a"), {}, {}}});
+        dialog.choose({0});
+        QVERIFY(activate(dialog));
+        auto *list = child<QWidget>(dialog, "songsTableWidget");
+        QVERIFY(list->hasFocus());
+        QTest::keyClick(list, Qt::Key_Tab);
+        QCOMPARE(dialog.focusWidget()->objectName(), text("allPushButton"));
+        for (const char *key : {"genre", "artist", "author"})
+            child<QCheckBox>(dialog, qPrintable(text(key) + text("CheckBox")))->setChecked(true);
+        QCOMPARE(focusChain(list),
+                 text("songsTableWidget allPushButton genreCheckBox genreComboBox "
+                      "artistCheckBox artistComboBox authorCheckBox "
+                      "authorLineEdit applyPushButton exitPushButton"));
+        QCOMPARE(dialog.focusWidget()->objectName(), text("authorLineEdit"));
+    }
+
     void controlsHaveKeysAndNamesOfTheirOwn_data()
     {
         const Table<QString> row;
