@@ -106,11 +106,9 @@ QVector<FieldNote> FieldCheck::ofEdit(const Song &song, const SongInfo &edited)
     FieldRules::applyEdit(*written, storable);
     if (!written->whyNotSavable())
         return notes;
-    SongInfo readBack;
-    written->readInto(readBack);
     for (const TextField &place : qAsConst(others)) {
         FieldNote note =
-            noteOf(song.limitsOf(place.field), edited.*place.text, readBack.*place.text);
+            noteOf(song.limitsOf(place.field), edited.*place.text, written->textIn(place.field));
         note.field = keyOf(place.field);
         if (!note.text.isEmpty())
             notes.append(note);

@@ -37,7 +37,9 @@ public:
 
     /** Fills the fields that the format has; the others stay as they are. */
     virtual void readInto(SongInfo &info) const = 0;
-    virtual QString artist() const = 0;
+    /** Title, author, artist or genre as a reader gets it; empty for the other fields. */
+    virtual QString textIn(SongField field) const = 0;
+    QString artist() const { return textIn(SongField::Artist); }
 
     /** True when an update may write the field as one that is missing; false where the format has
      * no such field. */

@@ -58,6 +58,22 @@ void Mp3Song::readInto(SongInfo &info) const
     info.bpm = m_tag.bpm();
 }
 
+QString Mp3Song::textIn(SongField field) const
+{
+    switch (field) {
+    case SongField::Title:
+        return m_tag.title();
+    case SongField::Author:
+        return m_tag.author();
+    case SongField::Artist:
+        return m_tag.artist();
+    case SongField::Genre:
+        return m_tag.genre();
+    default:
+        return {};
+    }
+}
+
 bool Mp3Song::lacks(SongField field) const
 {
     switch (field) {

@@ -20,7 +20,7 @@ public:
     std::unique_ptr<Song> clone() const override { return std::make_unique<Mp3Song>(*this); }
     int format() const override;
     void readInto(SongInfo &info) const override;
-    QString artist() const override { return m_tag.artist(); }
+    QString textIn(SongField field) const override;
     bool lacks(SongField field) const override;
     void write(SongField field, const SongInfo &info) override;
     void noteChange(const SongInfo &info) override;

@@ -92,6 +92,22 @@ void MfxSong::readInto(SongInfo &info) const
     info.mfxFlags = m_header.flags();
 }
 
+QString MfxSong::textIn(SongField field) const
+{
+    switch (field) {
+    case SongField::Title:
+        return m_header.title();
+    case SongField::Author:
+        return m_header.author();
+    case SongField::Artist:
+        return m_header.artist();
+    case SongField::Genre:
+        return m_header.genre();
+    default:
+        return {};
+    }
+}
+
 bool MfxSong::lacks(SongField field) const
 {
     switch (field) {

@@ -19,7 +19,7 @@ public:
     std::unique_ptr<Song> clone() const override { return std::make_unique<MfxSong>(*this); }
     int format() const override { return m_header.version(); }
     void readInto(SongInfo &info) const override;
-    QString artist() const override { return m_header.artist(); }
+    QString textIn(SongField field) const override;
     bool lacks(SongField field) const override;
     void write(SongField field, const SongInfo &info) override;
     TextLimits limitsOf(SongField field) const override;

@@ -31,6 +31,22 @@ void MidiSong::readInto(SongInfo &info) const
     info.bpm = m_midi.bpm();
 }
 
+QString MidiSong::textIn(SongField field) const
+{
+    switch (field) {
+    case SongField::Title:
+        return m_midi.trackName();
+    case SongField::Author:
+        return m_midi.author();
+    case SongField::Artist:
+        return m_midi.artist();
+    case SongField::Genre:
+        return m_midi.genre();
+    default:
+        return {};
+    }
+}
+
 bool MidiSong::lacks(SongField field) const
 {
     switch (field) {

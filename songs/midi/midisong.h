@@ -15,7 +15,7 @@ public:
     std::unique_ptr<Song> clone() const override { return std::make_unique<MidiSong>(*this); }
     int format() const override { return m_midi.type(); }
     void readInto(SongInfo &info) const override;
-    QString artist() const override { return m_midi.artist(); }
+    QString textIn(SongField field) const override;
     bool lacks(SongField field) const override;
     void write(SongField field, const SongInfo &info) override;
     TextLimits limitsOf(SongField field) const override;

@@ -117,6 +117,22 @@ private Q_SLOTS:
             told(song.checkEdit(recordOf(song))).startsWith(QStringLiteral("! è troppo grande")));
     }
 
+    void aCheckWritesNothingToTheLog()
+    {
+        for (const QString &suffix : words(everySuffix)) {
+            const QByteArray oddKey = meta(0x59, hex("0A00"));
+            const MetaSong song = m_file.imported(
+                suffix,
+                suffix == "mp3"_s ? songOf(suffix)
+                                  : fileOf(suffix, midi(1, {track({}), track(oddKey)})));
+            const LogCapture capture;
+            SongInfo info;
+            info.title = QStringLiteral("\u00E9");
+            QCOMPARE(song.checkEdit(info).size(), 1);
+            QCOMPARE(capture.lines(), QStringList());
+        }
+    }
+
     void nothingLoadedHasNoNotes() { QVERIFY(MetaSong().checkEdit(SongInfo()).isEmpty()); }
 
 private:
