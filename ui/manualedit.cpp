@@ -14,6 +14,12 @@
 
 namespace tarvel4 {
 
+namespace {
+
+constexpr int firstShownColumn = 1;
+
+} // namespace
+
 ManualEdit::ManualEdit(QTableView &table, const Database &db, UserSongsRelTableModel &model,
                        WindowHost &host, Journal &journal)
     : m_table(table)
@@ -155,7 +161,8 @@ void ManualEdit::step(int direction, DataEditDialog &dialog)
         return;
     for (row = rowOf(path, row); row >= 0; row = neighbour(row, direction)) {
         if (open(row, dialog)) {
-            m_table.setCurrentIndex(m_model.cellIndex(row, m_table.currentIndex().column()));
+            const int column = qMax(firstShownColumn, m_table.currentIndex().column());
+            m_table.setCurrentIndex(m_model.cellIndex(row, column));
             return;
         }
     }

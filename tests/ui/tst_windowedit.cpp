@@ -121,6 +121,19 @@ private Q_SLOTS:
         QVERIFY(read(m_songs.at(2)).contains("Third"));
     }
 
+    void theTableFollowsAlsoWhereNoRowWasItsOwn()
+    {
+        importThree();
+        m_driver->expect<DataEditDialog>([](DataEditDialog &dialog) {
+            click(dialog, "nextPushButton");
+            dialog.reject();
+        });
+        table()->setCurrentIndex(QModelIndex());
+        Q_EMIT table()->doubleClicked(model()->index(0, Title));
+        QCOMPARE(table()->currentIndex().row(), 1);
+        QVERIFY(table()->selectionModel()->isRowSelected(1, QModelIndex()));
+    }
+
     void aStepAppliesToAll()
     {
         importThree();
