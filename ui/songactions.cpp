@@ -1,8 +1,10 @@
 #include "ui/songactions.h"
 
 #include "db/usersongsreltablemodel.h"
+#include "library/songpath.h"
 #include "ui/editmany.h"
 #include "ui/manualedit.h"
+#include "ui/showinfolder.h"
 #include "ui/songtable.h"
 
 #include <QFile>
@@ -21,6 +23,11 @@ SongActions::SongActions(QTableView &table, const Database &db, UserSongsRelTabl
     , m_host(host)
     , m_journal(journal)
 {
+    auto *deleteKey = new QShortcut(Qt::Key_Delete, &table, nullptr, nullptr, Qt::WidgetShortcut);
+    QObject::connect(deleteKey, &QShortcut::activated, &table, [this] {
+        if (m_table.currentIndex().isValid())
+            deleteFile(m_table.currentIndex().row());
+    });
     for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) {
         auto *shortcut = new QShortcut(key, &table, nullptr, nullptr, Qt::WidgetShortcut);
         QObject::connect(shortcut, &QShortcut::activated, &table,
@@ -44,10 +51,12 @@ void SongActions::showMenu(const QPoint &pos)
     const QModelIndex index = m_table.indexAt(pos);
     QMenu menu(m_table.window());
     const QAction *remove = menu.addAction(tr("Remove from list"));
-    const QAction *erase = menu.addAction(tr("Delete file"));
+    QAction *erase = menu.addAction(tr("Delete file"));
+    erase->setShortcut(Qt::Key_Delete);
     menu.addSeparator();
     QAction *change = menu.addAction(tr("&Modifica..."));
     change->setShortcut(Qt::Key_F2);
+    const QAction *show = menu.addAction(tr("Mostra nella cartella"));
     const QAction *chosen = menu.exec(m_table.viewport()->mapToGlobal(pos));
     if (!chosen || !index.isValid())
         return;
@@ -57,15 +66,20 @@ void SongActions::showMenu(const QPoint &pos)
         deleteFile(index.row());
     else if (chosen == change)
         edit(index.row());
+    else if (chosen == show)
+        showInFolder(m_model.fileNameOf(index.row()));
 }
 
 void SongActions::deleteFile(int row)
 {
     const QString path = m_model.fileNameOf(row);
-    const auto answer = QMessageBox::question(m_table.window(), tr("Attenzione"),
-                                              tr("Sei sicuro di voler cancellare il file?"),
-                                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-    if (answer != QMessageBox::Yes)
+    QMessageBox box(QMessageBox::Question, tr("Attenzione"),
+                    tr("Sei sicuro di voler cancellare il file?"),
+                    QMessageBox::Yes | QMessageBox::No, m_table.window());
+    box.setInformativeText(SongPath::fileName(path));
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::No);
+    if (box.exec() != QMessageBox::Yes)
         return;
     QFile::remove(path);
     SongTable::removeRow(m_table, m_model, row); // required: also when the file is still there

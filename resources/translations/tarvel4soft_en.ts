@@ -1264,6 +1264,10 @@ To work in the terminal, without a window: tarvel4soft-cli --help
         <source>&amp;Modifica...</source>
         <translation>&amp;Edit...</translation>
     </message>
+    <message>
+        <source>Mostra nella cartella</source>
+        <translation>Show in folder</translation>
+    </message>
 </context>
 <context>
     <name>SongIntake</name>

@@ -1264,6 +1264,10 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
         <source>&amp;Modifica...</source>
         <translation>&amp;Modifica...</translation>
     </message>
+    <message>
+        <source>Mostra nella cartella</source>
+        <translation>Mostra nella cartella</translation>
+    </message>
 </context>
 <context>
     <name>SongIntake</name>

@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QDesktopServices>
 #include <QScrollBar>
 #include <QToolTip>
 
@@ -18,6 +19,10 @@ class tst_WindowTable : public WindowTest
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus"); // and no file manager on it
+    }
     void init()
     {
         makeFolder();
@@ -187,11 +192,14 @@ private Q_SLOTS:
         const auto [entry, answer, isListed, isOnDisk] = cells<int, int, bool, bool>();
         import(3);
         openMenu(centreOf(1, Title), entry, static_cast<QMessageBox::StandardButton>(answer));
-        QCOMPARE(m_driver->menuTexts.mid(0, 2), strings({"Remove from list", "Delete file"}));
+        QCOMPARE(m_driver->menuTexts,
+                 strings({"Remove from list", "Delete file", "", "&Modifica...",
+                          "Mostra nella cartella"}));
         if (entry == 1) {
             QCOMPARE(m_driver->boxes,
                      strings({"Question|Attenzione|Sei sicuro di voler cancellare il file?"}));
             QCOMPARE(m_driver->lastBox.buttons, QMessageBox::Yes | QMessageBox::No);
+            QCOMPARE(m_driver->lastBox.addition, text("s001.mid"));
         }
         QCOMPARE(column(Name).contains(text("s001.mid")), isListed);
         QCOMPARE(QFile::exists(m_songs.at(1)), isOnDisk);
@@ -199,6 +207,37 @@ private Q_SLOTS:
             QVERIFY(column(Name).contains(QFileInfo(m_songs.at(other)).fileName()));
             QVERIFY(QFile::exists(m_songs.at(other)));
         }
+    }
+
+    void deleteKeyAsksAboutTheCurrentSong()
+    {
+        import(3);
+        QApplication::setActiveWindow(m_window.get());
+        table()->setFocus();
+        QTRY_VERIFY(table()->hasFocus());
+        table()->setCurrentIndex({});
+        QTest::keyClick(table(), Qt::Key_Delete); // a question that is not expected fails the row
+        table()->selectRow(1);
+        for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+            m_driver->answerBox(answer);
+            QApplication::setActiveWindow(m_window.get());
+            QTRY_VERIFY(table()->hasFocus());
+            QTest::keyClick(table(), Qt::Key_Delete);
+            QCOMPARE(m_driver->lastBox.addition, text("s001.mid"));
+            QCOMPARE(QFile::exists(m_songs.at(1)), answer == QMessageBox::No);
+        }
+        QCOMPARE(column(Name), strings({"s000.mid", "s002.mid"}));
+    }
+
+    void folderOfASongIsShown()
+    {
+        import(2);
+        m_openedUrl = {};
+        QDesktopServices::setUrlHandler(text("file"), this, "keepUrl");
+        const auto end = qScopeGuard([] { QDesktopServices::unsetUrlHandler(text("file")); });
+        openMenu(centreOf(1, Title), 3);
+        QTRY_COMPARE(m_openedUrl, QUrl::fromLocalFile(path("songs")));
+        QCOMPARE(model()->rowCount(), 2);
     }
 
     void removeKeepsThePlace()
@@ -241,6 +280,9 @@ private Q_SLOTS:
         QVERIFY2(tooltipAt(0, Title).contains(text("&lt;h1&gt;Big &amp; long title&lt;/h1&gt;")),
                  "a text that looks like HTML stays a text");
     }
+
+public Q_SLOTS:
+    void keepUrl(const QUrl &url) { m_openedUrl = url; }
 
 private:
     QString spoken(int row) const
@@ -297,6 +339,7 @@ private:
     }
 
     QStringList m_songs;
+    QUrl m_openedUrl;
 };
 
 QTEST_MAIN(tst_WindowTable)

@@ -1,0 +1,57 @@
+#include "ui/showinfolder.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QUrl>
+
+#ifdef QT_DBUS_LIB
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#endif
+
+namespace tarvel4 {
+
+namespace {
+
+void openFolderOf(const QString &path)
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absolutePath()));
+}
+
+} // namespace
+
+#ifdef QT_DBUS_LIB
+
+void showInFolder(const QString &path)
+{
+    const QString manager = QStringLiteral("org.freedesktop.FileManager1");
+    QDBusMessage show =
+        QDBusMessage::createMethodCall(manager, QStringLiteral("/org/freedesktop/FileManager1"),
+                                       manager, QStringLiteral("ShowItems"));
+    const QStringList items{QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded())};
+    show.setArguments({items, QString()});
+    // one that has to be started first takes its time, and the window must not wait for it
+    auto *reply = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(show), qApp);
+    const auto finish = [path](QDBusPendingCallWatcher *watcher) {
+        if (watcher->isError())
+            openFolderOf(path);
+        watcher->deleteLater();
+    };
+    if (reply->isFinished()) // as it is at once where there is no bus
+        finish(reply);
+    else
+        QObject::connect(reply, &QDBusPendingCallWatcher::finished, reply, finish);
+}
+
+#else
+
+void showInFolder(const QString &path)
+{
+    openFolderOf(path);
+}
+
+#endif
+
+} // namespace tarvel4
