@@ -16,10 +16,12 @@
 #include "ui/songslistdialog.h"
 #include "ui/songtable.h"
 #include "ui/undochanges.h"
+#include "ui/windowplace.h"
 #include "ui_mainwindow.h"
 
 #include <QCloseEvent>
 #include <QDebug>
+#include <QHeaderView>
 #include <QScreen>
 #include <QTimer>
 
@@ -72,12 +74,16 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
         *this, [this] { return !m_model || m_host.isRunning(); },
         [this](const QStringList &paths) { m_intake->import(paths); });
 
+    m_place = std::make_unique<WindowPlace>(*this, *ui->userLibraryTableView->horizontalHeader(),
+                                            *ui->songsSplitter);
     if (!m_db.init()) {
         qDebug() << "Error initializing DB !!!";
+        m_place->restore();
         return;
     }
     qDebug() << "DB initialized correctly";
     setUpTable();
+    m_place->restore();
     qApp->installEventFilter(this); // required, and lets every event pass
 }
 

@@ -22,6 +22,7 @@ class LibrarySteps;
 class SongActions;
 class SongIntake;
 class UserSongsRelTableModel;
+class WindowPlace;
 
 /** The program's window: wires its three steps, its menus and the song table to the modules below.
  */
@@ -91,6 +92,7 @@ private:
     std::function<void()> m_whenShown; ///< called once the window is on show
     std::unique_ptr<JobReports> m_reports;
     std::unique_ptr<SongActions> m_songActions; ///< null without a model
+    std::unique_ptr<WindowPlace> m_place;
     bool m_wasPainted = false;
     QTranslator m_translator;
 };
