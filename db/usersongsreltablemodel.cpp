@@ -1,6 +1,12 @@
 #include "db/usersongsreltablemodel.h"
 
+#include "db/foldedtext.h"
+#include "db/sortorder.h"
+
+#include <QScopedValueRollback>
 #include <QSqlIndex>
+
+#include <algorithm>
 
 namespace tarvel4 {
 
@@ -40,6 +46,11 @@ UserSongsRelTableModel::UserSongsRelTableModel(QObject *parent, const QSqlDataba
     m_fileName = fieldIndex(QStringLiteral("filename"));
     m_shortName = fieldIndex(QStringLiteral("shortname"));
     m_status = fieldIndex(QStringLiteral("status"));
+
+    const auto edited = [this] { m_isEditedByBase = true; };
+    connect(this, &QSqlTableModel::primeInsert, this, edited);
+    connect(this, &QSqlTableModel::beforeUpdate, this, edited);
+    connect(this, &QSqlTableModel::beforeDelete, this, edited);
 
     m_insert.prepare(QStringLiteral(
         "insert into usersongs (type, title, artist, genre, author, length, userbpm, key, "
@@ -88,8 +99,14 @@ bool UserSongsRelTableModel::appendSong(const SongInfo &song)
         m_insert.bindValue(position++, value);
     if (!m_insert.exec())
         return false;
-    m_marks.remove(m_insert.lastInsertId().toInt()); // ids begin anew in a cleared table
+    const int id = m_insert.lastInsertId().toInt();
     m_insert.finish();
+    setMarkOf(id, {Unmarked, {}}); // ids begin anew in a cleared table
+    QStringList shown;
+    for (const QVariant &value : values)
+        shown.append(value.toString());
+    shown.removeLast(); // the status
+    m_searchTexts.insert(id, FoldedText::of(shown.join(QLatin1Char('\n'))));
     ++m_appended;
     if (rowCount() < shownAtOnce || m_appended > m_shown)
         readAppended();
@@ -113,6 +130,14 @@ QModelIndex UserSongsRelTableModel::indexInQuery(const QModelIndex &item) const
     return QSqlQueryModel::indexInQuery(item);
 }
 
+/** The base class walks its cache of edits, in which each row is that was read again. */
+Qt::ItemFlags UserSongsRelTableModel::flags(const QModelIndex &index) const
+{
+    if (!index.isValid() || m_isEditedByBase)
+        return QSqlRelationalTableModel::flags(index);
+    return QSqlQueryModel::flags(index) | Qt::ItemIsEditable;
+}
+
 QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
 {
     const bool isMarkRole =
@@ -124,7 +149,7 @@ QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
 
 QVariant UserSongsRelTableModel::markData(const QModelIndex &index, int role) const
 {
-    const auto found = m_marks.constFind(idOf(index));
+    const auto found = m_marks.constFind(idOf(index.row()));
     if (found == m_marks.constEnd())
         return {};
     if (role == MarkRole)
@@ -170,9 +195,87 @@ QString UserSongsRelTableModel::textAt(int row, int column)
     return cellIndex(row, column).data(Qt::EditRole).toString();
 }
 
-int UserSongsRelTableModel::idOf(const QModelIndex &index) const
+int UserSongsRelTableModel::idOf(int row) const
 {
-    return index.sibling(index.row(), idColumn).data(Qt::EditRole).toInt();
+    return index(row, idColumn).data(Qt::EditRole).toInt();
+}
+
+UserSongsRelTableModel::Mark UserSongsRelTableModel::markOf(int row) const
+{
+    return m_marks.value(idOf(row), {Unmarked, {}}).mark;
+}
+
+int UserSongsRelTableModel::songs() const
+{
+    QSqlQuery count(QStringLiteral("select count(*) from usersongs"), database());
+    return count.next() ? count.value(0).toInt() : 0;
+}
+
+bool UserSongsRelTableModel::matches(int row, const QStringList &words) const
+{
+    QString &text = m_searchTexts[idOf(row)];
+    if (text.isEmpty())
+        text = searchText(row);
+    return std::all_of(words.begin(), words.end(),
+                       [&text](const QString &word) { return text.contains(word); });
+}
+
+/** All but the id and the status; a line break keeps a word from reaching over two of them. */
+QString UserSongsRelTableModel::searchText(int row) const
+{
+    QStringList texts;
+    for (int column = m_type; column <= m_shortName; ++column)
+        texts.append(index(row, column).data(Qt::EditRole).toString());
+    return FoldedText::of(texts.join(QLatin1Char('\n')));
+}
+
+bool UserSongsRelTableModel::select()
+{
+    const bool isDone = QSqlRelationalTableModel::select();
+    m_isEditedByBase = false;
+    if (rowCount() == 0) { // ids begin anew
+        m_marks.clear();
+        std::fill(std::begin(m_marked), std::end(m_marked), 0);
+        m_searchTexts.clear();
+    }
+    return isDone;
+}
+
+bool UserSongsRelTableModel::removeRows(int row, int count, const QModelIndex &parent)
+{
+    QVector<int> ids;
+    for (int i = row; i < row + count; ++i)
+        ids.append(idOf(i));
+    if (!QSqlRelationalTableModel::removeRows(row, count, parent))
+        return false;
+    for (const int id : qAsConst(ids)) {
+        setMarkOf(id, {Unmarked, {}});
+        m_searchTexts.remove(id);
+    }
+    return true;
+}
+
+void UserSongsRelTableModel::setSort(int column, Qt::SortOrder order)
+{
+    m_sortColumn = column;
+    m_sortOrder = order;
+    QSqlRelationalTableModel::setSort(column, order);
+}
+
+QString UserSongsRelTableModel::orderByClause() const
+{
+    const QString name = record().fieldName(m_sortColumn);
+    if (name.isEmpty() || m_readsOneRow)
+        return {};
+    const QString column = QStringLiteral("usersongs.\"%1\"").arg(name);
+    QString by = column;
+    if (m_sortColumn == m_length)
+        by = SortOrder::ofTimes(column);
+    else if (m_sortColumn != idColumn && m_sortColumn != m_userBpm && m_sortColumn != m_status)
+        by = SortOrder::ofTexts(column, database());
+    const QString direction =
+        m_sortOrder == Qt::AscendingOrder ? QStringLiteral("ASC") : QStringLiteral("DESC");
+    return QStringLiteral("ORDER BY %1 %2, usersongs.id").arg(by, direction);
 }
 
 /** Executes a prepared statement whose last value is the row's id, and reads the row again. */
@@ -185,12 +288,14 @@ void UserSongsRelTableModel::writeRow(int row, QSqlQuery &statement)
                         id.data(Qt::EditRole));
     if (statement.exec()) {
         statement.finish();
+        const QScopedValueRollback<bool> oneRow(m_readsOneRow, true);
         selectRow(row);
     }
 }
 
 void UserSongsRelTableModel::updateSong(int row, const SongInfo &song)
 {
+    m_searchTexts.remove(idOf(cellIndex(row, idColumn).row()));
     m_update.bindValue(0, song.title);
     m_update.bindValue(1, song.artist);
     m_update.bindValue(2, song.genre);
@@ -200,6 +305,7 @@ void UserSongsRelTableModel::updateSong(int row, const SongInfo &song)
     m_update.bindValue(6, song.key);
     m_update.bindValue(7, QVariant());
     writeRow(row, m_update);
+    matches(row, {}); // a search finds its texts ready
 }
 
 void UserSongsRelTableModel::setStatus(int row, int status)
@@ -209,15 +315,25 @@ void UserSongsRelTableModel::setStatus(int row, int status)
     writeRow(row, m_updateStatus);
 }
 
+void UserSongsRelTableModel::setMarkOf(int id, const RowMark &mark)
+{
+    const auto old = m_marks.find(id);
+    if (old != m_marks.end()) {
+        --m_marked[old->mark];
+        m_marks.erase(old);
+    }
+    if (mark.mark != Unmarked) {
+        ++m_marked[mark.mark];
+        m_marks.insert(id, mark);
+    }
+}
+
 void UserSongsRelTableModel::setMark(int row, Mark mark, const QString &cause)
 {
     const QModelIndex cell = cellIndex(row, m_type);
     if (!cell.isValid())
         return;
-    if (mark == Unmarked)
-        m_marks.remove(idOf(cell));
-    else
-        m_marks.insert(idOf(cell), {mark, cause});
+    setMarkOf(idOf(row), {mark, cause});
     Q_EMIT dataChanged(cell, cell, {Qt::ToolTipRole, Qt::AccessibleTextRole, MarkRole});
 }
 

@@ -61,13 +61,31 @@ public:
     int fileNameColumn() const { return m_fileName; }
     int statusColumn() const { return m_status; }
 
+    /** Songs in the table, whether views see them already or not. */
+    int songs() const;
+    /** How many of them have a mark. */
+    int marked(Mark mark) const { return m_marked[mark]; }
+
+    // What the table shows of its rows is asked for by their numbers, and fetches none.
+    int idOf(int row) const;
+    Mark markOf(int row) const;
+    /** True where the row's shown texts and its path have all of the words, which are folded. */
+    bool matches(int row, const QStringList &words) const;
+
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
     // The same answers as the base class gives, which walks its edit cache for rows that we never
     // put there.
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+    bool select() override;
+    bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
+    void setSort(int column, Qt::SortOrder order) override;
 
 protected:
+    /** Numbers as numbers, times as times, texts without regard to case; equal ones as appended. */
+    QString orderByClause() const override;
     QModelIndex indexInQuery(const QModelIndex &item) const override;
 
 private:
@@ -81,7 +99,8 @@ private:
     void readAppended();
     void fetchAll();
     QString textAt(int row, int column);
-    int idOf(const QModelIndex &index) const;
+    QString searchText(int row) const;
+    void setMarkOf(int id, const RowMark &mark);
     void writeRow(int row, QSqlQuery &statement);
 
     int m_type;
@@ -101,7 +120,13 @@ private:
     QSqlQuery m_updateStatus;
     int m_appended = 0; ///< rows appended since views last saw them
     int m_shown = 0; ///< rows that views saw then
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    bool m_readsOneRow = false; ///< which needs no order
+    bool m_isEditedByBase = false; ///< since the rows were read
     QHash<int, RowMark> m_marks; ///< by the id of the row
+    int m_marked[MarkedFailed + 1] = {}; ///< rows that have each mark
+    mutable QHash<int, QString> m_searchTexts; ///< by the id of the row; what is missing is read
 };
 
 } // namespace tarvel4

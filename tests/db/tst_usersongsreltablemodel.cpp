@@ -1,10 +1,13 @@
 #include "db/database.h"
+#include "db/foldedtext.h"
 #include "db/usersongsreltablemodel.h"
 #include "tests/storage/table.h"
 
 #include <QtTest>
 
 #include <QSqlQuery>
+
+#include <algorithm>
 
 using namespace tarvel4;
 
@@ -184,6 +187,89 @@ private Q_SLOTS:
         QCOMPARE(m_model->statusOf(2), 1);
     }
 
+    void sortsAsAReaderExpects_data()
+    {
+        const Table<QString, QString, QString> row;
+        row("titles without regard to case and accents", "title", "zoo Élan abc ÀBC élite È eco",
+            "abc ÀBC È eco Élan élite zoo");
+        row("accents beyond western Europe, too", "title", "zoo ŽAL Čaj car", "Čaj car ŽAL zoo");
+        row("tempos as numbers", "userbpm", "100 20 -1 9", "-1 9 20 100");
+        row("lengths as times, unknown ones first", "length", "6000 3 5999 -1 600",
+            "-1 3 600 5999 6000");
+        row("song numbers as numbers", "id", "k j i h g f e d c b a", "k j i h g f e d c b a");
+    }
+    void sortsAsAReaderExpects()
+    {
+        const auto [column, names, ascending] = cells<QString, QString, QString>();
+        for (const QString &name : names.split(QLatin1Char(' ')))
+            m_model->appendSong(song(name, name.toInt(), name.toInt()));
+        const auto sorted = [this, column = column](Qt::SortOrder order) {
+            m_model->sort(m_model->fieldIndex(column), order);
+            QStringList found;
+            for (int row = 0; row < m_model->totalRows(); ++row)
+                found.append(m_model->shortNameOf(row));
+            return found;
+        };
+        QStringList expected = ascending.split(QLatin1Char(' '));
+        QCOMPARE(sorted(Qt::AscendingOrder), expected);
+        std::reverse(expected.begin(), expected.end());
+        if (column == "title"_s && names.contains("abc"_s)) // equal ones stay as appended
+            std::iter_swap(expected.end() - 1, expected.end() - 2);
+        QCOMPARE(sorted(Qt::DescendingOrder), expected);
+    }
+
+    void marksStayWithTheirSongs()
+    {
+        append("b c a");
+        m_model->setMark(0, UserSongsRelTableModel::MarkedFailed, "why b"_s);
+        m_model->setMark(1, UserSongsRelTableModel::MarkedUpdated);
+        m_model->setMark(1, UserSongsRelTableModel::MarkedLeftAlone, "why c"_s);
+        m_model->sort(2, Qt::AscendingOrder);
+        QCOMPARE(m_model->cellIndex(0, 1).data(Qt::AccessibleTextRole).toString(), QString());
+        QCOMPARE(m_model->cellIndex(1, 1).data(Qt::AccessibleTextRole).toString(), "MIDI, why b"_s);
+        QCOMPARE(m_model->cellIndex(2, 1).data(Qt::AccessibleTextRole).toString(), "MIDI, why c"_s);
+        QCOMPARE(m_model->markOf(2), UserSongsRelTableModel::MarkedLeftAlone);
+        QCOMPARE(markCounts(), "0 0 1 1"_s);
+        QVERIFY(m_model->removeRow(1));
+        m_model->select();
+        QCOMPARE(markCounts(), "0 0 1 0"_s);
+        QCOMPARE(m_model->songs(), 2);
+        QVERIFY(m_database->clearUserSongs());
+        m_model->select();
+        QCOMPARE(markCounts(), "0 0 0 0"_s);
+        append("d");
+        QCOMPARE(m_model->markOf(0), UserSongsRelTableModel::Unmarked);
+    }
+
+    void finds_data()
+    {
+        const Table<QString, bool> row;
+        row("nothing is in every song", "", true);
+        row("a part of the title", "erch", true);
+        row("in any case of letters", "PERCHÉ", true);
+        row("without accents", "perche", true);
+        row("accents that the song does not have", "càrta", true);
+        row("another kind of apostrophe", "l’amore", true);
+        row("all words, in any order and column", "artist perche MIDI 03:05 120 a-", true);
+        row("a folder of the path", "songs/perche", true);
+        row("not where one word is missing", "perche zoo", false);
+        row("not across two columns", "midiperche", false);
+        row("not the status", "failed", false);
+    }
+    void finds()
+    {
+        const auto [typed, isFound] = cells<QString, bool>();
+        m_model->appendSong(song(QStringLiteral("Perché l'amore carta")));
+        const QStringList folded = FoldedText::wordsOf(typed);
+        QCOMPARE(m_model->matches(0, folded), isFound);
+        SongInfo other = song("zoo failed"_s);
+        other.artist = other.genre = other.author = QString();
+        m_model->updateSong(0, other);
+        QVERIFY2(m_model->matches(0, words("zoo")), "the new title");
+        QCOMPARE(m_model->matches(0, words("artist")), false);
+        QVERIFY2(m_model->matches(0, words("songs/perche")), "the path is the old one");
+    }
+
     void rowsThatDoNotExistTakeNothing()
     {
         append("a");
@@ -250,6 +336,15 @@ private Q_SLOTS:
     }
 
 private:
+    QString markCounts() const
+    {
+        QStringList counts;
+        for (int mark = UserSongsRelTableModel::MarkedUpdated;
+             mark <= UserSongsRelTableModel::MarkedFailed; ++mark)
+            counts.append(
+                QString::number(m_model->marked(static_cast<UserSongsRelTableModel::Mark>(mark))));
+        return counts.join(QLatin1Char(' '));
+    }
     void append(const char *names)
     {
         for (const QString &name : words(names))

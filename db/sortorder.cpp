@@ -1,0 +1,70 @@
+#include "db/sortorder.h"
+
+#include "db/foldedtext.h"
+
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <algorithm>
+#include <vector>
+
+namespace tarvel4 {
+
+namespace {
+
+constexpr int rankSize = 3; // bytes, the highest one first
+constexpr int mostSongs = 150000; // SQLite reads statements of a million characters
+
+struct Song
+{
+    int id;
+    QString text;
+};
+
+std::vector<Song> songsOf(const QString &column, const QSqlDatabase &db)
+{
+    std::vector<Song> songs;
+    QSqlQuery query(db);
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("select id, %1 from usersongs").arg(column));
+    while (query.next())
+        songs.push_back({query.value(0).toInt(), FoldedText::of(query.value(1).toString())});
+    return songs;
+}
+
+} // namespace
+
+/** A table of ranks by the songs' ids: SQLite itself folds nothing but ASCII letters. */
+QString SortOrder::ofTexts(const QString &column, const QSqlDatabase &db)
+{
+    std::vector<Song> songs = songsOf(column, db);
+    int highestId = 0;
+    for (const Song &song : songs)
+        highestId = std::max(highestId, song.id);
+    if (highestId > mostSongs)
+        return column + QStringLiteral(" COLLATE NOCASE");
+
+    std::sort(songs.begin(), songs.end(),
+              [](const Song &a, const Song &b) { return a.text < b.text; });
+    QByteArray ranks(rankSize * highestId, '\0');
+    int rank = 0;
+    const QString *previous = nullptr;
+    for (const Song &song : songs) {
+        if (previous && *previous != song.text)
+            ++rank;
+        previous = &song.text;
+        for (int byte = 0; byte < rankSize; ++byte)
+            ranks[rankSize * song.id - 1 - byte] = static_cast<char>(rank >> (8 * byte));
+    }
+    return QStringLiteral("substr(x'%1', %2 * usersongs.id - %3, %2)")
+        .arg(QLatin1String(ranks.toHex()))
+        .arg(rankSize)
+        .arg(rankSize - 1);
+}
+
+QString SortOrder::ofTimes(const QString &column)
+{
+    return QStringLiteral("printf('%10s', %1)").arg(column); // to the right in equal widths
+}
+
+} // namespace tarvel4
