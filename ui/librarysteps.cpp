@@ -92,6 +92,7 @@ bool LibrarySteps::updateSongs()
                         [this, &begun] { return begun = makeBackup(); })
                    .isComplete;
     }
+    SongTable::readAgain(*m_widgets.table, *m_model);
     m_host.endProgress();
     if (done)
         SongTable::resizeColumns(*m_widgets.table);

@@ -13,6 +13,7 @@
 #include "ui/songdebug.h"
 #include "ui/songdrop.h"
 #include "ui/songintake.h"
+#include "ui/songsearch.h"
 #include "ui/songslistdialog.h"
 #include "ui/songtable.h"
 #include "ui/undochanges.h"
@@ -101,6 +102,9 @@ void MainWindow::setUpTable()
     m_model->setHeaders();
     SongTable::setUp(*table, *m_model);
     SongTable::resizeColumns(*table);
+    m_search = new SongSearch(
+        {table, ui->searchLineEdit, ui->searchMarkComboBox, ui->emptyTableLabel, ui->statusBar},
+        *m_model);
     m_steps->setModel(m_model);
     m_reports->setModel(m_model);
     m_songActions = std::make_unique<SongActions>(*table, m_db, *m_model, m_host, m_journal);
@@ -115,6 +119,8 @@ void MainWindow::changeEvent(QEvent *event)
     ui->retranslateUi(this);
     if (m_model)
         m_model->setHeaders();
+    if (m_search)
+        m_search->retranslate();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

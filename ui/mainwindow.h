@@ -21,6 +21,7 @@ class JobReports;
 class LibrarySteps;
 class SongActions;
 class SongIntake;
+class SongSearch;
 class UserSongsRelTableModel;
 class WindowPlace;
 
@@ -93,6 +94,7 @@ private:
     std::unique_ptr<JobReports> m_reports;
     std::unique_ptr<SongActions> m_songActions; ///< null without a model
     std::unique_ptr<WindowPlace> m_place;
+    SongSearch *m_search = nullptr; ///< null without a model
     bool m_wasPainted = false;
     QTranslator m_translator;
 };

@@ -12,7 +12,6 @@ namespace tarvel4 {
 namespace {
 
 constexpr int idColumn = 0;
-constexpr int typeColumn = 1; // the first one on show
 
 } // namespace
 
@@ -30,7 +29,7 @@ void SongTable::setUp(QTableView &view, UserSongsRelTableModel &model)
     view.setColumnHidden(model.fileNameColumn(), true);
     view.setColumnHidden(model.statusColumn(), true);
     view.setColumnHidden(idColumn, true);
-    view.setItemDelegate(new SongTableDelegate(typeColumn, &view));
+    view.setItemDelegate(new SongTableDelegate(firstColumn, &view));
 }
 
 void SongTable::resizeColumns(QTableView &view)
@@ -39,16 +38,39 @@ void SongTable::resizeColumns(QTableView &view)
         view.resizeColumnToContents(column);
 }
 
+int SongTable::shownRow(const QTableView &view, int row)
+{
+    const int rows = view.model()->rowCount();
+    for (int next = row; next < rows; ++next) {
+        if (!view.isRowHidden(next))
+            return next;
+    }
+    for (int previous = qMin(row, rows) - 1; previous >= 0; --previous) {
+        if (!view.isRowHidden(previous))
+            return previous;
+    }
+    return -1;
+}
+
+void SongTable::readAgain(QTableView &view, UserSongsRelTableModel &model)
+{
+    const int scrolled = view.verticalScrollBar()->value();
+    model.select();
+    model.totalRows();
+    view.verticalScrollBar()->setValue(scrolled);
+}
+
 void SongTable::removeRow(QTableView &view, UserSongsRelTableModel &model, int row)
 {
     const int scrolled = view.verticalScrollBar()->value();
     const QModelIndex current = view.currentIndex();
     model.removeRow(row);
     model.select(); // until then the model shows a blank row
-    const int next = qMin(row, model.totalRows() - 1);
+    model.totalRows();
+    const int next = shownRow(view, row);
     if (next >= 0)
         view.setCurrentIndex(
-            model.cellIndex(next, current.isValid() ? current.column() : typeColumn));
+            model.cellIndex(next, current.isValid() ? current.column() : firstColumn));
     view.verticalScrollBar()->setValue(scrolled);
 }
 

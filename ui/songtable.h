@@ -16,8 +16,17 @@ namespace SongTable {
 /** Gives the view its model, its behaviour and its hidden columns. */
 void setUp(QTableView &view, UserSongsRelTableModel &model);
 
+constexpr int firstColumn = 1; ///< of those on show
+
 /** Fits the columns to their contents. */
 void resizeColumns(QTableView &view);
+
+/** The row, or where it is hidden the next one on show, else the last one; -1 where none is. */
+int shownRow(const QTableView &view, int row);
+
+/** Reads the rows again when a job has changed many: in their order now, and the memory is freed
+ * that the model takes for each change. */
+void readAgain(QTableView &view, UserSongsRelTableModel &model);
 
 /** Takes a row out of the table; the next one takes its place, in view and as the current one. */
 void removeRow(QTableView &view, UserSongsRelTableModel &model, int row);

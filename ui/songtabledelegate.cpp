@@ -1,6 +1,7 @@
 #include "ui/songtabledelegate.h"
 
 #include "db/usersongsreltablemodel.h"
+#include "ui/songtableview.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -70,6 +71,13 @@ void SongTableDelegate::initStyleOption(QStyleOptionViewItem *option,
                                         const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
+    const QVariant alignment =
+        index.model()->headerData(index.column(), Qt::Horizontal, Qt::TextAlignmentRole);
+    if (alignment.isValid())
+        option->displayAlignment = Qt::Alignment(alignment.toInt());
+    const auto *table = qobject_cast<const SongTableView *>(option->widget);
+    if (table && table->hoveredRow() == index.row())
+        option->state |= QStyle::State_MouseOver;
     if (index.column() == m_markColumn) { // keeps room for the mark, whatever the status
         const int side = option->fontMetrics.ascent() + 2;
         option->features |= QStyleOptionViewItem::HasDecoration;

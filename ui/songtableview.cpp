@@ -1,37 +1,42 @@
 #include "ui/songtableview.h"
 
-#include <QEvent>
-#include <QPainter>
+#include <QHoverEvent>
 
 namespace tarvel4 {
-
-namespace {
-
-constexpr int margin = 24;
-
-} // namespace
 
 SongTableView::SongTableView(QWidget *parent)
     : QTableView(parent)
 {}
 
-void SongTableView::paintEvent(QPaintEvent *event)
+bool SongTableView::viewportEvent(QEvent *event)
 {
-    QTableView::paintEvent(event);
-    if (!model() || model()->rowCount() > 0)
-        return;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
-    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     Qt::AlignCenter | Qt::TextWordWrap,
-                     tr("Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra."));
+    switch (event->type()) {
+    case QEvent::HoverEnter:
+    case QEvent::HoverMove:
+        setHoveredRow(rowAt(static_cast<const QHoverEvent *>(event)->pos().y()));
+        break;
+    case QEvent::HoverLeave:
+    case QEvent::Leave:
+        setHoveredRow(-1);
+        break;
+    default:
+        break;
+    }
+    return QTableView::viewportEvent(event);
 }
 
-void SongTableView::changeEvent(QEvent *event)
+void SongTableView::setHoveredRow(int row)
 {
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        viewport()->update();
+    if (row == m_hoveredRow)
+        return;
+    updateRow(m_hoveredRow);
+    m_hoveredRow = row;
+    updateRow(row);
+}
+
+void SongTableView::updateRow(int row)
+{
+    viewport()->update(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
 }
 
 } // namespace tarvel4

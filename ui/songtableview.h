@@ -4,7 +4,7 @@
 
 namespace tarvel4 {
 
-/** A song table that, while it is empty, says how songs get into it. */
+/** A song table that tells which of its rows the mouse is over. */
 class SongTableView : public QTableView
 {
     Q_OBJECT
@@ -12,9 +12,17 @@ class SongTableView : public QTableView
 public:
     explicit SongTableView(QWidget *parent = nullptr);
 
+    /** -1 for none. */
+    int hoveredRow() const { return m_hoveredRow; }
+
 protected:
-    void paintEvent(QPaintEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+
+private:
+    void setHoveredRow(int row);
+    void updateRow(int row);
+
+    int m_hoveredRow = -1;
 };
 
 } // namespace tarvel4

@@ -2115,6 +2115,18 @@ Tarvel&apos;s memory</translation>
         <source>Mostra l&apos;ultimo resoconto</source>
         <translation>Show the last report</translation>
     </message>
+    <message>
+        <source>Cerca nelle song</source>
+        <translation>Search the songs</translation>
+    </message>
+    <message>
+        <source>Song da mostrare</source>
+        <translation>Songs to show</translation>
+    </message>
+    <message>
+        <source>Song</source>
+        <translation>Songs</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::NoCopyrightDialog</name>
@@ -2269,10 +2281,90 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
-    <name>tarvel4::SongTableView</name>
+    <name>tarvel4::SongSearch</name>
+    <message>
+        <source>Cerca nelle song (%1)</source>
+        <translation>Search the songs (%1)</translation>
+    </message>
+    <message>
+        <source>Tutte le song</source>
+        <translation>All songs</translation>
+    </message>
+    <message>
+        <source>Aggiornate</source>
+        <translation>Updated</translation>
+    </message>
+    <message>
+        <source>Modificate a mano</source>
+        <translation>Edited by hand</translation>
+    </message>
+    <message>
+        <source>Non aggiornate</source>
+        <translation>Not updated</translation>
+    </message>
+    <message>
+        <source>Non riuscite</source>
+        <translation>Failed</translation>
+    </message>
     <message>
         <source>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</source>
         <translation>Your songs appear here: choose them with the button at the top left.</translation>
+    </message>
+    <message>
+        <source>Nessuna song corrisponde alla ricerca.</source>
+        <translation>No song matches the search.</translation>
+    </message>
+    <message>
+        <source>1 song</source>
+        <translation>1 song</translation>
+    </message>
+    <message>
+        <source>%1 song</source>
+        <translation>%1 songs</translation>
+    </message>
+    <message>
+        <source>1 mostrata</source>
+        <translation>1 shown</translation>
+    </message>
+    <message>
+        <source>%1 mostrate</source>
+        <translation>%1 shown</translation>
+    </message>
+    <message>
+        <source>1 aggiornata</source>
+        <translation>1 updated</translation>
+    </message>
+    <message>
+        <source>%1 aggiornate</source>
+        <translation>%1 updated</translation>
+    </message>
+    <message>
+        <source>1 modificata a mano</source>
+        <translation>1 edited by hand</translation>
+    </message>
+    <message>
+        <source>%1 modificate a mano</source>
+        <translation>%1 edited by hand</translation>
+    </message>
+    <message>
+        <source>1 non aggiornata</source>
+        <translation>1 not updated</translation>
+    </message>
+    <message>
+        <source>%1 non aggiornate</source>
+        <translation>%1 not updated</translation>
+    </message>
+    <message>
+        <source>1 non riuscita</source>
+        <translation>1 failed</translation>
+    </message>
+    <message>
+        <source>%1 non riuscite</source>
+        <translation>%1 failed</translation>
+    </message>
+    <message>
+        <source>. Anche quelle nascoste vengono sincronizzate.</source>
+        <translation>. Hidden ones are synchronised, too.</translation>
     </message>
 </context>
 <context>

@@ -2115,6 +2115,18 @@ memoria di Tarvel</translation>
         <source>Mostra l'ultimo resoconto</source>
         <translation>Mostra l'ultimo resoconto</translation>
     </message>
+    <message>
+        <source>Cerca nelle song</source>
+        <translation>Cerca nelle song</translation>
+    </message>
+    <message>
+        <source>Song da mostrare</source>
+        <translation>Song da mostrare</translation>
+    </message>
+    <message>
+        <source>Song</source>
+        <translation>Song</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::NoCopyrightDialog</name>
@@ -2269,10 +2281,90 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
-    <name>tarvel4::SongTableView</name>
+    <name>tarvel4::SongSearch</name>
+    <message>
+        <source>Cerca nelle song (%1)</source>
+        <translation>Cerca nelle song (%1)</translation>
+    </message>
+    <message>
+        <source>Tutte le song</source>
+        <translation>Tutte le song</translation>
+    </message>
+    <message>
+        <source>Aggiornate</source>
+        <translation>Aggiornate</translation>
+    </message>
+    <message>
+        <source>Modificate a mano</source>
+        <translation>Modificate a mano</translation>
+    </message>
+    <message>
+        <source>Non aggiornate</source>
+        <translation>Non aggiornate</translation>
+    </message>
+    <message>
+        <source>Non riuscite</source>
+        <translation>Non riuscite</translation>
+    </message>
     <message>
         <source>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</source>
         <translation>Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.</translation>
+    </message>
+    <message>
+        <source>Nessuna song corrisponde alla ricerca.</source>
+        <translation>Nessuna song corrisponde alla ricerca.</translation>
+    </message>
+    <message>
+        <source>1 song</source>
+        <translation>1 song</translation>
+    </message>
+    <message>
+        <source>%1 song</source>
+        <translation>%1 song</translation>
+    </message>
+    <message>
+        <source>1 mostrata</source>
+        <translation>1 mostrata</translation>
+    </message>
+    <message>
+        <source>%1 mostrate</source>
+        <translation>%1 mostrate</translation>
+    </message>
+    <message>
+        <source>1 aggiornata</source>
+        <translation>1 aggiornata</translation>
+    </message>
+    <message>
+        <source>%1 aggiornate</source>
+        <translation>%1 aggiornate</translation>
+    </message>
+    <message>
+        <source>1 modificata a mano</source>
+        <translation>1 modificata a mano</translation>
+    </message>
+    <message>
+        <source>%1 modificate a mano</source>
+        <translation>%1 modificate a mano</translation>
+    </message>
+    <message>
+        <source>1 non aggiornata</source>
+        <translation>1 non aggiornata</translation>
+    </message>
+    <message>
+        <source>%1 non aggiornate</source>
+        <translation>%1 non aggiornate</translation>
+    </message>
+    <message>
+        <source>1 non riuscita</source>
+        <translation>1 non riuscita</translation>
+    </message>
+    <message>
+        <source>%1 non riuscite</source>
+        <translation>%1 non riuscite</translation>
+    </message>
+    <message>
+        <source>. Anche quelle nascoste vengono sincronizzate.</source>
+        <translation>. Anche quelle nascoste vengono sincronizzate.</translation>
     </message>
 </context>
 <context>

@@ -189,8 +189,9 @@ private Q_SLOTS:
             find<QToolButton>(name)->setEnabled(true);
         QApplication::setActiveWindow(m_window.get());
         find<QWidget>("selectDirToolButton")->setFocus();
-        for (const char *name : {"selectDirToolButton", "updateDataToolButton",
-                                 "transferFilesToolButton", "userLibraryTableView"}) {
+        for (const char *name :
+             {"selectDirToolButton", "updateDataToolButton", "transferFilesToolButton",
+              "searchLineEdit", "searchMarkComboBox", "userLibraryTableView"}) {
             QTRY_COMPARE(m_window->focusWidget()->objectName(), text(name));
             QTest::keyClick(m_window->focusWidget(), Qt::Key_Tab);
         }

@@ -1,40 +1,21 @@
 #include "tests/library/texts.h"
 #include "tests/storage/table.h"
 #include "tests/ui/forms.h"
-#include "ui/appearance.h"
 #include "ui/elidedlabel.h"
 #include "ui/listcompleter.h"
-#include "ui/songtableview.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialog>
 #include <QHelpEvent>
 #include <QPushButton>
-#include <QStandardItemModel>
 #include <QToolTip>
-#include <QTranslator>
 #include <QVBoxLayout>
 
 using namespace tarvel4;
 
 namespace {
 
-/** What is drawn in the middle of the empty part of the view. */
-QImage middle(SongTableView &view)
-{
-    const QRect all = view.viewport()->rect();
-    return view.viewport()
-        ->grab(QRect(0, all.height() / 4, all.width(), all.height() / 2))
-        .toImage();
-}
-bool isBlank(const QImage &image)
-{
-    QImage blank(image.size(), image.format());
-    blank.fill(image.pixelColor(0, 0));
-    blank.setDevicePixelRatio(image.devicePixelRatio());
-    return image == blank;
-}
 QImage picture(QWidget &widget, const QSize &size)
 {
     widget.resize(size);
@@ -43,7 +24,7 @@ QImage picture(QWidget &widget, const QSize &size)
 
 } // namespace
 
-/** Widgets of our own: the completer of a list, the shortened label, the table with its hint. */
+/** Widgets of our own: the completer of a list, the shortened label. */
 class tst_Widgets : public QObject
 {
     Q_OBJECT
@@ -182,25 +163,6 @@ private Q_SLOTS:
         QCOMPARE(QToolTip::text(), tip);
         QToolTip::hideText();
         QTRY_VERIFY(!QToolTip::isVisible());
-    }
-
-    void emptyTableSaysHowSongsGetIntoIt()
-    {
-        SongTableView view;
-        view.resize(640, 400);
-        view.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&view));
-        QVERIFY2(isBlank(middle(view)), "there is no model");
-        QStandardItemModel model(0, 2);
-        view.setModel(&model);
-        const QImage italian = middle(view);
-        QVERIFY(!isBlank(italian));
-        QTranslator translator;
-        Appearance::installLanguage(translator, text("en"));
-        QCoreApplication::processEvents();
-        QVERIFY(!isBlank(middle(view)) && middle(view) != italian);
-        model.appendRow(new QStandardItem);
-        QVERIFY2(isBlank(middle(view)), "the first song takes the hint away");
     }
 
 private:

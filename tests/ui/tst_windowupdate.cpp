@@ -252,7 +252,6 @@ private Q_SLOTS:
         Appearance::followDesktop();
         const QString gone = addSong("gone.mid", "x");
         importOnly({gone, addSong("nobody.mid", "y"), addSong("AZZURRO.mid", "z", false)});
-        QCOMPARE(spoken(1), text("MIDI"));
         QVERIFY(!hasAlarm(0));
         QFile::remove(gone);
         m_driver->click<BackupDialog>("exitPushButton");

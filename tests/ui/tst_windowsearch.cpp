@@ -1,0 +1,305 @@
+#include "tests/ui/windowtest.h"
+
+#include "db/usersongsreltablemodel.h"
+#include "ui/dataeditdialog.h"
+
+#include <QAccessible>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLineEdit>
+
+using namespace tarvel4;
+
+/** Finding songs: the search above the table, the counts below it, and what stays when it sorts. */
+class tst_WindowSearch : public WindowTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        makeFolder();
+        openWindowWithoutSummaries();
+    }
+    void cleanup() { closeWindow(); }
+
+    void findsWhileTyping()
+    {
+        import({addSong("a.mid", "Perch\xe9"), addSong("b.mid", "Volare"), addSong("c.kar", "x")});
+        QVERIFY(activate(*m_window));
+        QTest::keyClick(m_window.get(), Qt::Key_F, Qt::ControlModifier);
+        QTRY_VERIFY(field()->hasFocus());
+        QTest::keyClicks(field(), text("perche"));
+        QCOMPARE(shown(), text("a.mid"));
+        field()->selectAll();
+        QTest::keyClicks(field(), text("VOL mid"));
+        QCOMPARE(shown(), text("b.mid"));
+        QTest::keyClicks(field(), text("#"));
+        QCOMPARE(shown(), QString());
+        QTest::keyClick(field(), Qt::Key_Escape);
+        QCOMPARE(field()->text(), QString());
+        QCOMPARE(shown(), text("a.mid b.mid c.kar"));
+        QTRY_VERIFY(table()->hasFocus());
+    }
+
+    void ctrlFSelectsWhatWasTyped()
+    {
+        import({addSong("a.mid", "x")});
+        field()->setText(text("abc"));
+        QVERIFY(activate(*m_window));
+        table()->setFocus();
+        QTest::keyClick(m_window.get(), Qt::Key_F, Qt::ControlModifier);
+        QTRY_COMPARE(field()->selectedText(), text("abc"));
+    }
+
+    void keysLeadIntoTheTable_data()
+    {
+        const Table<int> row;
+        row("Down", int{Qt::Key_Down});
+        row("Return", int{Qt::Key_Return});
+        row("Enter on the number pad", int{Qt::Key_Enter});
+    }
+    void keysLeadIntoTheTable()
+    {
+        const auto [key] = cells<int>();
+        import({addSong("a.mid", "Uno"), addSong("b.mid", "Due")});
+        QVERIFY(activate(*m_window));
+        field()->setFocus();
+        field()->setText(text("due"));
+        QTest::keyClick(field(), static_cast<Qt::Key>(key));
+        QTRY_VERIFY(table()->hasFocus());
+        QCOMPARE(table()->currentIndex().row(), 1);
+        QVERIFY(table()->selectionModel()->isRowSelected(1, QModelIndex()));
+    }
+
+    void hiddenSongIsNotTheCurrentOne()
+    {
+        import(threeSongs());
+        table()->selectRow(1);
+        field()->setText(text("uno"));
+        QVERIFY2(!table()->currentIndex().isValid(), "Enter would edit a song that nobody sees");
+        QVERIFY(!table()->selectionModel()->hasSelection());
+        field()->clear();
+        QVERIFY2(table()->selectionModel()->isRowSelected(1, QModelIndex()), "as before");
+
+        field()->setText(text("uno"));
+        table()->horizontalHeader()->setSortIndicator(Title, Qt::AscendingOrder);
+        field()->clear();
+        QCOMPARE(nameOf(table()->currentIndex()), text("a.mid"));
+    }
+
+    void statesAreFiltered_data()
+    {
+        const Table<int, QString> row;
+        row("all", 0, "AZZURRO.mid VOLARE.mid gone.mid nobody.mid");
+        row("updated", 1, "AZZURRO.mid");
+        row("edited", 2, "VOLARE.mid");
+        row("not updated", 3, "nobody.mid");
+        row("failed", 4, "gone.mid");
+    }
+    void statesAreFiltered()
+    {
+        const auto [state, songs] = cells<int, QString>();
+        importInAllStates();
+        states()->setCurrentIndex(state);
+        QCOMPARE(shown(), songs);
+        field()->setText(text("nobody"));
+        QCOMPARE(shown(), songs.contains(text("nobody")) ? text("nobody.mid") : QString());
+    }
+
+    void songsAreCounted_data()
+    {
+        const Table<QString, QString> row;
+        row("in Italian", "actionItalian",
+            "4 song, 1 mostrata, 1 aggiornata, 1 modificata a mano, 1 non aggiornata, 1 non "
+            "riuscita. Anche quelle nascoste vengono sincronizzate.");
+        row("in English", "actionEnglish",
+            "4 songs, 1 shown, 1 updated, 1 edited by hand, 1 not updated, 1 failed. Hidden ones "
+            "are synchronised, too.");
+    }
+    void songsAreCounted()
+    {
+        const auto [language, line] = cells<QString, QString>();
+        QCOMPARE(counts(), text("0 song"));
+        import({addSong("one.mid", "x")});
+        QTRY_COMPARE(counts(), text("1 song"));
+        importInAllStates();
+        field()->setText(text("azz"));
+        trigger(qPrintable(language));
+        QTRY_COMPARE(counts(), line);
+        QAccessibleInterface *label =
+            QAccessible::queryAccessibleInterface(find<QLabel>("songCountsLabel"));
+        QCOMPARE(label->text(QAccessible::Name), line);
+        field()->clear();
+        states()->setCurrentIndex(0);
+        QVERIFY(counts().count(QLatin1Char(',')) == 4);
+    }
+
+    void pluralsAreCounted()
+    {
+        import({addSong("a.mid", "x"), addSong("b.mid", "y")});
+        synchronise();
+        QTRY_COMPARE(counts(), text("2 song, 2 non aggiornate"));
+        field()->setText(text("mid"));
+        QCOMPARE(counts(), text("2 song, 2 mostrate, 2 non aggiornate"));
+        trigger("actionEnglish");
+        QCOMPARE(counts(), text("2 songs, 2 shown, 2 not updated"));
+    }
+
+    void emptyTableSaysWhy()
+    {
+        const auto *label = find<QLabel>("emptyTableLabel");
+        const QString hint =
+            text("Qui compaiono le tue song: sceglile con il pulsante in alto a sinistra.");
+        const auto spoken = [label] {
+            return QAccessible::queryAccessibleInterface(const_cast<QLabel *>(label))
+                ->text(QAccessible::Name);
+        };
+        QVERIFY(label->isVisible());
+        QCOMPARE(spoken(), hint);
+        QCOMPARE(table()->accessibleDescription(), hint);
+        trigger("actionEnglish");
+        QVERIFY(spoken() != hint && !spoken().isEmpty());
+        trigger("actionItalian");
+
+        import(threeSongs());
+        QTRY_VERIFY(!label->isVisible());
+        QCOMPARE(table()->accessibleDescription(), QString());
+        QVERIFY2(m_window->childAt(table()->mapTo(m_window.get(), table()->rect().center()))
+                     == table()->viewport(),
+                 "clicks reach the table");
+        field()->setText(text("#"));
+        QVERIFY(label->isVisible());
+        QCOMPARE(spoken(), text("Nessuna song corrisponde alla ricerca."));
+        QCOMPARE(table()->accessibleDescription(), spoken());
+    }
+
+    void sortKeepsTheSelectedSongInSight()
+    {
+        import(manySongs(400));
+        table()->selectRow(5);
+        const QString name = nameOf(table()->currentIndex());
+        clickHeader(Title);
+        const QModelIndex current = table()->currentIndex();
+        QCOMPARE(current.row(), 394);
+        QCOMPARE(nameOf(current), name);
+        QVERIFY(table()->selectionModel()->isRowSelected(394, QModelIndex()));
+        QVERIFY(table()->viewport()->rect().contains(table()->visualRect(current).center()));
+    }
+
+    void sortKeepsRowsHidden()
+    {
+        import(manySongs(400));
+        field()->setText(text("s39"));
+        QCOMPARE(shown().count(QLatin1Char(' ')), 9);
+        const QString before = shown();
+        clickHeader(Title);
+        QStringList reversed = before.split(QLatin1Char(' '));
+        std::reverse(reversed.begin(), reversed.end());
+        QCOMPARE(shown(), reversed.join(QLatin1Char(' ')));
+    }
+
+    void rowsThatChangeAreFilteredAnew()
+    {
+        import({addSong("a.mid", "Uno"), addSong("b.mid", "Uno"), addSong("c.mid", "Due")});
+        field()->setText(text("uno"));
+        m_driver->expect<DataEditDialog>([](DataEditDialog &dialog) {
+            child<QLineEdit>(dialog, "titleLineEdit")->setText(text("Due"));
+            click(dialog, "savePushButton");
+        });
+        doubleClick(0);
+        QCOMPARE(shown(), text("b.mid"));
+        QVERIFY2(table()->currentIndex().row() == 1, "the next song on show");
+        field()->clear();
+        QCOMPARE(shown(), text("a.mid b.mid c.mid"));
+    }
+
+    void hiddenSongsAreSynchronised()
+    {
+        import({addSong("VOLARE.mid", "a"), addSong("AZZURRO.mid", "b")});
+        field()->setText(text("AZZ"));
+        synchronise();
+        QCOMPARE(statuses(), text("1 1"));
+        QCOMPARE(shown(), text("AZZURRO.mid"));
+    }
+
+    void removedRowGivesItsPlaceToOneOnShow()
+    {
+        import({addSong("a.mid", "Uno"), addSong("b.mid", "Due"), addSong("c.mid", "Uno")});
+        field()->setText(text("uno"));
+        m_driver->chooseEntry(0);
+        QWidget *viewport = table()->viewport();
+        const QPoint place = centreOf(0, Title);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, viewport->mapToGlobal(place));
+        QApplication::sendEvent(viewport, &event);
+        QCOMPARE(shown(), text("c.mid"));
+        QCOMPARE(nameOf(table()->currentIndex()), text("c.mid"));
+    }
+
+    void importedSongsAreFiltered()
+    {
+        field()->setText(text("s3"));
+        import(manySongs(300));
+        QTRY_COMPARE(counts(),
+                     text("300 song, 0 mostrate. Anche quelle nascoste vengono sincronizzate."));
+        field()->setText(text("s29"));
+        QCOMPARE(shown().count(QLatin1Char(' ')), 9);
+    }
+
+private:
+    QLineEdit *field() const { return find<QLineEdit>("searchLineEdit"); }
+    QComboBox *states() const { return find<QComboBox>("searchMarkComboBox"); }
+    QString counts() const { return find<QLabel>("songCountsLabel")->text(); }
+    QString nameOf(const QModelIndex &index) const
+    {
+        return index.sibling(index.row(), Name).data().toString();
+    }
+    /** The names of the songs on show, top to bottom. */
+    QString shown() const
+    {
+        QStringList names;
+        for (int row = 0; row < model()->rowCount(); ++row) {
+            if (!table()->isRowHidden(row))
+                names.append(nameOf(model()->index(row, 0)));
+        }
+        return names.join(QLatin1Char(' '));
+    }
+
+    void clickHeader(Column column) const
+    {
+        QHeaderView *header = table()->horizontalHeader();
+        const QPoint place(header->sectionViewportPosition(column) + 20, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    }
+
+    void synchronise()
+    {
+        m_driver->click<BackupDialog>("exitPushButton");
+        press("updateDataToolButton");
+    }
+
+    /** Names go up while titles go down. */
+    QStringList manySongs(int songs) const
+    {
+        QStringList paths;
+        for (int i = 0; i < songs; ++i)
+            paths.append(addSong('s' + QByteArray::number(1000 + i).mid(1) + ".mid",
+                                 "T " + QByteArray::number(999 - i)));
+        return paths;
+    }
+
+    void importInAllStates()
+    {
+        const QString gone = addSong("gone.mid", "z");
+        import({addSong("AZZURRO.mid", "x"), addSong("VOLARE.mid", "y"), gone,
+                addSong("nobody.mid", "w")});
+        QFile::remove(gone);
+        synchronise();
+        m_driver->expect<DataEditDialog>(
+            [](DataEditDialog &dialog) { click(dialog, "savePushButton"); });
+        doubleClick(1);
+    }
+};
+
+QTEST_MAIN(tst_WindowSearch)
+#include "tst_windowsearch.moc"
