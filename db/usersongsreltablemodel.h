@@ -60,6 +60,8 @@ public:
     QModelIndex cellIndex(int row, int column);
     int fileNameColumn() const { return m_fileName; }
     int statusColumn() const { return m_status; }
+    /** Those that a reader compares digit by digit. */
+    QVector<int> numberColumns() const { return {m_length, m_userBpm}; }
 
     /** Songs in the table, whether views see them already or not. */
     int songs() const;

@@ -117,8 +117,10 @@ void MainWindow::changeEvent(QEvent *event)
     if (event->type() != QEvent::LanguageChange)
         return;
     ui->retranslateUi(this);
-    if (m_model)
+    if (m_model) {
         m_model->setHeaders();
+        SongTable::showWholeHeaders(*ui->userLibraryTableView);
+    }
     if (m_search)
         m_search->retranslate();
 }

@@ -1,6 +1,7 @@
 #include "ui/songtable.h"
 
 #include "db/usersongsreltablemodel.h"
+#include "ui/lastcolumn.h"
 #include "ui/songtabledelegate.h"
 
 #include <QHeaderView>
@@ -25,17 +26,36 @@ void SongTable::setUp(QTableView &view, UserSongsRelTableModel &model)
     view.verticalHeader()->hide();
     view.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     view.setAlternatingRowColors(false);
+    for (const int column : model.numberColumns())
+        model.setHeaderData(column, Qt::Horizontal, int{Qt::AlignRight | Qt::AlignVCenter},
+                            Qt::TextAlignmentRole);
     view.setModel(&model);
     view.setColumnHidden(model.fileNameColumn(), true);
     view.setColumnHidden(model.statusColumn(), true);
     view.setColumnHidden(idColumn, true);
+    new LastColumn(view);
     view.setItemDelegate(new SongTableDelegate(firstColumn, &view));
 }
 
 void SongTable::resizeColumns(QTableView &view)
 {
-    for (const int column : {0, 1, 2, 3, 4, 5, 6, 7, 8, 10})
+    const int widest = view.viewport()->width() / 3;
+    for (const int column : {0, 1, 2, 3, 4, 5, 6, 7, 8, 10}) {
         view.resizeColumnToContents(column);
+        if (view.columnWidth(column) > widest)
+            view.setColumnWidth(column, widest);
+    }
+    showWholeHeaders(view);
+}
+
+void SongTable::showWholeHeaders(QTableView &view)
+{
+    const QHeaderView &header = *view.horizontalHeader();
+    for (int column = 0; column < header.count(); ++column) {
+        const int width = header.sectionSizeHint(column);
+        if (!header.isSectionHidden(column) && header.sectionSize(column) < width)
+            view.setColumnWidth(column, width);
+    }
 }
 
 int SongTable::shownRow(const QTableView &view, int row)

@@ -18,8 +18,12 @@ void setUp(QTableView &view, UserSongsRelTableModel &model);
 
 constexpr int firstColumn = 1; ///< of those on show
 
-/** Fits the columns to their contents. */
+/** Fits the columns to their contents; none gets wider than a third of the table but the last one,
+ * which takes what is left. */
 void resizeColumns(QTableView &view);
+
+/** Widens the columns that cut their header, as in another language. */
+void showWholeHeaders(QTableView &view);
 
 /** The row, or where it is hidden the next one on show, else the last one; -1 where none is. */
 int shownRow(const QTableView &view, int row);
