@@ -120,7 +120,7 @@ QString JobReport::Entry::sentence() const
     case Group::NotReached:
         return tr("il lavoro si è fermato prima");
     case Group::NotFound:
-        return tr("nel catalogo non c'è né il nome del file né il titolo");
+        return tr("non trovata né per nome né per titolo");
     case Group::Refused:
         return tr("lasciata com'era, come hai scelto");
     case Group::ToConfirm:
@@ -178,8 +178,18 @@ void JobReport::finish(const QStringList &paths)
         if (--told[path] < 0)
             m_entries.append({path, Group::NotReached, {}, {}, {}});
     }
-    std::stable_sort(m_entries.begin(), m_entries.end(),
-                     [](const Entry &a, const Entry &b) { return a.group < b.group; });
+    std::stable_sort(m_entries.begin(), m_entries.end(), [this](const Entry &a, const Entry &b) {
+        return rank(a.group) < rank(b.group);
+    });
+}
+
+/** By which the groups are in order: a preview is read for what would change. */
+int JobReport::rank(Group group) const
+{
+    const bool wouldChange =
+        m_job == Job::Preview && (group == Group::ToConfirm || group == Group::Updated);
+    const int place = static_cast<int>(group);
+    return isFailure(group) || wouldChange ? place : place + groupCount;
 }
 
 QVector<JobReport::Group> JobReport::groups() const
@@ -248,8 +258,8 @@ const char *JobReport::failureWord(bool isOne) const
 {
     switch (m_job) {
     case Job::Preview:
-        return isOne ? QT_TRANSLATE_NOOP("JobReport", "che non si può salvare")
-                     : QT_TRANSLATE_NOOP("JobReport", "che non si possono salvare");
+        return isOne ? QT_TRANSLATE_NOOP("JobReport", "non salvabile")
+                     : QT_TRANSLATE_NOOP("JobReport", "non salvabili");
     case Job::Transfer:
         return isOne ? QT_TRANSLATE_NOOP("JobReport", "non copiata")
                      : QT_TRANSLATE_NOOP("JobReport", "non copiate");

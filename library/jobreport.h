@@ -18,7 +18,8 @@ class JobReport
 public:
     enum class Job { Import, Synchronise, Preview, Transfer, Edit, Undo };
 
-    /** What becomes of a song, in the order in which a reader wants to see it. */
+    /** What becomes of a song, in the order in which a reader wants to see it; of a preview, what
+     * would change comes ahead of what would not. */
     enum class Group {
         Unreadable,
         Failed,
@@ -83,6 +84,7 @@ public:
     QString asText() const;
 
 private:
+    int rank(Group group) const;
     const char *failureWord(bool isOne) const;
 
     Job m_job;

@@ -18,6 +18,7 @@ BackupDialog::BackupDialog(QWidget *parent)
     ui->setupUi(this);
     ui->directoryLineEdit->setReadOnly(true);
     ui->doBackupPushButton->setEnabled(false);
+    ui->previewPushButton->hide();
     ui->backupLabel->setText(tr(
         "Si consiglia di effettuare un backup della libreria prima di procedere con "
         "l'aggiornamento.\nSelezionare una cartella di destinazione per il backup oppure premere "
@@ -26,6 +27,12 @@ BackupDialog::BackupDialog(QWidget *parent)
 }
 
 BackupDialog::~BackupDialog() = default;
+
+void BackupDialog::setPreview(std::function<void()> show)
+{
+    connect(ui->previewPushButton, &QPushButton::clicked, this, std::move(show));
+    ui->previewPushButton->show();
+}
 
 void BackupDialog::on_browsePushButton_clicked()
 {

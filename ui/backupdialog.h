@@ -2,6 +2,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <memory>
 
 namespace tarvel4 {
@@ -24,6 +25,9 @@ public:
 
     /** The chosen folder; empty until one is chosen. */
     QString backupDir() const { return m_backupDir; }
+
+    /** Offers a look at what would be changed; \a show leaves the question open. */
+    void setPreview(std::function<void()> show);
 
 private Q_SLOTS:
     void on_browsePushButton_clicked();

@@ -16,6 +16,7 @@
 #include "ui/songsearch.h"
 #include "ui/songslistdialog.h"
 #include "ui/songtable.h"
+#include "ui/syncpreview.h"
 #include "ui/undochanges.h"
 #include "ui/windowplace.h"
 #include "ui_mainwindow.h"
@@ -64,6 +65,9 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     m_reports = std::make_unique<JobReports>(JobReports::Widgets{
         ui->songsSplitter, ui->reportPanel, ui->actionReport, ui->userLibraryTableView});
     m_host.setReportTaker([this](const JobReport &report) { m_reports->take(report); });
+    m_preview = std::make_unique<SyncPreview>(
+        SyncPreview::Widgets{this, ui->actionPreview, ui->updateDataToolButton}, m_db, m_host,
+        [this] { m_steps->synchronise(); });
     connect(ui->actionUndo, &QAction::triggered, this, [this] {
         UndoChanges(*ui->userLibraryTableView, m_model, m_host, m_journal).undoLast();
     });
@@ -107,6 +111,7 @@ void MainWindow::setUpTable()
         *m_model);
     m_steps->setModel(m_model);
     m_reports->setModel(m_model);
+    m_preview->setModel(m_model);
     m_songActions = std::make_unique<SongActions>(*table, m_db, *m_model, m_host, m_journal);
     connect(ui->actionEditMany, &QAction::triggered, this, [this] { m_songActions->editMany(); });
 }

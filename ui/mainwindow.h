@@ -22,6 +22,7 @@ class LibrarySteps;
 class SongActions;
 class SongIntake;
 class SongSearch;
+class SyncPreview;
 class UserSongsRelTableModel;
 class WindowPlace;
 
@@ -92,6 +93,7 @@ private:
     std::unique_ptr<SongIntake> m_intake;
     std::function<void()> m_whenShown; ///< called once the window is on show
     std::unique_ptr<JobReports> m_reports;
+    std::unique_ptr<SyncPreview> m_preview;
     std::unique_ptr<SongActions> m_songActions; ///< null without a model
     std::unique_ptr<WindowPlace> m_place;
     SongSearch *m_search = nullptr; ///< null without a model

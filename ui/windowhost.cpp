@@ -86,6 +86,8 @@ Answer WindowHost::ask(NoCopyrightDialog &dialog)
 BackupChoice WindowHost::askBackup()
 {
     BackupDialog dialog(dialogParent());
+    if (m_preview)
+        dialog.setPreview([this, &dialog] { m_preview(dialog); });
     BackupChoice choice;
     choice.action = BackupChoice::Action(dialog.exec());
     choice.folder = dialog.backupDir();

@@ -6,9 +6,11 @@
 
 #include <QCoreApplication>
 #include <QMessageBox>
+#include <QScopeGuard>
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -61,6 +63,17 @@ public:
             m_takeReport(report);
     }
 
+    /** Shows a preview over the question about the backup, which then offers it. */
+    void setPreview(std::function<void(QWidget &question)> show) { m_preview = std::move(show); }
+
+    /** Does \a job, whose progress lies over \a parent in place of the window; its result. */
+    template <class Job> auto over(QWidget &parent, Job job)
+    {
+        const auto back =
+            qScopeGuard([this, window = std::exchange(m_window, &parent)] { m_window = window; });
+        return job();
+    }
+
     /** Puts in order what was cut short, also what waits beside \a files, and tells it; the first
      * step of everything that reads or writes songs. */
     void finishSaves(Journal &journal, const QStringList &files = {});
@@ -82,6 +95,7 @@ private:
     QWidget *m_window;
     std::unique_ptr<ProgressDialog> m_progressDialog;
     std::function<void(const JobReport &)> m_takeReport;
+    std::function<void(QWidget &)> m_preview;
     bool m_stopped = false;
     QStringList m_putRight; ///< of songs whose save was cut short: a sentence each
     QStringList m_waiting;

@@ -913,10 +913,6 @@ To work in the terminal, without a window: tarvel4soft-cli --help
         <translation>the job stopped before it</translation>
     </message>
     <message>
-        <source>nel catalogo non c&apos;è né il nome del file né il titolo</source>
-        <translation>the catalogue has neither its file name nor its title</translation>
-    </message>
-    <message>
         <source>lasciata com&apos;era, come hai scelto</source>
         <translation>left as it was, as you chose</translation>
     </message>
@@ -969,14 +965,6 @@ To work in the terminal, without a window: tarvel4soft-cli --help
         <translation>to be updated</translation>
     </message>
     <message>
-        <source>che non si può salvare</source>
-        <translation>that cannot be saved</translation>
-    </message>
-    <message>
-        <source>che non si possono salvare</source>
-        <translation>that cannot be saved</translation>
-    </message>
-    <message>
         <source>non copiata</source>
         <translation>not copied</translation>
     </message>
@@ -999,6 +987,18 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     <message>
         <source>non salvate</source>
         <translation>not saved</translation>
+    </message>
+    <message>
+        <source>non trovata né per nome né per titolo</source>
+        <translation>found neither by name nor by title</translation>
+    </message>
+    <message>
+        <source>non salvabile</source>
+        <translation>cannot be saved</translation>
+    </message>
+    <message>
+        <source>non salvabili</source>
+        <translation>cannot be saved</translation>
     </message>
 </context>
 <context>
@@ -1579,6 +1579,14 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
         <source>Scegli cartella</source>
         <translation>Choose a folder</translation>
     </message>
+    <message>
+        <source>Anteprima...</source>
+        <translation>Preview...</translation>
+    </message>
+    <message>
+        <source>Mostra che cosa cambierebbe, senza scrivere nulla</source>
+        <translation>Shows what would change, without writing anything</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::DataEditDialog</name>
@@ -2127,6 +2135,10 @@ Tarvel&apos;s memory</translation>
         <source>Song</source>
         <translation>Songs</translation>
     </message>
+    <message>
+        <source>Anteprima della sincronizzazione...</source>
+        <translation>Preview of the synchronisation...</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::NoCopyrightDialog</name>
@@ -2169,6 +2181,60 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Già presente:</source>
         <translation>Already there:</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::PreviewDialog</name>
+    <message>
+        <source>Anteprima della sincronizzazione</source>
+        <translation>Preview of the synchronisation</translation>
+    </message>
+    <message>
+        <source>Quali song elencare</source>
+        <translation>Which songs to list</translation>
+    </message>
+    <message>
+        <source>Che cosa cambierebbe</source>
+        <translation>What would change</translation>
+    </message>
+    <message>
+        <source>Finora non è stato scritto nulla.</source>
+        <translation>Nothing has been written so far.</translation>
+    </message>
+    <message>
+        <source>Sincronizza...</source>
+        <translation>Synchronise...</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Torna alla domanda</source>
+        <translation>Back to the question</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::PreviewModel</name>
+    <message>
+        <source>Nome file</source>
+        <translation>File name</translation>
+    </message>
+    <message>
+        <source>Esito</source>
+        <translation>Outcome</translation>
+    </message>
+    <message>
+        <source>Campo</source>
+        <translation>Field</translation>
+    </message>
+    <message>
+        <source>Adesso</source>
+        <translation>Now</translation>
+    </message>
+    <message>
+        <source>Dopo</source>
+        <translation>Afterwards</translation>
     </message>
 </context>
 <context>

@@ -913,10 +913,6 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
         <translation>il lavoro si è fermato prima</translation>
     </message>
     <message>
-        <source>nel catalogo non c'è né il nome del file né il titolo</source>
-        <translation>nel catalogo non c'è né il nome del file né il titolo</translation>
-    </message>
-    <message>
         <source>lasciata com'era, come hai scelto</source>
         <translation>lasciata com'era, come hai scelto</translation>
     </message>
@@ -969,14 +965,6 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
         <translation>da aggiornare</translation>
     </message>
     <message>
-        <source>che non si può salvare</source>
-        <translation>che non si può salvare</translation>
-    </message>
-    <message>
-        <source>che non si possono salvare</source>
-        <translation>che non si possono salvare</translation>
-    </message>
-    <message>
         <source>non copiata</source>
         <translation>non copiata</translation>
     </message>
@@ -999,6 +987,18 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     <message>
         <source>non salvate</source>
         <translation>non salvate</translation>
+    </message>
+    <message>
+        <source>non trovata né per nome né per titolo</source>
+        <translation>non trovata né per nome né per titolo</translation>
+    </message>
+    <message>
+        <source>non salvabile</source>
+        <translation>non salvabile</translation>
+    </message>
+    <message>
+        <source>non salvabili</source>
+        <translation>non salvabili</translation>
     </message>
 </context>
 <context>
@@ -1579,6 +1579,14 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
         <source>Scegli cartella</source>
         <translation>Scegli cartella</translation>
     </message>
+    <message>
+        <source>Anteprima...</source>
+        <translation>Anteprima...</translation>
+    </message>
+    <message>
+        <source>Mostra che cosa cambierebbe, senza scrivere nulla</source>
+        <translation>Mostra che cosa cambierebbe, senza scrivere nulla</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::DataEditDialog</name>
@@ -2127,6 +2135,10 @@ memoria di Tarvel</translation>
         <source>Song</source>
         <translation>Song</translation>
     </message>
+    <message>
+        <source>Anteprima della sincronizzazione...</source>
+        <translation>Anteprima della sincronizzazione...</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::NoCopyrightDialog</name>
@@ -2169,6 +2181,60 @@ memoria di Tarvel</translation>
     <message>
         <source>Già presente:</source>
         <translation>Già presente:</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::PreviewDialog</name>
+    <message>
+        <source>Anteprima della sincronizzazione</source>
+        <translation>Anteprima della sincronizzazione</translation>
+    </message>
+    <message>
+        <source>Quali song elencare</source>
+        <translation>Quali song elencare</translation>
+    </message>
+    <message>
+        <source>Che cosa cambierebbe</source>
+        <translation>Che cosa cambierebbe</translation>
+    </message>
+    <message>
+        <source>Finora non è stato scritto nulla.</source>
+        <translation>Finora non è stato scritto nulla.</translation>
+    </message>
+    <message>
+        <source>Sincronizza...</source>
+        <translation>Sincronizza...</translation>
+    </message>
+    <message>
+        <source>Chiudi</source>
+        <translation>Chiudi</translation>
+    </message>
+    <message>
+        <source>Torna alla domanda</source>
+        <translation>Torna alla domanda</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::PreviewModel</name>
+    <message>
+        <source>Nome file</source>
+        <translation>Nome file</translation>
+    </message>
+    <message>
+        <source>Esito</source>
+        <translation>Esito</translation>
+    </message>
+    <message>
+        <source>Campo</source>
+        <translation>Campo</translation>
+    </message>
+    <message>
+        <source>Adesso</source>
+        <translation>Adesso</translation>
+    </message>
+    <message>
+        <source>Dopo</source>
+        <translation>Dopo</translation>
     </message>
 </context>
 <context>

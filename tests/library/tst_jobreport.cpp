@@ -3,6 +3,8 @@
 #include "tests/library/updatejobfixture.h"
 #include "tests/storage/table.h"
 
+#include <algorithm>
+
 using namespace tarvel4;
 using namespace SongBytes;
 
@@ -93,7 +95,7 @@ void tst_JobReport::eachResultHasItsGroup_data()
     row("a kept song", outcome("/s/a.mid", SongResult::Kept), Group::Kept, false,
         text("il file che c'era già è rimasto, come hai scelto"));
     row("a song that the catalogue lacks is no failure", outcome("/s/a.mid", SongResult::NotFound),
-        Group::NotFound, false, text("nel catalogo non c'è né il nome del file né il titolo"));
+        Group::NotFound, false, text("non trovata né per nome né per titolo"));
     row("a refused song is no failure", outcome("/s/a.mid", SongResult::Refused), Group::Refused,
         false, text("lasciata com'era, come hai scelto"));
     row("a song that can't be read gives the cause",
@@ -131,8 +133,7 @@ void tst_JobReport::whatASongIsCalledDependsOnTheJob_data()
     row("a transfer does not copy", Job::Transfer, Group::Failed, "non copiata|non copiate");
     row("an undo does not put back", Job::Undo, Group::Failed,
         "non tornata com'era|non tornate com'erano");
-    row("a preview could not save", Job::Preview, Group::Failed,
-        "che non si può salvare|che non si possono salvare");
+    row("a preview could not save", Job::Preview, Group::Failed, "non salvabile|non salvabili");
     row("a synchronisation has updated", Job::Synchronise, Group::Updated, "aggiornata|aggiornate");
     row("a preview has not yet", Job::Preview, Group::Updated, "da aggiornare|da aggiornare");
 }
@@ -213,8 +214,8 @@ void tst_JobReport::textHoldsEverySongOnALineOfItsOwn()
              text("Sincronizzazione: 1 non letta, 1 non nel catalogo, 1 aggiornata\n")
                  + QLocale::system().toString(time, QLocale::ShortFormat)
                  + text("\n\n1 non letta\n  /s/y.mid: manca il permesso di leggerlo\n"
-                        "\n1 non nel catalogo\n  /s/two\uFFFDlines.mid: nel catalogo non c'è né il "
-                        "nome del file né il titolo\n"
+                        "\n1 non nel catalogo\n  /s/two\uFFFDlines.mid: non trovata né per nome né "
+                        "per titolo\n"
                         "\n1 aggiornata\n  /s/b.mid: Titolo\n"));
 }
 
@@ -245,14 +246,14 @@ void tst_JobReport::synchronisationIsReported()
     update({}, Disk::real(), report.observe());
     report.finish(m_library->files());
     const Outcome notFound{Code::NotFound, {}, {}, {}};
-    QCOMPARE(lines(report),
-             QStringList({text("three.mid: non letta: ") + notFound.sentence(),
-                          text("nobody.mid: non nel catalogo: nel catalogo non c'è né il nome del "
-                               "file né il titolo"),
-                          text("two.mid: non pubblicata da K-Varo: lasciata com'era, come hai "
-                               "scelto"),
-                          text("one.mid: aggiornata: Titolo, Interprete, Genere, Autore, Durata, "
-                               "Tempo (BPM), Tonalità, Marker")}));
+    QCOMPARE(
+        lines(report),
+        QStringList({text("three.mid: non letta: ") + notFound.sentence(),
+                     text("nobody.mid: non nel catalogo: non trovata né per nome né per titolo"),
+                     text("two.mid: non pubblicata da K-Varo: lasciata com'era, come hai "
+                          "scelto"),
+                     text("one.mid: aggiornata: Titolo, Interprete, Genere, Autore, Durata, "
+                          "Tempo (BPM), Tonalità, Marker")}));
 }
 
 void tst_JobReport::cancelledSynchronisationTellsWhatItDidNotReach()
@@ -278,15 +279,17 @@ void tst_JobReport::previewSaysWhatTheUpdateThenDoes()
                           .run(m_library->files(), true);
     QVERIFY(plan);
     QCOMPARE(plan->heading(),
-             text("Anteprima della sincronizzazione: 1 non nel catalogo, 2 da aggiornare"));
+             text("Anteprima della sincronizzazione: 2 da aggiornare, 1 non nel catalogo"));
     JobReport done(Job::Synchronise);
     update({}, Disk::real(), done.observe());
     done.finish(m_library->files());
     QCOMPARE(done.entries().size(), plan->entries().size());
-    for (int i = 0; i < done.entries().size(); ++i) {
-        const auto &planned = plan->entries().at(i);
-        const auto &real = done.entries().at(i);
-        QCOMPARE(real.path, planned.path);
+    for (const JobReport::Entry &real : done.entries()) {
+        const auto found = std::find_if(
+            plan->entries().cbegin(), plan->entries().cend(),
+            [&real](const JobReport::Entry &entry) { return entry.path == real.path; });
+        QVERIFY(found != plan->entries().cend());
+        const JobReport::Entry &planned = *found;
         QCOMPARE(real.group, planned.group);
         QCOMPARE(real.changes.size(), planned.changes.size());
         for (int change = 0; change < real.changes.size(); ++change) {
@@ -321,9 +324,9 @@ void tst_JobReport::previewTellsWhatWillBeAsked_data()
 {
     const Table<bool, QString> row;
     row("where the synchronisation asks, what it asks about", true,
-        "Anteprima della sincronizzazione: 1 non nel catalogo, 1 da confermare, 2 da aggiornare");
+        "Anteprima della sincronizzazione: 1 da confermare, 2 da aggiornare, 1 non nel catalogo");
     row("where it asks nothing, what it changes", false,
-        "Anteprima della sincronizzazione: 1 non nel catalogo, 3 da aggiornare");
+        "Anteprima della sincronizzazione: 3 da aggiornare, 1 non nel catalogo");
 }
 
 void tst_JobReport::previewTellsWhatWillBeAsked()

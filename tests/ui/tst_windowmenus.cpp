@@ -44,10 +44,12 @@ private Q_SLOTS:
         row("menuStrumenti",
             "optimizeMemory Rigenera il database delle song|actionSongsList Salva lista delle song|"
             "separator |actionUndo Annulla l'ultima modifica...|actionEditMany Modifica più "
-            "song...|separator |actionReport Mostra l'ultimo resoconto",
+            "song...|separator |actionPreview Anteprima della sincronizzazione...|"
+            "actionReport Mostra l'ultimo resoconto",
             "optimizeMemory Rebuild the song database|actionSongsList Save the song list|"
             "separator |actionUndo Undo the last change...|actionEditMany Edit several songs...|"
-            "separator |actionReport Show the last report");
+            "separator |actionPreview Preview of the synchronisation...|actionReport Show the last "
+            "report");
         row("menuHelp",
             "actionContents Aiuto Tarvel4 Soft|actionAbout Informazioni|"
             "actionAbout_QT Informazioni su QT",

@@ -301,7 +301,7 @@ private Q_SLOTS:
         QCOMPARE(cell(0, 0), text("not in the catalogue"));
         QVERIFY2(list()->columnWidth(0) >= list()->fontMetrics().horizontalAdvance(cell(0, 0)),
                  "the column fits the new text");
-        QCOMPARE(cell(0, 2), text("the catalogue has neither its file name nor its title"));
+        QCOMPARE(cell(0, 2), text("found neither by name nor by title"));
         QCOMPARE(list()->model()->headerData(2, Qt::Horizontal).toString(), text("Details"));
         auto *filter = find<QComboBox>("reportFilterComboBox");
         QCOMPARE(filter->currentText(), text("Not in the catalogue (1)"));
