@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QScreen>
+#include <QShowEvent>
 
 namespace tarvel4 {
 
