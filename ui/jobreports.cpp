@@ -5,8 +5,11 @@
 
 #include <QAction>
 #include <QDir>
+#include <QEvent>
 #include <QSplitter>
 #include <QTableView>
+
+#include <utility>
 
 namespace tarvel4 {
 
@@ -15,13 +18,13 @@ JobReports::JobReports(const Widgets &widgets)
 {
     m_widgets.showAction->setEnabled(false);
     m_widgets.panel->hide();
+    m_widgets.splitter->installEventFilter(this);
     connect(m_widgets.showAction, &QAction::triggered, this, [this] {
         showPanel();
         m_widgets.panel->focusList();
     });
     connect(m_widgets.panel, &ReportPanel::songChosen, this, &JobReports::showSong);
-    connect(m_widgets.panel, &ReportPanel::closed, this,
-            [this] { m_widgets.table->setFocus(Qt::OtherFocusReason); });
+    connect(m_widgets.panel, &ReportPanel::closed, this, &JobReports::giveBackTable);
 }
 
 void JobReports::take(const JobReport &report)
@@ -36,12 +39,49 @@ void JobReports::showPanel()
 {
     if (m_widgets.panel->isVisible())
         return;
+    const bool hadFocus = m_widgets.table->hasFocus();
+    coverTable(isRoomShort()); // first: the window would grow for both
     m_widgets.panel->show();
-    if (!m_wasShown) { // from then on the user's own sizes
-        const int height = m_widgets.splitter->height();
-        m_widgets.splitter->setSizes({height - height / 3, height / 3});
-        m_wasShown = true;
+    if (m_isTableCovered && hadFocus)
+        m_widgets.panel->focusList();
+    else if (!m_isTableCovered && !std::exchange(m_isShared, true))
+        shareRoom();
+}
+
+/** On a small screen one of the two can be read, both can't. */
+bool JobReports::isRoomShort() const
+{
+    const QSplitter &splitter = *m_widgets.splitter;
+    return splitter.height() < splitter.widget(0)->minimumSizeHint().height()
+        + splitter.handleWidth() + m_widgets.panel->minimumSizeHint().height();
+}
+
+void JobReports::coverTable(bool covers)
+{
+    m_isTableCovered = covers;
+    m_widgets.splitter->widget(0)->setVisible(!covers);
+}
+
+void JobReports::shareRoom()
+{
+    const int height = m_widgets.splitter->height();
+    m_widgets.splitter->setSizes({height * 3, height * 2});
+}
+
+bool JobReports::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_widgets.splitter && event->type() == QEvent::Resize && m_isTableCovered
+        && !isRoomShort()) {
+        coverTable(false);
+        shareRoom();
     }
+    return QObject::eventFilter(watched, event);
+}
+
+void JobReports::giveBackTable()
+{
+    coverTable(false);
+    m_widgets.table->setFocus(Qt::OtherFocusReason);
 }
 
 void JobReports::showSong(const QString &path, bool staysHere)
@@ -57,6 +97,10 @@ void JobReports::showSong(const QString &path, bool staysHere)
         m_widgets.panel->setHint(
             tr("La riga di questa song ora è nascosta: %1").arg(QDir::toNativeSeparators(path)));
         return;
+    }
+    if (m_isTableCovered) {
+        m_widgets.panel->hide();
+        giveBackTable();
     }
     const QModelIndex current = table->currentIndex();
     const int column =

@@ -38,14 +38,22 @@ public:
     /** Takes the report of a job that has just ended. */
     void take(const JobReport &report);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void showPanel();
+    bool isRoomShort() const;
+    void coverTable(bool covers);
+    void shareRoom();
+    void giveBackTable();
     void showSong(const QString &path, bool staysHere);
     int rowOf(const QString &path) const;
 
     Widgets m_widgets;
     UserSongsRelTableModel *m_model = nullptr;
-    bool m_wasShown = false;
+    bool m_isTableCovered = false; ///< by the panel, for want of room
+    bool m_isShared = false; ///< the room between table and panel, once
 };
 
 } // namespace tarvel4

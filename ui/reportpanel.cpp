@@ -29,7 +29,7 @@ ReportPanel::ReportPanel(QWidget *parent)
     list->horizontalHeader()->setHighlightSections(false);
     list->horizontalHeader()->setStretchLastSection(true);
     list->setMinimumHeight(list->horizontalHeader()->sizeHint().height()
-                           + 3 * list->verticalHeader()->defaultSectionSize());
+                           + list->verticalHeader()->defaultSectionSize());
 
     connect(list, &QTableView::clicked, this, [this] { choose(true); });
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
