@@ -46,6 +46,7 @@ private Q_SLOTS:
         QCOMPARE(m_window->height(), 372);
         m_window->resize(1024, 660);
         QCoreApplication::processEvents();
+        QVERIFY(table()->isVisible());
         QVERIFY(table()->viewport()->height() > table()->rowHeight(0));
         QVERIFY(list()->viewport()->height() > list()->rowHeight(0));
     }
