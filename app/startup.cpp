@@ -7,6 +7,7 @@
 #include "library/usersettings.h"
 #include "ui/appearance.h"
 #include "ui/mainwindow.h"
+#include "ui/schemefollower.h"
 
 #include <QApplication>
 #include <QFile>
@@ -99,7 +100,7 @@ int Startup::runProgram(int argc, char *argv[])
     const CommandLine commandLine(argc, argv); // what Qt has left of it
     if (!commandLine.unknownOption().isEmpty())
         return sayUnknownOption(commandLine.unknownOption());
-    Appearance::followDesktop();
+    const SchemeFollower follower;
     Appearance::applyStyleSheet(QStringLiteral(":/style/default.qss"));
 
     std::unique_ptr<MainWindow> window;

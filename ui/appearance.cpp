@@ -38,11 +38,15 @@ Colours::Scheme Appearance::scheme()
 
 void Appearance::adaptPictures(const QList<QWidget *> &labels)
 {
-    if (scheme() == Colours::Scheme::Light)
-        return;
-    for (QWidget *label : labels)
-        label->setStyleSheet(
-            label->styleSheet().replace(QLatin1String(".png"), QLatin1String("-dark.png")));
+    const QLatin1String light(".png");
+    const QLatin1String dark("-dark.png");
+    for (QWidget *label : labels) {
+        QString style = label->styleSheet().replace(dark, light);
+        if (scheme() == Colours::Scheme::Dark)
+            style.replace(light, dark);
+        if (style != label->styleSheet())
+            label->setStyleSheet(style);
+    }
 }
 
 void Appearance::applyStyleSheet(const QString &path)

@@ -27,8 +27,7 @@ void followDesktop();
 /** The scheme that the application is coloured in. */
 Colours::Scheme scheme();
 
-/** Shows the dark form of the pictures in labels that name them in their own style sheets, where
- * the scheme is dark. */
+/** Shows the scheme's form of the pictures in labels that name them in their own style sheets. */
 void adaptPictures(const QList<QWidget *> &labels);
 
 /** Applies the style sheet of a file to the whole application; none where it can't be read. */

@@ -43,7 +43,7 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
     ui->updateDataToolButton->setCaption(ui->label_2);
     ui->transferFilesToolButton->setCaption(ui->label_3);
     shareTextSize({ui->selectDirToolButton, ui->updateDataToolButton, ui->transferFilesToolButton});
-    Appearance::adaptPictures({ui->logoLabel, ui->label, ui->logoKvaroLabel});
+    adaptPictures();
     resize(size().boundedTo(screen()->availableSize()));
     ui->actionGerman->setVisible(false); // required: German comes from the setting only
     ui->actionItalian->setVisible(true);
@@ -119,6 +119,8 @@ void MainWindow::setUpTable()
 void MainWindow::changeEvent(QEvent *event)
 {
     QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::StyleChange) // of the application, with other colours
+        adaptPictures();
     if (event->type() != QEvent::LanguageChange)
         return;
     ui->retranslateUi(this);
@@ -128,6 +130,11 @@ void MainWindow::changeEvent(QEvent *event)
     }
     if (m_search)
         m_search->retranslate();
+}
+
+void MainWindow::adaptPictures()
+{
+    Appearance::adaptPictures({ui->logoLabel, ui->label, ui->logoKvaroLabel});
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -78,6 +78,7 @@ private Q_SLOTS:
 
 private:
     void setUpTable();
+    void adaptPictures();
     void chooseLanguage(const QString &language);
     void tickLanguage(const QString &language);
     void setCopyrightAsk(bool ask);

@@ -1,14 +1,10 @@
 #include "db/usersongsreltablemodel.h"
 #include "tests/ui/drawing.h"
+#include "tests/ui/examplewindows.h"
 #include "tests/ui/textparts.h"
 #include "tests/ui/windowtest.h"
-#include "ui/aboutdialog.h"
 #include "ui/appearance.h"
-#include "ui/dataeditdialog.h"
-#include "ui/helpdialog.h"
-#include "ui/indexdialog.h"
-#include "ui/progressdialog.h"
-#include "ui/songslistdialog.h"
+#include "ui/schemefollower.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -25,88 +21,6 @@ namespace {
 
 constexpr double forText = 4.5;
 constexpr double forMarks = 3; // and for what bounds a field or a button
-
-template <class Dialog> std::unique_ptr<QWidget> make()
-{
-    return std::make_unique<Dialog>();
-}
-
-template <> std::unique_ptr<QWidget> make<ProgressDialog>()
-{
-    const ProgressTexts texts{text("x"), text("x"), text("Interrompi")};
-    return std::make_unique<ProgressDialog>(texts, 10, nullptr);
-}
-
-template <> std::unique_ptr<QWidget> make<DataEditDialog>()
-{
-    auto dialog = std::make_unique<DataEditDialog>();
-    SongInfo song;
-    song.title = song.artist = song.genre = song.author = text("Volare");
-    dialog->setSong(song);
-    return dialog;
-}
-
-template <> std::unique_ptr<QWidget> make<QMessageBox>()
-{
-    auto box = std::make_unique<QMessageBox>(QMessageBox::Question, text("x"), text("Volare?"),
-                                             QMessageBox::Yes | QMessageBox::No);
-    box->setDetailedText(text("Volare"));
-    box->show();
-    for (QAbstractButton *button : box->buttons()) {
-        if (box->buttonRole(button) == QMessageBox::ActionRole)
-            button->click();
-    }
-    return box;
-}
-
-template <> std::unique_ptr<QWidget> make<QFileDialog>()
-{
-    auto dialog = std::make_unique<QFileDialog>(nullptr, QString(), text("/"));
-    dialog->setOption(QFileDialog::DontUseNativeDialog);
-    return dialog;
-}
-
-template <> std::unique_ptr<QWidget> make<QMenu>()
-{
-    auto menu = std::make_unique<QMenu>();
-    menu->addAction(text("Volare"))->setCheckable(true);
-    menu->addAction(text("Azzurro"));
-    menu->addAction(text("Quando"))->setEnabled(false);
-    menu->setActiveAction(menu->actions().constLast());
-    menu->setActiveAction(menu->actions().at(1));
-    return menu;
-}
-
-/** What the program's own dialogs may hold beside what they hold today. */
-template <> std::unique_ptr<QWidget> make<QDialog>()
-{
-    auto dialog = std::make_unique<QDialog>();
-    auto *layout = new QVBoxLayout(dialog.get());
-    for (const char *property : {"muted", "problem"}) {
-        auto *label = new QLabel(text("Volare"));
-        label->setProperty(property, true);
-        layout->addWidget(label);
-    }
-    auto *button = new QToolButton;
-    button->setText(text("Volare"));
-    layout->addWidget(button);
-    auto *tabs = new QTabWidget;
-    tabs->addTab(new QPlainTextEdit(text("Volare")), text("Uno"));
-    tabs->addTab(new QWidget, text("Due"));
-    layout->addWidget(tabs);
-    auto *link = new QLabel(text("<a href=\"x\">Volare</a>"));
-    layout->addWidget(link);
-    return dialog;
-}
-
-const QMap<QString, std::unique_ptr<QWidget> (*)()> makers{
-    {text("about"), make<AboutDialog>},       {text("backup"), make<BackupDialog>},
-    {text("edit"), make<DataEditDialog>},     {text("help"), make<HelpDialog>},
-    {text("index"), make<IndexDialog>},       {text("list"), make<SongsListDialog>},
-    {text("progress"), make<ProgressDialog>}, {text("question"), make<NoCopyrightDialog>},
-    {text("summary"), make<ProceedDialog>},   {text("message"), make<QMessageBox>},
-    {text("files"), make<QFileDialog>},       {text("menu"), make<QMenu>},
-    {text("other"), make<QDialog>},           {text("window"), nullptr}};
 
 bool isDark(Colours::Scheme scheme)
 {
@@ -185,7 +99,9 @@ private Q_SLOTS:
             QTest::addRow("%s, on a %s desktop, %s", qPrintable(window), desktop, qPrintable(style))
                 << window << text(desktop) << style;
         };
-        for (const QString &window : makers.keys()) {
+        QStringList names = ExampleWindows::makers.keys();
+        names.append(text("window"));
+        for (const QString &window : qAsConst(names)) {
             row(window, "light", text("Fusion"));
             for (const QString &style : QStyleFactory::keys())
                 row(window, "dark", style);
@@ -200,6 +116,31 @@ private Q_SLOTS:
         lookAtFocus();
         lookAtMarks();
         QVERIFY2(m_problems.isEmpty(), qPrintable(m_problems.join(text("; "))));
+    }
+
+    void desktopTurnsDarkAndLightAgain()
+    {
+        paintDesktop(0xffeff0f1, 0xff232629);
+        const SchemeFollower follower;
+        Appearance::applyStyleSheet(text(":/style/default.qss"));
+        openWindowWithoutSummaries();
+        import(threeSongs());
+        m_shown = m_window.get();
+        for (const bool dark : {false, true, false}) {
+            paintDesktop(dark ? 0xff2a2e32 : 0xffeff0f1, dark ? 0xfffcfcfc : 0xff232629);
+            const QColor paper =
+                Colours::palette(dark ? Colours::Scheme::Dark : Colours::Scheme::Light)
+                    .color(QPalette::Window);
+            QTRY_COMPARE(QApplication::palette().color(QPalette::Window), paper);
+            QCoreApplication::processEvents();
+            QVERIFY(find<QLabel>("logoKvaroLabel")
+                        ->styleSheet()
+                        .contains(text(dark ? "kvaro-dark.png" : "kvaro.png")));
+            const Drawing drawing(*m_window);
+            QCOMPARE(QColor(drawing.at(m_window->rect().bottomLeft() + QPoint(4, -4))), paper);
+            lookAtTexts();
+            QVERIFY2(m_problems.isEmpty(), qPrintable(m_problems.join(text("; "))));
+        }
     }
 
     void songs_data()
@@ -367,7 +308,7 @@ private:
             m_window->resize(1024, 700);
             m_shown = m_window.get();
         } else {
-            m_dialog = makers[window]();
+            m_dialog = ExampleWindows::makers[window]();
             m_shown = m_dialog.get();
             m_shown->show();
         }
