@@ -10,6 +10,7 @@
 
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QScreen>
 
 namespace tarvel4 {
 
@@ -39,6 +40,7 @@ IndexDialog::IndexDialog(QWidget *parent, const DiskCheckTimings &timings)
     ui->checkDiskCheckBox->setEnabled(ui->rebuildRadioButton->isChecked()); // an update ignores it
     connect(ui->rebuildRadioButton, &QAbstractButton::toggled, ui->checkDiskCheckBox,
             &QWidget::setEnabled);
+    resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10)); // the report needs its room
 }
 
 IndexDialog::~IndexDialog() = default;
