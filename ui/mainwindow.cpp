@@ -72,13 +72,7 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
         UndoChanges(*ui->userLibraryTableView, m_model, m_host, m_journal).undoLast();
     });
 
-    m_intake = std::make_unique<SongIntake>(*this, *m_steps, m_host, m_journal);
-    connect(ui->actionImportFolder, &QAction::triggered, this,
-            [this] { m_intake->importFolder(); });
-    new SongDrop(
-        *this, [this] { return !m_model || m_host.isRunning(); },
-        [this](const QStringList &paths) { m_intake->import(paths); });
-
+    setUpIntake();
     m_place = std::make_unique<WindowPlace>(*this, *ui->userLibraryTableView->horizontalHeader(),
                                             *ui->songsSplitter);
     if (!m_db.init()) {
@@ -93,6 +87,16 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::setUpIntake()
+{
+    m_intake = std::make_unique<SongIntake>(*this, *m_steps, m_host, m_journal);
+    connect(ui->actionImportFolder, &QAction::triggered, this,
+            [this] { m_intake->importFolder(); });
+    new SongDrop(
+        *this, [this] { return !m_model || m_host.isRunning(); },
+        [this](const QStringList &paths) { m_intake->import(paths); });
+}
 
 void MainWindow::setUpTable()
 {

@@ -77,6 +77,7 @@ private Q_SLOTS:
     void on_dbgReloadStylePushButton_clicked();
 
 private:
+    void setUpIntake();
     void setUpTable();
     void adaptPictures();
     void chooseLanguage(const QString &language);
