@@ -81,7 +81,8 @@ void SongIntake::tellSkipped(const QStringList &skipped)
     for (const QString &entry : skipped)
         details += tr("%1: non può essere letto").arg(entry);
     m_host.warning(tr("Lettura cartella"),
-                   tr("Non tutto può essere letto: quello che manca viene saltato."), details);
+                   tr("Alcuni file o cartelle non possono essere letti e vengono saltati."),
+                   details);
 }
 
 } // namespace tarvel4

@@ -1296,8 +1296,8 @@ To work in the terminal, without a window: tarvel4soft-cli --help
         <translation>%1: can&apos;t be read</translation>
     </message>
     <message>
-        <source>Non tutto può essere letto: quello che manca viene saltato.</source>
-        <translation>Not everything can be read: what is missing is skipped.</translation>
+        <source>Alcuni file o cartelle non possono essere letti e vengono saltati.</source>
+        <translation>Some files or folders can&apos;t be read and are skipped.</translation>
     </message>
 </context>
 <context>

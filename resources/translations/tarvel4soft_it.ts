@@ -1296,8 +1296,8 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
         <translation>%1: non può essere letto</translation>
     </message>
     <message>
-        <source>Non tutto può essere letto: quello che manca viene saltato.</source>
-        <translation>Non tutto può essere letto: quello che manca viene saltato.</translation>
+        <source>Alcuni file o cartelle non possono essere letti e vengono saltati.</source>
+        <translation>Alcuni file o cartelle non possono essere letti e vengono saltati.</translation>
     </message>
 </context>
 <context>

@@ -67,8 +67,8 @@ private Q_SLOTS:
         m_driver->answerBox(QMessageBox::Ok);
         importFolder(path("songs"));
         QCOMPARE(m_driver->boxes,
-                 strings({"Warning|Lettura cartella|Non tutto può essere letto: quello che manca "
-                          "viene saltato."}));
+                 strings({"Warning|Lettura cartella|Alcuni file o cartelle non possono essere "
+                          "letti e vengono saltati."}));
         QCOMPARE(m_driver->lastBox.details,
                  path("songs/lost.mid") + text(": non può essere letto"));
         QCOMPARE(model()->rowCount(), 3);
