@@ -12,10 +12,12 @@
 #include "ui/songslistdialog.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QScreen>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <QToolTip>
 #include <QTranslator>
 
 #include <cstdlib>
@@ -45,6 +47,7 @@ public:
         import();
         save(m_window, "main");
         edit();
+        toolTip();
         menu();
         openFiles();
         box();
@@ -88,11 +91,25 @@ private:
         DialogDriver driver;
         driver.expect<DataEditDialog>([this](DataEditDialog &dialog) {
             save(dialog, "edit");
+            auto *genres = child<QComboBox>(dialog, "genreComboBox");
+            genres->showPopup();
+            save(*genres->view()->window(), "genres");
+            genres->hidePopup();
             dialog.reject();
         });
         auto *table = find<QTableView>("userLibraryTableView");
         table->setFocus();
         Q_EMIT table->doubleClicked(table->currentIndex());
+    }
+
+    void toolTip()
+    {
+        QToolTip::showText(m_window.mapToGlobal(QPoint(100, 200)), text("SANTALUC.mid"), &m_window);
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (widget->inherits("QTipLabel"))
+                save(*widget, "tooltip");
+        }
+        QToolTip::hideText();
     }
 
     void menu()
