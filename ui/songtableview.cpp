@@ -8,6 +8,14 @@ SongTableView::SongTableView(QWidget *parent)
     : QTableView(parent)
 {}
 
+void SongTableView::keyboardSearch(const QString &typed)
+{
+    const QModelIndex before = currentIndex();
+    QTableView::keyboardSearch(typed);
+    if (currentIndex().isValid() && isRowHidden(currentIndex().row()))
+        setCurrentIndex(before);
+}
+
 bool SongTableView::viewportEvent(QEvent *event)
 {
     switch (event->type()) {

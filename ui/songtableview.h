@@ -4,7 +4,7 @@
 
 namespace tarvel4 {
 
-/** A song table that tells which of its rows the mouse is over. */
+/** A song table of which rows may be hidden, and that tells which one the mouse is over. */
 class SongTableView : public QTableView
 {
     Q_OBJECT
@@ -14,6 +14,9 @@ public:
 
     /** -1 for none. */
     int hoveredRow() const { return m_hoveredRow; }
+
+    /** Goes to what is typed; never to a hidden row. */
+    void keyboardSearch(const QString &typed) override;
 
 protected:
     bool viewportEvent(QEvent *event) override;
