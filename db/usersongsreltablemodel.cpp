@@ -195,9 +195,10 @@ QString UserSongsRelTableModel::textAt(int row, int column)
     return cellIndex(row, column).data(Qt::EditRole).toString();
 }
 
+/** Asked for each row of the table at once; nothing changes an id, so the rows as read have it. */
 int UserSongsRelTableModel::idOf(int row) const
 {
-    return index(row, idColumn).data(Qt::EditRole).toInt();
+    return QSqlQueryModel::data(createIndex(row, idColumn), Qt::EditRole).toInt();
 }
 
 UserSongsRelTableModel::Mark UserSongsRelTableModel::markOf(int row) const
