@@ -235,7 +235,7 @@ private Q_SLOTS:
         m_openedUrl = {};
         QDesktopServices::setUrlHandler(text("file"), this, "keepUrl");
         const auto end = qScopeGuard([] { QDesktopServices::unsetUrlHandler(text("file")); });
-        openMenu(centreOf(1, Title), 3);
+        openMenu(centreOf(1, Title), 4);
         QTRY_COMPARE(m_openedUrl, QUrl::fromLocalFile(path("songs")));
         QCOMPARE(model()->rowCount(), 2);
     }
