@@ -6,6 +6,9 @@ build_packages=(
   fonts-dejavu-core libxcb1-dev libxxhash-dev
 )
 
+# What songs are listened to with: the program does without it, and then offers no listening.
+sound_packages=(libfluidsynth3 timgm6mb-soundfont qtmultimedia5-dev libqt5multimedia5-plugins gstreamer1.0-plugins-good)
+
 # Real songs that nobody here wrote, a locale and time zones, other people's readers, and a display.
 test_packages=(
   ffmpeg lame openttd-openmsx
@@ -14,7 +17,7 @@ test_packages=(
   xauth xvfb
 )
 
-qt6_packages=(qt6-base-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n libqt6sql6-sqlite libgl-dev)
+qt6_packages=(qt6-base-dev qt6-multimedia-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n libqt6sql6-sqlite libgl-dev)
 
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev)
 
