@@ -9,6 +9,8 @@
 #include "ui/indexdialog.h"
 #include "ui/jobreports.h"
 #include "ui/librarysteps.h"
+#include "ui/listening.h"
+#include "ui/listenstrip.h"
 #include "ui/songactions.h"
 #include "ui/songdebug.h"
 #include "ui/songdrop.h"
@@ -31,7 +33,8 @@
 
 namespace tarvel4 {
 
-MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
+MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume,
+                       std::unique_ptr<SongPlayers> players)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::MainWindow>())
     , m_volume(std::move(volume))
@@ -81,7 +84,7 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume)
         return;
     }
     qDebug() << "DB initialized correctly";
-    setUpTable();
+    setUpTable(std::move(players));
     m_place->restore();
     qApp->installEventFilter(this); // required, and lets every event pass
 }
@@ -98,7 +101,7 @@ void MainWindow::setUpIntake()
         [this](const QStringList &paths) { m_intake->import(paths); });
 }
 
-void MainWindow::setUpTable()
+void MainWindow::setUpTable(std::unique_ptr<SongPlayers> players)
 {
     QTableView *table = ui->userLibraryTableView;
     connect(table, &QTableView::doubleClicked, this, &MainWindow::onSongsTableViewDoubleClicked);
@@ -116,7 +119,13 @@ void MainWindow::setUpTable()
     m_steps->setModel(m_model);
     m_reports->setModel(m_model);
     m_preview->setModel(m_model);
-    m_songActions = std::make_unique<SongActions>(*table, m_db, *m_model, m_host, m_journal);
+    auto *strip = new ListenStrip(ui->songsPane);
+    ui->songsLayout->addWidget(strip);
+    m_listening = std::make_unique<Listening>(*table, *m_model, *ui->menuStrumenti, *strip,
+                                              std::move(players));
+    m_host.setJobBegins([this] { m_listening->stop(); });
+    m_songActions =
+        std::make_unique<SongActions>(*table, m_db, *m_model, m_host, m_journal, *m_listening);
     connect(ui->actionEditMany, &QAction::triggered, this, [this] { m_songActions->editMany(); });
 }
 
@@ -134,6 +143,8 @@ void MainWindow::changeEvent(QEvent *event)
     }
     if (m_search)
         m_search->retranslate();
+    if (m_listening)
+        m_listening->retranslate();
 }
 
 void MainWindow::adaptPictures()
@@ -144,9 +155,10 @@ void MainWindow::adaptPictures()
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     if (m_host.isRunning())
-        event->ignore(); // a song may be half-way to the disk
-    else
-        QMainWindow::closeEvent(event);
+        return event->ignore(); // a song may be half-way to the disk
+    if (m_listening)
+        m_listening->stop();
+    QMainWindow::closeEvent(event);
 }
 
 void MainWindow::paintEvent(QPaintEvent *event)

@@ -2,6 +2,7 @@
 
 #include "db/database.h"
 #include "library/volume.h"
+#include "player/songplayers.h"
 #include "storage/journal.h"
 #include "ui/windowhost.h"
 
@@ -19,6 +20,7 @@ class MainWindow;
 }
 class JobReports;
 class LibrarySteps;
+class Listening;
 class SongActions;
 class SongIntake;
 class SongSearch;
@@ -34,7 +36,8 @@ class MainWindow : public QMainWindow
 
 public:
     explicit MainWindow(QWidget *parent = nullptr,
-                        std::unique_ptr<const Volume> volume = std::make_unique<SystemVolume>());
+                        std::unique_ptr<const Volume> volume = std::make_unique<SystemVolume>(),
+                        std::unique_ptr<SongPlayers> players = std::make_unique<SystemPlayers>());
     ~MainWindow() override;
 
     /** Imports files and folders as soon as the window is on show; \a unreachable: what was named
@@ -78,7 +81,7 @@ private Q_SLOTS:
 
 private:
     void setUpIntake();
-    void setUpTable();
+    void setUpTable(std::unique_ptr<SongPlayers> players);
     void adaptPictures();
     void chooseLanguage(const QString &language);
     void tickLanguage(const QString &language);
@@ -96,6 +99,7 @@ private:
     std::function<void()> m_whenShown; ///< called once the window is on show
     std::unique_ptr<JobReports> m_reports;
     std::unique_ptr<SyncPreview> m_preview;
+    std::unique_ptr<Listening> m_listening; ///< null without a model
     std::unique_ptr<SongActions> m_songActions; ///< null without a model
     std::unique_ptr<WindowPlace> m_place;
     SongSearch *m_search = nullptr; ///< null without a model

@@ -3,6 +3,7 @@
 #include "db/usersongsreltablemodel.h"
 #include "library/songpath.h"
 #include "ui/editmany.h"
+#include "ui/listening.h"
 #include "ui/manualedit.h"
 #include "ui/showinfolder.h"
 #include "ui/songtable.h"
@@ -16,12 +17,13 @@
 namespace tarvel4 {
 
 SongActions::SongActions(QTableView &table, const Database &db, UserSongsRelTableModel &model,
-                         WindowHost &host, Journal &journal)
+                         WindowHost &host, Journal &journal, Listening &listening)
     : m_table(table)
     , m_db(db)
     , m_model(model)
     , m_host(host)
     , m_journal(journal)
+    , m_listening(listening)
 {
     auto *deleteKey = new QShortcut(Qt::Key_Delete, &table, nullptr, nullptr, Qt::WidgetShortcut);
     QObject::connect(deleteKey, &QShortcut::activated, &table, [this] {
@@ -37,8 +39,10 @@ SongActions::SongActions(QTableView &table, const Database &db, UserSongsRelTabl
 
 void SongActions::edit(int row)
 {
-    if (row >= 0)
-        ManualEdit(m_table, m_db, m_model, m_host, m_journal).editRow(row);
+    if (row < 0)
+        return;
+    m_listening.stop();
+    ManualEdit(m_table, m_db, m_model, m_host, m_journal).editRow(row);
 }
 
 void SongActions::editMany()
@@ -57,6 +61,8 @@ void SongActions::showMenu(const QPoint &pos)
     QAction *change = menu.addAction(tr("&Modifica..."));
     change->setShortcut(Qt::Key_F2);
     const QAction *show = menu.addAction(tr("Mostra nella cartella"));
+    if (index.isValid())
+        m_listening.addTo(menu, index.row());
     const QAction *chosen = menu.exec(m_table.viewport()->mapToGlobal(pos));
     if (!chosen || !index.isValid())
         return;
@@ -81,6 +87,7 @@ void SongActions::deleteFile(int row)
     box.setDefaultButton(QMessageBox::No);
     if (box.exec() != QMessageBox::Yes)
         return;
+    m_listening.stop(path);
     QFile::remove(path);
     SongTable::removeRow(m_table, m_model, row); // required: also when the file is still there
 }

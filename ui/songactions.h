@@ -11,6 +11,7 @@ namespace tarvel4 {
 
 class Database;
 class Journal;
+class Listening;
 class UserSongsRelTableModel;
 class WindowHost;
 
@@ -22,7 +23,7 @@ class SongActions
 public:
     /** All of them must outlive the actions, which stay with \a table. */
     SongActions(QTableView &table, const Database &db, UserSongsRelTableModel &model,
-                WindowHost &host, Journal &journal);
+                WindowHost &host, Journal &journal, Listening &listening);
 
     /** Lets the user correct a song; does nothing for a row below 0. */
     void edit(int row);
@@ -39,6 +40,7 @@ private:
     UserSongsRelTableModel &m_model;
     WindowHost &m_host;
     Journal &m_journal;
+    Listening &m_listening;
 };
 
 } // namespace tarvel4

@@ -21,6 +21,7 @@ WindowHost::~WindowHost() = default;
 
 void WindowHost::beginProgress(const ProgressTexts &texts, int maximum)
 {
+    m_jobBegins();
     m_progressDialog.reset(); // which must not own the next one
     m_progressDialog = std::make_unique<ProgressDialog>(texts, maximum, dialogParent());
 }
@@ -122,6 +123,7 @@ void WindowHost::critical(const QString &title, const QString &text, const QStri
 
 void WindowHost::finishSaves(Journal &journal, const QStringList &files)
 {
+    m_jobBegins();
     RecoveryJob recovery(*this);
     recovery.finishSaves(journal);
     recovery.recoverBeside(files);

@@ -33,6 +33,9 @@ public:
     /** The program is to end: from now on a workflow is cancelled, and no song of it changed. */
     void stop() { m_stopped = true; }
 
+    /** Called when something begins that reads or writes songs. */
+    void setJobBegins(std::function<void()> begins) { m_jobBegins = std::move(begins); }
+
     void beginProgress(const ProgressTexts &texts, int maximum) override;
     void setProgressMaximum(int maximum) override;
     void setProgress(int value) override;
@@ -96,6 +99,7 @@ private:
     std::unique_ptr<ProgressDialog> m_progressDialog;
     std::function<void(const JobReport &)> m_takeReport;
     std::function<void(QWidget &)> m_preview;
+    std::function<void()> m_jobBegins = [] {};
     bool m_stopped = false;
     QStringList m_putRight; ///< of songs whose save was cut short: a sentence each
     QStringList m_waiting;

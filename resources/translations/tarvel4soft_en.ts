@@ -654,6 +654,21 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>FluidPlayer</name>
+    <message>
+        <source>i suoni in %1 non possono essere letti</source>
+        <translation>the sounds in %1 can&apos;t be read</translation>
+    </message>
+    <message>
+        <source>la parte MIDI è danneggiata e non può essere suonata</source>
+        <translation>its MIDI part is damaged and can&apos;t be played</translation>
+    </message>
+    <message>
+        <source>nessuna uscita audio è disponibile</source>
+        <translation>no audio output is available</translation>
+    </message>
+</context>
+<context>
     <name>ImportJob</name>
     <message>
         <source>Lettura file</source>
@@ -1059,6 +1074,17 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     <message>
         <source>%1, %2 liberi</source>
         <translation>%1, %2 free</translation>
+    </message>
+</context>
+<context>
+    <name>Mp3Player</name>
+    <message>
+        <source>il sistema non può suonare i file MP3</source>
+        <translation>the system can&apos;t play MP3 files</translation>
+    </message>
+    <message>
+        <source>l&apos;audio è danneggiato e non può essere suonato</source>
+        <translation>its audio is damaged and can&apos;t be played</translation>
     </message>
 </context>
 <context>
@@ -1967,6 +1993,60 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     <message>
         <source>La riga di questa song ora è nascosta: %1</source>
         <translation>The row of this song is hidden now: %1</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::ListenStrip</name>
+    <message>
+        <source>In ascolto: %1</source>
+        <translation>Listening to: %1</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Markers</translation>
+    </message>
+    <message>
+        <source>Ascolta da un marker</source>
+        <translation>Listen from a marker</translation>
+    </message>
+    <message>
+        <source>Ferma</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Ferma l&apos;ascolto (Spazio nella tabella)</source>
+        <translation>Stop listening (Space in the table)</translation>
+    </message>
+    <message>
+        <source>Posizione nella song</source>
+        <translation>Position in the song</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::Listening</name>
+    <message>
+        <source>Ferma l&apos;ascolto</source>
+        <translation>Stop listening</translation>
+    </message>
+    <message>
+        <source>Ascolta</source>
+        <translation>Listen</translation>
+    </message>
+    <message>
+        <source>Ascolta da un marker</source>
+        <translation>Listen from a marker</translation>
+    </message>
+    <message>
+        <source>Questa song non ha marker</source>
+        <translation>This song has no markers</translation>
+    </message>
+    <message>
+        <source>Ascolto</source>
+        <translation>Listening</translation>
+    </message>
+    <message>
+        <source>Non è possibile ascoltare la song:</source>
+        <translation>The song can&apos;t be listened to:</translation>
     </message>
 </context>
 <context>

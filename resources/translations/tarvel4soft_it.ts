@@ -654,6 +654,21 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>FluidPlayer</name>
+    <message>
+        <source>i suoni in %1 non possono essere letti</source>
+        <translation>i suoni in %1 non possono essere letti</translation>
+    </message>
+    <message>
+        <source>la parte MIDI è danneggiata e non può essere suonata</source>
+        <translation>la parte MIDI è danneggiata e non può essere suonata</translation>
+    </message>
+    <message>
+        <source>nessuna uscita audio è disponibile</source>
+        <translation>nessuna uscita audio è disponibile</translation>
+    </message>
+</context>
+<context>
     <name>ImportJob</name>
     <message>
         <source>Lettura file</source>
@@ -1059,6 +1074,17 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     <message>
         <source>%1, %2 liberi</source>
         <translation>%1, %2 liberi</translation>
+    </message>
+</context>
+<context>
+    <name>Mp3Player</name>
+    <message>
+        <source>il sistema non può suonare i file MP3</source>
+        <translation>il sistema non può suonare i file MP3</translation>
+    </message>
+    <message>
+        <source>l'audio è danneggiato e non può essere suonato</source>
+        <translation>l'audio è danneggiato e non può essere suonato</translation>
     </message>
 </context>
 <context>
@@ -1967,6 +1993,60 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     <message>
         <source>La riga di questa song ora è nascosta: %1</source>
         <translation>La riga di questa song ora è nascosta: %1</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::ListenStrip</name>
+    <message>
+        <source>In ascolto: %1</source>
+        <translation>In ascolto: %1</translation>
+    </message>
+    <message>
+        <source>Marker</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>Ascolta da un marker</source>
+        <translation>Ascolta da un marker</translation>
+    </message>
+    <message>
+        <source>Ferma</source>
+        <translation>Ferma</translation>
+    </message>
+    <message>
+        <source>Ferma l'ascolto (Spazio nella tabella)</source>
+        <translation>Ferma l'ascolto (Spazio nella tabella)</translation>
+    </message>
+    <message>
+        <source>Posizione nella song</source>
+        <translation>Posizione nella song</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::Listening</name>
+    <message>
+        <source>Ferma l'ascolto</source>
+        <translation>Ferma l'ascolto</translation>
+    </message>
+    <message>
+        <source>Ascolta</source>
+        <translation>Ascolta</translation>
+    </message>
+    <message>
+        <source>Ascolta da un marker</source>
+        <translation>Ascolta da un marker</translation>
+    </message>
+    <message>
+        <source>Questa song non ha marker</source>
+        <translation>Questa song non ha marker</translation>
+    </message>
+    <message>
+        <source>Ascolto</source>
+        <translation>Ascolto</translation>
+    </message>
+    <message>
+        <source>Non è possibile ascoltare la song:</source>
+        <translation>Non è possibile ascoltare la song:</translation>
     </message>
 </context>
 <context>

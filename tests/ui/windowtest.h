@@ -69,7 +69,7 @@ protected:
     void openWindow()
     {
         m_window = std::make_unique<MainWindow>(
-            nullptr, std::make_unique<FakeVolume>(path("card"), m_isSystemDisk));
+            nullptr, std::make_unique<FakeVolume>(path("card"), m_isSystemDisk), makePlayers());
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
@@ -88,6 +88,9 @@ protected:
         QDir::setCurrent(m_home);
         m_folder.reset();
     }
+
+    /** What songs can be listened to with: nothing, on whatever machine the test runs. */
+    virtual std::unique_ptr<SongPlayers> makePlayers() { return nullptr; }
 
     QString path(const QString &name) const { return m_folder->filePath(name); }
     QString path(const char *name) const { return path(text(name)); }
