@@ -9,9 +9,9 @@ build_packages=(
 # What songs are listened to with: the program does without it, and then offers no listening.
 sound_packages=(libfluidsynth3 timgm6mb-soundfont qtmultimedia5-dev libqt5multimedia5-plugins gstreamer1.0-plugins-good)
 
-# Real songs that nobody here wrote, a locale and time zones, other people's readers, and a display.
+# A message bus, real songs that nobody here wrote, a locale and time zones, other people's readers, and a display.
 test_packages=(
-  ffmpeg lame openttd-openmsx
+  dbus-daemon ffmpeg lame openttd-openmsx
   locales tzdata
   python3 python3-mido python3-mutagen sqlite3 strace
   xauth xvfb

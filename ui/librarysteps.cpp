@@ -9,6 +9,7 @@
 #include "library/transferjob.h"
 #include "library/updatejob.h"
 #include "library/usersettings.h"
+#include "ui/ejectoffer.h"
 #include "ui/folderchooser.h"
 #include "ui/songchooser.h"
 #include "ui/songtable.h"
@@ -129,7 +130,8 @@ void LibrarySteps::transfer()
 void LibrarySteps::copyTo(const QString &dir)
 {
     JobReport report(JobReport::Job::Transfer);
-    TransferJob job(m_host, m_host, m_host, m_volume);
+    EjectOffer messages(m_host, m_drives, dir);
+    TransferJob job(m_host, m_host, messages, m_volume);
     job.setObserver(report.observe());
     const TransferSummary summary = job.run(m_selectedFiles, dir);
     if (summary.result == TransferSummary::Result::Refused)

@@ -15,6 +15,7 @@ namespace tarvel4 {
 class Database;
 class JobReport;
 class Journal;
+class RemovableDrives;
 class UserSongsRelTableModel;
 class Volume;
 class WindowHost;
@@ -37,6 +38,8 @@ public:
 
     /** Null, as it is at first, where there is no table: then there is nothing to do. */
     void setModel(UserSongsRelTableModel *model) { m_model = model; }
+    /** What may be ejected behind a transfer; null, as it is at first: nothing. */
+    void setDrives(RemovableDrives *drives) { m_drives = drives; }
     /** Called when the summary of an import has stored whether it is to be shown again. */
     void setCopyrightAskChanged(std::function<void()> changed)
     {
@@ -68,6 +71,7 @@ private:
     Journal &m_journal;
     const Volume &m_volume;
     UserSongsRelTableModel *m_model = nullptr;
+    RemovableDrives *m_drives = nullptr;
     std::function<void()> m_copyrightAskChanged;
     QStringList m_selectedFiles; ///< of the last import: what backup and transfer copy
 };

@@ -34,10 +34,12 @@
 namespace tarvel4 {
 
 MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume,
-                       std::unique_ptr<SongPlayers> players)
+                       std::unique_ptr<SongPlayers> players,
+                       std::unique_ptr<RemovableDrives> drives)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::MainWindow>())
     , m_volume(std::move(volume))
+    , m_drives(std::move(drives))
     , m_host(this)
     , m_journal(UserSettings::dataFolder(),
                 [this](const QString &sentence) { m_host.addJournalNotice(sentence); })
@@ -64,6 +66,7 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume,
                                                                    ui->transferFilesToolButton,
                                                                    ui->userLibraryTableView},
                                              m_db, m_host, m_journal, *m_volume);
+    m_steps->setDrives(m_drives.get());
     m_steps->setCopyrightAskChanged([this] { tickCopyright(); });
     m_reports = std::make_unique<JobReports>(JobReports::Widgets{
         ui->songsSplitter, ui->reportPanel, ui->actionReport, ui->userLibraryTableView});

@@ -4,6 +4,7 @@
 #include "library/volume.h"
 #include "player/songplayers.h"
 #include "storage/journal.h"
+#include "ui/removabledrive.h"
 #include "ui/windowhost.h"
 
 #include <QMainWindow>
@@ -37,7 +38,8 @@ class MainWindow : public QMainWindow
 public:
     explicit MainWindow(QWidget *parent = nullptr,
                         std::unique_ptr<const Volume> volume = std::make_unique<SystemVolume>(),
-                        std::unique_ptr<SongPlayers> players = std::make_unique<SystemPlayers>());
+                        std::unique_ptr<SongPlayers> players = std::make_unique<SystemPlayers>(),
+                        std::unique_ptr<RemovableDrives> drives = RemovableDrives::ofSystem());
     ~MainWindow() override;
 
     /** Imports files and folders as soon as the window is on show; \a unreachable: what was named
@@ -90,6 +92,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> ui;
     std::unique_ptr<const Volume> m_volume;
+    std::unique_ptr<RemovableDrives> m_drives; ///< null: nothing can be ejected
     WindowHost m_host;
     Journal m_journal;
     Database m_db;

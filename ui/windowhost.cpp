@@ -197,13 +197,24 @@ QWidget *WindowHost::dialogParent() const
 void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QString &text,
                          const QStringList &details)
 {
+    offer(icon, title, text, details, {});
+}
+
+bool WindowHost::offer(QMessageBox::Icon icon, const QString &title, const QString &text,
+                       const QStringList &details, const QString &button)
+{
     QMessageBox box(icon, title, text, QMessageBox::Ok, dialogParent());
     box.setTextFormat(Qt::PlainText);
+    const QAbstractButton *more =
+        button.isEmpty() ? nullptr : box.addButton(button, QMessageBox::ActionRole);
+    box.setDefaultButton(QMessageBox::Ok);
+    box.setEscapeButton(QMessageBox::Ok);
     if (icon == QMessageBox::Information && details.size() == 1)
         box.setInformativeText(details.first()); // too short and too welcome to be hidden
     else
         box.setDetailedText(details.join(u'\n')); // no button for it where there is none
     box.exec();
+    return more && box.clickedButton() == more;
 }
 
 } // namespace tarvel4

@@ -76,6 +76,9 @@ public:
             qScopeGuard([this, window = std::exchange(m_window, &parent)] { m_window = window; });
         return job();
     }
+    /** Shows a message with a button beside Ok; true when that button was pressed. */
+    bool offer(QMessageBox::Icon icon, const QString &title, const QString &text,
+               const QStringList &details, const QString &button);
 
     /** Puts in order what was cut short, also what waits beside \a files, and tells it; the first
      * step of everything that reads or writes songs. */

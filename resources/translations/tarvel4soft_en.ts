@@ -569,6 +569,33 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>EjectOffer</name>
+    <message>
+        <source>Espelli</source>
+        <translation>Eject</translation>
+    </message>
+    <message>
+        <source>Espulsione</source>
+        <translation>Eject</translation>
+    </message>
+    <message>
+        <source>La memoria è stata espulsa: ora la puoi togliere.</source>
+        <translation>The memory has been ejected: you can take it out now.</translation>
+    </message>
+    <message>
+        <source>La memoria è stata scollegata, quindi la puoi togliere, ma il lettore non l&apos;ha espulsa:</source>
+        <translation>The memory has been unmounted, so you can take it out, but the reader did not eject it:</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile espellere la memoria:</source>
+        <translation>The memory could not be ejected:</translation>
+    </message>
+    <message>
+        <source>Riprova</source>
+        <translation>Try again</translation>
+    </message>
+</context>
+<context>
     <name>FieldCheck</name>
     <message>
         <source>occuperebbe %1 byte, più di %2: altri programmi non leggerebbero più la song</source>
@@ -1413,6 +1440,21 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     <message>
         <source>Tutto è scritto: ora si può togliere la memoria.</source>
         <translation>Everything is written: the memory can be taken out now.</translation>
+    </message>
+</context>
+<context>
+    <name>UDisksDrive</name>
+    <message>
+        <source>un altro programma la sta usando: chiudilo e riprova</source>
+        <translation>another program is using it: close it and try again</translation>
+    </message>
+    <message>
+        <source>il sistema non lo permette</source>
+        <translation>the system does not allow it</translation>
+    </message>
+    <message>
+        <source>il sistema non ha risposto</source>
+        <translation>the system did not answer</translation>
     </message>
 </context>
 <context>

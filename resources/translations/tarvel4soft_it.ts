@@ -569,6 +569,33 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>EjectOffer</name>
+    <message>
+        <source>Espelli</source>
+        <translation>Espelli</translation>
+    </message>
+    <message>
+        <source>Espulsione</source>
+        <translation>Espulsione</translation>
+    </message>
+    <message>
+        <source>La memoria è stata espulsa: ora la puoi togliere.</source>
+        <translation>La memoria è stata espulsa: ora la puoi togliere.</translation>
+    </message>
+    <message>
+        <source>La memoria è stata scollegata, quindi la puoi togliere, ma il lettore non l'ha espulsa:</source>
+        <translation>La memoria è stata scollegata, quindi la puoi togliere, ma il lettore non l'ha espulsa:</translation>
+    </message>
+    <message>
+        <source>Non è stato possibile espellere la memoria:</source>
+        <translation>Non è stato possibile espellere la memoria:</translation>
+    </message>
+    <message>
+        <source>Riprova</source>
+        <translation>Riprova</translation>
+    </message>
+</context>
+<context>
     <name>FieldCheck</name>
     <message>
         <source>occuperebbe %1 byte, più di %2: altri programmi non leggerebbero più la song</source>
@@ -1413,6 +1440,21 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     <message>
         <source>Tutto è scritto: ora si può togliere la memoria.</source>
         <translation>Tutto è scritto: ora si può togliere la memoria.</translation>
+    </message>
+</context>
+<context>
+    <name>UDisksDrive</name>
+    <message>
+        <source>un altro programma la sta usando: chiudilo e riprova</source>
+        <translation>un altro programma la sta usando: chiudilo e riprova</translation>
+    </message>
+    <message>
+        <source>il sistema non lo permette</source>
+        <translation>il sistema non lo permette</translation>
+    </message>
+    <message>
+        <source>il sistema non ha risposto</source>
+        <translation>il sistema non ha risposto</translation>
     </message>
 </context>
 <context>

@@ -74,16 +74,18 @@ public:
     /** Presses a standard button of the next message box, and keeps its texts. */
     void answerBox(QMessageBox::StandardButton button)
     {
-        expect<QMessageBox>([this, button](QMessageBox &box) {
-            boxes.append(QStringList({QVariant::fromValue(box.icon()).toString(), box.windowTitle(),
-                                      box.text()})
-                             .join(QLatin1Char('|')));
-            lastBox = {box.standardButtons(), box.textFormat(), box.detailedText(),
-                       box.informativeText()};
-            if (QAbstractButton *found = box.button(button))
-                QTest::mouseClick(found, Qt::LeftButton);
-            else
-                m_problems.append(text("no such button in ") + box.text());
+        answerBox([button](const QMessageBox &box) { return box.button(button); });
+    }
+
+    /** The same with the button that has this text. */
+    void answerBox(const QString &button)
+    {
+        answerBox([button](const QMessageBox &box) -> QAbstractButton * {
+            for (QAbstractButton *found : box.buttons()) {
+                if (found->text() == button)
+                    return found;
+            }
+            return nullptr;
         });
     }
 
@@ -127,6 +129,21 @@ public:
     QStringList menuTexts;
 
 private:
+    void answerBox(const std::function<QAbstractButton *(const QMessageBox &)> &find)
+    {
+        expect<QMessageBox>([this, find](QMessageBox &box) {
+            boxes.append(QStringList({QVariant::fromValue(box.icon()).toString(), box.windowTitle(),
+                                      box.text()})
+                             .join(QLatin1Char('|')));
+            lastBox = {box.standardButtons(), box.textFormat(), box.detailedText(),
+                       box.informativeText()};
+            if (QAbstractButton *found = find(box))
+                QTest::mouseClick(found, Qt::LeftButton);
+            else
+                m_problems.append(text("no such button in ") + box.text());
+        });
+    }
+
     struct Step
     {
         QString dialog;

@@ -69,7 +69,8 @@ protected:
     void openWindow()
     {
         m_window = std::make_unique<MainWindow>(
-            nullptr, std::make_unique<FakeVolume>(path("card"), m_isSystemDisk), makePlayers());
+            nullptr, std::make_unique<FakeVolume>(path("card"), m_isSystemDisk), makePlayers(),
+            makeDrives());
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
@@ -91,6 +92,9 @@ protected:
 
     /** What songs can be listened to with: nothing, on whatever machine the test runs. */
     virtual std::unique_ptr<SongPlayers> makePlayers() { return nullptr; }
+
+    /** What can be ejected: nothing, on whatever machine the test runs. */
+    virtual std::unique_ptr<RemovableDrives> makeDrives() { return nullptr; }
 
     QString path(const QString &name) const { return m_folder->filePath(name); }
     QString path(const char *name) const { return path(text(name)); }

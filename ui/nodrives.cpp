@@ -1,0 +1,10 @@
+#include "ui/removabledrive.h"
+
+namespace tarvel4 {
+
+std::unique_ptr<RemovableDrives> RemovableDrives::ofSystem()
+{
+    return nullptr;
+}
+
+} // namespace tarvel4
