@@ -1,5 +1,7 @@
 #include "app/commandline.h"
 
+#include "library/programversion.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -54,7 +56,7 @@ QString CommandLine::help()
 
 QString CommandLine::version()
 {
-    return QStringLiteral("tarvel4soft " TARVEL4_VERSION "\n");
+    return QStringLiteral("tarvel4soft %1\n").arg(QLatin1String(programVersion()));
 }
 
 } // namespace tarvel4

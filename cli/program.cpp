@@ -3,6 +3,7 @@
 #include "cli/console.h"
 #include "cli/texts.h"
 #include "library/messagelog.h"
+#include "library/programversion.h"
 #include "library/usersettings.h"
 
 #include <algorithm>
@@ -122,7 +123,7 @@ ExitStatus Program::run(QByteArrayList words) const
     }
 
     if (arguments.has("version"))
-        return printed(QStringLiteral("tarvel4soft-cli " TARVEL4_VERSION "\n"));
+        return printed(QStringLiteral("tarvel4soft-cli %1\n").arg(QLatin1String(programVersion())));
     if (arguments.has("help"))
         return printed(command ? help(*command) : help());
     if (!command)

@@ -1,5 +1,7 @@
 #include "library/messagelog.h"
 
+#include "library/programversion.h"
+
 #include <QDateTime>
 #include <QDebug>
 #include <QFile>
@@ -83,7 +85,7 @@ void MessageLog::writeBanner()
     qDebug("|%s|", qPrintable(bar));
     qDebug("V ========================  Log start  ======================================= V");
     qDebug("(c)K-Varo Tarvel4 Soft");
-    qDebug("Version:  1.0");
+    qDebug("Version:  %s", programVersion());
     qDebug("Build:    %s", qPrintable(buildStamp()));
     qDebug("%s", "");
 }

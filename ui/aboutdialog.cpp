@@ -1,5 +1,7 @@
 #include "ui/aboutdialog.h"
 
+#include "library/programversion.h"
+
 #include "ui_aboutdialog.h"
 
 #include <QDate>
@@ -8,8 +10,6 @@
 namespace tarvel4 {
 
 namespace {
-
-constexpr char version[] = "1.0";
 
 /** The frame that both rich texts stand in. */
 QString framed(const QString &paragraph)
@@ -32,9 +32,10 @@ AboutDialog::AboutDialog(QWidget *parent)
 {
     ui->setupUi(this);
     const QString date = buildDate(QStringLiteral(__DATE__), QLocale::system());
-    ui->versionLabel->setText(framed(tr("Version:&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp; %1<br/>"
-                                        "Build date: %2<br/>")
-                                         .arg(QLatin1String(version), date.toHtmlEscaped())));
+    ui->versionLabel->setText(
+        framed(tr("Version:&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp; %1<br/>"
+                  "Build date: %2<br/>")
+                   .arg(QLatin1String(programVersion()), date.toHtmlEscaped())));
     ui->copyrightLabel->setText(framed(
         tr("Copyright &copy; 2026 <a href=\"https://www.k-varo.example/\">K-Varo</a>. Tutti i "
            "diritti riservati.<br/>Assistenza: "
