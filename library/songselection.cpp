@@ -16,12 +16,12 @@ SongSelection SongSelection::of(const QStringList &paths, const std::function<bo
             known.insert(path);
             selection.songs += path;
         }
-        selection.isWhole = selection.isWhole && goesOn(selection.songs.size());
+        selection.isWhole = selection.isWhole && goesOn(static_cast<int>(selection.songs.size()));
         return selection.isWhole;
     };
     const auto skip = [&](const QString &entry) { selection.skipped += entry; };
     const auto leave = [&] {
-        selection.isWhole = selection.isWhole && goesOn(selection.songs.size());
+        selection.isWhole = selection.isWhole && goesOn(static_cast<int>(selection.songs.size()));
     };
     for (const QString &path : paths) {
         if (!selection.isWhole)

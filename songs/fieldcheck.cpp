@@ -67,7 +67,7 @@ QString shown(QString text)
 /** Empty where nothing is to be said. */
 FieldNote noteOf(const TextLimits &limits, const QString &wanted, const QString &stored)
 {
-    const int bytes = wanted.left(limits.characters).toUtf8().size();
+    const int bytes = static_cast<int>(wanted.left(limits.characters).toUtf8().size());
     if (limits.bytes > 0 && bytes > limits.bytes)
         return {Grade::Misread,
                 {},
@@ -82,7 +82,7 @@ FieldNote noteOf(const TextLimits &limits, const QString &wanted, const QString 
             Grade::Cut,
             {},
             Texts::tr("ne resteranno %1 caratteri su %2").arg(stored.size()).arg(wanted.size())};
-    const int left = limits.characters - wanted.size();
+    const int left = static_cast<int>(limits.characters - wanted.size());
     if (limits.characters > 0 && left <= fewCharacters)
         return {Grade::NearLimit, {}, Texts::tr("caratteri che restano: %1").arg(left)};
     return {};

@@ -43,7 +43,7 @@ void EditMany::run()
                       m_model.cellIndex(row, artistColumn).data().toString(),
                       m_model.shortNameOf(row)});
     dialog.setSongs(songs);
-    const int current = rows.indexOf(m_table.currentIndex().row());
+    const int current = static_cast<int>(rows.indexOf(m_table.currentIndex().row()));
     if (current >= 0)
         dialog.choose({current});
     while (dialog.exec() == QDialog::Accepted) {

@@ -122,7 +122,7 @@ void EditManyDialog::addField(QGridLayout &form, const QString &key, QCheckBox *
 void EditManyDialog::setSongs(const QVector<Song> &songs)
 {
     m_songs->clearContents();
-    m_songs->setRowCount(songs.size());
+    m_songs->setRowCount(static_cast<int>(songs.size()));
     for (int row = 0; row < songs.size(); ++row) {
         const Song &song = songs.at(row);
         int column = 0;
@@ -176,7 +176,7 @@ SongInfo EditManyDialog::values() const
 
 void EditManyDialog::showChoice()
 {
-    const int chosen = m_songs->selectionModel()->selectedRows().size();
+    const int chosen = static_cast<int>(m_songs->selectionModel()->selectedRows().size());
     m_count->setText(tr("Song scelte: %1 di %2").arg(chosen).arg(m_songs->rowCount()));
     m_apply->setEnabled(chosen > 0 && m_hasGenre && fields().any());
 }

@@ -219,7 +219,7 @@ private Q_SLOTS:
             || (song.open(QIODevice::ReadOnly) && !song.read(1).isEmpty()))
             QSKIP("there is no such file here");
         QVERIFY(Index().update(memory.root()));
-        const int at = 64 * memory.titles().indexOf("BAD"_s);
+        const int at = static_cast<int>(64 * memory.titles().indexOf("BAD"_s));
         QVERIFY(at >= 0);
         QCOMPARE(memory.hexOf("title.id3", at + 62, 2), "7800"_s); // tempo 120, kind 0, no markers
         QVERIFY(memory.read("artist.id3").contains("<UNKNOWN>"));

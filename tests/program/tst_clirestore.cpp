@@ -60,7 +60,7 @@ void tst_CliRestore::givesTheBytesOfABackup()
     QVERIFY(!run.texts("format").contains(QString()));
     QVERIFY(songs() == before);
 
-    const int runs = history().size();
+    const int runs = static_cast<int>(history().size());
     QCOMPARE(cli("restore --from old/backup_kvaro_* --recursive s").status, 0);
     QCOMPARE(history().size(), runs); // the same bytes are not written
     QCOMPARE(cli("undo").status, 0);

@@ -241,7 +241,7 @@ void tst_CliUndo::whatWasTakenBackAlreadyIsDone()
     cli("edit --title T s/a.mid s/b.mid s/m.mp3");
     shell(after);
     const auto before = songs();
-    const int runs = history().size();
+    const int runs = static_cast<int>(history().size());
     for (const char *command : {"undo --json --dry-run 1", "undo --json 1"}) {
         const Run run = cli(command);
         QCOMPARE(run.status, statuses.contains("failed"_s) ? 1 : 0);

@@ -61,7 +61,7 @@ private:
         const QStringList variables = environment.split(QLatin1Char(' '), Qt::SkipEmptyParts);
         for (const QString &variable : variables) {
             const QByteArray text = variable.toLatin1();
-            const int end = text.indexOf('=');
+            const int end = static_cast<int>(text.indexOf('='));
             qputenv(text.left(end).constData(), text.mid(end + 1));
         }
     }

@@ -109,7 +109,7 @@ private Q_SLOTS:
 
     void aSongThatIsTooLargeAsAWhole()
     {
-        const int size = 500'000 - midi1().size() - 8;
+        const int size = static_cast<int>(500'000 - midi1().size() - 8);
         const MetaSong song = m_file.imported(
             "mf3"_s,
             mfx(3, {}, midi1(hex("00 FF 01 00") + QByteArray(size, 'x') + hex("00 FF 01 00"))));

@@ -133,7 +133,7 @@ private Q_SLOTS:
                 && label->objectName() != text("ssLabel"))
                 add(*label, label->text());
         }
-        const int all = keys.size();
+        const int all = static_cast<int>(keys.size());
         QCOMPARE(keys.removeDuplicates(), 0);
         if (dialog == text("edit"))
             QVERIFY(all > 0);

@@ -85,7 +85,7 @@ private Q_SLOTS:
         for (QByteArray &word : bytes)
             arguments += word.data();
         arguments += nullptr;
-        QCOMPARE(Startup::runProgram(bytes.size(), arguments.data()), 0);
+        QCOMPARE(Startup::runProgram(static_cast<int>(bytes.size()), arguments.data()), 0);
         QCOMPARE(found.join(QLatin1Char(' ')), names);
     }
 

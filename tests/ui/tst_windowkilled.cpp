@@ -132,7 +132,8 @@ private:
         if (!victim.waitForFinished() || victim.exitStatus() != QProcess::CrashExit)
             return {};
         const QByteArray said = victim.readAllStandardOutput();
-        const int begin = said.indexOf("FOLDER=") + static_cast<int>(qstrlen("FOLDER="));
+        const int begin =
+            static_cast<int>(said.indexOf("FOLDER=") + static_cast<int>(qstrlen("FOLDER=")));
         return QFile::decodeName(said.mid(begin, said.indexOf('\n', begin) - begin));
     }
 
