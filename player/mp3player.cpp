@@ -22,15 +22,15 @@ Mp3Player::Mp3Player()
     const auto failed = QOverload<QMediaPlayer::Error>::of(&QMediaPlayer::error);
 #endif
     QObject::connect(&m_player, failed, &m_player, [this] {
-        const QString cause = m_player.errorString();
-        end(cause.isEmpty() ? tr("il sistema non può suonare i file MP3") : cause);
+        QString cause = tr("il sistema non può suonare questo file MP3");
+        if (!m_player.errorString().isEmpty())
+            cause += QLatin1String(" (") + m_player.errorString() + QLatin1Char(')');
+        end(cause);
     });
     QObject::connect(&m_player, &QMediaPlayer::mediaStatusChanged, &m_player,
                      [this](QMediaPlayer::MediaStatus status) {
                          if (status == QMediaPlayer::EndOfMedia)
                              end({});
-                         else if (status == QMediaPlayer::InvalidMedia)
-                             end(tr("l'audio è danneggiato e non può essere suonato"));
                      });
 }
 

@@ -66,16 +66,19 @@ std::unique_ptr<RemovableDrive> UDisks::driveOf(const QString &folder)
 
 std::unique_ptr<RemovableDrive> UDisks::driveOfDevice(const QString &device)
 {
-    if (!m_bus.isConnected())
+    if (!m_bus)
+        m_bus = QDBusConnection::systemBus();
+    if (!m_bus->isConnected())
         return nullptr;
     QDBusMessage resolve = methodCall(QLatin1String(manager), managerInterface, "ResolveDevice");
     resolve << QVariantMap{{QStringLiteral("path"), device}} << QVariantMap();
-    const QDBusPendingReply<QList<QDBusObjectPath>> volumes = answerTo(m_bus, resolve, askPatience);
+    const QDBusPendingReply<QList<QDBusObjectPath>> volumes =
+        answerTo(*m_bus, resolve, askPatience);
     if (!volumes.isValid() || volumes.value().isEmpty())
         return nullptr;
     const QString volume = volumes.value().constFirst().path();
-    const auto drive = propertyOf(m_bus, volume, blockInterface, "Drive").value<QDBusObjectPath>();
-    auto found = std::make_unique<UDisksDrive>(m_bus, volume, drive.path());
+    const auto drive = propertyOf(*m_bus, volume, blockInterface, "Drive").value<QDBusObjectPath>();
+    auto found = std::make_unique<UDisksDrive>(*m_bus, volume, drive.path());
     return found->isRemovable() ? std::move(found) : nullptr;
 }
 

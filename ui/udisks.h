@@ -18,14 +18,16 @@ namespace tarvel4 {
 class UDisks : public RemovableDrives
 {
 public:
-    explicit UDisks(const QDBusConnection &bus = QDBusConnection::systemBus());
+    UDisks() = default;
+    /** Another bus than the system's, which is connected to when it is first asked. */
+    explicit UDisks(const QDBusConnection &bus);
 
     std::unique_ptr<RemovableDrive> driveOf(const QString &folder) override;
     /** The same by the file of its device: /dev/sdb1. */
     std::unique_ptr<RemovableDrive> driveOfDevice(const QString &device);
 
 private:
-    QDBusConnection m_bus;
+    std::optional<QDBusConnection> m_bus;
 };
 
 /** One of them: the volume that is mounted, and what it is in. */

@@ -1106,12 +1106,8 @@ To work in the terminal, without a window: tarvel4soft-cli --help
 <context>
     <name>Mp3Player</name>
     <message>
-        <source>il sistema non può suonare i file MP3</source>
-        <translation>the system can&apos;t play MP3 files</translation>
-    </message>
-    <message>
-        <source>l&apos;audio è danneggiato e non può essere suonato</source>
-        <translation>its audio is damaged and can&apos;t be played</translation>
+        <source>il sistema non può suonare questo file MP3</source>
+        <translation>the system can&apos;t play this MP3 file</translation>
     </message>
 </context>
 <context>

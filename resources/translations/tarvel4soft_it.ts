@@ -1106,12 +1106,8 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
 <context>
     <name>Mp3Player</name>
     <message>
-        <source>il sistema non può suonare i file MP3</source>
-        <translation>il sistema non può suonare i file MP3</translation>
-    </message>
-    <message>
-        <source>l'audio è danneggiato e non può essere suonato</source>
-        <translation>l'audio è danneggiato e non può essere suonato</translation>
+        <source>il sistema non può suonare questo file MP3</source>
+        <translation>il sistema non può suonare questo file MP3</translation>
     </message>
 </context>
 <context>

@@ -91,7 +91,7 @@ private Q_SLOTS:
             loudnessOf(engine, step);
         QVERIFY2(qAbs(ms - sound.lengthMs) <= step, qPrintable(QString::number(ms)));
         QVERIFY(!engine.isDone()); // what sounds may fade away
-        for (int i = 0; i < 10 && !engine.isDone(); ++i)
+        for (int i = 0; i < 8 && !engine.isDone(); ++i)
             loudnessOf(engine, step);
         QVERIFY(engine.isDone());
     }

@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(player->play(sound, 0, [&ends](const QString &cause) { ends += cause; }),
                  QString());
         QTRY_COMPARE(ends.size(), 1);
-        QVERIFY(!ends.constFirst().isEmpty());
+        QVERIFY(ends.constFirst().startsWith(text("il sistema non può suonare questo file MP3 (")));
         QCOMPARE(player->position(), qint64{0});
     }
 };
