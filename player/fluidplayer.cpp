@@ -74,7 +74,8 @@ QStringList FluidPlayer::systemDrivers()
 #elif defined(Q_OS_MACOS)
     return {QString(), QStringLiteral("coreaudio")};
 #else
-    return {QStringLiteral("pipewire"), QStringLiteral("pulseaudio"), QStringLiteral("alsa")};
+    // PipeWire behind PulseAudio: where both run, it may be there for pictures alone.
+    return {QStringLiteral("pulseaudio"), QStringLiteral("pipewire"), QStringLiteral("alsa")};
 #endif
 }
 
