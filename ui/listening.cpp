@@ -5,6 +5,7 @@
 #include "ui/listenstrip.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFileInfo>
 #include <QMenu>
 #include <QMessageBox>
@@ -47,10 +48,7 @@ Listening::Listening(QTableView &table, UserSongsRelTableModel &model, QMenu &to
         m_listen->setVisible(true);
         m_listen->setEnabled(true);
     });
-    connect(&strip, &ListenStrip::stopAsked, this, [this] {
-        stop();
-        m_table.setFocus(); // the button that had it is gone
-    });
+    connect(&strip, &ListenStrip::stopAsked, this, [this] { stop(); });
     connect(&strip, &ListenStrip::markAsked, this, &Listening::playMark);
     m_timer.setInterval(showEvery);
     connect(&m_timer, &QTimer::timeout, this,
@@ -88,7 +86,10 @@ void Listening::stop()
     m_timer.stop();
     if (m_player)
         std::exchange(m_player, nullptr)->stop();
+    const bool hasFocus = m_strip.isAncestorOf(QApplication::focusWidget());
     m_strip.hide();
+    if (hasFocus)
+        m_table.setFocus();
 }
 
 void Listening::stop(const QString &path)

@@ -309,6 +309,27 @@ private Q_SLOTS:
         QCOMPARE(m_calls, strings({"a.mid 0"}));
     }
 
+    void keyboardIsNotLost_data()
+    {
+        const Table<bool> row;
+        row("the button goes", true);
+        row("the song ends while the button has the focus", false);
+    }
+    void keyboardIsNotLost()
+    {
+        const auto [byButton] = cells<bool>();
+        space();
+        auto *button = find<QPushButton>("listenStopButton");
+        button->setFocus();
+        QTRY_VERIFY(button->hasFocus());
+        if (byButton)
+            QTest::keyClick(button, Qt::Key_Space);
+        else
+            m_player.end({});
+        QVERIFY(!strip()->isVisible());
+        QVERIFY(table()->hasFocus());
+    }
+
     void songIsNotHeldOpen()
     {
         const QByteArray before = read(m_songs.at(0));
