@@ -48,6 +48,9 @@ Command listCommand();
 Command extractCommand();
 Command catalogueCommand();
 
+/** The options of every command. */
+const QVector<Option> &globalOptions();
+
 /** The option of the commands that take folders. */
 Option recursiveOption();
 

@@ -12,6 +12,22 @@ QVector<Command> allCommands()
             indexCommand(), listCommand(),    extractCommand(), catalogueCommand()};
 }
 
+const QVector<Option> &globalOptions()
+{
+    static const QVector<Option> options{
+        {"catalogue", Option::Path, "FILE",
+         QT_TRANSLATE_NOOP("Cli", "catalogo SQLite da usare al posto di quello incorporato")},
+        {"json", Option::Flag, nullptr,
+         QT_TRANSLATE_NOOP("Cli", "scrive i dati come JSON, un oggetto per riga")},
+        {"log", Option::Flag, nullptr,
+         QT_TRANSLATE_NOOP("Cli", "scrive il log in log.txt nella cartella corrente")},
+        {"quiet", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "non mostra l'avanzamento")},
+        {"help", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "mostra questo aiuto (anche -h)")},
+        {"version", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "mostra la versione")},
+    };
+    return options;
+}
+
 Option recursiveOption()
 {
     return {

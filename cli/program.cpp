@@ -1,5 +1,6 @@
 #include "cli/program.h"
 
+#include "cli/completion.h"
 #include "cli/console.h"
 #include "cli/texts.h"
 #include "library/messagelog.h"
@@ -33,22 +34,6 @@ constexpr std::array<Meaning, 6> exitStatuses{{
     {"130", QT_TRANSLATE_NOOP("Cli", "interrotto prima della song successiva")},
     {"141", QT_TRANSLATE_NOOP("Cli", "nessuno legge più i dati (| head)")},
 }};
-
-const QVector<Option> &globalOptions()
-{
-    static const QVector<Option> options{
-        {"catalogue", Option::Path, "FILE",
-         QT_TRANSLATE_NOOP("Cli", "catalogo SQLite da usare al posto di quello incorporato")},
-        {"json", Option::Flag, nullptr,
-         QT_TRANSLATE_NOOP("Cli", "scrive i dati come JSON, un oggetto per riga")},
-        {"log", Option::Flag, nullptr,
-         QT_TRANSLATE_NOOP("Cli", "scrive il log in log.txt nella cartella corrente")},
-        {"quiet", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "non mostra l'avanzamento")},
-        {"help", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "mostra questo aiuto (anche -h)")},
-        {"version", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "mostra la versione")},
-    };
-    return options;
-}
 
 QString line(const QString &name, const char *meaning)
 {
@@ -114,6 +99,8 @@ ExitStatus Program::run(QByteArrayList words) const
     const Command *command = nullptr;
     if (!words.isEmpty()) {
         const QByteArray name = words.takeFirst();
+        if (name == "completion" && words.size() == 1 && Completion::knows(words.first()))
+            return printed(Completion(m_commands).script(words.first()));
         command = find(name);
         if (!command)
             return refused({ExitStatus::Usage,

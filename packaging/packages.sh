@@ -13,6 +13,7 @@ sound_packages=(libfluidsynth3 timgm6mb-soundfont qtmultimedia5-dev libqt5multim
 test_packages=(
   dbus-daemon ffmpeg lame openttd-openmsx
   locales tzdata
+  fish zsh
   python3 python3-mido python3-mutagen sqlite3 strace
   xauth xvfb
 )
