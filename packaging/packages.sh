@@ -6,6 +6,9 @@ build_packages=(
   fonts-dejavu-core libxcb1-dev libxxhash-dev
 )
 
+# What shows a window in a Wayland session without an X server.
+wayland_packages=(qtwayland5)
+
 # What songs are listened to with: the program does without it, and then offers no listening.
 sound_packages=(libfluidsynth3 timgm6mb-soundfont qtmultimedia5-dev libqt5multimedia5-plugins gstreamer1.0-plugins-good)
 
@@ -17,6 +20,8 @@ test_packages=(
   python3 python3-mido python3-mutagen sqlite3 strace
   xauth xvfb
 )
+
+deb_packages=(dpkg-dev file gzip python3 xz-utils)
 
 qt6_packages=(qt6-base-dev qt6-multimedia-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n libqt6sql6-sqlite libgl-dev)
 
