@@ -107,6 +107,7 @@ void EditManyDialog::addField(QGridLayout &form, const QString &key, QCheckBox *
     tick->setObjectName(key + QLatin1String("CheckBox"));
     tick->setAccessibleName(tr("Scrivi in tutte: %1").arg(plain));
     field->setAccessibleName(plain);
+    field->setAccessibleDescription(plain); // a list has what is chosen in it as its name
     field->setEnabled(false);
     connect(tick, &QCheckBox::toggled, this, [this, field](bool isOpen) {
         field->setEnabled(isOpen);

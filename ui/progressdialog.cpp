@@ -1,6 +1,7 @@
 #include "ui/progressdialog.h"
 
 #include <QCloseEvent>
+#include <QProgressBar>
 #include <QPushButton>
 
 namespace tarvel4 {
@@ -15,6 +16,7 @@ ProgressDialog::ProgressDialog(const ProgressTexts &texts, int maximum, QWidget 
     setAutoClose(false);
     setAutoReset(false);
     setMinimumDuration(0);
+    findChild<QProgressBar *>()->setAccessibleName(tr("Avanzamento"));
     setMinimumWidth(fontMetrics().averageCharWidth() * 52);
 
     disconnect(this, SIGNAL(canceled()), this, SLOT(cancel()));

@@ -17,7 +17,7 @@
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
     <message>
         <source>Backup FALLITO !!!</source>
@@ -554,7 +554,7 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
 </context>
 <context>
@@ -707,7 +707,7 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
 </context>
 <context>
@@ -1295,11 +1295,11 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     <name>SongActions</name>
     <message>
         <source>Remove from list</source>
-        <translation>Remove from list</translation>
+        <translation>&amp;Remove from list</translation>
     </message>
     <message>
         <source>Delete file</source>
-        <translation>Delete file</translation>
+        <translation>&amp;Delete file</translation>
     </message>
     <message>
         <source>Attenzione</source>
@@ -1315,7 +1315,7 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
     <message>
         <source>Mostra nella cartella</source>
-        <translation>Show in folder</translation>
+        <translation>&amp;Show in folder</translation>
     </message>
 </context>
 <context>
@@ -1334,7 +1334,7 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
     <message>
         <source>Qui non ci sono song.</source>
@@ -1423,7 +1423,7 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
     <message>
         <source>Aggiornamento</source>
@@ -1516,7 +1516,7 @@ Songs: %3</translation>
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
     <message>
         <source>una di più song con questo nome, e il backup ne contiene una sola</source>
@@ -1539,7 +1539,7 @@ Songs: %3</translation>
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
 </context>
 <context>
@@ -1554,7 +1554,7 @@ Songs: %3</translation>
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Cancel</translation>
+        <translation>&amp;Cancel</translation>
     </message>
 </context>
 <context>
@@ -1619,19 +1619,19 @@ Songs: %3</translation>
     </message>
     <message>
         <source>Sfoglia...</source>
-        <translation>Browse...</translation>
+        <translation>&amp;Browse...</translation>
     </message>
     <message>
         <source>Esegui backup</source>
-        <translation>Make backup</translation>
+        <translation>&amp;Make backup</translation>
     </message>
     <message>
         <source>Prosegui senza backup</source>
-        <translation>Continue without backup</translation>
+        <translation>&amp;Continue without backup</translation>
     </message>
     <message>
         <source>Annulla</source>
-        <translation>Cancel</translation>
+        <translation>C&amp;ancel</translation>
     </message>
     <message>
         <source>Si consiglia di effettuare un backup della libreria prima di procedere con l&apos;aggiornamento.
@@ -1645,11 +1645,15 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
     <message>
         <source>Anteprima...</source>
-        <translation>Preview...</translation>
+        <translation>&amp;Preview...</translation>
     </message>
     <message>
         <source>Mostra che cosa cambierebbe, senza scrivere nulla</source>
         <translation>Shows what would change, without writing anything</translation>
+    </message>
+    <message>
+        <source>Cartella del backup</source>
+        <translation>Folder of the backup</translation>
     </message>
 </context>
 <context>
@@ -1911,6 +1915,10 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
         <source>Aiuto Tarvel4 Soft</source>
         <translation>Tarvel4 Soft help</translation>
     </message>
+    <message>
+        <source>Guida a Tarvel4 Soft</source>
+        <translation>Guide to Tarvel4 Soft</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::Index</name>
@@ -1931,27 +1939,27 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
     <message>
         <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
-        <translation>Choose the root folder of the Compact Flash card or USB stick to optimise for Tarvel4</translation>
+        <translation>Choose the root &amp;folder of the Compact Flash card or USB stick to optimise for Tarvel4</translation>
     </message>
     <message>
         <source>Sfoglia</source>
-        <translation>Browse</translation>
+        <translation>&amp;Browse</translation>
     </message>
     <message>
         <source>Seleziona l&apos;azione che vuoi eseguire:</source>
-        <translation>Choose what to do:</translation>
+        <translation>Choose what to &amp;do:</translation>
     </message>
     <message>
         <source>Ho inserito o eliminato alcune song, aggiorna database</source>
-        <translation>I added or deleted some songs, update the database</translation>
+        <translation>I &amp;added or deleted some songs, update the database</translation>
     </message>
     <message>
         <source>Ho problemi con gli archivi, ricostruisci database</source>
-        <translation>I have problems with the archives, rebuild the database</translation>
+        <translation>I have problems with the archives, &amp;rebuild the database</translation>
     </message>
     <message>
         <source>Controlla struttura memoria</source>
-        <translation>Check the memory structure</translation>
+        <translation>Check the &amp;memory structure</translation>
     </message>
     <message>
         <source>File found:</source>
@@ -1959,15 +1967,15 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
     </message>
     <message>
         <source>Report:</source>
-        <translation>Report:</translation>
+        <translation>Re&amp;port:</translation>
     </message>
     <message>
         <source>Inizia</source>
-        <translation>Start</translation>
+        <translation>&amp;Start</translation>
     </message>
     <message>
         <source>Chiudi</source>
-        <translation>Close</translation>
+        <translation>&amp;Close</translation>
     </message>
     <message>
         <source>Scegli cartella</source>
@@ -2020,6 +2028,10 @@ See the report for details.</translation>
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
         <translation>The operation failed.
 Make sure that the disk has enough free space and is not write-protected.</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Progress</translation>
     </message>
 </context>
 <context>
@@ -2155,71 +2167,71 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>File</source>
-        <translation>File</translation>
+        <translation>&amp;File</translation>
     </message>
     <message>
         <source>Preferenze</source>
-        <translation>Preferences</translation>
+        <translation>&amp;Preferences</translation>
     </message>
     <message>
         <source>Lingua</source>
-        <translation>Language</translation>
+        <translation>&amp;Language</translation>
     </message>
     <message>
         <source>Messaggi Copyright</source>
-        <translation>Copyright messages</translation>
+        <translation>&amp;Copyright messages</translation>
     </message>
     <message>
         <source>Strumenti</source>
-        <translation>Tools</translation>
+        <translation>&amp;Tools</translation>
     </message>
     <message>
         <source>Aiuto</source>
-        <translation>Help</translation>
+        <translation>&amp;Help</translation>
     </message>
     <message>
         <source>Esci</source>
-        <translation>Quit</translation>
+        <translation>&amp;Quit</translation>
     </message>
     <message>
         <source>Italiano</source>
-        <translation>Italiano</translation>
+        <translation>&amp;Italiano</translation>
     </message>
     <message>
         <source>English</source>
-        <translation>English</translation>
+        <translation>&amp;English</translation>
     </message>
     <message>
         <source>Deutsch</source>
-        <translation>Deutsch</translation>
+        <translation>&amp;Deutsch</translation>
     </message>
     <message>
         <source>Si</source>
-        <translation>Yes</translation>
+        <translation>&amp;Yes</translation>
     </message>
     <message>
         <source>No</source>
-        <translation>No</translation>
+        <translation>&amp;No</translation>
     </message>
     <message>
         <source>Rigenera il database delle song</source>
-        <translation>Rebuild the song database</translation>
+        <translation>&amp;Rebuild the song database</translation>
     </message>
     <message>
         <source>Salva lista delle song</source>
-        <translation>Save the song list</translation>
+        <translation>Save the song &amp;list</translation>
     </message>
     <message>
         <source>Aiuto Tarvel4 Soft</source>
-        <translation>Tarvel4 Soft help</translation>
+        <translation>Tarvel4 Soft &amp;help</translation>
     </message>
     <message>
         <source>Informazioni</source>
-        <translation>About</translation>
+        <translation>&amp;About</translation>
     </message>
     <message>
         <source>Informazioni su QT</source>
-        <translation>About QT</translation>
+        <translation>About &amp;QT</translation>
     </message>
     <message>
         <source>Ctrl+O</source>
@@ -2227,19 +2239,19 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Annulla l&apos;ultima modifica...</source>
-        <translation>Undo the last change...</translation>
+        <translation>&amp;Undo the last change...</translation>
     </message>
     <message>
         <source>Modifica più song...</source>
-        <translation>Edit several songs...</translation>
+        <translation>&amp;Edit several songs...</translation>
     </message>
     <message>
         <source>Importa una cartella...</source>
-        <translation>Import a folder...</translation>
+        <translation>&amp;Import a folder...</translation>
     </message>
     <message>
         <source>Mostra l&apos;ultimo resoconto</source>
-        <translation>Show the last report</translation>
+        <translation>&amp;Show the last report</translation>
     </message>
     <message>
         <source>Cerca nelle song</source>
@@ -2255,7 +2267,7 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Anteprima della sincronizzazione...</source>
-        <translation>Preview of the synchronisation...</translation>
+        <translation>&amp;Preview of the synchronisation...</translation>
     </message>
 </context>
 <context>
@@ -2278,19 +2290,19 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Si</source>
-        <translation>Yes</translation>
+        <translation>&amp;Yes</translation>
     </message>
     <message>
         <source>Si tutti</source>
-        <translation>Yes to all</translation>
+        <translation>Yes to &amp;all</translation>
     </message>
     <message>
         <source>No</source>
-        <translation>No</translation>
+        <translation>&amp;No</translation>
     </message>
     <message>
         <source>No tutti</source>
-        <translation>No to all</translation>
+        <translation>N&amp;o to all</translation>
     </message>
     <message>
         <source>Da copiare:</source>
@@ -2321,15 +2333,15 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Sincronizza...</source>
-        <translation>Synchronise...</translation>
+        <translation>&amp;Synchronise...</translation>
     </message>
     <message>
         <source>Chiudi</source>
-        <translation>Close</translation>
+        <translation>&amp;Close</translation>
     </message>
     <message>
         <source>Torna alla domanda</source>
-        <translation>Back to the question</translation>
+        <translation>&amp;Back to the question</translation>
     </message>
 </context>
 <context>
@@ -2367,15 +2379,15 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Non mostrare più messaggi sul copyright</source>
-        <translation>Show no more messages about copyright</translation>
+        <translation>Show no more messages about &amp;copyright</translation>
     </message>
     <message>
         <source>Si</source>
-        <translation>Yes</translation>
+        <translation>&amp;Yes</translation>
     </message>
     <message>
         <source>No</source>
-        <translation>No</translation>
+        <translation>&amp;No</translation>
     </message>
     <message>
         <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</source>
@@ -2383,11 +2395,18 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Mostra i file non letti</source>
-        <translation>Show the files that were not read</translation>
+        <translation>&amp;Show the files that were not read</translation>
     </message>
     <message>
         <source>File non letti</source>
         <translation>Files that were not read</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::ProgressDialog</name>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Progress</translation>
     </message>
 </context>
 <context>
@@ -2421,7 +2440,7 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Salva come testo...</source>
-        <translation>Save as text...</translation>
+        <translation>Sa&amp;ve as text...</translation>
     </message>
     <message>
         <source>Salva il resoconto come testo</source>
@@ -2429,7 +2448,7 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Chiudi</source>
-        <translation>Close</translation>
+        <translation>&amp;Close</translation>
     </message>
     <message>
         <source>Chiudi il resoconto (Esc)</source>
@@ -2559,19 +2578,15 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>CF/USB:</source>
-        <translation>CF/USB:</translation>
-    </message>
-    <message>
-        <source>Browse</source>
-        <translation>Browse</translation>
+        <translation>CF/&amp;USB:</translation>
     </message>
     <message>
         <source>File:</source>
-        <translation>File:</translation>
+        <translation>&amp;File:</translation>
     </message>
     <message>
         <source>Ordina per:</source>
-        <translation>Sort by:</translation>
+        <translation>Sort b&amp;y:</translation>
     </message>
     <message>
         <source>Titolo</source>
@@ -2583,11 +2598,11 @@ Tarvel&apos;s memory</translation>
     </message>
     <message>
         <source>Salva</source>
-        <translation>Save</translation>
+        <translation>&amp;Save</translation>
     </message>
     <message>
         <source>Exit</source>
-        <translation>Exit</translation>
+        <translation>E&amp;xit</translation>
     </message>
     <message>
         <source>Scegli cartella</source>
@@ -2628,6 +2643,28 @@ Tarvel&apos;s memory</translation>
     <message>
         <source>Il file esiste già, vuoi sostituirlo?</source>
         <translation>The file already exists. Do you want to replace it?</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <comment>memory</comment>
+        <translation>&amp;Browse</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <comment>list</comment>
+        <translation>Bro&amp;wse</translation>
+    </message>
+    <message>
+        <source>Sfoglia, cartella della memoria</source>
+        <translation>Browse, folder of the memory</translation>
+    </message>
+    <message>
+        <source>Sfoglia, file della lista</source>
+        <translation>Browse, file of the list</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Progress</translation>
     </message>
 </context>
 <context>

@@ -17,7 +17,7 @@
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Interrompi</translation>
+        <translation>&amp;Interrompi</translation>
     </message>
     <message>
         <source>Backup FALLITO !!!</source>
@@ -554,7 +554,7 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Interrompi</translation>
+        <translation>&amp;Interrompi</translation>
     </message>
 </context>
 <context>
@@ -707,7 +707,7 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Interrompi</translation>
+        <translation>&amp;Interrompi</translation>
     </message>
 </context>
 <context>
@@ -1295,11 +1295,11 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     <name>SongActions</name>
     <message>
         <source>Remove from list</source>
-        <translation>Togli dalla lista</translation>
+        <translation>&amp;Togli dalla lista</translation>
     </message>
     <message>
         <source>Delete file</source>
-        <translation>Cancella il file</translation>
+        <translation>&amp;Cancella il file</translation>
     </message>
     <message>
         <source>Attenzione</source>
@@ -1315,7 +1315,7 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
     <message>
         <source>Mostra nella cartella</source>
-        <translation>Mostra nella cartella</translation>
+        <translation>M&amp;ostra nella cartella</translation>
     </message>
 </context>
 <context>
@@ -1334,7 +1334,7 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Interrompi</translation>
+        <translation>&amp;Interrompi</translation>
     </message>
     <message>
         <source>Qui non ci sono song.</source>
@@ -1423,7 +1423,7 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Interrompi</translation>
+        <translation>&amp;Interrompi</translation>
     </message>
     <message>
         <source>Aggiornamento</source>
@@ -1516,7 +1516,7 @@ Song: %3</translation>
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Interrompi</translation>
+        <translation>&amp;Interrompi</translation>
     </message>
     <message>
         <source>una di più song con questo nome, e il backup ne contiene una sola</source>
@@ -1539,7 +1539,7 @@ Song: %3</translation>
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Interrompi</translation>
+        <translation>&amp;Interrompi</translation>
     </message>
 </context>
 <context>
@@ -1554,7 +1554,7 @@ Song: %3</translation>
     </message>
     <message>
         <source>Interrompi</source>
-        <translation>Interrompi</translation>
+        <translation>&amp;Interrompi</translation>
     </message>
 </context>
 <context>
@@ -1619,19 +1619,19 @@ Song: %3</translation>
     </message>
     <message>
         <source>Sfoglia...</source>
-        <translation>Sfoglia...</translation>
+        <translation>&amp;Sfoglia...</translation>
     </message>
     <message>
         <source>Esegui backup</source>
-        <translation>Esegui backup</translation>
+        <translation>&amp;Esegui backup</translation>
     </message>
     <message>
         <source>Prosegui senza backup</source>
-        <translation>Prosegui senza backup</translation>
+        <translation>&amp;Prosegui senza backup</translation>
     </message>
     <message>
         <source>Annulla</source>
-        <translation>Annulla</translation>
+        <translation>A&amp;nnulla</translation>
     </message>
     <message>
         <source>Si consiglia di effettuare un backup della libreria prima di procedere con l'aggiornamento.
@@ -1645,11 +1645,15 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
     <message>
         <source>Anteprima...</source>
-        <translation>Anteprima...</translation>
+        <translation>&amp;Anteprima...</translation>
     </message>
     <message>
         <source>Mostra che cosa cambierebbe, senza scrivere nulla</source>
         <translation>Mostra che cosa cambierebbe, senza scrivere nulla</translation>
+    </message>
+    <message>
+        <source>Cartella del backup</source>
+        <translation>Cartella del backup</translation>
     </message>
 </context>
 <context>
@@ -1911,6 +1915,10 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
         <source>Aiuto Tarvel4 Soft</source>
         <translation>Aiuto Tarvel4 Soft</translation>
     </message>
+    <message>
+        <source>Guida a Tarvel4 Soft</source>
+        <translation>Guida a Tarvel4 Soft</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::Index</name>
@@ -1931,27 +1939,27 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
     <message>
         <source>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</source>
-        <translation>Seleziona la cartella principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</translation>
+        <translation>Seleziona la cartella &amp;principale della Compact Flash o della Penna USB che vuoi ottimizzare per Tarvel4</translation>
     </message>
     <message>
         <source>Sfoglia</source>
-        <translation>Sfoglia</translation>
+        <translation>&amp;Sfoglia</translation>
     </message>
     <message>
         <source>Seleziona l'azione che vuoi eseguire:</source>
-        <translation>Seleziona l'azione che vuoi eseguire:</translation>
+        <translation>Seleziona l'azione che &amp;vuoi eseguire:</translation>
     </message>
     <message>
         <source>Ho inserito o eliminato alcune song, aggiorna database</source>
-        <translation>Ho inserito o eliminato alcune song, aggiorna database</translation>
+        <translation>Ho inserito o eliminato alcune song, &amp;aggiorna database</translation>
     </message>
     <message>
         <source>Ho problemi con gli archivi, ricostruisci database</source>
-        <translation>Ho problemi con gli archivi, ricostruisci database</translation>
+        <translation>Ho problemi con gli archivi, &amp;ricostruisci database</translation>
     </message>
     <message>
         <source>Controlla struttura memoria</source>
-        <translation>Controlla struttura memoria</translation>
+        <translation>Controlla struttura &amp;memoria</translation>
     </message>
     <message>
         <source>File found:</source>
@@ -1959,15 +1967,15 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
     </message>
     <message>
         <source>Report:</source>
-        <translation>Report:</translation>
+        <translation>Rep&amp;ort:</translation>
     </message>
     <message>
         <source>Inizia</source>
-        <translation>Inizia</translation>
+        <translation>&amp;Inizia</translation>
     </message>
     <message>
         <source>Chiudi</source>
-        <translation>Chiudi</translation>
+        <translation>&amp;Chiudi</translation>
     </message>
     <message>
         <source>Scegli cartella</source>
@@ -2020,6 +2028,10 @@ Consultare il report per maggiori informazioni.</translation>
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</source>
         <translation>Operazione non riuscita.
 Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto da scrittura.</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Avanzamento</translation>
     </message>
 </context>
 <context>
@@ -2155,71 +2167,71 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>File</source>
-        <translation>File</translation>
+        <translation>&amp;File</translation>
     </message>
     <message>
         <source>Preferenze</source>
-        <translation>Preferenze</translation>
+        <translation>&amp;Preferenze</translation>
     </message>
     <message>
         <source>Lingua</source>
-        <translation>Lingua</translation>
+        <translation>&amp;Lingua</translation>
     </message>
     <message>
         <source>Messaggi Copyright</source>
-        <translation>Messaggi Copyright</translation>
+        <translation>&amp;Messaggi Copyright</translation>
     </message>
     <message>
         <source>Strumenti</source>
-        <translation>Strumenti</translation>
+        <translation>&amp;Strumenti</translation>
     </message>
     <message>
         <source>Aiuto</source>
-        <translation>Aiuto</translation>
+        <translation>&amp;Aiuto</translation>
     </message>
     <message>
         <source>Esci</source>
-        <translation>Esci</translation>
+        <translation>&amp;Esci</translation>
     </message>
     <message>
         <source>Italiano</source>
-        <translation>Italiano</translation>
+        <translation>&amp;Italiano</translation>
     </message>
     <message>
         <source>English</source>
-        <translation>English</translation>
+        <translation>&amp;English</translation>
     </message>
     <message>
         <source>Deutsch</source>
-        <translation>Deutsch</translation>
+        <translation>&amp;Deutsch</translation>
     </message>
     <message>
         <source>Si</source>
-        <translation>Si</translation>
+        <translation>&amp;Si</translation>
     </message>
     <message>
         <source>No</source>
-        <translation>No</translation>
+        <translation>&amp;No</translation>
     </message>
     <message>
         <source>Rigenera il database delle song</source>
-        <translation>Rigenera il database delle song</translation>
+        <translation>&amp;Rigenera il database delle song</translation>
     </message>
     <message>
         <source>Salva lista delle song</source>
-        <translation>Salva lista delle song</translation>
+        <translation>Salva &amp;lista delle song</translation>
     </message>
     <message>
         <source>Aiuto Tarvel4 Soft</source>
-        <translation>Aiuto Tarvel4 Soft</translation>
+        <translation>&amp;Aiuto Tarvel4 Soft</translation>
     </message>
     <message>
         <source>Informazioni</source>
-        <translation>Informazioni</translation>
+        <translation>&amp;Informazioni</translation>
     </message>
     <message>
         <source>Informazioni su QT</source>
-        <translation>Informazioni su QT</translation>
+        <translation>Informazioni su &amp;QT</translation>
     </message>
     <message>
         <source>Ctrl+O</source>
@@ -2227,19 +2239,19 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Annulla l'ultima modifica...</source>
-        <translation>Annulla l'ultima modifica...</translation>
+        <translation>&amp;Annulla l'ultima modifica...</translation>
     </message>
     <message>
         <source>Modifica più song...</source>
-        <translation>Modifica più song...</translation>
+        <translation>&amp;Modifica più song...</translation>
     </message>
     <message>
         <source>Importa una cartella...</source>
-        <translation>Importa una cartella...</translation>
+        <translation>&amp;Importa una cartella...</translation>
     </message>
     <message>
         <source>Mostra l'ultimo resoconto</source>
-        <translation>Mostra l'ultimo resoconto</translation>
+        <translation>M&amp;ostra l'ultimo resoconto</translation>
     </message>
     <message>
         <source>Cerca nelle song</source>
@@ -2255,7 +2267,7 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Anteprima della sincronizzazione...</source>
-        <translation>Anteprima della sincronizzazione...</translation>
+        <translation>Anteprima della &amp;sincronizzazione...</translation>
     </message>
 </context>
 <context>
@@ -2278,19 +2290,19 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Si</source>
-        <translation>Si</translation>
+        <translation>&amp;Si</translation>
     </message>
     <message>
         <source>Si tutti</source>
-        <translation>Si tutti</translation>
+        <translation>Si &amp;tutti</translation>
     </message>
     <message>
         <source>No</source>
-        <translation>No</translation>
+        <translation>&amp;No</translation>
     </message>
     <message>
         <source>No tutti</source>
-        <translation>No tutti</translation>
+        <translation>N&amp;o tutti</translation>
     </message>
     <message>
         <source>Da copiare:</source>
@@ -2321,15 +2333,15 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Sincronizza...</source>
-        <translation>Sincronizza...</translation>
+        <translation>&amp;Sincronizza...</translation>
     </message>
     <message>
         <source>Chiudi</source>
-        <translation>Chiudi</translation>
+        <translation>&amp;Chiudi</translation>
     </message>
     <message>
         <source>Torna alla domanda</source>
-        <translation>Torna alla domanda</translation>
+        <translation>&amp;Torna alla domanda</translation>
     </message>
 </context>
 <context>
@@ -2367,15 +2379,15 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Non mostrare più messaggi sul copyright</source>
-        <translation>Non mostrare più messaggi sul copyright</translation>
+        <translation>Non mostrare più messaggi sul &amp;copyright</translation>
     </message>
     <message>
         <source>Si</source>
-        <translation>Si</translation>
+        <translation>&amp;Si</translation>
     </message>
     <message>
         <source>No</source>
-        <translation>No</translation>
+        <translation>&amp;No</translation>
     </message>
     <message>
         <source>Sono stati esaminti %1 files, trovate %2 songs di cui %3 di (c)K-Varo</source>
@@ -2383,11 +2395,18 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Mostra i file non letti</source>
-        <translation>Mostra i file non letti</translation>
+        <translation>&amp;Mostra i file non letti</translation>
     </message>
     <message>
         <source>File non letti</source>
         <translation>File non letti</translation>
+    </message>
+</context>
+<context>
+    <name>tarvel4::ProgressDialog</name>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Avanzamento</translation>
     </message>
 </context>
 <context>
@@ -2421,7 +2440,7 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Salva come testo...</source>
-        <translation>Salva come testo...</translation>
+        <translation>Sal&amp;va come testo...</translation>
     </message>
     <message>
         <source>Salva il resoconto come testo</source>
@@ -2429,7 +2448,7 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Chiudi</source>
-        <translation>Chiudi</translation>
+        <translation>&amp;Chiudi</translation>
     </message>
     <message>
         <source>Chiudi il resoconto (Esc)</source>
@@ -2559,19 +2578,15 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>CF/USB:</source>
-        <translation>CF/USB:</translation>
-    </message>
-    <message>
-        <source>Browse</source>
-        <translation>Sfoglia</translation>
+        <translation>CF/&amp;USB:</translation>
     </message>
     <message>
         <source>File:</source>
-        <translation>File:</translation>
+        <translation>&amp;File:</translation>
     </message>
     <message>
         <source>Ordina per:</source>
-        <translation>Ordina per:</translation>
+        <translation>Ordina &amp;per:</translation>
     </message>
     <message>
         <source>Titolo</source>
@@ -2583,11 +2598,11 @@ memoria di Tarvel</translation>
     </message>
     <message>
         <source>Salva</source>
-        <translation>Salva</translation>
+        <translation>Sal&amp;va</translation>
     </message>
     <message>
         <source>Exit</source>
-        <translation>Esci</translation>
+        <translation>&amp;Esci</translation>
     </message>
     <message>
         <source>Scegli cartella</source>
@@ -2628,6 +2643,28 @@ memoria di Tarvel</translation>
     <message>
         <source>Il file esiste già, vuoi sostituirlo?</source>
         <translation>Il file esiste già, vuoi sostituirlo?</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <comment>memory</comment>
+        <translation>&amp;Sfoglia</translation>
+    </message>
+    <message>
+        <source>Browse</source>
+        <comment>list</comment>
+        <translation>Sf&amp;oglia</translation>
+    </message>
+    <message>
+        <source>Sfoglia, cartella della memoria</source>
+        <translation>Sfoglia, cartella della memoria</translation>
+    </message>
+    <message>
+        <source>Sfoglia, file della lista</source>
+        <translation>Sfoglia, file della lista</translation>
+    </message>
+    <message>
+        <source>Avanzamento</source>
+        <translation>Avanzamento</translation>
     </message>
 </context>
 <context>

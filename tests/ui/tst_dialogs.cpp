@@ -109,38 +109,6 @@ private Q_SLOTS:
         QCOMPARE(shown().remove(QLatin1Char('&')), english);
     }
 
-    void keysWithAltDiffer_data() { addDialogsInBothLanguages(); }
-    /** Where one control has such a key, each other one has another; those of the units do not. */
-    void keysWithAltDiffer()
-    {
-        const auto [dialog, language] = cells<QString, QString>();
-        QTranslator translator;
-        Appearance::installLanguage(translator, language);
-        const auto made = makers[dialog]();
-        QStringList keys;
-        QStringList without;
-        const auto add = [&](const QWidget &widget, const QString &text) {
-            const QKeySequence key = QKeySequence::mnemonic(text);
-            (key.isEmpty() ? without : keys)
-                .append(key.isEmpty() ? widget.objectName() : key.toString());
-        };
-        for (const QAbstractButton *button : made->findChildren<QAbstractButton *>()) {
-            if (!button->text().isEmpty() && button->focusPolicy() & Qt::TabFocus)
-                add(*button, button->text());
-        }
-        for (const QLabel *label : made->findChildren<QLabel *>()) {
-            if (label->buddy() && label->objectName() != text("mmLabel")
-                && label->objectName() != text("ssLabel"))
-                add(*label, label->text());
-        }
-        const int all = static_cast<int>(keys.size());
-        QCOMPARE(keys.removeDuplicates(), 0);
-        if (dialog == text("edit"))
-            QVERIFY(all > 0);
-        if (all > 0)
-            QCOMPARE(without, QStringList());
-    }
-
     void controlsAreCalledDifferently_data()
     {
         const Table<QString> row;

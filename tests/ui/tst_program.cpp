@@ -113,7 +113,7 @@ private Q_SLOTS:
                 if (action->isChecked())
                     languages.append(action->objectName());
             }
-            help = child<QMenu>(*window, "menuHelp")->title();
+            help = child<QMenu>(*window, "menuHelp")->title().remove(QLatin1Char('&'));
             palette = QApplication::palette();
             style = qApp->styleSheet();
             window->close();
