@@ -10,6 +10,7 @@
 #include <QRegularExpressionValidator>
 #include <QShortcut>
 
+#include <algorithm>
 #include <tuple>
 
 namespace tarvel4 {
@@ -68,6 +69,25 @@ DataEditDialog::DataEditDialog(QWidget *parent)
 }
 
 DataEditDialog::~DataEditDialog() = default;
+
+QSize DataEditDialog::sizeHint() const
+{
+    constexpr int moreLetters = 6; // than the rows need
+    return QDialog::sizeHint() + QSize(fontMetrics().averageCharWidth() * moreLetters, 0);
+}
+
+/** What stands in rows of its own begins below the fields, or further left where it is narrow. */
+void DataEditDialog::showEvent(QShowEvent *event)
+{
+    int column = 0;
+    for (const QLabel *label :
+         {ui->titoloSongLabel, ui->interpreteLabel, ui->genereMusicaleLabel, ui->autoreLabel})
+        column = std::max(column, label->sizeHint().width());
+    column = std::max(column, ui->durataLabel->sizeHint().width());
+    ui->durataLabel->setMaximumWidth(column);
+    ui->titleSourceIndent->setMaximumWidth(column);
+    QDialog::showEvent(event);
+}
 
 /** The keys are told in the tooltip. */
 void DataEditDialog::addStep(QPushButton *button, const QString &tip, const char *keys)

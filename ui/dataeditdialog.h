@@ -33,6 +33,8 @@ public:
     explicit DataEditDialog(QWidget *parent = nullptr);
     ~DataEditDialog() override;
 
+    QSize sizeHint() const override;
+
     void setArtists(const QStringList &artists);
     void setGenres(const QStringList &genres);
     /** The box starts with one empty entry before \a keys. */
@@ -61,6 +63,9 @@ public:
 Q_SIGNALS:
     /** The user wants to go on with the song before this one (-1) or after it (1). */
     void stepRequested(int direction);
+
+protected:
+    void showEvent(QShowEvent *event) override;
 
 private Q_SLOTS:
     void on_previousPushButton_clicked();

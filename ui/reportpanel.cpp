@@ -13,6 +13,8 @@
 #include <QShortcut>
 #include <QStandardPaths>
 
+#include <utility>
+
 namespace tarvel4 {
 
 ReportPanel::ReportPanel(QWidget *parent)
@@ -66,6 +68,21 @@ void ReportPanel::fitColumns()
         list->resizeColumnToContents(column);
         list->setColumnWidth(column, qMin(list->columnWidth(column), qMax(width(), narrow) / 3));
     }
+}
+
+/** Where the heading would have no room beside the buttons, it has a line of its own. */
+void ReportPanel::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    constexpr int narrow = 640;
+    QBoxLayout *home = ui->reportHeadLayout;
+    QBoxLayout *other = ui->reportLayout;
+    if (width() < narrow)
+        std::swap(home, other);
+    if (home->indexOf(ui->reportHeadingLabel) >= 0)
+        return;
+    other->removeWidget(ui->reportHeadingLabel);
+    home->insertWidget(0, ui->reportHeadingLabel);
 }
 
 void ReportPanel::setHint(const QString &text)

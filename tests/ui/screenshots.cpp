@@ -1,18 +1,23 @@
 #include "library/messagelog.h"
+#include "library/volume.h"
 #include "tests/ui/dialogdriver.h"
 #include "ui/aboutdialog.h"
 #include "ui/appearance.h"
 #include "ui/backupdialog.h"
 #include "ui/dataeditdialog.h"
+#include "ui/editmanydialog.h"
 #include "ui/helpdialog.h"
 #include "ui/indexdialog.h"
 #include "ui/mainwindow.h"
 #include "ui/nocopyrightdialog.h"
+#include "ui/previewdialog.h"
 #include "ui/proceeddialog.h"
 #include "ui/songslistdialog.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QScreen>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -26,6 +31,22 @@ using namespace tarvel4;
 
 namespace {
 
+/** The card is a folder that is no system disk. */
+class CardVolume : public Volume
+{
+public:
+    explicit CardVolume(QString card)
+        : m_card(std::move(card))
+    {}
+
+    QString rootOf(const QString &) const override { return m_card; }
+    bool isRootFolder(const QString &path) const override { return path == m_card; }
+    bool isSystemDisk(const QString &) const override { return false; }
+
+private:
+    const QString m_card;
+};
+
 /** The real window with the sample songs in it, on a screen that it fills, and its pictures. */
 class Stage
 {
@@ -33,6 +54,8 @@ public:
     Stage(const QString &folder, const QString &songs)
         : m_folder(folder)
         , m_songs(songs)
+        , m_card(QDir(songs).filePath(text("../Card")))
+        , m_window(nullptr, std::make_unique<CardVolume>(m_card))
     {
         m_window.show();
         m_window.resize(m_window.screen()->availableSize());
@@ -44,9 +67,16 @@ public:
     void takeAll()
     {
         save(m_window, "empty");
-        import();
+        import("noPushButton");
+        preview();
+        import("yesPushButton");
         save(m_window, "main");
+        search();
         edit();
+        editMany();
+        import("noPushButton");
+        report();
+        overwrite();
         toolTip();
         menu();
         openFiles();
@@ -64,7 +94,7 @@ public:
 private:
     template <class Widget> Widget *find(const char *name) { return child<Widget>(m_window, name); }
 
-    void import()
+    void import(const char *answer)
     {
         QStringList files;
         for (const QFileInfo &song :
@@ -74,16 +104,83 @@ private:
         }
         DialogDriver driver;
         driver.chooseFiles(files);
-        driver.expect<ProceedDialog>([this](ProceedDialog &dialog) {
+        driver.expect<ProceedDialog>([this, answer](ProceedDialog &dialog) {
             save(dialog, "summary");
-            click(dialog, "yesPushButton");
+            click(dialog, answer);
         });
-        driver.click<BackupDialog>("exitPushButton");
-        for (int i = 0; i < 2; ++i) // two samples are not of the catalogue's maker
-            driver.expect<NoCopyrightDialog>(
-                [](NoCopyrightDialog &dialog) { click(dialog, "yesAllPushButton"); });
+        if (answer == QByteArray("yesPushButton"))
+            answerQuestions(driver, "yesAllPushButton");
         QTest::mouseClick(find<QWidget>("selectDirToolButton"), Qt::LeftButton);
         find<QTableView>("userLibraryTableView")->selectRow(2);
+    }
+
+    /** Of a synchronisation; some samples are not of the catalogue's maker. */
+    static void answerQuestions(DialogDriver &driver, const char *answer)
+    {
+        driver.click<BackupDialog>("exitPushButton");
+        for (int i = 0; i < 2; ++i)
+            driver.click<NoCopyrightDialog>(answer);
+    }
+
+    void search()
+    {
+        find<QLineEdit>("searchLineEdit")->setText(text("TRAD"));
+        save(m_window, "search");
+        find<QLineEdit>("searchLineEdit")->setText(text("nowhere"));
+        save(m_window, "nothing");
+        find<QLineEdit>("searchLineEdit")->clear();
+    }
+
+    void editMany()
+    {
+        DialogDriver driver;
+        driver.expect<EditManyDialog>([this](EditManyDialog &dialog) {
+            dialog.choose({0, 2, 3});
+            child<QCheckBox>(dialog, "authorCheckBox")->setChecked(true);
+            child<QLineEdit>(dialog, "authorLineEdit")->setText(text("G. Verdi"));
+            save(dialog, "many");
+            dialog.reject();
+        });
+        find<QAction>("actionEditMany")->trigger();
+    }
+
+    void preview()
+    {
+        DialogDriver driver;
+        driver.expect<PreviewDialog>([this](PreviewDialog &dialog) {
+            save(dialog, "preview");
+            dialog.reject();
+        });
+        find<QAction>("actionPreview")->trigger();
+    }
+
+    /** After a synchronisation in which a song was gone. */
+    void report()
+    {
+        QFile::remove(QDir(m_songs).filePath(text("BELLACIA.kar")));
+        DialogDriver driver;
+        answerQuestions(driver, "noPushButton");
+        find<QAbstractButton>("updateDataToolButton")->click();
+        save(m_window, "report");
+    }
+
+    void overwrite()
+    {
+        QDir().mkpath(m_card + text("/songs"));
+        const QString name = text("/SANTALUC.mid");
+        QFile::copy(m_songs + name, m_card + text("/songs") + name);
+        DialogDriver driver;
+        driver.chooseFiles({m_card + text("/songs")});
+        driver.expect<NoCopyrightDialog>([this](NoCopyrightDialog &dialog) {
+            save(dialog, "overwrite");
+            click(dialog, "yesPushButton");
+        });
+        driver.expect<QMessageBox>([this](QMessageBox &box) {
+            save(box, "transferred");
+            box.accept();
+        });
+        find<QAbstractButton>("transferFilesToolButton")->click();
+        save(m_window, "report-transfer");
     }
 
     void edit()
@@ -186,6 +283,7 @@ private:
 
     const QString m_folder;
     const QString m_songs;
+    const QString m_card;
     MainWindow m_window;
     bool m_isWhole = true;
 };
@@ -212,7 +310,8 @@ int main(int argc, char *argv[])
     const QString songs = QDir(home.path()).filePath(text("Songs"));
     QDir().mkpath(folder);
     QDir().mkpath(songs);
-    for (const QFileInfo &song : QDir(arguments.at(2)).entryInfoList(QDir::Files))
+    const QStringList songFiles{text("*.m*"), text("*.kar"), text("*.cdg")};
+    for (const QFileInfo &song : QDir(arguments.at(2)).entryInfoList(songFiles, QDir::Files))
         QFile::copy(song.filePath(), songs + QLatin1Char('/') + song.fileName());
     QDir::setCurrent(home.path());
 

@@ -146,7 +146,7 @@ private Q_SLOTS:
     void sizes()
     {
         const auto [dialog, language] = cells<QString, QString>();
-        const QSize room(640, 372); // 1280x800 at 200 %, below a window's title
+        const QSize room(540, 350); // 1024x700 at 200 %, where letters take some points less
         Appearance::applyStyleSheet(text(":/style/default.qss"));
         const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
         QTranslator translator;

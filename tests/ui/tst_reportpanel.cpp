@@ -51,6 +51,25 @@ private Q_SLOTS:
         QVERIFY(list()->viewport()->height() > list()->rowHeight(0));
     }
 
+    void headingHasRoom_data()
+    {
+        const Table<int, bool> row;
+        row("beside the buttons in a wide window", 1264, false);
+        row("above them in a narrow one", 512, true);
+    }
+    void headingHasRoom()
+    {
+        const auto [width, isAbove] = cells<int, bool>();
+        import(everyFormat());
+        trigger("actionReport");
+        m_window->resize(width, 700);
+        QCoreApplication::processEvents();
+        const auto *shown = find<QLabel>("reportHeadingLabel");
+        const auto *button = find<QWidget>("reportSavePushButton");
+        QCOMPARE(shown->geometry().bottom() < button->geometry().top(), isAbove);
+        QVERIFY(shown->width() >= shown->fontMetrics().horizontalAdvance(text("Importazione:")));
+    }
+
     void lineLeadsToItsRow_data()
     {
         const Table<bool> row;
