@@ -15,7 +15,7 @@ constexpr int usualLine = 30; // in characters of mean width
 constexpr int smallestPicture = 24;
 constexpr qreal smallestText = 8; // points
 constexpr qreal smallestUnbroken = 9; // below it, more lines are read more easily
-constexpr qreal step = 0.5;
+constexpr qreal sizeStep = 0.5;
 constexpr QChar unbreakableHyphen(0x2011);
 
 /** Words with breaks of their own, as they are laid out: with those alone where they have room, and
@@ -122,14 +122,14 @@ qreal StepButton::largestTextSize() const
     const QSize room = wordsRect().size();
     const qreal largest = font().pointSizeF();
     if (words().contains(QLatin1Char('\n'))) {
-        for (qreal points = largest; points >= smallestUnbroken; points -= step) {
+        for (qreal points = largest; points >= smallestUnbroken; points -= sizeStep) {
             if (!Layout(words(), fontOf(points), room.width()).isBroken)
                 return points;
         }
     }
     qreal points = largest;
     while (points > smallestText && !hasRoom(points, room))
-        points -= step;
+        points -= sizeStep;
     return points;
 }
 

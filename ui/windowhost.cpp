@@ -8,6 +8,7 @@
 #include "ui/progressdialog.h"
 
 #include <QApplication>
+#include <QPushButton>
 
 #include <utility>
 
@@ -205,7 +206,7 @@ bool WindowHost::offer(QMessageBox::Icon icon, const QString &title, const QStri
 {
     QMessageBox box(icon, title, text, QMessageBox::Ok, dialogParent());
     box.setTextFormat(Qt::PlainText);
-    const QAbstractButton *more =
+    const QPushButton *more =
         button.isEmpty() ? nullptr : box.addButton(button, QMessageBox::ActionRole);
     box.setDefaultButton(QMessageBox::Ok);
     box.setEscapeButton(QMessageBox::Ok);

@@ -2057,7 +2057,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Ascolta da un marker</source>
-        <translation>Listen from a marker</translation>
+        <translation>Listen from a &amp;marker</translation>
     </message>
     <message>
         <source>Ferma</source>
@@ -2080,11 +2080,11 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Ascolta</source>
-        <translation>Listen</translation>
+        <translation>L&amp;isten</translation>
     </message>
     <message>
         <source>Ascolta da un marker</source>
-        <translation>Listen from a marker</translation>
+        <translation>Listen from a &amp;marker</translation>
     </message>
     <message>
         <source>Questa song non ha marker</source>

@@ -2057,7 +2057,7 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
     <message>
         <source>Ascolta da un marker</source>
-        <translation>Ascolta da un marker</translation>
+        <translation>Ascolta da &amp;un marker</translation>
     </message>
     <message>
         <source>Ferma</source>
@@ -2080,11 +2080,11 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
     <message>
         <source>Ascolta</source>
-        <translation>Ascolta</translation>
+        <translation>Ascol&amp;ta</translation>
     </message>
     <message>
         <source>Ascolta da un marker</source>
-        <translation>Ascolta da un marker</translation>
+        <translation>Ascolta da &amp;un marker</translation>
     </message>
     <message>
         <source>Questa song non ha marker</source>

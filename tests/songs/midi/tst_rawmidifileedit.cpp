@@ -102,8 +102,8 @@ private Q_SLOTS:
         for (int round = 0; round < 2; ++round) {
             for (const Edit &edit : edits) {
                 edit(midi);
-                const QByteArray first = midi.data().mid(14).chopped(second.size());
-                QCOMPARE(first, track(first.mid(8)));
+                const QByteArray kept = midi.data().mid(14).chopped(second.size());
+                QCOMPARE(kept, track(kept.mid(8)));
                 QVERIFY(midi.data().endsWith(endOfTrack() + second));
             }
         }
