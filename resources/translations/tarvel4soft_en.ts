@@ -2057,7 +2057,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     </message>
     <message>
         <source>Ascolta da un marker</source>
-        <translation>Listen from a &amp;marker</translation>
+        <translation>Listen from a marker</translation>
     </message>
     <message>
         <source>Ferma</source>
@@ -2076,7 +2076,7 @@ Make sure that the disk has enough free space and is not write-protected.</trans
     <name>tarvel4::Listening</name>
     <message>
         <source>Ferma l&apos;ascolto</source>
-        <translation>Stop listening</translation>
+        <translation>S&amp;top listening</translation>
     </message>
     <message>
         <source>Ascolta</source>

@@ -1295,7 +1295,7 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     <name>SongActions</name>
     <message>
         <source>Remove from list</source>
-        <translation>&amp;Togli dalla lista</translation>
+        <translation>To&amp;gli dalla lista</translation>
     </message>
     <message>
         <source>Delete file</source>
@@ -2057,7 +2057,7 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     </message>
     <message>
         <source>Ascolta da un marker</source>
-        <translation>Ascolta da &amp;un marker</translation>
+        <translation>Ascolta da un marker</translation>
     </message>
     <message>
         <source>Ferma</source>
@@ -2076,7 +2076,7 @@ Assicurarsi che il disco abbia sufficiente spazio libero e che non sia protetto 
     <name>tarvel4::Listening</name>
     <message>
         <source>Ferma l'ascolto</source>
-        <translation>Ferma l'ascolto</translation>
+        <translation>&amp;Ferma l'ascolto</translation>
     </message>
     <message>
         <source>Ascolta</source>
