@@ -4,6 +4,7 @@
 #include "library/indexjob.h"
 #include "library/recoveryjob.h"
 #include "library/usersettings.h"
+#include "ui/announcement.h"
 #include "ui/causebox.h"
 #include "ui/folderchooser.h"
 #include "ui_indexdialog.h"
@@ -62,6 +63,9 @@ void IndexDialog::browseDir()
 
 void IndexDialog::updateLabelNum(int count)
 {
+    m_found = count;
+    if (m_running && !m_foundPace.isDue())
+        return;
     ui->numberLabel->setNum(count);
     paintNow();
 }
@@ -73,12 +77,17 @@ void IndexDialog::initProgress(int maximum)
 
 void IndexDialog::setProgressValue(int value)
 {
+    if (m_running && value < ui->progressBar->maximum() && !m_progressPace.isDue())
+        return;
     ui->progressBar->setValue(value);
     paintNow();
 }
 
 void IndexDialog::updateLabelCurrPath(const QString &path)
 {
+    m_currentPath = path;
+    if (m_running && !m_pathPace.isDue())
+        return;
     ui->currentPathLabel->setText(path);
     paintNow();
 }
@@ -112,7 +121,10 @@ void IndexDialog::setRunning(bool running)
     ui->closePushButton->setEnabled(!running);
     if (running) {
         setCursor(Qt::BusyCursor);
+        Announcement::say(*this, tr("Ottimizzazione memoria in corso..."));
     } else {
+        updateLabelNum(m_found); // the last steps may have been held back
+        updateLabelCurrPath(m_currentPath);
         unsetCursor();
         ui->closePushButton->setFocus();
     }

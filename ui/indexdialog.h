@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/diskcheck.h"
+#include "ui/readerpace.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
@@ -52,6 +53,11 @@ private:
     DiskCheckTimings m_timings;
     int m_errors = 0; ///< reported by the index in the current run
     bool m_running = false;
+    int m_found = 0;
+    QString m_currentPath;
+    ReaderPace m_foundPace;
+    ReaderPace m_progressPace;
+    ReaderPace m_pathPace;
     QElapsedTimer m_lastPaint;
 };
 

@@ -10,6 +10,7 @@
 #include "library/updatejob.h"
 #include "library/usersettings.h"
 #include "ui/ejectoffer.h"
+#include "ui/focuskeeper.h"
 #include "ui/folderchooser.h"
 #include "ui/songchooser.h"
 #include "ui/songtable.h"
@@ -39,6 +40,7 @@ void LibrarySteps::importFiles(const QStringList &files)
     if (files.isEmpty())
         return;
     m_selectedFiles = files;
+    const FocusKeeper focus({m_widgets.updateButton, m_widgets.transferButton});
     m_widgets.updateButton->setEnabled(false);
     m_widgets.transferButton->setEnabled(false);
     importSongs();
@@ -69,6 +71,7 @@ void LibrarySteps::importSongs()
 
 void LibrarySteps::synchronise()
 {
+    const FocusKeeper focus({m_widgets.updateButton, m_widgets.transferButton});
     m_widgets.updateButton->setEnabled(false);
     m_widgets.transferButton->setEnabled(false);
     if (!updateSongs())
@@ -116,6 +119,7 @@ bool LibrarySteps::makeBackup()
 
 void LibrarySteps::transfer()
 {
+    const FocusKeeper focus({m_widgets.updateButton, m_widgets.transferButton});
     m_widgets.updateButton->setEnabled(false);
     m_widgets.transferButton->setEnabled(false);
     const QString dir =

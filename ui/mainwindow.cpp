@@ -11,6 +11,7 @@
 #include "ui/librarysteps.h"
 #include "ui/listening.h"
 #include "ui/listenstrip.h"
+#include "ui/shortcuttips.h"
 #include "ui/songactions.h"
 #include "ui/songdebug.h"
 #include "ui/songdrop.h"
@@ -48,6 +49,7 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume,
     ui->updateDataToolButton->setCaption(ui->label_2);
     ui->transferFilesToolButton->setCaption(ui->label_3);
     shareTextSize({ui->selectDirToolButton, ui->updateDataToolButton, ui->transferFilesToolButton});
+    tellShortcuts();
     adaptPictures();
     resize(size().boundedTo(screen()->availableSize()));
     ui->actionGerman->setVisible(false); // required: German comes from the setting only
@@ -140,6 +142,7 @@ void MainWindow::changeEvent(QEvent *event)
     if (event->type() != QEvent::LanguageChange)
         return;
     ui->retranslateUi(this);
+    tellShortcuts();
     if (m_model) {
         m_model->setHeaders();
         SongTable::showWholeHeaders(*ui->userLibraryTableView);
@@ -148,6 +151,12 @@ void MainWindow::changeEvent(QEvent *event)
         m_search->retranslate();
     if (m_listening)
         m_listening->retranslate();
+}
+
+void MainWindow::tellShortcuts()
+{
+    tarvel4::tellShortcuts(
+        {ui->selectDirToolButton, ui->updateDataToolButton, ui->transferFilesToolButton});
 }
 
 void MainWindow::adaptPictures()

@@ -84,6 +84,7 @@ private Q_SLOTS:
 private:
     void setUpIntake();
     void setUpTable(std::unique_ptr<SongPlayers> players);
+    void tellShortcuts();
     void adaptPictures();
     void chooseLanguage(const QString &language);
     void tickLanguage(const QString &language);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/progress.h"
+#include "ui/readerpace.h"
 
 #include <QProgressDialog>
 
@@ -20,6 +21,9 @@ public:
 
     bool cancelled() const { return m_cancelled; }
 
+    /** Whether to show a step: the last one always, each one unless a screen reader listens. */
+    bool isDue(int value) { return value >= maximum() || m_pace.isDue(); }
+
     void reject() override;
 
 protected:
@@ -27,6 +31,7 @@ protected:
 
 private:
     QPushButton *m_cancelButton;
+    ReaderPace m_pace;
     bool m_cancelled = false;
 };
 

@@ -35,6 +35,14 @@ SongActions::SongActions(QTableView &table, const Database &db, UserSongsRelTabl
         QObject::connect(shortcut, &QShortcut::activated, &table,
                          [this] { edit(m_table.currentIndex().row()); });
     }
+#ifndef Q_OS_WIN // where the system itself asks for the menu of what has the focus
+    const QKeySequence menuKeys(QLatin1String("Shift+F10"), QKeySequence::PortableText);
+    auto *menuKey = new QShortcut(menuKeys, &table, nullptr, nullptr, Qt::WidgetShortcut);
+    QObject::connect(menuKey, &QShortcut::activated, &table, [this] {
+        m_table.scrollTo(m_table.currentIndex());
+        showMenu(m_table.visualRect(m_table.currentIndex()).center());
+    });
+#endif
 }
 
 void SongActions::edit(int row)

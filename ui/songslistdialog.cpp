@@ -94,7 +94,8 @@ void SongsListDialog::initProgress(int maximum)
 
 void SongsListDialog::setProgressValue(int value)
 {
-    ui->progressBar->setValue(value);
+    if (value >= ui->progressBar->maximum() || m_pace.isDue())
+        ui->progressBar->setValue(value);
 }
 
 void SongsListDialog::start()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/readerpace.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -33,6 +35,7 @@ private:
     int writeList(Index &index, const QString &source, const QString &target);
 
     std::unique_ptr<Ui::SongsListDialog> ui;
+    ReaderPace m_pace;
     QString m_confirmedTarget; ///< that the user has just chosen to replace
 };
 

@@ -1,7 +1,9 @@
 #include "ui/windowhost.h"
 
+#include "library/jobreport.h"
 #include "library/recoveryjob.h"
 #include "library/songpath.h"
+#include "ui/announcement.h"
 #include "ui/backupdialog.h"
 #include "ui/nocopyrightdialog.h"
 #include "ui/proceeddialog.h"
@@ -25,6 +27,7 @@ void WindowHost::beginProgress(const ProgressTexts &texts, int maximum)
     m_jobBegins();
     m_progressDialog.reset(); // which must not own the next one
     m_progressDialog = std::make_unique<ProgressDialog>(texts, maximum, dialogParent());
+    Announcement::say(*m_window, texts.label);
 }
 
 void WindowHost::setProgressMaximum(int maximum)
@@ -37,13 +40,16 @@ void WindowHost::setProgress(int value)
 {
     if (!m_progressDialog)
         return;
-    m_progressDialog->setLabelText(tr("%1 di %2").arg(value).arg(m_progressDialog->maximum()));
-    setProgressValue(value);
+    if (m_progressDialog->isDue(value)) {
+        m_progressDialog->setLabelText(tr("%1 di %2").arg(value).arg(m_progressDialog->maximum()));
+        m_progressDialog->setValue(value);
+    }
+    processPendingEvents();
 }
 
 void WindowHost::setProgressValue(int value)
 {
-    if (m_progressDialog)
+    if (m_progressDialog && m_progressDialog->isDue(value))
         m_progressDialog->setValue(value);
     processPendingEvents();
 }
@@ -55,7 +61,17 @@ void WindowHost::processPendingEvents()
 
 void WindowHost::endProgress()
 {
+    const bool isCancelled = m_progressDialog && m_progressDialog->cancelled();
     m_progressDialog.reset();
+    if (isCancelled)
+        Announcement::say(*m_window, tr("Lavoro interrotto"));
+}
+
+void WindowHost::report(const JobReport &report) const
+{
+    Announcement::say(*m_window, report.heading());
+    if (m_takeReport)
+        m_takeReport(report);
 }
 
 bool WindowHost::wasCancelled() const

@@ -60,11 +60,7 @@ public:
         m_takeReport = std::move(take);
     }
     /** Hands on what a job did; shows nothing that asks for an answer. */
-    void report(const JobReport &report) const
-    {
-        if (m_takeReport)
-            m_takeReport(report);
-    }
+    void report(const JobReport &report) const;
 
     /** Shows a preview over the question about the backup, which then offers it. */
     void setPreview(std::function<void(QWidget &question)> show) { m_preview = std::move(show); }

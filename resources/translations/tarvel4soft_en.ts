@@ -1591,6 +1591,10 @@ Songs: %3</translation>
         <source>Alcuni salvataggi erano stati interrotti.</source>
         <translation>Some saves had been interrupted.</translation>
     </message>
+    <message>
+        <source>Lavoro interrotto</source>
+        <translation>Job interrupted</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::AboutDialog</name>

@@ -1591,6 +1591,10 @@ Song: %3</translation>
         <source>Alcuni salvataggi erano stati interrotti.</source>
         <translation>Alcuni salvataggi erano stati interrotti.</translation>
     </message>
+    <message>
+        <source>Lavoro interrotto</source>
+        <translation>Lavoro interrotto</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::AboutDialog</name>
