@@ -17,7 +17,7 @@ test_packages=(
   dbus-daemon ffmpeg lame openttd-openmsx
   locales tzdata
   fish zsh
-  python3 python3-mido python3-mutagen sqlite3 strace
+  python3 python3-jsonschema python3-mido python3-mutagen sqlite3 strace
   xauth xvfb
 )
 

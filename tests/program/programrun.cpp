@@ -1,16 +1,42 @@
 #include "tests/program/programrun.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QtTest>
+
+#include <memory>
 
 namespace tarvel4 {
 
 namespace {
 
 constexpr int longestRun = 60000; // milliseconds
+
+/** Puts whole records among a program's output down for records_match_schema, which ctest runs
+ * after the tests. */
+void keepRecords(const QByteArray &out)
+{
+    const QString folder = qEnvironmentVariable("TARVEL4_RECORDS");
+    if (folder.isEmpty())
+        return;
+    static const auto file = [&folder] {
+        auto records = std::make_unique<QFile>(
+            QDir(folder).filePath(QCoreApplication::applicationName() + QLatin1String(".jsonl")));
+        if (!QDir().mkpath(folder) || !records->open(QIODevice::WriteOnly))
+            qFatal("can't write %s", qPrintable(records->fileName()));
+        return records;
+    }();
+    for (const QByteArray &line : out.split('\n')) {
+        if (line.startsWith("{\"") && line.endsWith('}'))
+            file->write(line + '\n');
+    }
+    file->flush();
+}
 
 } // namespace
 
@@ -116,6 +142,7 @@ Run Program::finish(QProcess &process, const QStringList &keys) const
         process.kill();
     run.out += process.readAllStandardOutput();
     run.err = process.readAllStandardError();
+    keepRecords(run.out);
     run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     return run;
 }
