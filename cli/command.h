@@ -19,6 +19,15 @@ struct Session
     QString catalogue; ///< file in place of the built-in catalogue; empty where none is
 };
 
+/** What a command can do, where its first operand says which. */
+struct Action
+{
+    const char *name;
+    const char *operands; ///< those behind the name
+    const char *summary; ///< source text of the context "Cli"
+    const char *examples; ///< as those of a command
+};
+
 /** One command of the program: its parsing and its help come from this description. */
 struct Command
 {
@@ -30,6 +39,7 @@ struct Command
     int leastOperands = 1;
     int mostOperands = INT_MAX;
     ExitStatus (*run)(const Arguments &, Session &) = nullptr;
+    QVector<Action> actions = {}; ///< each has a help of its own
 };
 
 /** The commands, in the order of the help. */

@@ -90,15 +90,26 @@ ExitStatus runIndex(const Arguments &arguments, Session &session)
 
 Command indexCommand()
 {
-    return {"index",
-            "(update|rebuild|verify|delete) ROOT",
-            QT_TRANSLATE_NOOP("Cli", "Aggiorna, rifà, controlla o toglie l'indice di una memoria."),
-            "index update /media/card\n"
-            "index verify --json /media/card",
-            {},
-            2,
-            2,
-            runIndex};
+    return {
+        "index",
+        "(update|rebuild|verify|delete) ROOT",
+        QT_TRANSLATE_NOOP("Cli", "Aggiorna, rifà, controlla o toglie l'indice di una memoria."),
+        "index update /media/card\n"
+        "index verify --json /media/card",
+        {},
+        2,
+        2,
+        runIndex,
+        {{"update", "ROOT", QT_TRANSLATE_NOOP("Cli", "Adegua l'indice alle song che ci sono."),
+          "index update /media/card"},
+         {"rebuild", "ROOT", QT_TRANSLATE_NOOP("Cli", "Rifà da capo l'indice di tutte le song."),
+          "index rebuild --json /media/card"},
+         {"verify", "ROOT",
+          QT_TRANSLATE_NOOP("Cli",
+                            "Controlla l'indice, senza cambiarlo: una riga per ogni errore."),
+          "index verify --json /media/card"},
+         {"delete", "ROOT", QT_TRANSLATE_NOOP("Cli", "Toglie l'indice; le song restano."),
+          "index delete /media/card"}}};
 }
 
 } // namespace tarvel4

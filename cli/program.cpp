@@ -112,7 +112,7 @@ ExitStatus Program::run(QByteArrayList words) const
     if (arguments.has("version"))
         return printed(QStringLiteral("tarvel4soft-cli %1\n").arg(QLatin1String(programVersion())));
     if (arguments.has("help"))
-        return printed(command ? help(*command) : help());
+        return printed(command ? help(*command, arguments.operands().value(0)) : help());
     if (!command)
         return refused({ExitStatus::Usage, Cli::tr("manca il comando")});
     if (arguments.has("null") && !arguments.has("files-from"))
@@ -183,10 +183,25 @@ QString Program::help() const
     return text + closing(examples);
 }
 
-QString Program::help(const Command &command) const
+/** Of the action that the operand names, where it names one. */
+QString Program::help(const Command &command, const QString &operand) const
 {
+    const auto action = std::find_if(
+        command.actions.cbegin(), command.actions.cend(),
+        [&operand](const Action &candidate) { return operand == QLatin1String(candidate.name); });
+    if (action != command.actions.cend()) {
+        const QString usage = QStringLiteral("tarvel4soft-cli %1 %2 [OPTION]... %3")
+                                  .arg(QLatin1String(command.name), QLatin1String(action->name),
+                                       QLatin1String(action->operands));
+        return Cli::tr("Uso: %1").arg(usage) + QLatin1Char('\n') + Cli::tr(action->summary)
+            + QLatin1Char('\n') + closing(action->examples);
+    }
     QString text = Cli::tr("Uso: %1").arg(synopsis(command));
     text += QLatin1Char('\n') + Cli::tr(command.summary) + QLatin1Char('\n');
+    if (!command.actions.isEmpty())
+        text += heading(Cli::tr("Azioni:"));
+    for (const Action &each : command.actions)
+        text += line(QLatin1String(each.name), each.summary);
     if (!command.options.isEmpty())
         text += heading(Cli::tr("Opzioni:")) + lines(command.options);
     return text + closing(command.examples);

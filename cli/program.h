@@ -20,7 +20,7 @@ private:
     ExitStatus execute(const Command &command, const Arguments &arguments) const;
     QString synopsis(const Command &command) const;
     QString help() const;
-    QString help(const Command &command) const;
+    QString help(const Command &command, const QString &operand) const;
 
     QVector<Command> m_commands;
 };

@@ -506,6 +506,26 @@
         <source>cartella del backup</source>
         <translation>folder of the backup</translation>
     </message>
+    <message>
+        <source>Adegua l&apos;indice alle song che ci sono.</source>
+        <translation>Brings the index up to date with the songs that are there.</translation>
+    </message>
+    <message>
+        <source>Rifà da capo l&apos;indice di tutte le song.</source>
+        <translation>Builds the index of all songs anew.</translation>
+    </message>
+    <message>
+        <source>Controlla l&apos;indice, senza cambiarlo: una riga per ogni errore.</source>
+        <translation>Checks the index without changing it: a line for each error.</translation>
+    </message>
+    <message>
+        <source>Toglie l&apos;indice; le song restano.</source>
+        <translation>Removes the index; the songs stay.</translation>
+    </message>
+    <message>
+        <source>Azioni:</source>
+        <translation>Actions:</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

@@ -506,6 +506,26 @@
         <source>cartella del backup</source>
         <translation>cartella del backup</translation>
     </message>
+    <message>
+        <source>Adegua l'indice alle song che ci sono.</source>
+        <translation>Adegua l'indice alle song che ci sono.</translation>
+    </message>
+    <message>
+        <source>Rifà da capo l'indice di tutte le song.</source>
+        <translation>Rifà da capo l'indice di tutte le song.</translation>
+    </message>
+    <message>
+        <source>Controlla l'indice, senza cambiarlo: una riga per ogni errore.</source>
+        <translation>Controlla l'indice, senza cambiarlo: una riga per ogni errore.</translation>
+    </message>
+    <message>
+        <source>Toglie l'indice; le song restano.</source>
+        <translation>Toglie l'indice; le song restano.</translation>
+    </message>
+    <message>
+        <source>Azioni:</source>
+        <translation>Azioni:</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

@@ -84,6 +84,26 @@ private Q_SLOTS:
         }
     }
 
+    void helpOfAnAction_data()
+    {
+        const Table<QByteArray> row; // how its help begins
+        row("index update --help", "Usage: tarvel4soft-cli index update [OPTION]... ROOT\nBrings ");
+        row("index rebuild -h", "Usage: tarvel4soft-cli index rebuild [OPTION]... ROOT\nBuilds ");
+        row("index --help verify", "Usage: tarvel4soft-cli index verify [OPTION]... ROOT\nChecks ");
+        row("index delete --help .",
+            "Usage: tarvel4soft-cli index delete [OPTION]... ROOT\nRemoves ");
+        row("index renew --help", "Usage: tarvel4soft-cli index [OPTION]... (update|");
+        row("info update --help", "Usage: tarvel4soft-cli info [OPTION]... PATH...\n");
+    }
+    void helpOfAnAction()
+    {
+        const auto [beginning] = cells<QByteArray>();
+        const Run run = cli(QTest::currentDataTag());
+        QCOMPARE(run.status, 0);
+        QVERIFY2(run.out.startsWith(beginning), run.out.constData());
+        QVERIFY(run.out.contains("\nExamples:\n  tarvel4soft-cli i"));
+    }
+
     void acceptsOptionsInEveryForm_data()
     {
         const Table<QString, QByteArray> row;
