@@ -103,6 +103,13 @@ bool Console::isTerminal(Stream stream)
     return ::isatty(stream) == 1;
 }
 
+bool Console::hasColours(Stream stream)
+{
+    const QByteArray terminal = qgetenv("TERM");
+    return isTerminal(stream) && qEnvironmentVariableIsEmpty("NO_COLOR") && !terminal.isEmpty()
+        && terminal != "dumb";
+}
+
 int Console::columns()
 {
     constexpr int usual = 80;

@@ -19,6 +19,9 @@ void prepare();
 
 bool isTerminal(Stream stream);
 
+/** True where colours are welcome: in a terminal that has them, and NO_COLOR is not set. */
+bool hasColours(Stream stream);
+
 /** Width of the terminal behind standard error. */
 int columns();
 

@@ -55,7 +55,9 @@ QString lines(const QVector<Option> &options)
 
 QString heading(const QString &text)
 {
-    return QLatin1Char('\n') + text + QLatin1Char('\n');
+    if (!Console::hasColours(Console::Output))
+        return QLatin1Char('\n') + text + QLatin1Char('\n');
+    return QStringLiteral("\n\x1b[1m%1\x1b[0m\n").arg(text);
 }
 
 /** What every help ends with. */
@@ -147,6 +149,8 @@ ExitStatus Program::execute(const Command &command, const Arguments &arguments) 
                                  host.hideProgress();
                              return Console::write(Console::Output, bytes);
                          });
+    if (Console::hasColours(Console::Output))
+        records.useColours();
     host.setStopWhen([&records] { return records.failed(); });
     Journal journal(UserSettings::dataFolder(), [&host](const QString &text) { host.say(text); });
     Session session{records, host, journal, arguments.value("catalogue")};

@@ -128,8 +128,9 @@ QByteArray Record::bytes() const
 void Record::begin(const char *key)
 {
     if (m_format == Text) {
+        m_bytes += m_isColoured ? "\x1b[36m" : "";
         m_bytes += key;
-        m_bytes += ':';
+        m_bytes += m_isColoured ? ":\x1b[0m" : ":";
         return;
     }
     m_bytes += m_bytes.isEmpty() ? "{\"" : ",\"";

@@ -15,8 +15,10 @@ class Record
 public:
     enum Format { Text, Json };
 
-    explicit Record(Format format)
+    /** \a isColoured: the keys that people read stand out. */
+    explicit Record(Format format, bool isColoured = false)
         : m_format(format)
+        , m_isColoured(isColoured)
     {
         m_bytes.reserve(usualSize);
     }
@@ -37,6 +39,7 @@ private:
     void end();
 
     Format m_format;
+    bool m_isColoured;
     QByteArray m_bytes;
 };
 

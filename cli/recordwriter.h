@@ -15,6 +15,9 @@ public:
 
     RecordWriter(Record::Format format, Sink sink);
 
+    /** Has the keys that people read stand out. */
+    void useColours() { m_isColoured = true; }
+
     /** Parts records for people by an empty line. */
     void write(const Record &record);
 
@@ -26,13 +29,14 @@ public:
 
     Record::Format format() const { return m_format; }
     /** A record to be filled and written. */
-    Record begin() const { return Record(m_format); }
+    Record begin() const { return Record(m_format, m_isColoured); }
     /** True once anything could not be written; what follows is dropped. */
     bool failed() const { return m_failed; }
 
 private:
     Record::Format m_format;
     Sink m_sink;
+    bool m_isColoured = false;
     bool m_isFirst = true;
     bool m_failed = false;
 };

@@ -161,6 +161,34 @@ private Q_SLOTS:
         QVERIFY2(run.out.endsWith("\nA\\u001b[2JB;<UNKNOWN>;/a.mid;\r\n"), run.out.constData());
     }
 
+    void coloursWhereTheyAreWelcome_data()
+    {
+        const Table<QString, QByteArray> row; // what is printed
+        const QByteArray coloured = "\033[36mtitle:\033[0m Bella Ciao\r\n";
+        const QByteArray plain = "title: Bella Ciao\r\n";
+        row("keys of a record", "TERM=xterm NO_COLOR= \"$cli\" info 0.mid", coloured);
+        row("none with NO_COLOR", "TERM=xterm NO_COLOR=1 \"$cli\" info 0.mid", plain);
+        row("none on a dumb terminal", "TERM=dumb NO_COLOR= \"$cli\" info 0.mid", plain);
+        row("none on a terminal unknown", "TERM= NO_COLOR= \"$cli\" info 0.mid", plain);
+        row("none in JSON", "TERM=xterm NO_COLOR= \"$cli\" info --json 0.mid",
+            R"(,"title":"Bella Ciao",)");
+        row("none in a pipe", "TERM=xterm NO_COLOR= \"$cli\" info 0.mid | cat", plain);
+        row("headings of help", "TERM=xterm NO_COLOR= \"$cli\" --help",
+            "\033[1mCommands:\033[0m\r\n");
+        row("plain headings with NO_COLOR", "TERM=xterm NO_COLOR=1 \"$cli\" --help",
+            "\nCommands:\r\n");
+    }
+    void coloursWhereTheyAreWelcome()
+    {
+        const auto [line, printed] = cells<QString, QByteArray>();
+        const Run run = onTerminal(line);
+        QVERIFY2(run.out.contains(printed), run.out.constData());
+        const bool isColoured = printed.startsWith('\033');
+        QByteArray rest = run.out;
+        QCOMPARE(rest.replace("\r\033[K", "").contains('\033'),
+                 isColoured); // progress clears its line
+    }
+
 private:
     Run onTerminal(const QString &line, const QStringList &keys = {}) const
     {
