@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/helpview.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -10,7 +12,7 @@ namespace Ui {
 class HelpDialog;
 }
 
-/** Shows the user guide in the language of the settings. */
+/** Shows the user guide in the language of the settings, and searches in it. */
 class HelpDialog : public QDialog
 {
     Q_OBJECT
@@ -21,9 +23,15 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    /** Keys in the search field: Enter goes on, Escape leaves the field, not the help. */
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void setUpSearch();
+    void retranslate();
     void loadPage();
+    void startSearch();
+    void search(HelpView::Direction direction, bool goesOn);
 
     std::unique_ptr<Ui::HelpDialog> ui;
 };

@@ -1940,8 +1940,36 @@ Choose a folder for the backup, or press &apos;Continue without backup&apos;.</t
         <translation>Tarvel4 Soft help</translation>
     </message>
     <message>
-        <source>Guida a Tarvel4 Soft</source>
-        <translation>Guide to Tarvel4 Soft</translation>
+        <source>Cerca nell&apos;aiuto</source>
+        <translation>Search the help</translation>
+    </message>
+    <message>
+        <source>Punto precedente</source>
+        <translation>Previous place</translation>
+    </message>
+    <message>
+        <source>Punto successivo</source>
+        <translation>Next place</translation>
+    </message>
+    <message>
+        <source>Testo dell&apos;aiuto</source>
+        <translation>Text of the help</translation>
+    </message>
+    <message>
+        <source>Cerca nell&apos;aiuto (%1)</source>
+        <translation>Search the help (%1)</translation>
+    </message>
+    <message>
+        <source>Punto successivo (%1)</source>
+        <translation>Next place (%1)</translation>
+    </message>
+    <message>
+        <source>Punto precedente (%1)</source>
+        <translation>Previous place (%1)</translation>
+    </message>
+    <message>
+        <source>Non trovato</source>
+        <translation>Not found</translation>
     </message>
 </context>
 <context>

@@ -1940,8 +1940,36 @@ Selezionare una cartella di destinazione per il backup oppure premere 'Prosegui 
         <translation>Aiuto Tarvel4 Soft</translation>
     </message>
     <message>
-        <source>Guida a Tarvel4 Soft</source>
-        <translation>Guida a Tarvel4 Soft</translation>
+        <source>Cerca nell'aiuto</source>
+        <translation>Cerca nell'aiuto</translation>
+    </message>
+    <message>
+        <source>Punto precedente</source>
+        <translation>Punto precedente</translation>
+    </message>
+    <message>
+        <source>Punto successivo</source>
+        <translation>Punto successivo</translation>
+    </message>
+    <message>
+        <source>Testo dell'aiuto</source>
+        <translation>Testo dell'aiuto</translation>
+    </message>
+    <message>
+        <source>Cerca nell'aiuto (%1)</source>
+        <translation>Cerca nell'aiuto (%1)</translation>
+    </message>
+    <message>
+        <source>Punto successivo (%1)</source>
+        <translation>Punto successivo (%1)</translation>
+    </message>
+    <message>
+        <source>Punto precedente (%1)</source>
+        <translation>Punto precedente (%1)</translation>
+    </message>
+    <message>
+        <source>Non trovato</source>
+        <translation>Non trovato</translation>
     </message>
 </context>
 <context>

@@ -297,7 +297,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     MessageLog::silence();
-    QTemporaryDir home; // for the settings, the journal and the catalogue of this run
+    QTemporaryDir home(QDir::temp().filePath(text("Music-XXXXXX"))); // for the settings, the journal and the catalogue of this run
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
     const QApplication app(argc, argv);

@@ -1,0 +1,129 @@
+#include "ui/helpview.h"
+
+#include <QPainter>
+#include <QScrollBar>
+#include <QtMath>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvel4 {
+
+namespace {
+
+constexpr qreal picturesScale = 2; // they were taken at 200 %
+
+/** Without case and accents, letter by letter, so that places stay the same. */
+QString folded(const QString &text)
+{
+    QString plain = text;
+    for (QChar &letter : plain) {
+        const QString parts = letter.decomposition();
+        const bool hasMark = !parts.isEmpty() && letter.decompositionTag() == QChar::Canonical;
+        letter = (hasMark ? parts.at(0) : letter).toCaseFolded();
+    }
+    return plain;
+}
+
+/** With a border: the picture of a light window may stand on a dark page. */
+QImage fitted(const QString &name, int room, qreal ratio, const QColor &border)
+{
+    const QImage whole(name);
+    if (whole.isNull())
+        return whole;
+    const qreal width = std::min(whole.width() / picturesScale, static_cast<qreal>(room));
+    QImage image = whole.scaledToWidth(qRound(width * ratio), Qt::SmoothTransformation)
+                       .convertToFormat(QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setPen(border);
+    painter.drawRect(image.rect().adjusted(0, 0, -1, -1));
+    painter.end();
+    image.setDevicePixelRatio(ratio);
+    return image;
+}
+
+} // namespace
+
+HelpView::HelpView(QWidget *parent)
+    : QTextBrowser(parent)
+{
+    setOpenExternalLinks(true);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // the width stays as it is
+}
+
+void HelpView::setPage(const QString &html)
+{
+    m_page = html;
+    m_fittedWidth = viewport()->width();
+    setHtml(html);
+    clearHistory();
+    setSource(QUrl(QStringLiteral("#top")));
+    m_isAtTop = !isVisible();
+    verticalScrollBar()->setValue(0);
+}
+
+bool HelpView::findWords(const QString &words, Direction direction, bool goesOn)
+{
+    const QString page = folded(document()->toRawText());
+    const QString wanted = folded(words);
+    const QTextCursor before = textCursor();
+    int place = -1;
+    if (direction == Direction::Next) {
+        place = page.indexOf(wanted, goesOn ? before.selectionEnd() : before.selectionStart());
+        if (place < 0)
+            place = page.indexOf(wanted);
+    } else {
+        const int last = before.selectionStart() - 1;
+        place = last < 0 ? -1 : page.lastIndexOf(wanted, last);
+        if (place < 0)
+            place = page.lastIndexOf(wanted);
+    }
+    QTextCursor found = before;
+    found.setPosition(place < 0 ? before.selectionStart() : place);
+    if (place >= 0 && !wanted.isEmpty())
+        found.setPosition(place + static_cast<int>(wanted.size()), QTextCursor::KeepAnchor);
+    setTextCursor(found);
+    ensureCursorVisible();
+    return place >= 0;
+}
+
+/** The base class goes to the anchor here, and hides the margin above it. */
+void HelpView::showEvent(QShowEvent *event)
+{
+    QTextBrowser::showEvent(event);
+    if (std::exchange(m_isAtTop, false))
+        verticalScrollBar()->setValue(0);
+}
+
+/** A page with smaller pictures is laid out anew: Qt keeps the width that it once had. */
+void HelpView::resizeEvent(QResizeEvent *event)
+{
+    const int top = cursorForPosition(QPoint()).position();
+    const bool isAtTop = verticalScrollBar()->value() == 0;
+    const QTextCursor selected = textCursor();
+    QTextBrowser::resizeEvent(event);
+    if (m_page.isEmpty() || m_fittedWidth == viewport()->width())
+        return;
+    m_fittedWidth = viewport()->width();
+    setHtml(m_page);
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(selected.anchor());
+    cursor.setPosition(selected.position(), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+    cursor.setPosition(top);
+    verticalScrollBar()->setValue(
+        isAtTop ? 0 : verticalScrollBar()->value() + cursorRect(cursor).top());
+}
+
+QVariant HelpView::loadResource(int type, const QUrl &name)
+{
+    if (type != QTextDocument::ImageResource)
+        return QTextBrowser::loadResource(type, name);
+    constexpr int usualDpi = 96; // a page's pictures grow where letters are larger
+    const int room = (viewport()->width() - qCeil(2 * document()->documentMargin())) * usualDpi
+        / std::max(usualDpi, logicalDpiX());
+    return fitted(QLatin1Char(':') + name.path(), room, devicePixelRatioF(),
+                  palette().color(QPalette::Mid));
+}
+
+} // namespace tarvel4

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QTextBrowser>
+
+namespace tarvel4 {
+
+/** Shows a page whose pictures never need more than its width, and finds words in it. */
+class HelpView : public QTextBrowser
+{
+    Q_OBJECT
+
+public:
+    explicit HelpView(QWidget *parent = nullptr);
+
+    /** The page has an anchor "top", to which the way back leads. */
+    void setPage(const QString &html);
+
+    enum class Direction { Next, Previous };
+    /** Selects the next place with \a words, without regard to case and accents; goes on at the
+     * other end of the page. One that is selected already is passed by only if \a goesOn. */
+    bool findWords(const QString &words, Direction direction, bool goesOn = true);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+    QVariant loadResource(int type, const QUrl &name) override;
+
+private:
+    QString m_page;
+    int m_fittedWidth = 0;
+    bool m_isAtTop = false; ///< where the page is to begin when it is shown
+};
+
+} // namespace tarvel4
