@@ -83,7 +83,10 @@ bool HelpView::findWords(const QString &words, Direction direction, bool goesOn)
     if (place >= 0 && !wanted.isEmpty())
         found.setPosition(place + static_cast<int>(wanted.size()), QTextCursor::KeepAnchor);
     setTextCursor(found);
-    ensureCursorVisible();
+    const int line = cursorRect().top();
+    if (line < 0 || line > viewport()->height() * 3 / 4) // what follows is to be read, too
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + line
+                                      - viewport()->height() / 4);
     return place >= 0;
 }
 

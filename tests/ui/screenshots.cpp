@@ -82,7 +82,7 @@ public:
         openFiles();
         box();
         show(AboutDialog(&m_window), "about");
-        show(HelpDialog(&m_window), "help");
+        help();
         show(IndexDialog(&m_window), "index");
         show(SongsListDialog(&m_window), "list");
         show(BackupDialog(&m_window), "backup");
@@ -243,6 +243,20 @@ private:
         save(box, "details");
     }
 
+    void help()
+    {
+        HelpDialog dialog(&m_window);
+        dialog.show();
+        save(dialog, "help");
+        for (const char *words : {"1.", "F1"}) { // a chapter below a picture; the keys
+            child<QLineEdit>(dialog, "searchLineEdit")->setText(text(words));
+            save(dialog, *words == '1' ? "help-picture" : "help-keys");
+        }
+        child<QLineEdit>(dialog, "searchLineEdit")->setText(text("nowhere"));
+        save(dialog, "help-nothing");
+        dialog.close();
+    }
+
     template <class Dialog> void show(Dialog &&dialog, const char *name)
     {
         dialog.show();
@@ -297,7 +311,8 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     MessageLog::silence();
-    QTemporaryDir home(QDir::temp().filePath(text("Music-XXXXXX"))); // for the settings, the journal and the catalogue of this run
+    // for the settings, the journal and the catalogue of this run
+    QTemporaryDir home(QDir::temp().filePath(text("Music-XXXXXX")));
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
     const QApplication app(argc, argv);
