@@ -8,6 +8,7 @@
 
 #include <QMessageBox>
 #include <QRegularExpressionValidator>
+#include <QScreen>
 #include <QShortcut>
 
 #include <algorithm>
@@ -86,6 +87,8 @@ void DataEditDialog::showEvent(QShowEvent *event)
     column = std::max(column, ui->durataLabel->sizeHint().width());
     ui->durataLabel->setMaximumWidth(column);
     ui->titleSourceIndent->setMaximumWidth(column);
+    if (!testAttribute(Qt::WA_Resized)) // by itself it takes two thirds of a screen at most
+        resize(sizeHint().boundedTo(screen()->availableSize()));
     QDialog::showEvent(event);
 }
 
