@@ -18,6 +18,7 @@ test_packages=(
   locales tzdata
   fish zsh
   python3 python3-jsonschema python3-mido python3-mutagen sqlite3 strace
+  at-spi2-core dbus gir1.2-atspi-2.0 python3-pyatspi
   xauth xvfb
 )
 
