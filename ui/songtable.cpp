@@ -75,17 +75,8 @@ int SongTable::shownRow(const QTableView &view, int row)
 void SongTable::readAgain(QTableView &view, UserSongsRelTableModel &model)
 {
     const int scrolled = view.verticalScrollBar()->value();
-    const QModelIndex current = view.currentIndex();
-    const QString path = current.isValid() ? model.fileNameOf(current.row()) : QString();
-    const int column = current.column();
     model.select();
-    const int rows = model.totalRows();
-    for (int row = 0; row < rows && !path.isEmpty(); ++row) {
-        if (model.fileNameOf(row) == path) { // it may be in another place of the order now
-            view.setCurrentIndex(model.cellIndex(row, column));
-            break;
-        }
-    }
+    model.totalRows();
     view.verticalScrollBar()->setValue(scrolled);
 }
 
