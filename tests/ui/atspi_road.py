@@ -193,9 +193,8 @@ def import_and_synchronise(program, folder):
     program.press("Backup", "push button", "Esegui backup")
     confirm(program, "Backup", "Backup eseguito correttamente")
     program.press("Richiesta conferma", "push button", "Si tutti")
-    rows = wait_for("rows that were updated", lambda: [
-        row for row in program.rows() if "MIDI, Aggiornata dal database K-Varo" in row])
-    assert len(rows) == 2, program.rows()
+    wait_for("two rows that were updated", lambda: 2 == sum(
+        "MIDI, Aggiornata dal database K-Varo" in row for row in program.rows()))
 
 
 def transfer(program, folder):
