@@ -91,7 +91,10 @@ private Q_SLOTS:
         Appearance::installLanguage(translator, language);
         openWindow();
         HelpDialog help(m_window.get());
-        const QString page = child<HelpView>(help, "textBrowser")->toPlainText();
+        QString table; // its first column
+        auto told = QRegularExpression(text("<tr><td>([^<]*)</td>")).globalMatch(pageOf(language));
+        while (told.hasNext())
+            table += told.next().captured(1) + QLatin1Char('\n');
         QStringList keys;
         for (const QWidget *window :
              {static_cast<QWidget *>(m_window.get()), static_cast<QWidget *>(&help)}) {
@@ -107,7 +110,7 @@ private Q_SLOTS:
         QVERIFY(keys.size() > 12);
         for (const QString &key : keys) {
             if (!key.startsWith(text("Alt+"))) // the underlined letters
-                QVERIFY2(page.contains(QRegularExpression(
+                QVERIFY2(table.contains(QRegularExpression(
                              text("(^|[\\s(,])%1\\b").arg(QRegularExpression::escape(key)),
                              QRegularExpression::MultilineOption)),
                          qPrintable(key));
