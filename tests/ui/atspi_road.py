@@ -240,7 +240,7 @@ def edit(program):
 def read_help(program):
     title = "Aiuto Tarvel4 Soft"
     program.menu("Aiuto", title)
-    guide = program.find(title, "label", "Guida a Tarvel4 Soft")
+    guide = program.find(title, "label", "Testo dell'aiuto")
     assert "Tarvel4" in guide.queryText().getText(0, 500)
     program.press(title, "push button", "OK")
     program.gone(title)
