@@ -100,8 +100,8 @@ private Q_SLOTS:
         const QByteArray second = before.mid(before.lastIndexOf("MTrk"));
         RawMidiFile midi = loaded(before);
         for (int round = 0; round < 2; ++round) {
-            for (const Edit &edit : edits) {
-                edit(midi);
+            for (const Edit &next : edits) {
+                next(midi);
                 const QByteArray kept = midi.data().mid(14).chopped(second.size());
                 QCOMPARE(kept, track(kept.mid(8)));
                 QVERIFY(midi.data().endsWith(endOfTrack() + second));
