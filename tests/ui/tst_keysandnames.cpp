@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QMenuBar>
+#include <QProgressBar>
 
 using namespace tarvel4;
 
