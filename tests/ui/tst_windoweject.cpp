@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include <QPushButton>
+
 using namespace tarvel4;
 using namespace TestFiles;
 
