@@ -66,7 +66,7 @@ private Q_SLOTS:
         settings().clear();
         settings().setValue(text("copyrightAsk"), false);
         QStringList found;
-        atStart = [&] {
+        atStart = [&, &words = words] {
             const QWidget *window = mainWindow();
             QVERIFY(window);
             const auto *table = child<QTableView>(*window, "userLibraryTableView");
