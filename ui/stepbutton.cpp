@@ -113,8 +113,9 @@ void StepButton::drawWords(QPainter &painter, const QPalette &colours,
     const QRect place = wordsRect();
     painter.setFont(wordsFont());
     const Layout layout(words(), painter.font(), place.width());
-    style()->drawItemText(&painter, place, Qt::AlignLeft | Qt::AlignVCenter | layout.flags, colours,
-                          isEnabled(), layout.text, role);
+    style()->drawItemText(&painter, place,
+                          static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter) | layout.flags,
+                          colours, isEnabled(), layout.text, role);
 }
 
 qreal StepButton::largestTextSize() const
