@@ -1,5 +1,7 @@
 #include "ui/elidedlabel.h"
 
+#include "ui/plaintext.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -38,9 +40,7 @@ bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
-    // escaped, since a tool tip takes what looks like HTML for HTML
-    const QString tip =
-        elided() == text() ? QString() : QStringLiteral("<p>%1</p>").arg(text().toHtmlEscaped());
+    const QString tip = elided() == text() ? QString() : PlainText::toolTip(text());
     QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), tip, this);
     return true;
 }

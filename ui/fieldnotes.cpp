@@ -1,5 +1,7 @@
 #include "ui/fieldnotes.h"
 
+#include "ui/plaintext.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -87,7 +89,7 @@ void FieldNotes::show(const QVector<FieldNote> &notes)
         field.mark->setVisible(note);
         field.mark->setIcon(note ? iconOf(note->grade) : QIcon());
         field.mark->setText(text);
-        field.mark->setToolTip(text.toHtmlEscaped());
+        field.mark->setToolTip(PlainText::toolTip(text));
         field.widget->setAccessibleDescription(text);
         field.edit->setAccessibleDescription(text);
     }

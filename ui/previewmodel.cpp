@@ -1,6 +1,7 @@
 #include "ui/previewmodel.h"
 
 #include "library/fieldtexts.h"
+#include "ui/plaintext.h"
 
 #include <QDir>
 #include <QFont>
@@ -56,11 +57,7 @@ QVariant PreviewModel::data(const QModelIndex &index, int role) const
     case Qt::AccessibleTextRole:
         return textOf(row, index.column());
     case Qt::ToolTipRole:
-        if (index.column() == Song)
-            return QDir::toNativeSeparators(m_plan.entries().at(row.entry).path);
-        if (index.column() == Result)
-            return m_plan.entries().at(row.entry).sentence();
-        return textOf(row, index.column());
+        return PlainText::toolTip(tipOf(row, index.column()));
     case Qt::AccessibleDescriptionRole:
         if (index.column() == Result)
             return m_plan.entries().at(row.entry).sentence();
@@ -75,6 +72,14 @@ QVariant PreviewModel::data(const QModelIndex &index, int role) const
     default:
         return {};
     }
+}
+
+QString PreviewModel::tipOf(const Row &row, int column) const
+{
+    const JobReport::Entry &entry = m_plan.entries().at(row.entry);
+    if (column == Song)
+        return QDir::toNativeSeparators(entry.path);
+    return column == Result ? entry.sentence() : textOf(row, column);
 }
 
 QString PreviewModel::textOf(const Row &row, int column) const

@@ -36,6 +36,7 @@ private:
     };
 
     void list(std::optional<JobReport::Group> group);
+    QString tipOf(const Row &row, int column) const;
     QString textOf(const Row &row, int column) const;
 
     const JobReport m_plan;

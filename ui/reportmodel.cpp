@@ -1,5 +1,7 @@
 #include "ui/reportmodel.h"
 
+#include "ui/plaintext.h"
+
 #include <QDir>
 
 #include <algorithm>
@@ -58,12 +60,14 @@ QVariant ReportModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return {};
     const JobReport::Entry &entry = entryOf(index);
+    if (role == Qt::ToolTipRole)
+        return PlainText::toolTip(index.column() == Song ? QDir::toNativeSeparators(entry.path)
+                                                         : data(index).toString());
     switch (index.column()) {
     case Result:
         return m_report.word(entry.group, true);
     case Song:
-        return role == Qt::ToolTipRole ? QDir::toNativeSeparators(entry.path)
-                                       : SongPath::fileName(entry.path);
+        return SongPath::fileName(entry.path);
     case Cause:
         return entry.sentence();
     default:

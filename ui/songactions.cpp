@@ -5,6 +5,7 @@
 #include "ui/editmany.h"
 #include "ui/listening.h"
 #include "ui/manualedit.h"
+#include "ui/plaintext.h"
 #include "ui/showinfolder.h"
 #include "ui/songtable.h"
 
@@ -90,7 +91,7 @@ void SongActions::deleteFile(int row)
     QMessageBox box(QMessageBox::Question, tr("Attenzione"),
                     tr("Sei sicuro di voler cancellare il file?"),
                     QMessageBox::Yes | QMessageBox::No, m_table.window());
-    box.setInformativeText(SongPath::fileName(path));
+    PlainText::addTo(box, SongPath::fileName(path));
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     if (box.exec() != QMessageBox::Yes)

@@ -4,6 +4,7 @@
 #include "library/usersettings.h"
 #include "ui/causebox.h"
 #include "ui/folderchooser.h"
+#include "ui/plaintext.h"
 #include "ui_songslistdialog.h"
 
 #include <QDir>
@@ -143,7 +144,7 @@ bool SongsListDialog::mayReplace(const QString &target)
     QMessageBox box(QMessageBox::Question, tr("Salva lista song"),
                     tr("Il file esiste già, vuoi sostituirlo?"), QMessageBox::Yes | QMessageBox::No,
                     this);
-    box.setInformativeText(QDir::toNativeSeparators(target));
+    PlainText::addTo(box, QDir::toNativeSeparators(target));
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;

@@ -1,6 +1,7 @@
 #include "ui/songtabledelegate.h"
 
 #include "db/usersongsreltablemodel.h"
+#include "ui/plaintext.h"
 #include "ui/songtableview.h"
 
 #include <QAbstractItemView>
@@ -122,9 +123,7 @@ bool SongTableDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
         text = markText(index);
     else if (sizeHint(option, index).width() > option.rect.width())
         text = index.data().toString();
-    if (!text.isEmpty()) // a frame of our own: a song text that looks like HTML stays a text
-        text = QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
-    QToolTip::showText(event->globalPos(), text, view);
+    QToolTip::showText(event->globalPos(), PlainText::toolTip(text), view);
     return true;
 }
 

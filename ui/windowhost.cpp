@@ -6,6 +6,7 @@
 #include "ui/announcement.h"
 #include "ui/backupdialog.h"
 #include "ui/nocopyrightdialog.h"
+#include "ui/plaintext.h"
 #include "ui/proceeddialog.h"
 #include "ui/progressdialog.h"
 
@@ -227,7 +228,7 @@ bool WindowHost::offer(QMessageBox::Icon icon, const QString &title, const QStri
     box.setDefaultButton(QMessageBox::Ok);
     box.setEscapeButton(QMessageBox::Ok);
     if (icon == QMessageBox::Information && details.size() == 1)
-        box.setInformativeText(details.first()); // too short and too welcome to be hidden
+        PlainText::addTo(box, details.first()); // too short and too welcome to be hidden
     else
         box.setDetailedText(details.join(u'\n')); // no button for it where there is none
     box.exec();

@@ -3,6 +3,7 @@
 #include "tests/ui/forms.h"
 
 #include <QFileDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
@@ -137,6 +138,9 @@ private:
                              .join(QLatin1Char('|')));
             lastBox = {box.standardButtons(), box.textFormat(), box.detailedText(),
                        box.informativeText()};
+            const auto *addition = box.findChild<QLabel *>(text("qt_msgbox_informativelabel"));
+            if (addition && addition->textFormat() != Qt::PlainText)
+                m_problems.append(text("taken for HTML: ") + addition->text());
             if (QAbstractButton *found = find(box))
                 QTest::mouseClick(found, Qt::LeftButton);
             else

@@ -53,7 +53,7 @@ private Q_SLOTS:
         QCOMPARE(line->textFormat(), Qt::PlainText);
         QVERIFY(!find<QLabel>("noteIconLabel")->pixmap().isNull());
         const auto *mark = edit("titleLineEdit")->actions().constFirst();
-        QCOMPARE(mark->toolTip(), text("is &lt;b&gt;odd&lt;/b&gt;"));
+        QCOMPARE(mark->toolTip(), text("<p>is &lt;b&gt;odd&lt;/b&gt;</p>"));
         QCOMPARE(find("genreComboBox")->accessibleDescription(), text("few left"));
 
         find("genreComboBox")->setFocus();

@@ -114,6 +114,15 @@ private Q_SLOTS:
                  qPrintable(hint()));
     }
 
+    void nameThatLooksLikeHtmlIsToldAsItIs()
+    {
+        const QString bad = write(path("songs/<i>bad<i>.mid"), "rubbish");
+        import({bad});
+        QCOMPARE(cell(0, 1), text("<i>bad<i>.mid"));
+        QCOMPARE(list()->model()->index(0, 1).data(Qt::ToolTipRole).toString(),
+                 text("<p>%1</p>").arg(QDir::toNativeSeparators(bad).toHtmlEscaped()));
+    }
+
     void filterListsOneOutcome()
     {
         import({addSong("VOLARE.mid", "a"), addSong("nobody.mid", "b"), addSong("x.mid", "c")});

@@ -71,6 +71,16 @@ private Q_SLOTS:
         });
     }
 
+    void nameThatLooksLikeHtmlIsToldAsItIs()
+    {
+        const QString song = addSong("<i>nobody.mid", "N");
+        importOnly({song});
+        previewFromMenu([song](PreviewDialog &dialog) {
+            QCOMPARE(listOf(dialog)->model()->index(0, 0).data(Qt::ToolTipRole).toString(),
+                     text("<p>%1</p>").arg(QDir::toNativeSeparators(song).toHtmlEscaped()));
+        });
+    }
+
     void nothingIsWritten_data()
     {
         const Table<bool> row;
