@@ -103,7 +103,7 @@ void MainWindow::setUpIntake()
             [this] { m_intake->importFolder(); });
     new SongDrop(
         *this, [this] { return !m_model || m_host.isRunning(); },
-        [this](const QStringList &paths) { m_intake->import(paths); });
+        [this](const SongDrop::Songs &songs) { m_intake->import(songs.paths, songs.unreachable); });
 }
 
 void MainWindow::setUpTable(std::unique_ptr<SongPlayers> players)

@@ -10,27 +10,32 @@
 #include <QUrl>
 #include <QWidget>
 
+#include <utility>
+
 namespace tarvel4 {
 
 namespace {
 
-/** The songs and folders of this computer among what is dragged. */
-QStringList songsOf(const QDropEvent &event)
+SongDrop::Songs songsOf(const QDropEvent &event)
 {
-    QStringList paths;
+    SongDrop::Songs songs;
     const QList<QUrl> urls = event.mimeData()->urls();
     for (const QUrl &url : urls) {
         const QString path = url.isLocalFile() ? url.toLocalFile() : QString();
-        if (!path.isEmpty() && (FolderScan::isSongName(path) || QFileInfo(path).isDir()))
-            paths += path;
+        const QByteArray name =
+            QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+        if (QString::fromUtf8(name).toUtf8() != name)
+            songs.unreachable += path;
+        else if (!path.isEmpty() && (FolderScan::isSongName(path) || QFileInfo(path).isDir()))
+            songs.paths += path;
     }
-    return paths;
+    return songs;
 }
 
 } // namespace
 
 SongDrop::SongDrop(QWidget &window, std::function<bool()> isBusy,
-                   std::function<void(const QStringList &)> take)
+                   std::function<void(const Songs &)> take)
     : QObject(&window)
     , m_isBusy(std::move(isBusy))
     , m_take(std::move(take))
@@ -45,11 +50,12 @@ bool SongDrop::eventFilter(QObject *watched, QEvent *event)
     if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop)
         return QObject::eventFilter(watched, event);
     auto *drop = static_cast<QDropEvent *>(event); // what the other two are as well
+    if (type == QEvent::DragEnter) // once: there may be thousands, sent by another program
+        m_songs = songsOf(*drop);
     offer(*drop);
     if (type == QEvent::Drop && drop->isAccepted()) {
-        const QStringList paths = songsOf(*drop);
         // the program that the songs come from waits until this event is over
-        QTimer::singleShot(0, this, [this, paths] { m_take(paths); });
+        QTimer::singleShot(0, this, [this, songs = std::exchange(m_songs, {})] { m_take(songs); });
     }
     return true;
 }
@@ -58,7 +64,8 @@ bool SongDrop::eventFilter(QObject *watched, QEvent *event)
 void SongDrop::offer(QDropEvent &event) const
 {
     const bool isTaken = !m_isBusy() && !QApplication::activeModalWidget()
-        && (event.possibleActions() & Qt::CopyAction) && !songsOf(event).isEmpty();
+        && (event.possibleActions() & Qt::CopyAction)
+        && !(m_songs.paths.isEmpty() && m_songs.unreachable.isEmpty());
     if (isTaken)
         event.setDropAction(Qt::CopyAction);
     event.setAccepted(isTaken);

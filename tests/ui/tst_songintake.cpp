@@ -6,6 +6,12 @@
 using namespace tarvel4;
 using namespace TestFiles;
 
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+using DataType = QMetaType;
+#else
+using DataType = QVariant::Type;
+#endif
+
 /** Songs that come in otherwise than by the dialog for files: a folder, and what is dropped on the
  * window. */
 class tst_SongIntake : public WindowTest
@@ -127,6 +133,53 @@ private Q_SLOTS:
         QMimeData data;
         data.setUrls({QUrl(text("https://songs.example/a.mid"))});
         QCOMPARE(drop(data, Qt::CopyAction), Qt::IgnoreAction);
+    }
+
+    void namesThatCantBeOpenedAreSaidAfterADrop()
+    {
+        openWindowWithoutSummaries();
+        import(threeSongs());
+        QMimeData data;
+        data.setData(text("text/uri-list"), "file:///songs/%E9.mid\r\n");
+        m_driver->answerBox(QMessageBox::Ok);
+        QCOMPARE(drop(data, Qt::CopyAction), Qt::CopyAction);
+        QTRY_COMPARE(m_driver->boxes.size(), 1);
+        QVERIFY(m_driver->lastBox.details.endsWith(text(".mid: non può essere letto")));
+        QCOMPARE(model()->rowCount(), 3);
+    }
+
+    void foldersThatGoInACircleEnd()
+    {
+        openWindowWithoutSummaries();
+        threeSongs();
+        QVERIFY(QDir().mkdir(path("songs/deep"))
+                && QFile::link(path("songs"), path("songs/deep/up")));
+        QCOMPARE(drop(strings({"songs"}), Qt::CopyAction), Qt::CopyAction);
+        QTRY_COMPARE(column(Name), strings({"a.mid", "b.kar", "c.mid"}));
+    }
+
+    void thousandsAreAskedForOncePerDrag()
+    {
+        class CountedData : public QMimeData
+        {
+        public:
+            mutable int asked = 0;
+
+        protected:
+            QVariant retrieveData(const QString &format, DataType type) const override
+            {
+                ++asked;
+                return QMimeData::retrieveData(format, type);
+            }
+        } data;
+        openWindowWithoutSummaries();
+        QList<QUrl> urls;
+        for (int i = 0; i < 3000; ++i)
+            urls += QUrl::fromLocalFile(path("songs/%1.mid").arg(i));
+        data.setUrls(urls);
+        QCOMPARE(drop(data, Qt::CopyAction), Qt::CopyAction);
+        QCOMPARE(data.asked, 1);
+        QTRY_VERIFY(enabledSteps().contains(text("transferFiles")));
     }
 
     void widgetsLeaveDropsToTheWindow()
