@@ -133,6 +133,8 @@ bool Arguments::readLists()
         QByteArray bytes;
         if (!readList(list, bytes))
             return false;
+        if (bytes.startsWith("\xEF\xBB\xBF")) // which Windows programs put ahead of UTF-8
+            bytes.remove(0, 3);
         const QByteArrayList paths = bytes.split(end);
         for (const QByteArray &path : paths) {
             if (!path.isEmpty() && !addOperand(path))

@@ -300,6 +300,9 @@ private Q_SLOTS:
         row("the last line may lack its end",
             R"(printf 'a.mid\nb c.mid' >l; "$cli" info --json --files-from=l)", 0, "a.mid|b c.mid",
             "");
+        row("a byte order mark is no part of a name",
+            R"(printf '\357\273\277a.mid\n' >l; "$cli" info --json --files-from l)", 0, "a.mid",
+            "");
         row("empty lines are none", R"(printf '\na.mid\n\n' >l; "$cli" info --json --files-from l)",
             0, "a.mid", "");
         row("each ended by a zero byte",
