@@ -20,7 +20,9 @@ QString FoldedText::of(const QString &text)
 
 QStringList FoldedText::wordsOf(const QString &text)
 {
-    return of(text).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QStringList words = of(text).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    words.removeDuplicates(); // a text that was pasted may repeat one a thousand times
+    return words;
 }
 
 } // namespace tarvel4

@@ -10,7 +10,7 @@ namespace FoldedText {
 
 QString of(const QString &text);
 
-/** The words of what somebody searches for, folded. */
+/** The words of what somebody searches for, folded, each once. */
 QStringList wordsOf(const QString &text);
 
 } // namespace FoldedText

@@ -2,12 +2,19 @@
 
 #include "player/miditimeline.h"
 #include "songs/metasong.h"
+#include "storage/regularfile.h"
 
 #include <QFileInfo>
 
 #include <algorithm>
 
 namespace tarvel4 {
+
+namespace {
+
+constexpr int mostMidiBytes = 16 << 20; // a synthesiser takes many times as much of memory
+
+} // namespace
 
 Outcome SongSound::read(const QString &path, SongSound &sound)
 {
@@ -26,6 +33,8 @@ Outcome SongSound::read(const QString &path, SongSound &sound)
         return outcome;
 
     sound.midi = song.midiData();
+    if (sound.midi.size() > mostMidiBytes)
+        return {Outcome::Code::TooLarge, path, FileBytes::sizeLimitText(mostMidiBytes), {}};
     const MidiTimeline timeline(sound.midi);
     sound.lengthMs = timeline.msOfTick(timeline.lastTick());
     for (const Marker &marker : info.markers)

@@ -258,6 +258,13 @@ private Q_SLOTS:
         QCOMPARE(FoldedText::of(written), folded);
     }
 
+    void wordsAreLookedForOnce()
+    {
+        QCOMPARE(FoldedText::wordsOf(QStringLiteral("  La vita  È la VITA ")),
+                 QStringList({"la"_s, "vita"_s, "e"_s}));
+        QCOMPARE(FoldedText::wordsOf(QStringLiteral("\u0301 ")), QStringList());
+    }
+
     void finds_data()
     {
         const Table<QString, bool> row;

@@ -71,6 +71,13 @@ private Q_SLOTS:
                 == Outcome::Code::DamagedSong);
     }
 
+    void whatNoSynthesiserHasRoomForIsTold()
+    {
+        const QString file = write(path("a.mid"), midi0(meta(1, QByteArray(17 << 20, 'x'))));
+        SongSound sound;
+        QVERIFY(SongSound::read(file, sound) == Outcome::Code::TooLarge);
+    }
+
     void kindsOfTheTable()
     {
         QVERIFY(SongSound::kindOf(text("MP3")) == SongSound::Kind::Mp3);
