@@ -154,10 +154,11 @@ QVariant UserSongsRelTableModel::markData(const QModelIndex &index, int role) co
         return {};
     if (role == MarkRole)
         return static_cast<int>(found->mark);
+    const QString cause = found->cause ? found->cause() : QString();
     if (role == Qt::ToolTipRole)
-        return found->cause;
-    return QStringLiteral("%1, %2").arg(
-        index.data().toString(), found->cause.isEmpty() ? markText(found->mark) : found->cause);
+        return cause;
+    return QStringLiteral("%1, %2").arg(index.data().toString(),
+                                        cause.isEmpty() ? markText(found->mark) : cause);
 }
 
 QString UserSongsRelTableModel::markText(Mark mark)
@@ -329,7 +330,7 @@ void UserSongsRelTableModel::setMarkOf(int id, const RowMark &mark)
     }
 }
 
-void UserSongsRelTableModel::setMark(int row, Mark mark, const QString &cause)
+void UserSongsRelTableModel::setMark(int row, Mark mark, const std::function<QString()> &cause)
 {
     const QModelIndex cell = cellIndex(row, m_type);
     if (!cell.isValid())

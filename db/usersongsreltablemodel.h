@@ -6,6 +6,8 @@
 #include <QSqlQuery>
 #include <QSqlRelationalTableModel>
 
+#include <functional>
+
 namespace tarvel4 {
 
 /**
@@ -46,11 +48,11 @@ public:
     int statusOf(int row);
 
     /**
-     * Marks a row with how the last operation on its song ended. \a cause is a translated text: the
-     * row's tooltip, and what a screen reader says of it in place of the text of the mark. Lives as
-     * long as the row, in memory only.
+     * Marks a row with how the last operation on its song ended. \a cause gives a text in the
+     * present language: the row's tooltip, and what a screen reader says of it in place of the text
+     * of the mark. Lives as long as the row, in memory only.
      */
-    void setMark(int row, Mark mark, const QString &cause = QString());
+    void setMark(int row, Mark mark, const std::function<QString()> &cause = {});
     /** What a mark means, in the present language. */
     static QString markText(Mark mark);
 
@@ -94,7 +96,7 @@ private:
     struct RowMark
     {
         Mark mark;
-        QString cause;
+        std::function<QString()> cause;
     };
 
     QVariant markData(const QModelIndex &index, int role) const;

@@ -17,36 +17,34 @@ class Texts
     Q_DECLARE_TR_FUNCTIONS(SongRows)
 };
 
-/** Why a song is as it was; empty where it is not. */
-QString reason(const SongOutcome &song)
+/** Why a song is as it was. */
+QString reason(SongResult result, const Outcome &cause)
 {
-    switch (song.result) {
+    switch (result) {
     case SongResult::NotFound:
         return Texts::tr("non è nel catalogo");
     case SongResult::Refused:
         return Texts::tr("non è stata pubblicata da K-Varo, lasciata com'era");
-    case SongResult::Unreadable:
-    case SongResult::Failed:
-        return song.cause.sentence();
     default:
-        return {};
+        return cause.sentence();
     }
 }
 
 /** Marks a row with how its song ended: a failure and an answer with their reason put into \a text,
- * all else with \a done. */
+ * a source text, all else with \a done. */
 void mark(UserSongsRelTableModel &model, int row, const SongOutcome &song,
-          UserSongsRelTableModel::Mark done, const QString &text)
+          UserSongsRelTableModel::Mark done, const char *text)
 {
-    const QString why = reason(song);
-    if (why.isEmpty()) {
-        model.setMark(row, done);
-        return;
-    }
+    const bool isLeftAlone =
+        song.result == SongResult::NotFound || song.result == SongResult::Refused;
+    if (!song.isFailure() && !isLeftAlone)
+        return model.setMark(row, done);
     model.setMark(row,
-                  song.isFailure() ? UserSongsRelTableModel::MarkedFailed
-                                   : UserSongsRelTableModel::MarkedLeftAlone,
-                  text.arg(why));
+                  isLeftAlone ? UserSongsRelTableModel::MarkedLeftAlone
+                              : UserSongsRelTableModel::MarkedFailed,
+                  [text, result = song.result, cause = song.cause] {
+                      return Texts::tr(text).arg(reason(result, cause));
+                  });
 }
 
 } // namespace
@@ -88,7 +86,7 @@ SongObserver SongRows::updated(UserSongsRelTableModel &model)
         model.setStatus(
             row, isUpdated ? UserSongsRelTableModel::Updated : UserSongsRelTableModel::Failed);
         mark(model, row, song, UserSongsRelTableModel::MarkedUpdated,
-             Texts::tr("Non aggiornata: %1"));
+             QT_TRANSLATE_NOOP("SongRows", "Non aggiornata: %1"));
         ++row;
     };
 }
@@ -115,7 +113,7 @@ SongObserver SongRows::restored(UserSongsRelTableModel &model)
                             song.isFailure() ? UserSongsRelTableModel::Failed
                                              : UserSongsRelTableModel::Listed);
             mark(model, row, song, UserSongsRelTableModel::Unmarked,
-                 Texts::tr("Non rimessa com'era: %1"));
+                 QT_TRANSLATE_NOOP("SongRows", "Non rimessa com'era: %1"));
         }
     };
 }
@@ -123,13 +121,15 @@ SongObserver SongRows::restored(UserSongsRelTableModel &model)
 void SongRows::showEdit(UserSongsRelTableModel &model, int row, const SongOutcome &song)
 {
     if (song.result == SongResult::Unreadable) {
-        mark(model, row, song, UserSongsRelTableModel::Unmarked, Texts::tr("Non letta: %1"));
+        mark(model, row, song, UserSongsRelTableModel::Unmarked,
+             QT_TRANSLATE_NOOP("SongRows", "Non letta: %1"));
         return;
     }
     model.updateSong(row, song.after);
     // required: a row counts as edited whatever became of its save
     model.setStatus(row, UserSongsRelTableModel::Edited);
-    mark(model, row, song, UserSongsRelTableModel::MarkedEdited, Texts::tr("Non salvata: %1"));
+    mark(model, row, song, UserSongsRelTableModel::MarkedEdited,
+         QT_TRANSLATE_NOOP("SongRows", "Non salvata: %1"));
 }
 
 } // namespace tarvel4

@@ -221,9 +221,9 @@ private Q_SLOTS:
     void marksStayWithTheirSongs()
     {
         append("b c a");
-        m_model->setMark(0, UserSongsRelTableModel::MarkedFailed, "why b"_s);
+        m_model->setMark(0, UserSongsRelTableModel::MarkedFailed, [] { return "why b"_s; });
         m_model->setMark(1, UserSongsRelTableModel::MarkedUpdated);
-        m_model->setMark(1, UserSongsRelTableModel::MarkedLeftAlone, "why c"_s);
+        m_model->setMark(1, UserSongsRelTableModel::MarkedLeftAlone, [] { return "why c"_s; });
         m_model->sort(2, Qt::AscendingOrder);
         QCOMPARE(m_model->cellIndex(0, 1).data(Qt::AccessibleTextRole).toString(), QString());
         QCOMPARE(m_model->cellIndex(1, 1).data(Qt::AccessibleTextRole).toString(), "MIDI, why b"_s);

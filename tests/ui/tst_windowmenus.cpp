@@ -1,4 +1,8 @@
 #include "tests/ui/windowtest.h"
+#include "ui/appearance.h"
+
+#include <QComboBox>
+#include <QTranslator>
 
 using namespace tarvel4;
 
@@ -14,6 +18,20 @@ QString entriesOf(const QWidget &menu)
                                                     : action->objectName())
                        + QLatin1Char(' ') + action->text().remove(QLatin1Char('&')));
     return entries.join(QLatin1Char('|'));
+}
+
+/** The headers, and what a tool tip and a screen reader tell of each cell. */
+QStringList textsOf(const QAbstractItemModel &model)
+{
+    QStringList texts;
+    for (int column = 0; column < model.columnCount(); ++column) {
+        texts += model.headerData(column, Qt::Horizontal).toString();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            for (const int role : {Qt::DisplayRole, Qt::ToolTipRole, Qt::AccessibleTextRole})
+                texts += model.index(row, column).data(role).toString();
+        }
+    }
+    return texts;
 }
 
 } // namespace
@@ -134,6 +152,44 @@ private Q_SLOTS:
         }
         trigger("actionItalian");
         QCOMPARE(textsNow(), italian);
+    }
+
+    /** As in a window that was in that language from the start. */
+    void aChangeOfLanguageLeavesNoTextBehind()
+    {
+        const auto textsOfWindow = [this](const char *language) {
+            openWindowWithoutSummaries();
+            import({addSong("VOLARE.mid", "a"), addSong("nobody.mid", "b"),
+                    addSong("gone.mid", "c"), TestFiles::write(path("songs/bad.mid"), "rubbish")});
+            QFile::remove(path("songs/gone.mid"));
+            m_driver->click<BackupDialog>("exitPushButton");
+            press("updateDataToolButton");
+            if (language)
+                trigger(language);
+            const auto *counts = find<QLabel>("songCountsLabel");
+            const bool isCounted = QTest::qWaitFor( // some time later
+                [counts] { return counts->text().contains(text(", 1 ")); });
+            QStringList texts{text(isCounted ? "" : "not counted")};
+            for (const QObject *object : m_window->findChildren<QObject *>()) {
+                for (const char *property : {"text", "title", "toolTip", "accessibleName",
+                                             "accessibleDescription", "placeholderText"})
+                    if (object->objectName() != text("announcement")) // it was made
+                        texts += object->objectName() + QLatin1Char(' ')
+                            + object->property(property).toString();
+            }
+            for (const auto *box : m_window->findChildren<QComboBox *>()) {
+                for (int i = 0; i < box->count(); ++i)
+                    texts += box->itemText(i);
+            }
+            for (const auto *view : m_window->findChildren<QTableView *>())
+                texts += textsOf(*view->model());
+            m_window.reset();
+            return texts;
+        };
+        const QStringList changed = textsOfWindow("actionEnglish");
+        QTranslator translator;
+        Appearance::installLanguage(translator, text("en"));
+        QCOMPARE(changed, textsOfWindow(nullptr));
     }
 
     void shortcuts_data()
