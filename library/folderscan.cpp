@@ -88,13 +88,15 @@ class EachFile : public FolderWalk
 {
 public:
     EachFile(bool (*isWanted)(const QString &, bool),
-             const std::function<void(const QString &)> &found)
+             const std::function<void(const QString &)> &found,
+             const std::function<bool()> &goesOn = {})
         : FolderWalk({isWanted, false, false})
         , m_found(found)
+        , m_goesOn(goesOn)
     {}
 
 private:
-    bool enter(const QString &, const Outcome &) override { return true; }
+    bool enter(const QString &, const Outcome &) override { return !m_goesOn || m_goesOn(); }
 
     bool file(const QString &below, const Item &) override
     {
@@ -105,6 +107,7 @@ private:
     void unreachable(const QString &) override {}
 
     const std::function<void(const QString &)> &m_found;
+    const std::function<bool()> &m_goesOn;
 };
 
 } // namespace
@@ -129,12 +132,11 @@ bool FolderScan::scanDir(const QString &path, const std::function<bool(const QSt
     return Scan(files, found, skipped, leftFolder).walk(path);
 }
 
-QStringList FolderScan::setAsideBelow(const QString &path)
+QStringList FolderScan::setAsideBelow(const QString &path, const std::function<bool()> &goesOn)
 {
     QStringList files;
-    EachFile(isSetAside, [&files](const QString &file) {
-        files += Recovery::goesBackTo(file);
-    }).walk(path);
+    const auto note = [&files](const QString &file) { files += Recovery::goesBackTo(file); };
+    EachFile(isSetAside, note, goesOn).walk(path);
     return files;
 }
 

@@ -30,8 +30,8 @@ bool scanDir(const QString &path, const std::function<bool(const QString &)> &fo
              const std::function<void()> &leftFolder = {});
 
 /** The files below \a path of which one is set aside (storage/recovery.h), by the names to which
- * they go back. */
-QStringList setAsideBelow(const QString &path);
+ * they go back. \a goesOn is asked at each folder; where it says no, no other folder is entered. */
+QStringList setAsideBelow(const QString &path, const std::function<bool()> &goesOn = {});
 
 } // namespace FolderScan
 

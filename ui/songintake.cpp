@@ -38,21 +38,23 @@ void SongIntake::import(const QStringList &paths, const QStringList &unreachable
 {
     const bool hasFolders = std::any_of(
         paths.begin(), paths.end(), [](const QString &path) { return QFileInfo(path).isDir(); });
-    if (hasFolders) {
-        finishSavesBelow(paths);
-        m_host.beginProgress({tr("Lettura cartella"), tr("Cerco le song..."), tr("Interrompi")}, 0);
-    }
     QElapsedTimer sinceEvents;
     sinceEvents.start();
-    SongSelection selection = SongSelection::of(paths, [&](int found) {
+    const auto goesOn = [&](int found) {
         if (sinceEvents.hasExpired(eventInterval)) {
             m_host.setProgressValue(found);
             sinceEvents.restart();
         }
         return !m_host.wasCancelled();
-    });
+    };
+    if (hasFolders) {
+        m_host.beginProgress({tr("Lettura cartella"), tr("Cerco le song..."), tr("Interrompi")}, 0);
+        finishSavesBelow(paths, [&goesOn] { return goesOn(0); });
+    }
+    SongSelection selection = SongSelection::of(paths, goesOn);
+    const bool isWhole = selection.isWhole && !m_host.wasCancelled();
     m_host.endProgress();
-    if (!selection.isWhole)
+    if (!isWhole)
         return;
     selection.skipped += unreachable;
     if (!selection.skipped.isEmpty())
@@ -64,14 +66,14 @@ void SongIntake::import(const QStringList &paths, const QStringList &unreachable
 }
 
 /** A song that was left under another name would not be met. */
-void SongIntake::finishSavesBelow(const QStringList &paths)
+void SongIntake::finishSavesBelow(const QStringList &paths, const std::function<bool()> &goesOn)
 {
     QStringList setAside;
     for (const QString &path : paths) {
-        if (QFileInfo(path).isDir())
-            setAside += FolderScan::setAsideBelow(path);
+        if (goesOn() && QFileInfo(path).isDir())
+            setAside += FolderScan::setAsideBelow(path, goesOn);
     }
-    if (!setAside.isEmpty())
+    if (goesOn() && !setAside.isEmpty())
         m_host.finishSaves(m_journal, setAside);
 }
 

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <functional>
+
 QT_BEGIN_NAMESPACE
 class QWidget;
 QT_END_NAMESPACE
@@ -30,7 +32,7 @@ public:
     void import(const QStringList &paths, const QStringList &unreachable = {});
 
 private:
-    void finishSavesBelow(const QStringList &paths);
+    void finishSavesBelow(const QStringList &paths, const std::function<bool()> &goesOn);
     void tellSkipped(const QStringList &skipped);
 
     QWidget &m_window;

@@ -107,6 +107,10 @@ void tst_FolderScan::whatAPowerCutLeftAsideIsFoundAndLeftAlone()
              QStringList({QStringLiteral("gone.mp3.tarvel4.bak"), QStringLiteral("loop"),
                           QStringLiteral("own.mp3.bak")}));
     QCOMPARE(FolderScan::setAsideBelow(m_dir->path()), QStringList(path("a/gone.mp3")));
+    int asked = 0;
+    QCOMPARE(FolderScan::setAsideBelow(m_dir->path(), [&asked] { return ++asked == 1; }),
+             QStringList());
+    QCOMPARE(asked, 2);
 }
 
 void tst_FolderScan::onlyRegularFilesAreFound()

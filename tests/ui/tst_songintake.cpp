@@ -95,11 +95,13 @@ private Q_SLOTS:
         openWindowWithoutSummaries();
         import(threeSongs());
         addSong("other/d.mid", "Quattro");
+        write(path("songs/other/gone.mp3.tarvel4.bak"), "old"); // would be put in order
         ProgressWatcher watcher;
         watcher.onShow = ProgressWatcher::cancel;
         importFolder(path("songs/other"));
         QCOMPARE(watcher.seen, strings({"Lettura cartella|Cerco le song...|Interrompi|0"}));
         QCOMPARE(model()->rowCount(), 3);
+        QVERIFY(!QFile::exists(path("songs/other/gone.mp3")));
     }
 
     void drops_data()
