@@ -46,7 +46,7 @@ const QString selectSong =
 const QString selectByFilename = selectSong + QStringLiteral("WHERE filename like \"%1\"");
 const QString selectByTitle = selectSong + QStringLiteral("WHERE title like \"%1\"");
 // what the statements above give for a text without wildcards, without a look at every row
-const QString selectByRow = selectSong + QStringLiteral("WHERE rowid = %1");
+const QString selectByRow = selectSong + QStringLiteral("WHERE rowid = ?");
 const QString selectKeys =
     QStringLiteral("SELECT rowid, cast(%1 as text) from songs order by rowid");
 const QString countByTitle = QStringLiteral("SELECT count(*) from songs WHERE title like \"%1\"");
@@ -262,7 +262,7 @@ bool Database::getRecordByFilename(const QString &name, SongInfo &record)
         return false;
     if (m_filenames && isKey(name)) {
         const Matches matches = m_filenames->value(folded(name));
-        return matches.count > 0 && select(selectByRow.arg(matches.firstRow), record);
+        return matches.count > 0 && selectRow(matches.firstRow, record);
     }
     return select(selectByFilename.arg(name), record);
 }
@@ -275,7 +275,7 @@ bool Database::getRecordByTitle(const QString &title, SongInfo &record)
         const Matches matches = m_titles->value(folded(title));
         if (matches.count > 1)
             qDebug() << "[getRecordByTitle] WARNING: multiple reusults in query, aborting !!!";
-        return matches.count == 1 && select(selectByRow.arg(matches.firstRow), record);
+        return matches.count == 1 && selectRow(matches.firstRow, record);
     }
     SongInfo first = record;
     if (!select(selectByTitle.arg(title), first) || !isTheOnly(title))
@@ -292,6 +292,22 @@ bool Database::select(const QString &statement, SongInfo &record) const
         return false;
     fillRecord(query, record);
     return true;
+}
+
+/** By a statement that SQLite compiles once, which takes it longer than to fetch a row. */
+bool Database::selectRow(qlonglong row, SongInfo &record)
+{
+    if (!m_rowQuery) {
+        m_rowQuery = std::make_unique<QSqlQuery>(m_catalogue);
+        m_rowQuery->setForwardOnly(true);
+        m_rowQuery->prepare(selectByRow);
+    }
+    m_rowQuery->bindValue(0, row);
+    const bool isFound = m_rowQuery->exec() && m_rowQuery->next();
+    if (isFound)
+        fillRecord(*m_rowQuery, record);
+    m_rowQuery->finish(); // or the file stays locked
+    return isFound;
 }
 
 /** True where one row has a title like that. */

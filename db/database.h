@@ -69,6 +69,7 @@ private:
     QStringList firstColumn(const QString &statement) const;
     std::optional<Keys> keysOf(const QString &column) const;
     bool select(const QString &statement, SongInfo &record) const;
+    bool selectRow(qlonglong row, SongInfo &record);
     bool isTheOnly(const QString &title) const;
 
     std::unique_ptr<QTemporaryFile>
@@ -79,6 +80,7 @@ private:
     QStringList m_altArtists;
     std::optional<Keys> m_filenames;
     std::optional<Keys> m_titles;
+    std::unique_ptr<QSqlQuery> m_rowQuery; ///< null until the first look-up finds something
 };
 
 } // namespace tarvel4

@@ -26,8 +26,14 @@ FileStamp::FileStamp(const QString &path)
     constexpr qint64 nanoseconds = 1000000000;
     m_size = status.st_size;
     m_modified = modified.tv_sec * nanoseconds + modified.tv_nsec;
-    m_identity = QByteArray::number(static_cast<quint64>(status.st_dev)) + ' '
-        + QByteArray::number(static_cast<quint64>(status.st_ino));
+    m_identity = {static_cast<quint64>(status.st_dev), static_cast<quint64>(status.st_ino)};
+}
+
+QByteArray FileStamp::identity() const
+{
+    return isFile()
+        ? QByteArray(reinterpret_cast<const char *>(m_identity.data()), sizeof m_identity)
+        : QByteArray();
 }
 
 #else
@@ -39,7 +45,12 @@ FileStamp::FileStamp(const QString &path)
         return;
     m_size = info.size();
     m_modified = info.lastModified().toMSecsSinceEpoch() * 1000000;
-    m_identity = info.canonicalFilePath().toCaseFolded().toUtf8();
+    m_identity = info.canonicalFilePath().toCaseFolded();
+}
+
+QByteArray FileStamp::identity() const
+{
+    return m_identity.toUtf8();
 }
 
 #endif

@@ -4,6 +4,8 @@
 #include <QDateTime>
 #include <QString>
 
+#include <array>
+
 namespace tarvel4 {
 
 /** Tells whether somebody else changed a file since it was read, and which file it is. */
@@ -22,12 +24,16 @@ public:
     QDateTime modified() const { return QDateTime::fromMSecsSinceEpoch(m_modified / 1000000); }
 
     /** The same for every name of one file; empty where none was there. */
-    const QByteArray &identity() const { return m_identity; }
+    QByteArray identity() const;
 
 private:
     qint64 m_size = -1;
     qint64 m_modified = 0; ///< nanoseconds since 1970 in UTC, as fine as the system has them
-    QByteArray m_identity;
+#ifdef Q_OS_UNIX
+    std::array<quint64, 2> m_identity = {}; ///< device and inode
+#else
+    QString m_identity; ///< canonical path
+#endif
 };
 
 } // namespace tarvel4

@@ -39,7 +39,7 @@ SaveBatch::~SaveBatch()
 
 bool SaveBatch::hasPending(const FileStamp &file) const
 {
-    return file.isFile() && m_pending.contains(file.identity());
+    return !m_pending.isEmpty() && file.isFile() && m_pending.contains(file.identity());
 }
 
 void SaveBatch::add(const QString &path, const FileStamp &stamp, const FileChange &change,

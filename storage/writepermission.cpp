@@ -2,6 +2,10 @@
 
 #include <QFile>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 namespace tarvel4 {
 
 namespace {
@@ -14,8 +18,14 @@ constexpr QFileDevice::Permissions currentUser =
 
 WritePermission::WritePermission(const QString &path)
     : m_path(path)
-    , m_old(QFile::permissions(path) & ~currentUser)
 {
+#ifdef Q_OS_UNIX
+    // Nearly every song has it: one question to the system tells, and Qt asks six.
+    struct stat status = {};
+    if (stat(QFile::encodeName(path).constData(), &status) == 0 && (status.st_mode & S_IWUSR) != 0)
+        return;
+#endif
+    m_old = QFile::permissions(path) & ~currentUser;
     if (!(m_old & QFileDevice::WriteOwner) && QFile::exists(path))
         m_wasAdded = QFile::setPermissions(path, m_old | QFileDevice::WriteOwner);
 }

@@ -51,6 +51,21 @@ private Q_SLOTS:
         QCOMPARE(splice.oldOf("tag three." + rest), "tag one." + rest);
     }
 
+    /** They are compared by the block. */
+    void aByteThatDiffersIsFoundWhereverItStands()
+    {
+        QByteArray oldBytes(700, 'a');
+        for (int i = 0; i < oldBytes.size(); ++i)
+            oldBytes[i] = static_cast<char>(i * i + i / 7);
+        for (int at = 0; at < oldBytes.size(); ++at) {
+            QByteArray newBytes = oldBytes;
+            newBytes[at] = static_cast<char>(newBytes.at(at) ^ 1);
+            const Splice splice = Splice::between(oldBytes, newBytes);
+            QCOMPARE(static_cast<int>(splice.prefix), at);
+            QCOMPARE(static_cast<int>(splice.suffix), oldBytes.size() - at - 1);
+        }
+    }
+
     void everyPairOfShortTextsComesBack()
     {
         const QByteArrayList texts = allTexts(5);
