@@ -54,11 +54,14 @@ ExitStatus runUndo(const Arguments &arguments, Session &session)
     if (!runs)
         return ExitStatus::Failed;
     const QString given = arguments.operands().value(0);
-    const auto run =
+    const auto named =
         std::find_if(runs->begin(), runs->end(), [&given](const JournalRun &candidate) {
-            return given.isEmpty() || given == QString::number(candidate.id);
+            return given == QString::number(candidate.id);
         });
-    if (run == runs->end())
+    const JournalRun *run = named == runs->end() ? nullptr : &*named;
+    if (given.isEmpty())
+        run = UndoJob::next(session.journal, *runs);
+    if (!run)
         return given.isEmpty()
             ? jobFailed(session, Cli::tr("non c'è nulla da annullare"))
             : wrongUsage(session, Cli::tr("nessuna modifica ha il numero %1").arg(given));

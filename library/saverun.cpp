@@ -13,6 +13,18 @@ SaveRun::SaveRun(Disk &disk, Journal *journal, const QString &what)
     , m_batch(disk, m_run.get())
 {}
 
+void SaveRun::takeBack(qint64 run)
+{
+    if (m_run)
+        m_run->takeBack(run);
+}
+
+void SaveRun::finish()
+{
+    if (m_run)
+        m_run->finish();
+}
+
 void SaveRun::beforeReading(const QString &path)
 {
     if (m_batch.hasPending(FileStamp(path)))

@@ -21,6 +21,10 @@ public:
 
     Disk &disk() const { return m_disk; }
 
+    /** What Journal::Run says of them. */
+    void takeBack(qint64 run);
+    void finish();
+
     /** To be called before a song is read that may be waiting to be written. */
     void beforeReading(const QString &path);
 

@@ -84,8 +84,40 @@ UndoSummary UndoJob::undo(Journal &journal, qint64 run, const SongObserver &obse
     QVector<QStringList> names;
     for (const History &file : files)
         names.append(file.names);
-    return give(
+    if (!m_isDryRun)
+        m_saves.takeBack(run);
+    const UndoSummary summary = give(
         names, [&files](int i) { return planUndo(files.at(i)); }, observer);
+    if (!m_isDryRun && summary.isComplete)
+        m_saves.finish();
+    return summary;
+}
+
+const JournalRun *UndoJob::next(Journal &journal, const QVector<JournalRun> &runs)
+{
+    if (runs.isEmpty())
+        return nullptr;
+    const JournalRun &newest = runs.constFirst();
+    const auto begun = std::find_if(runs.begin(), runs.end(), [&newest](const JournalRun &run) {
+        return run.id == newest.takesBack;
+    });
+    if (begun == runs.end())
+        return &newest;
+    const QStringList files = filesOf(journal, newest);
+    const QSet<QString> done(files.begin(), files.end());
+    const QStringList all = filesOf(journal, *begun);
+    const bool isRestLeft = std::any_of(
+        all.begin(), all.end(), [&done](const QString &path) { return !done.contains(path); });
+    return isRestLeft ? &*begun : &newest;
+}
+
+QStringList UndoJob::filesOf(Journal &journal, const JournalRun &run)
+{
+    QStringList files;
+    for (const JournalEntry &song : journal.songsOf(run.id))
+        files += song.path;
+    files.removeDuplicates();
+    return files;
 }
 
 UndoSummary UndoJob::restore(const QStringList &paths, const QString &backup,
@@ -130,14 +162,16 @@ UndoSummary UndoJob::give(const QVector<QStringList> &files, const Planner &plan
     m_progress.beginProgress(
         {tr("Annulla le modifiche"), tr("Rimetto le song com'erano..."), tr("Interrompi")},
         static_cast<int>(files.size()));
+    int done = 0;
     for (int i = 0; i < files.size() && !m_progress.wasCancelled(); ++i) {
         m_saves.beforeReading(files.at(i).first());
         giveOne(files.at(i), plan(i), tell);
-        m_progress.setProgress(i + 1);
+        m_progress.setProgress(++done);
         m_progress.processPendingEvents();
     }
     m_saves.commit();
     m_progress.endProgress();
+    summary.isComplete = done == files.size();
     return summary;
 }
 

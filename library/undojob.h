@@ -18,6 +18,7 @@ struct UndoSummary
     int restored = 0;
     int failed = 0;
     QStringList problems; ///< one line for each song that failed, "name: cause"
+    bool isComplete = false; ///< no song is left because of a cancel
 };
 
 /** Gives songs the bytes back that they had before a run, or that a backup holds. Good for one run,
@@ -29,6 +30,13 @@ class UndoJob
 public:
     /** \a isDryRun: nothing is written, and each outcome is what would become of the song. */
     UndoJob(Progress &progress, SaveRun &saves, bool isDryRun = false);
+
+    /** What is to be taken back where nobody names a run: the newest one, or the rest of what it
+     * was taking back when it was cut short. Null where there is no run. */
+    static const JournalRun *next(Journal &journal, const QVector<JournalRun> &runs);
+
+    /** The files that a run wrote, in their order. */
+    static QStringList filesOf(Journal &journal, const JournalRun &run);
 
     /** Takes back the songs of a run, the last one first, each that still has the bytes that the
      * run wrote; ChangedMeanwhile for the others, but for those that were given back already. */

@@ -30,12 +30,6 @@ JournalEntry readEntry(const QSqlQuery &row)
     return entry;
 }
 
-/** An empty array is a blob too, and not NULL. */
-QByteArray blob(const QByteArray &bytes)
-{
-    return bytes.isNull() ? QByteArray("") : bytes;
-}
-
 } // namespace
 
 JournalEntry JournalEntry::of(const QString &path, const FileChange &change, qint64 oldSize)
@@ -74,111 +68,6 @@ QString Journal::lockPath(const QString &name) const
 
 // ---- writing
 
-Journal::Run::Run(Journal &journal, const QString &what)
-    : m_journal(journal)
-    , m_what(what)
-{}
-
-Journal::Run::~Run()
-{
-    if (m_id != 0)
-        m_journal.m_file.transaction([this] { return m_journal.tidy(); });
-    end();
-}
-
-bool Journal::Run::begin()
-{
-    if (!m_journal.m_file.open(JournalFile::Access::Write))
-        return false;
-    m_lockName = RunLock::newName();
-    m_lock = std::make_unique<RunLock>(m_journal.lockPath(m_lockName));
-    if (m_lock->isHeld())
-        return true;
-    end();
-    return false;
-}
-
-void Journal::Run::end()
-{
-    if (!m_lock)
-        return;
-    m_journal.m_file.close();
-    m_lock.reset();
-    m_id = 0;
-}
-
-bool Journal::Run::add(QVector<JournalEntry> &entries)
-{
-    if (entries.isEmpty())
-        return true;
-    const auto tryOnce = [&] {
-        return (m_lock || begin())
-            && m_journal.m_file.transaction([&] { return insertRun() && insert(entries); });
-    };
-    bool isAdded = !m_hasFailed && tryOnce();
-    if (!isAdded && !m_hasFailed && m_journal.m_file.wasSetAside()) {
-        end(); // what it noted so far was in that file
-        isAdded = tryOnce();
-    }
-    m_hasFailed = !isAdded;
-    return isAdded;
-}
-
-/** Each time: another program forgets runs of which no song is left. */
-bool Journal::Run::insertRun()
-{
-    JournalFile &file = m_journal.m_file;
-    QSqlQuery query =
-        file.prepare("INSERT OR IGNORE INTO run (id, time, what, lock) VALUES (?, ?, ?, ?)");
-    query.addBindValue(m_id == 0 ? QVariant() : m_id);
-    query.addBindValue(QDateTime::currentMSecsSinceEpoch());
-    query.addBindValue(m_what);
-    query.addBindValue(m_lockName);
-    if (!file.exec(query))
-        return false;
-    if (m_id == 0)
-        m_id = query.lastInsertId().toLongLong();
-    return true;
-}
-
-bool Journal::Run::insert(QVector<JournalEntry> &entries)
-{
-    JournalFile &file = m_journal.m_file;
-    QSqlQuery song = file.prepare(
-        "INSERT INTO song (run, path, way, oldSize, newSize, prefix, suffix, oldMiddle)"
-        " VALUES (?, ?, ?, ?, ?, ?, ?, ?)");
-    QSqlQuery pending = file.prepare("INSERT INTO pending (song, isTold, temporary, newMiddle, "
-                                     "oldBytes) VALUES (?, 0, ?, ?, ?)");
-    for (JournalEntry &entry : entries) {
-        int column = 0;
-        song.bindValue(column++, m_id);
-        song.bindValue(column++, entry.path);
-        song.bindValue(column++, static_cast<int>(entry.way));
-        song.bindValue(column++, entry.oldSize);
-        song.bindValue(column++, entry.newSize);
-        song.bindValue(column++, entry.splice.prefix);
-        song.bindValue(column++, entry.splice.suffix);
-        song.bindValue(column++, blob(entry.splice.oldMiddle));
-        if (!file.exec(song))
-            return false;
-        entry.id = song.lastInsertId().toLongLong();
-        column = 0;
-        pending.bindValue(column++, entry.id);
-        pending.bindValue(column++, entry.temporary.isNull() ? QLatin1String("") : entry.temporary);
-        pending.bindValue(column++, blob(entry.splice.newMiddle));
-        pending.bindValue(column++, blob(entry.oldBytes));
-        if (!file.exec(pending))
-            return false;
-    }
-    return true;
-}
-
-void Journal::Run::settle(const QVector<Settled> &songs)
-{
-    if (m_id != 0)
-        m_journal.m_file.transaction([&] { return m_journal.settle(songs); });
-}
-
 bool Journal::settle(const QVector<Settled> &songs)
 {
     QSqlQuery pending = m_file.prepare("DELETE FROM pending WHERE song = ?");
@@ -210,7 +99,8 @@ bool Journal::tidy()
     query.addBindValue(keptRuns);
     query.addBindValue(m_mostBytes);
     return m_file.exec(query)
-        && m_file.exec("DELETE FROM run WHERE id NOT IN (SELECT run FROM song)");
+        && m_file.exec("DELETE FROM run WHERE id NOT IN (SELECT run FROM song)")
+        && m_file.exec("DELETE FROM unfinished WHERE run NOT IN (SELECT id FROM run)");
 }
 
 bool Journal::clear()
@@ -237,19 +127,23 @@ std::optional<QVector<JournalRun>> Journal::runs()
         return runs;
     if (!m_file.open(JournalFile::Access::Read))
         return std::nullopt;
+    const QByteArray takesBack = m_file.hasUnfinished()
+        ? "(SELECT takesBack FROM unfinished WHERE unfinished.run = run.id)"
+        : "0";
     QSqlQuery query = m_file.prepare(
         "SELECT run.id, time, what, count(DISTINCT path), max(newHash = (SELECT newHash FROM song "
         "AS later"
-        " WHERE later.path = song.path AND newHash IS NOT NULL ORDER BY later.id DESC LIMIT 1))"
-        " FROM run JOIN song ON song.run = run.id WHERE newHash IS NOT NULL"
-        " GROUP BY run.id ORDER BY run.id DESC");
+        " WHERE later.path = song.path AND newHash IS NOT NULL ORDER BY later.id DESC LIMIT 1)), "
+        + takesBack
+        + " FROM run JOIN song ON song.run = run.id WHERE newHash IS NOT NULL"
+          " GROUP BY run.id ORDER BY run.id DESC");
     const bool isRead = m_file.exec(query);
     if (isRead) {
         while (query.next())
             runs.append({query.value(0).toLongLong(),
                          QDateTime::fromMSecsSinceEpoch(query.value(1).toLongLong()),
-                         query.value(2).toString(), query.value(3).toInt(),
-                         query.value(4).toBool()});
+                         query.value(2).toString(), query.value(3).toInt(), query.value(4).toBool(),
+                         query.value(5).toLongLong()});
     }
     query = QSqlQuery();
     m_file.close();
@@ -286,6 +180,20 @@ QVector<JournalEntry> Journal::written(const char *which, qint64 run)
 }
 
 // ---- recovery
+
+/** True when no program is still saving songs of a run. */
+bool Journal::hasEnded(qint64 run)
+{
+    if (!m_file.open(JournalFile::Access::Read))
+        return false;
+    QSqlQuery query = m_file.prepare("SELECT lock FROM run WHERE id = ?");
+    query.addBindValue(run);
+    const bool isKnown = m_file.exec(query) && query.next();
+    const QString lock = isKnown ? query.value(0).toString() : QString();
+    query = QSqlQuery();
+    m_file.close();
+    return isKnown && RunLock(lockPath(lock)).isHeld();
+}
 
 void Journal::settleUnfinished(const Decision &decide)
 {
@@ -357,7 +265,7 @@ bool Journal::storeSplice(const JournalEntry &entry)
     query.addBindValue(entry.newSize);
     query.addBindValue(entry.splice.prefix);
     query.addBindValue(entry.splice.suffix);
-    query.addBindValue(blob(entry.splice.oldMiddle));
+    query.addBindValue(JournalFile::blob(entry.splice.oldMiddle));
     query.addBindValue(entry.id);
     return m_file.exec(query);
 }

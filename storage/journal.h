@@ -41,6 +41,7 @@ struct JournalRun
     QString what; ///< "edit", "sync", "undo" or "restore"
     int songs = 0; ///< that were written
     bool isUndoable = false; ///< one of them at least was not given other bytes by a later run
+    qint64 takesBack = 0; ///< an undo that was cut short: the run of which songs are left
 };
 
 /**
@@ -76,6 +77,12 @@ public:
         ~Run();
         Q_DISABLE_COPY(Run)
 
+        /** Before the first song: the saves take back that run. Where the newest run has begun to
+         * and was cut short, these go on with it. */
+        void takeBack(qint64 run);
+        /** Of that run nothing is left to be taken back. */
+        void finish();
+
         /** Notes songs that are about to be written and gives them their ids; true once they are
          * on the medium. Once it has failed it is not tried again. */
         bool add(QVector<JournalEntry> &entries);
@@ -86,11 +93,14 @@ public:
         bool begin();
         void end();
         bool insertRun();
+        bool noteUndo();
         bool insert(QVector<JournalEntry> &entries);
 
         Journal &m_journal;
         QString m_what;
         qint64 m_id = 0;
+        qint64 m_takenBack = 0; ///< 0: none
+        qint64 m_continued = 0; ///< the run that began with it; 0: none
         QString m_lockName;
         std::unique_ptr<RunLock> m_lock; ///< null until a song is noted
         bool m_hasFailed = false;
@@ -117,6 +127,7 @@ public:
 private:
     QVector<JournalEntry> written(const char *which, qint64 run);
     QString lockPath(const QString &name) const;
+    bool hasEnded(qint64 run);
     void settleRun(qint64 run, const Decision &decide);
     bool readPending(JournalEntry &entry);
     bool storeSplice(const JournalEntry &entry);

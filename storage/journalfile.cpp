@@ -34,6 +34,10 @@ constexpr const char *schema[] = {
     " temporary TEXT NOT NULL, newMiddle BLOB NOT NULL, oldBytes BLOB NOT NULL)",
 };
 
+// Came later: older programs of version 1 leave it alone, and their journals lack it.
+constexpr char unfinishedTable[] = "CREATE TABLE IF NOT EXISTS unfinished"
+                                   " (run INTEGER PRIMARY KEY, takesBack INTEGER NOT NULL)";
+
 /** How SQLite opens the journal without changing anything on the disk: not even the index beside
  * its log, which it would otherwise bring up to date. */
 struct ReadOnlyAccess
@@ -219,17 +223,21 @@ int JournalFile::version()
     return exec(query) && query.next() ? query.value(0).toInt() : -1;
 }
 
-/** Makes the tables of a new file. */
+/** Makes the tables that are missing. */
 bool JournalFile::prepareSchema()
 {
     const int found = version();
-    if (found != 0)
-        return found > 0;
     for (const char *statement : schema) {
-        if (!exec(statement))
+        if (found == 0 && !exec(statement))
             return false;
     }
-    return exec("PRAGMA user_version=1");
+    return found >= 0 && (found > 0 || exec("PRAGMA user_version=1"))
+        && (hasUnfinished() || exec(unfinishedTable));
+}
+
+bool JournalFile::hasUnfinished() const
+{
+    return m_db.tables().contains(QLatin1String("unfinished"));
 }
 
 /** \a sentence says of the file %1 why. */

@@ -47,6 +47,15 @@ public:
     /** All that \a changes does, on the medium, or nothing. */
     bool transaction(const std::function<bool()> &changes);
 
+    /** False where only older programs have written it: they did not note unfinished undos. */
+    bool hasUnfinished() const;
+
+    /** An empty array is a blob too, and not NULL. */
+    static QByteArray blob(const QByteArray &bytes)
+    {
+        return bytes.isNull() ? QByteArray("") : bytes;
+    }
+
     /** True once an open file was set aside; the next open() makes a new one. */
     bool wasSetAside() const { return m_wasSetAside; }
 

@@ -15,6 +15,8 @@
 #include <QSet>
 #include <QTableView>
 
+#include <algorithm>
+
 namespace tarvel4 {
 
 UndoChanges::UndoChanges(QTableView &table, UserSongsRelTableModel *model, WindowHost &host,
@@ -50,21 +52,29 @@ void UndoChanges::askAndUndo()
                            tr("Non c'è nessuna modifica da annullare."), {});
         return;
     }
-    const JournalRun &last = runs->constFirst();
-    QStringList paths;
-    for (const JournalEntry &song : m_journal.songsOf(last.id))
-        paths += song.path;
-    paths.removeDuplicates();
-    if (ask(last, paths))
-        undo(last, paths);
+    const JournalRun &next = *UndoJob::next(m_journal, *runs);
+    const QStringList paths = UndoJob::filesOf(m_journal, next);
+    QStringList left = paths;
+    if (next.id != runs->constFirst().id) { // which has taken back some
+        const QStringList files = UndoJob::filesOf(m_journal, runs->constFirst());
+        const QSet<QString> done(files.begin(), files.end());
+        const auto isDone = [&done](const QString &path) { return done.contains(path); };
+        left.erase(std::remove_if(left.begin(), left.end(), isDone), left.end());
+    }
+    if (ask(next, left, static_cast<int>(paths.size() - left.size())))
+        undo(next, paths);
 }
 
-bool UndoChanges::ask(const JournalRun &run, const QStringList &paths) const
+/** \a done: songs that an undo brought back before it was cut short. */
+bool UndoChanges::ask(const JournalRun &run, const QStringList &paths, int done) const
 {
-    const QString summary =
+    QString summary =
         tr("Ultima modifica: %1\nData e ora: %2\nSong: %3")
             .arg(kindOf(run), QLocale::system().toString(run.time, QLocale::ShortFormat),
                  QString::number(paths.size()));
+    if (done > 0)
+        summary += QLatin1Char('\n')
+            + tr("Già tornate com'erano, prima che l'annullamento fosse interrotto: %1").arg(done);
     const QString question = tr("Vuoi rimettere queste song com'erano prima?");
     QMessageBox box(QMessageBox::Question, tr("Annulla l'ultima modifica"),
                     QStringList({summary, firstOf(paths), question}).join(QLatin1String("\n\n")),
@@ -123,8 +133,10 @@ void UndoChanges::undo(const JournalRun &run, const QStringList &paths)
     }
     report.finish(paths);
     m_host.report(report);
-    if (m_model)
+    if (m_model) {
+        SongTable::readAgain(m_table, *m_model);
         SongTable::resizeColumns(m_table);
+    }
     tellResult(static_cast<int>(restored.size()), static_cast<int>(paths.size()), failed, problems);
 }
 

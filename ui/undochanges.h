@@ -29,7 +29,7 @@ public:
 
 private:
     void askAndUndo();
-    bool ask(const JournalRun &run, const QStringList &paths) const;
+    bool ask(const JournalRun &run, const QStringList &paths, int done) const;
     static QString kindOf(const JournalRun &run);
     static QString firstOf(const QStringList &paths);
     void undo(const JournalRun &run, const QStringList &paths);

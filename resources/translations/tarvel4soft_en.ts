@@ -1523,6 +1523,10 @@ Songs: %3</translation>
         <source>Queste song restano come sono:</source>
         <translation>These songs stay as they are:</translation>
     </message>
+    <message>
+        <source>Già tornate com&apos;erano, prima che l&apos;annullamento fosse interrotto: %1</source>
+        <translation>Already back as they were, before the undo was interrupted: %1</translation>
+    </message>
 </context>
 <context>
     <name>UndoJob</name>

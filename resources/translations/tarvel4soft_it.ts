@@ -1523,6 +1523,10 @@ Song: %3</translation>
         <source>Queste song restano come sono:</source>
         <translation>Queste song restano come sono:</translation>
     </message>
+    <message>
+        <source>Già tornate com'erano, prima che l'annullamento fosse interrotto: %1</source>
+        <translation>Già tornate com'erano, prima che l'annullamento fosse interrotto: %1</translation>
+    </message>
 </context>
 <context>
     <name>UndoJob</name>

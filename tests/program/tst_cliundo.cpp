@@ -328,9 +328,14 @@ void tst_CliUndo::givesEveryByteBackAfterKills()
     }
     for (const int part : {2, 5, 8}) {
         cli(sync);
-        const QString run = historyOf("run").value(0).toString();
         kill("undo"_s, whole * part / 10);
-        QCOMPARE(cli("undo "_s + run).status, 0);
+        // Goes on with the killed one: the two are one run, which is taken back whole.
+        if (songs() != before)
+            QCOMPARE(cli("undo").status, 0);
+        QVERIFY(songs() == before);
+        QCOMPARE(cli("undo").status, 0);
+        QVERIFY(songs() == after);
+        QCOMPARE(cli("undo").status, 0);
         QVERIFY(songs() == before);
     }
     if (undone == 0)

@@ -126,6 +126,63 @@ private Q_SLOTS:
         QCOMPARE(SongBytes::names(journalFolder()), words("journal.db"));
     }
 
+    void anUndoThatWasCutShortIsGoneOnWith_data()
+    {
+        const Table<bool, bool, int> row; // isOver: the first one; isOfOther: the second; runs
+        row("in the same run", true, false, 2);
+        row("in a run of its own while the first one lives", false, false, 3);
+        row("in a run of its own where it takes back another run", true, true, 3);
+    }
+    void anUndoThatWasCutShortIsGoneOnWith()
+    {
+        const auto [isOver, isOfOther, runs] = cells<bool, bool, int>();
+        Journal journal(journalFolder());
+        save(journal, write(path("a.mid"), "old"), "new");
+        const qint64 edit = journal.runs()->first().id;
+        const auto takeBack = [this](Journal::Run &run, qint64 which, const char *song) {
+            run.takeBack(which);
+            SaveBatch batch(Disk::real(), &run);
+            add(batch, write(path(song), "new"), Way::InPlace, "old");
+        };
+        auto first = std::make_unique<Journal::Run>(journal, "undo"_s);
+        takeBack(*first, edit, "b.mid");
+        QCOMPARE(journal.runs()->first().takesBack, edit);
+        if (isOver)
+            first.reset();
+        Journal other(journalFolder());
+        {
+            Journal::Run second(other, "undo"_s);
+            takeBack(second, isOfOther ? edit + 9 : edit, "c.mid");
+            QVERIFY(other.runs()->first().takesBack != 0);
+            second.finish();
+        }
+        QCOMPARE(journal.runs()->size(), runs);
+        QCOMPARE(journal.runs()->first().takesBack, 0);
+        QCOMPARE(journal.songsOf(journal.runs()->first().id).size(), runs == 2 ? 2 : 1);
+        QCOMPARE(unfinished(), QStringList());
+    }
+
+    void aJournalOfAnOlderProgramIsReadAndWritten()
+    {
+        const QString file = write(path("a.mid"), "old");
+        Journal journal(journalFolder());
+        save(journal, file, "new");
+        {
+            JournalFile raw(journalFolder(), {});
+            QVERIFY(raw.open(JournalFile::Access::Write));
+            QVERIFY(raw.exec("DROP TABLE unfinished"));
+        }
+        QCOMPARE(journal.runs()->size(), 1);
+        Journal::Run run(journal, "undo"_s);
+        run.takeBack(1);
+        {
+            SaveBatch batch(Disk::real(), &run);
+            add(batch, file, Way::InPlace, "old");
+        }
+        QCOMPARE(journal.runs()->first().takesBack, 1);
+        QCOMPARE(journal.songsOf(1).size(), 1);
+    }
+
     void aSongThatHasToWaitIsAskedAboutAgain()
     {
         const QString file = write(path("a.mid"), "old");
