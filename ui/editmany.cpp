@@ -7,6 +7,7 @@
 #include "library/songrows.h"
 #include "ui/editmanydialog.h"
 #include "ui/manualedit.h"
+#include "ui/songtable.h"
 #include "ui/windowhost.h"
 
 #include <QTableView>
@@ -46,15 +47,19 @@ void EditMany::run()
     const int current = static_cast<int>(rows.indexOf(m_table.currentIndex().row()));
     if (current >= 0)
         dialog.choose({current});
+    bool isChanged = false;
     while (dialog.exec() == QDialog::Accepted) {
+        isChanged = true;
         QVector<int> unsaved;
         const EditSummary summary = save(dialog, rows, unsaved);
         ManualEdit::tellUnsaved(m_host, summary);
         m_host.tellNotices();
         if (unsaved.isEmpty())
-            return;
+            break;
         dialog.choose(unsaved);
     }
+    if (isChanged) // not before: the dialog knows its songs by their rows
+        SongTable::readAgain(m_table, m_model);
 }
 
 /** Those that no filter hides. */

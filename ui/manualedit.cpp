@@ -7,6 +7,7 @@
 #include "library/songrows.h"
 #include "songs/metasong.h"
 #include "ui/dataeditdialog.h"
+#include "ui/songtable.h"
 #include "ui/windowhost.h"
 
 #include <QDebug>
@@ -39,12 +40,15 @@ void ManualEdit::editRow(int row)
         return; // required: no box
     QObject::connect(&dialog, &DataEditDialog::stepRequested, &dialog,
                      [this, &dialog](int direction) { step(direction, dialog); });
-    while (dialog.exec() == QDialog::Accepted) {
-        if (save(dialog))
-            return;
+    bool isSaved = false;
+    while (!isSaved && dialog.exec() == QDialog::Accepted)
+        isSaved = save(dialog);
+    if (!isSaved) {
+        qDebug() << "Rejected!";
+        dumpSongInfo(m_record);
     }
-    qDebug() << "Rejected!";
-    dumpSongInfo(m_record);
+    if (m_hasEditedAll)
+        SongTable::readAgain(m_table, m_model);
 }
 
 /** Shows the song of a row in the dialog; false where it can't be read. */
@@ -122,6 +126,7 @@ bool ManualEdit::saveTo(SongEdit &song, const SongInfo &edited, const DataEditDi
         summary.add(saved);
     }));
     saves.commit();
+    m_hasEditedAll |= fields.any();
     if (fields.any()) {
         const QStringList paths = SongRows::paths(m_model);
         summary.add(EditJob(m_host, saves)

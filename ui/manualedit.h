@@ -54,6 +54,7 @@ private:
     WindowHost &m_host;
     Journal &m_journal;
     int m_row = -1;
+    bool m_hasEditedAll = false;
     SongInfo m_record; ///< as it was read last
     std::optional<SongEdit> m_song; ///< none where it can't be read again after a save
 };

@@ -1,5 +1,6 @@
 #include "tests/ui/progresswatcher.h"
 #include "tests/ui/undotest.h"
+#include "ui/editmanydialog.h"
 
 using namespace tarvel4;
 
@@ -158,6 +159,81 @@ private Q_SLOTS:
             expected[last] = before.at(last);
         QCOMPARE(bytesOf(songs), expected);
         QCOMPARE(statuses(), text("1 1 1 1 0 0"));
+    }
+
+    /** And not what the cancelled one took back; all of it is one change then. */
+    void theRestIsTakenBackAfterACancel()
+    {
+        const QStringList songs = everyFormat();
+        const QVector<QByteArray> before = bytesOf(songs);
+        import(songs);
+        make(text("sync"));
+        const QVector<QByteArray> after = bytesOf(songs);
+        {
+            ProgressWatcher watcher;
+            watcher.onValue = [](QProgressDialog &dialog, int value) {
+                if (value == 2)
+                    ProgressWatcher::cancel(dialog);
+            };
+            undo();
+        }
+        QVERIFY(bytesOf(songs) != before);
+
+        QString question;
+        m_driver->boxes.clear();
+        answerQuestion(QMessageBox::Yes, &question);
+        m_driver->answerBox(QMessageBox::Ok);
+        trigger("actionUndo");
+        for (const char *part : {"Ultima modifica: sincronizzazione", "Song: 4\n",
+                                 "prima che l'annullamento fosse interrotto: 2"})
+            QVERIFY2(question.contains(text(part)), qPrintable(question));
+        QCOMPARE(m_driver->boxes.value(0),
+                 text("Information|Annulla l'ultima modifica|Song tornate com'erano: 6 di 6"));
+        QCOMPARE(bytesOf(songs), before);
+        QCOMPARE(statuses(), text("0 0 0 0 0 0"));
+
+        undo();
+        QCOMPARE(bytesOf(songs), after);
+        undo();
+        QCOMPARE(bytesOf(songs), before);
+    }
+
+    void rowsAreInTheirOrderAgain_data()
+    {
+        const Table<bool, int, QStringList> row;
+        row("after an edit of all titles", false, Title, "b.mid a.mid c.mid");
+        row("after an edit of several songs", true, Artist, "c.mid a.mid b.mid");
+    }
+    void rowsAreInTheirOrderAgain()
+    {
+        const auto [isOfSeveral, sorted, before] = cells<bool, int, QStringList>();
+        import({addSong("c.mid", "Uno"), addSong("a.mid", "Tre"), addSong("b.mid", "Due")});
+        table()->sortByColumn(sorted, Qt::AscendingOrder);
+        QCOMPARE(column(Name), before);
+        const int edited = before.indexOf(text("c.mid"));
+        table()->setCurrentIndex(model()->index(edited, Title));
+        if (isOfSeveral) {
+            m_driver->expect<EditManyDialog>([](EditManyDialog &dialog) {
+                click(dialog, "artistCheckBox");
+                child<QComboBox>(dialog, "artistComboBox")->setEditText(text("NEW"));
+                click(dialog, "applyPushButton");
+            });
+            trigger("actionEditMany");
+        } else {
+            m_driver->expect<DataEditDialog>([](DataEditDialog &dialog) {
+                click(dialog, "radioButtonTitle2");
+                click(dialog, "checkBoxToAllTitle");
+                click(dialog, "savePushButton");
+            });
+            m_driver->answerBox(QMessageBox::Yes);
+            doubleClick(edited);
+        }
+        QCOMPARE(column(Name), strings({"a.mid", "b.mid", "c.mid"}));
+        QCOMPARE(table()->currentIndex().row(), 2); // of c.mid still
+        undo();
+        QCOMPARE(column(Name), before);
+        QCOMPARE(table()->currentIndex().row(), edited);
+        QCOMPARE(statuses(), text("0 0 0"));
     }
 
     void nothingElseCanBeStartedMeanwhile_data()
