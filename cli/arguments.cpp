@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <optional>
 
@@ -26,6 +27,14 @@ bool isOption(const QByteArray &word)
     return word.startsWith('-') && word.size() > 1;
 }
 
+/** The whole name of an option. */
+QByteArray fullName(const QByteArray &name)
+{
+    if (name == "-h")
+        return "--help";
+    return name == "-v" ? QByteArray("--verbose") : name;
+}
+
 /** The option of that name, else those whose names begin so. */
 QVector<const Option *> optionsNamed(const QByteArray &name, const QVector<Option> &options)
 {
@@ -37,6 +46,10 @@ QVector<const Option *> optionsNamed(const QByteArray &name, const QVector<Optio
         if (name.startsWith("--") && full.startsWith(name))
             matches += &option;
     }
+    if (matches.size() > 1)
+        matches.erase(std::remove_if(matches.begin(), matches.end(),
+                                     [](const Option *option) { return option->yields; }),
+                      matches.end());
     return matches;
 }
 
@@ -76,8 +89,7 @@ bool Arguments::readOption(QByteArrayList &words, const QVector<Option> &options
 {
     const QByteArray word = words.takeFirst();
     const int equals = static_cast<int>(word.indexOf('='));
-    const QByteArray name =
-        word == "-h" ? QByteArray("--help") : word.left(equals < 0 ? word.size() : equals);
+    const QByteArray name = fullName(word.left(equals < 0 ? word.size() : equals));
     const QVector<const Option *> matches = optionsNamed(name, options);
     if (matches.size() != 1)
         return fail(ExitStatus::Usage,

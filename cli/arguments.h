@@ -23,6 +23,7 @@ struct Option
     Kind kind;
     const char *value; ///< as help shows it; null for a flag
     const char *help; ///< source text of the context "Cli"
+    bool yields = false; ///< a shortened name that fits another option as well means that one
 };
 
 /** The words after a command, told apart into options and operands. */

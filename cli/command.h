@@ -73,6 +73,12 @@ ExitStatus wrongUsage(Session &session, const QString &text);
 /** Says why something could not be done with \a path, as the user named it. */
 void sayFailure(Session &session, const QString &path, const Outcome &cause);
 
+/** With --verbose: what the system itself said of a failure, where it had a word in it. */
+void sayDetail(Session &session, const QString &path, const Outcome &cause);
+
+/** With --verbose: \a what was done with a file. */
+void sayDone(Session &session, const QString &path, const QString &what);
+
 /** Says why the job could not be done. */
 ExitStatus jobFailed(Session &session, const QString &text);
 

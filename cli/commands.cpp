@@ -22,6 +22,11 @@ const QVector<Option> &globalOptions()
         {"log", Option::Flag, nullptr,
          QT_TRANSLATE_NOOP("Cli", "scrive il log in log.txt nella cartella corrente")},
         {"quiet", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "non mostra l'avanzamento")},
+        {"verbose", Option::Flag, nullptr,
+         QT_TRANSLATE_NOOP("Cli",
+                           "dice che cosa è stato fatto di ogni file, e che errore ha dato il "
+                           "sistema (anche -v)"),
+         true},
         {"help", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "mostra questo aiuto (anche -h)")},
         {"version", Option::Flag, nullptr, QT_TRANSLATE_NOOP("Cli", "mostra la versione")},
     };
@@ -37,11 +42,13 @@ Option recursiveOption()
 
 QVector<Option> withPathLists(QVector<Option> options)
 {
-    options += {"files-from", Option::Path, "FILE",
-                QT_TRANSLATE_NOOP("Cli", "altri PATH, uno per riga (-: dall'ingresso standard)")};
-    options += {"null", Option::Flag, nullptr,
-                QT_TRANSLATE_NOOP("Cli", "in FILE ogni PATH finisce con un byte zero")};
-    return options;
+    static const QVector<Option> lists{
+        {"files-from", Option::Path, "FILE",
+         QT_TRANSLATE_NOOP("Cli", "altri PATH, uno per riga (-: dall'ingresso standard)")},
+        {"null", Option::Flag, nullptr,
+         QT_TRANSLATE_NOOP("Cli", "in FILE ogni PATH finisce con un byte zero")},
+    };
+    return options + lists;
 }
 
 ExitStatus wrongUsage(Session &session, const QString &text)
@@ -54,6 +61,22 @@ ExitStatus wrongUsage(Session &session, const QString &text)
 void sayFailure(Session &session, const QString &path, const Outcome &cause)
 {
     session.host.say(path + QLatin1String(": ") + cause.sentence());
+    sayDetail(session, path, cause);
+}
+
+void sayDetail(Session &session, const QString &path, const Outcome &cause)
+{
+    if (session.host.isVerbose() && cause.systemError != 0)
+        session.host.say(path + QLatin1String(": ")
+                         + Cli::tr("il sistema ha rifiutato %1: %2 (errore %3)")
+                               .arg(cause.path, cause.systemWords())
+                               .arg(cause.systemError));
+}
+
+void sayDone(Session &session, const QString &path, const QString &what)
+{
+    if (session.host.isVerbose())
+        session.host.say(path + QLatin1String(": ") + what);
 }
 
 ExitStatus jobFailed(Session &session, const QString &text)

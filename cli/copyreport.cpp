@@ -1,5 +1,6 @@
 #include "cli/copyreport.h"
 #include "cli/songrecord.h"
+#include "cli/texts.h"
 
 namespace tarvel4 {
 
@@ -12,8 +13,11 @@ void CopyReport::add(const SongOutcome &song)
 {
     const QString &given = m_paths.songs().at(m_next++).given;
     if (!song.isFailure())
-        return;
+        return sayDone(m_session, given,
+                       song.result == SongResult::Kept ? Cli::tr("esiste già, non copiata")
+                                                       : Cli::tr("copiata"));
     m_session.host.say(given + QLatin1String(": ") + song.sentence());
+    sayDetail(m_session, given, song.cause);
     if (m_records == Records::None)
         return;
     Record record = m_session.records.begin();

@@ -130,6 +130,7 @@ ExitStatus runEdit(const Arguments &arguments, Session &session)
                 sayFailure(session, path, song.cause);
                 session.records.write(errorRecord(record, path, song.cause));
             } else {
+                sayDone(session, path, Cli::tr("salvata"));
                 session.records.write(songRecord(record, path, song.after));
             }
         });

@@ -45,9 +45,14 @@ ExitStatus runExtract(const Arguments &arguments, Session &session)
         sayObstacle(session, target, obstacle);
         return ExitStatus::Failed;
     }
-    return NewFile::write(Disk::real(), target, song.midiData())
-        ? ExitStatus::Done
-        : jobFailed(session, Cli::tr("%1: non può essere scritto").arg(target));
+    if (const Outcome written = NewFile::write(Disk::real(), target, song.midiData()); !written) {
+        const ExitStatus status =
+            jobFailed(session, Cli::tr("%1: non può essere scritto").arg(target));
+        sayDetail(session, target, written);
+        return status;
+    }
+    sayDone(session, target, Cli::tr("scritto"));
+    return ExitStatus::Done;
 }
 
 } // namespace

@@ -19,6 +19,10 @@ ExitStatus build(IndexJob::Kind kind, const QString &root, const QString &given,
 {
     IndexJob job(session.host, session.host);
     job.setStopWhen(&Console::interrupted);
+    job.setOnPath([&session](const QString &path) {
+        if (!path.isEmpty())
+            sayDone(session, path, Cli::tr("esaminato"));
+    });
     const IndexSummary index = job.run(kind, root, {QString(), Cli::tr("Indice..."), QString()}, 0);
 
     Record record = session.records.begin();
@@ -79,8 +83,10 @@ ExitStatus runIndex(const Arguments &arguments, Session &session)
     RecoveryJob(session.host).finishSaves(session.journal);
     if (job == QLatin1String("delete")) {
         Index index;
-        return index.deleteIndex(root) ? ExitStatus::Done
-                                       : jobFailed(session, given, index.outcome());
+        if (!index.deleteIndex(root))
+            return jobFailed(session, given, index.outcome());
+        sayDone(session, given, Cli::tr("l'indice è stato tolto"));
+        return ExitStatus::Done;
     }
     return build(job == QLatin1String("update") ? IndexJob::Kind::Update : IndexJob::Kind::Rebuild,
                  root, given, session);

@@ -28,6 +28,7 @@ ExitStatus runInfo(const Arguments &arguments, Session &session)
             session.records.write(errorRecord(session.records.begin(), path.given, song.cause,
                                               QLatin1String(unknownFile)));
         } else {
+            sayDone(session, path.given, Cli::tr("letta"));
             session.records.write(songRecord(session.records.begin(), path.given, song.after));
         }
         session.host.setProgress(++done);

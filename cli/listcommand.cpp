@@ -94,7 +94,10 @@ ExitStatus runList(const Arguments &arguments, Session &session)
         if (session.host.wasCancelled())
             return ExitStatus::Interrupted;
         const Outcome written = NewFile::write(Disk::real(), target, list);
-        return written ? ExitStatus::Done : jobFailed(session, target, written);
+        if (!written)
+            return jobFailed(session, target, written);
+        sayDone(session, target, Cli::tr("scritto"));
+        return ExitStatus::Done;
     }
     if (isJson)
         writeRecords(songs, session.records, session);

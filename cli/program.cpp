@@ -142,6 +142,7 @@ ExitStatus Program::execute(const Command &command, const Arguments &arguments) 
     if (arguments.has("log"))
         MessageLog::start();
     TerminalHost host(arguments.has("quiet"));
+    host.setVerbose(arguments.has("verbose"));
     const bool isTerminal = Console::isTerminal(Console::Output);
     RecordWriter records(arguments.has("json") ? Record::Json : Record::Text,
                          [&host, isTerminal](const QByteArray &bytes) {

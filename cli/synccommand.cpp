@@ -15,6 +15,16 @@ namespace tarvel4 {
 
 namespace {
 
+/** What was done with a song that nothing went wrong with. */
+QString doneText(SongResult result, bool dryRun)
+{
+    if (result == SongResult::NotFound)
+        return Cli::tr("il catalogo non la contiene");
+    if (result == SongResult::Refused)
+        return Cli::tr("non pubblicata da K-Varo, lasciata com'era");
+    return dryRun ? Cli::tr("da salvare") : Cli::tr("salvata");
+}
+
 const char *statusText(SongResult result, bool dryRun)
 {
     switch (result) {
@@ -91,6 +101,8 @@ ExitStatus synchronise(const SongPaths &paths, Session &session, const UpdateJob
         const QString &path = paths.songs().at(next++).given;
         if (song.isFailure())
             sayFailure(session, path, song.cause);
+        else
+            sayDone(session, path, doneText(song.result, options.isDryRun));
         session.records.write(syncRecord(session.records.begin(), path, song, options.isDryRun));
     };
     BackupSummary backup;

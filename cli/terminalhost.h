@@ -29,6 +29,9 @@ public:
     /** True when there is somebody to ask. */
     static bool canAsk();
 
+    /** True where each file is to be told of. */
+    bool isVerbose() const { return m_verbose; }
+    void setVerbose(bool verbose) { m_verbose = verbose; }
     void setOverwrite(Overwrite overwrite) { m_overwrite = overwrite; }
     void setBackup(const BackupChoice &choice) { m_backup = choice; }
     /** Another reason to stop before the next song. */
@@ -66,6 +69,7 @@ private:
     Answer ask(const QString &question);
 
     bool m_quiet;
+    bool m_verbose = false;
     ProgressLine m_progress;
     Overwrite m_overwrite = Overwrite::No;
     BackupChoice m_backup;

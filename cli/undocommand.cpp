@@ -34,9 +34,11 @@ void report(Session &session, const QString &path, const SongOutcome &song, bool
     record.addText("path", path);
     if (song.isFailure()) {
         session.host.say(path + QLatin1String(": ") + sentence(song));
+        sayDetail(session, path, song.cause);
         record.addText("status", QStringLiteral("failed"));
         addFailure(record, song.cause, sentence(song));
     } else {
+        sayDone(session, path, isDryRun ? Cli::tr("da ripristinare") : Cli::tr("ripristinata"));
         record.addText("status",
                        isDryRun ? QStringLiteral("would-restore") : QStringLiteral("restored"));
         if (!song.after.format.isEmpty()) // what a damaged song was given back may be damaged too

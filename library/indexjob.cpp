@@ -32,6 +32,8 @@ IndexSummary IndexJob::run(Kind kind, const QString &root, const ProgressTexts &
                      [this](int newMaximum) { m_progress.setProgressMaximum(newMaximum); });
     QObject::connect(&index, &Index::progressValueChanged,
                      [this](int value) { m_progress.setProgressValue(value); });
+    if (m_onPath)
+        QObject::connect(&index, &Index::currentPathChanged, m_onPath);
     IndexSummary summary = run(kind, root, index);
     m_progress.endProgress();
     return summary;

@@ -39,6 +39,12 @@ public:
     /** As Index::setStopWhen(). */
     void setStopWhen(std::function<bool()> stopWhen) { m_stopWhen = std::move(stopWhen); }
 
+    /** Told what Index::currentPathChanged() tells. */
+    void setOnPath(std::function<void(const QString &path)> onPath)
+    {
+        m_onPath = std::move(onPath);
+    }
+
     /** Shows a progress of its own, whose maximum is \a maximum until the songs are counted. */
     IndexSummary run(Kind kind, const QString &root, const ProgressTexts &texts, int maximum);
 
@@ -50,6 +56,7 @@ private:
     Messages &m_messages;
     Disk &m_disk;
     std::function<bool()> m_stopWhen;
+    std::function<void(const QString &)> m_onPath;
 };
 
 } // namespace tarvel4

@@ -139,6 +139,11 @@ QString Outcome::message() const
     return path.isEmpty() ? sentence() : path + QLatin1String(": ") + sentence();
 }
 
+QString Outcome::systemWords() const
+{
+    return systemError == 0 ? QString() : qt_error_string(systemError);
+}
+
 QString Outcome::codeName() const
 {
     const Words *words = wordsOf(code);
@@ -158,9 +163,9 @@ QString Outcome::volumeNameOf(const QString &path)
 Outcome Outcome::ofSystemError(int error, const QString &path, bool isWriting)
 {
     const Code code = codeOf(error, isWriting);
-    Outcome outcome{code, path, {}, {}};
+    Outcome outcome{code, path, {}, {}, error};
     if (code == Code::MediumFailed)
-        outcome.detail = qt_error_string(error);
+        outcome.detail = outcome.systemWords();
     else if (code == Code::ReadOnlyVolume)
         outcome.detail = volumeNameOf(path);
     else if (code == Code::TooLarge)

@@ -46,6 +46,7 @@ struct Outcome
     QString path; ///< of the file that it happened to
     QString detail; ///< translated plain text, as the code has it
     QString field; ///< the key in a song's record of the field to blame: "title" ...
+    int systemError = 0; ///< the number by which the system named the cause; 0 where it did not
 
     explicit operator bool() const { return code == Code::Done; }
 
@@ -53,6 +54,8 @@ struct Outcome
     QString sentence() const;
     /** The path and the sentence. */
     QString message() const;
+    /** The system's own words for the cause; empty where it named none. */
+    QString systemWords() const;
     /** The code's fixed name, as "no-room"; empty when all went well. */
     QString codeName() const;
 

@@ -526,6 +526,62 @@
         <source>Azioni:</source>
         <translation>Actions:</translation>
     </message>
+    <message>
+        <source>dice che cosa è stato fatto di ogni file, e che errore ha dato il sistema (anche -v)</source>
+        <translation>tells what was done with each file, and the system&apos;s own error (also -v)</translation>
+    </message>
+    <message>
+        <source>il sistema ha rifiutato %1: %2 (errore %3)</source>
+        <translation>the system refused %1: %2 (error %3)</translation>
+    </message>
+    <message>
+        <source>esiste già, non copiata</source>
+        <translation>exists already, not copied</translation>
+    </message>
+    <message>
+        <source>copiata</source>
+        <translation>copied</translation>
+    </message>
+    <message>
+        <source>salvata</source>
+        <translation>saved</translation>
+    </message>
+    <message>
+        <source>scritto</source>
+        <translation>written</translation>
+    </message>
+    <message>
+        <source>esaminato</source>
+        <translation>examined</translation>
+    </message>
+    <message>
+        <source>l&apos;indice è stato tolto</source>
+        <translation>the index was removed</translation>
+    </message>
+    <message>
+        <source>letta</source>
+        <translation>read</translation>
+    </message>
+    <message>
+        <source>il catalogo non la contiene</source>
+        <translation>the catalogue does not have it</translation>
+    </message>
+    <message>
+        <source>non pubblicata da K-Varo, lasciata com&apos;era</source>
+        <translation>not published by K-Varo, left as it was</translation>
+    </message>
+    <message>
+        <source>da salvare</source>
+        <translation>to be saved</translation>
+    </message>
+    <message>
+        <source>da ripristinare</source>
+        <translation>to be restored</translation>
+    </message>
+    <message>
+        <source>ripristinata</source>
+        <translation>restored</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

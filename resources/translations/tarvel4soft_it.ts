@@ -526,6 +526,62 @@
         <source>Azioni:</source>
         <translation>Azioni:</translation>
     </message>
+    <message>
+        <source>dice che cosa è stato fatto di ogni file, e che errore ha dato il sistema (anche -v)</source>
+        <translation>dice che cosa è stato fatto di ogni file, e che errore ha dato il sistema (anche -v)</translation>
+    </message>
+    <message>
+        <source>il sistema ha rifiutato %1: %2 (errore %3)</source>
+        <translation>il sistema ha rifiutato %1: %2 (errore %3)</translation>
+    </message>
+    <message>
+        <source>esiste già, non copiata</source>
+        <translation>esiste già, non copiata</translation>
+    </message>
+    <message>
+        <source>copiata</source>
+        <translation>copiata</translation>
+    </message>
+    <message>
+        <source>salvata</source>
+        <translation>salvata</translation>
+    </message>
+    <message>
+        <source>scritto</source>
+        <translation>scritto</translation>
+    </message>
+    <message>
+        <source>esaminato</source>
+        <translation>esaminato</translation>
+    </message>
+    <message>
+        <source>l'indice è stato tolto</source>
+        <translation>l'indice è stato tolto</translation>
+    </message>
+    <message>
+        <source>letta</source>
+        <translation>letta</translation>
+    </message>
+    <message>
+        <source>il catalogo non la contiene</source>
+        <translation>il catalogo non la contiene</translation>
+    </message>
+    <message>
+        <source>non pubblicata da K-Varo, lasciata com'era</source>
+        <translation>non pubblicata da K-Varo, lasciata com'era</translation>
+    </message>
+    <message>
+        <source>da salvare</source>
+        <translation>da salvare</translation>
+    </message>
+    <message>
+        <source>da ripristinare</source>
+        <translation>da ripristinare</translation>
+    </message>
+    <message>
+        <source>ripristinata</source>
+        <translation>ripristinata</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

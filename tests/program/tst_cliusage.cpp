@@ -38,6 +38,7 @@ private Q_SLOTS:
                                      "--catalogue FILE",
                                      "--log",
                                      "--quiet",
+                                 "--verbose",
                                      "--json",
                                      "--help",
                                      "--version",

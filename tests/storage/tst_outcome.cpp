@@ -57,7 +57,8 @@ private Q_SLOTS:
         QVERIFY(!outcome && outcome == Code::TooLarge && outcome != Code::NoRoom);
         outcome.code = Code::ChangedMeanwhile;
         QCOMPARE(outcome.message(), "why"_s);
-        QVERIFY(Outcome() && Outcome().sentence().isEmpty() && Outcome().codeName().isEmpty());
+        QVERIFY(Outcome() && Outcome().sentence().isEmpty() && Outcome().codeName().isEmpty()
+                && Outcome().systemWords().isEmpty());
     }
 
     void aReadOnlyVolumeIsNamed_data()
@@ -108,6 +109,7 @@ private Q_SLOTS:
             const Outcome outcome = Outcome::ofSystemError(error, "/a"_s, isWriting);
             QCOMPARE(outcome.codeName(), QString::fromLatin1(QTest::currentDataTag()));
             QCOMPARE(outcome.path, "/a"_s);
+            QCOMPARE(outcome.systemWords(), qt_error_string(error));
             if (outcome == Code::MediumFailed)
                 QCOMPARE(outcome.detail, qt_error_string(error));
             QCOMPARE(outcome.detail.isEmpty(),
