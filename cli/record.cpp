@@ -81,8 +81,17 @@ void appendJson(QByteArray &json, const QJsonValue &value)
 
 } // namespace
 
+bool Record::isLeftOut(const char *key) const
+{
+    return !m_keys.isEmpty() && !m_keys.contains(key);
+}
+
 void Record::addText(const char *key, const QString &text)
 {
+    if (isLeftOut(key))
+        return;
+    if (m_format == Csv)
+        return setCell(key, text.toUtf8());
     begin(key);
     if (m_format == Json)
         appendJson(m_bytes, text);
@@ -93,6 +102,10 @@ void Record::addText(const char *key, const QString &text)
 
 void Record::addNumber(const char *key, int number)
 {
+    if (isLeftOut(key))
+        return;
+    if (m_format == Csv)
+        return setCell(key, QByteArray::number(number));
     begin(key);
     if (m_format == Text)
         m_bytes += ' ';
@@ -102,6 +115,10 @@ void Record::addNumber(const char *key, int number)
 
 void Record::addFlag(const char *key, bool flag)
 {
+    if (isLeftOut(key))
+        return;
+    if (m_format == Csv)
+        return setCell(key, flag ? "true" : "false");
     begin(key);
     if (m_format == Text)
         m_bytes += ' ';
@@ -111,8 +128,10 @@ void Record::addFlag(const char *key, bool flag)
 
 void Record::addValue(const char *key, const QJsonValue &value, const QString &text)
 {
-    if (m_format == Text)
+    if (m_format != Json)
         return addText(key, text);
+    if (isLeftOut(key))
+        return;
     begin(key);
     appendJson(m_bytes, value);
     end();
@@ -122,7 +141,31 @@ QByteArray Record::bytes() const
 {
     if (m_format == Text)
         return m_bytes;
+    if (m_format == Csv)
+        return csvLine(m_cells);
     return m_bytes.isEmpty() ? QByteArray("{}\n") : m_bytes + "}\n";
+}
+
+QByteArray Record::csvLine(const QByteArrayList &cells)
+{
+    QByteArrayList quoted;
+    for (QByteArray cell : cells) {
+        const bool isPlain = std::none_of(cell.cbegin(), cell.cend(), [](char character) {
+            return character == ',' || character == '"' || character == '\n' || character == '\r';
+        });
+        quoted += isPlain ? cell : '"' + cell.replace('"', "\"\"") + '"';
+    }
+    return quoted.join(',') + '\n';
+}
+
+void Record::setCell(const char *key, const QByteArray &text)
+{
+    while (m_cells.size() < m_keys.size())
+        m_cells += QByteArray();
+    for (int column = 0; column < m_keys.size(); ++column) {
+        if (m_keys.at(column) == key)
+            m_cells[column] = text;
+    }
 }
 
 void Record::begin(const char *key)

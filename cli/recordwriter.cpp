@@ -9,6 +9,13 @@ RecordWriter::RecordWriter(Record::Format format, Sink sink)
     , m_sink(std::move(sink))
 {}
 
+void RecordWriter::useTable(const QByteArrayList &columns)
+{
+    m_format = Record::Csv;
+    m_keys = columns;
+    writeRaw(Record::csvLine(columns));
+}
+
 void RecordWriter::write(const Record &record)
 {
     const bool isParted = m_format == Record::Text && !m_isFirst;

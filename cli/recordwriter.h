@@ -18,6 +18,12 @@ public:
     /** Has the keys that people read stand out. */
     void useColours() { m_isColoured = true; }
 
+    /** Has records written with these keys only. */
+    void select(const QByteArrayList &keys) { m_keys = keys; }
+
+    /** Has records written as a table with these columns, of which the first line tells. */
+    void useTable(const QByteArrayList &columns);
+
     /** Parts records for people by an empty line. */
     void write(const Record &record);
 
@@ -29,13 +35,14 @@ public:
 
     Record::Format format() const { return m_format; }
     /** A record to be filled and written. */
-    Record begin() const { return Record(m_format, m_isColoured); }
+    Record begin() const { return Record(m_format, m_isColoured, m_keys); }
     /** True once anything could not be written; what follows is dropped. */
     bool failed() const { return m_failed; }
 
 private:
     Record::Format m_format;
     Sink m_sink;
+    QByteArrayList m_keys;
     bool m_isColoured = false;
     bool m_isFirst = true;
     bool m_failed = false;

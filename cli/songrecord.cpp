@@ -5,6 +5,14 @@
 
 namespace tarvel4 {
 
+const QByteArrayList &songKeys()
+{
+    static const QByteArrayList keys{"path",      "name",    "format",      "title",   "artist",
+                                     "genre",     "author",  "length",      "bpm",     "key",
+                                     "publisher", "markers", "mfxLongName", "mfxFlags"};
+    return keys;
+}
+
 void addSong(Record &record, const QString &path, const SongInfo &info)
 {
     record.addText("name", path.mid(path.lastIndexOf(QLatin1Char('/')) + 1));

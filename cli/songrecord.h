@@ -9,6 +9,9 @@ namespace tarvel4 {
 /** The error of a file that is no song. */
 constexpr char unknownFile[] = "Unknown/corrupted file";
 
+/** The keys of a song's record, in their order. */
+const QByteArrayList &songKeys();
+
 /** Adds a song's data, from "name" to "mfxFlags". */
 void addSong(Record &record, const QString &path, const SongInfo &info);
 

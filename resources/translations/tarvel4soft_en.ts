@@ -582,6 +582,22 @@
         <source>ripristinata</source>
         <translation>restored</translation>
     </message>
+    <message>
+        <source>--fields vuole nomi fra questi, separati da virgole: %1</source>
+        <translation>--fields takes names among these, parted by commas: %1</translation>
+    </message>
+    <message>
+        <source>solo questi dati di ogni song</source>
+        <translation>only these data of each song</translation>
+    </message>
+    <message>
+        <source>scrive una tabella CSV, con i nomi nella prima riga</source>
+        <translation>writes a CSV table, with the names in the first line</translation>
+    </message>
+    <message>
+        <source>--csv e --fields non vanno con --json</source>
+        <translation>--csv and --fields do not go with --json</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

@@ -582,6 +582,22 @@
         <source>ripristinata</source>
         <translation>ripristinata</translation>
     </message>
+    <message>
+        <source>--fields vuole nomi fra questi, separati da virgole: %1</source>
+        <translation>--fields vuole nomi fra questi, separati da virgole: %1</translation>
+    </message>
+    <message>
+        <source>solo questi dati di ogni song</source>
+        <translation>solo questi dati di ogni song</translation>
+    </message>
+    <message>
+        <source>scrive una tabella CSV, con i nomi nella prima riga</source>
+        <translation>scrive una tabella CSV, con i nomi nella prima riga</translation>
+    </message>
+    <message>
+        <source>--csv e --fields non vanno con --json</source>
+        <translation>--csv e --fields non vanno con --json</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

@@ -58,6 +58,44 @@ private Q_SLOTS:
         QCOMPARE(run.status, 1);
     }
 
+    void printsChosenData_data()
+    {
+        const Table<int, QByteArray> row; // status, what is printed
+        row("--csv a.mid", 0,
+            "path,name,format,title,artist,genre,author,length,bpm,key,publisher,markers,"
+            "mfxLongName,mfxFlags,error,code\n"
+            "a.mid,a.mid,MIDI,Bella Ciao,Anonimo,FOLK,Tradizionale,185,120,D-,true,"
+            "\"1 Intro, 5 Strofa\",,,,\n");
+        row("--csv --fields length,title,path a.mid b.mid c.mid", 1,
+            "length,title,path,error,code\n185,Bella Ciao,a.mid,,\n"
+            ",,b.mid,Unknown/corrupted file,not-a-song\n"
+            "185,\"a, \"\"b\"\"\",c.mid,,\n");
+        row("--csv --fields mfxLongName,format,mfxLongName " TARVEL4_SAMPLES "/FRAMARTI.mf3", 0,
+            "mfxLongName,format,mfxLongName,error,code\nFRA MARTINO,MF3,FRA MARTINO,,\n");
+        row("--csv --recursive sub --fields title", 0, "title,error,code\n");
+        row("--fields title a.mid", 0, "title: Bella Ciao\n");
+        row("--fields length,title,bpm,publisher,markers a.mid", 0,
+            "title: Bella Ciao\nlength: 185\nbpm: 120\npublisher: true\n"
+            "markers: 1 Intro, 5 Strofa\n");
+        row("--fields title b.mid", 1, "error: Unknown/corrupted file\ncode: not-a-song\n");
+        row("--csv --json a.mid", 2, "");
+        row("--fields title --json a.mid", 2, "");
+        row("--fields titolo a.mid", 2, "");
+        row("--fields= a.mid", 2, "");
+        row("--csv gone.mid", 3, "");
+    }
+    void printsChosenData()
+    {
+        const auto [status, out] = cells<int, QByteArray>();
+        write("a.mid", wholeSong());
+        write("b.mid", "nothing");
+        write("c.mid", wholeSong());
+        QCOMPARE(cli(R"x(edit --title 'a, "b"' c.mid)x").status, 0);
+        const Run run = cli("info "_s + QString::fromUtf8(QTest::currentDataTag()));
+        QCOMPARE(run.out, out);
+        QCOMPARE(run.status, status);
+    }
+
     void readsASong_data()
     {
         const Table<QString, QString> row;

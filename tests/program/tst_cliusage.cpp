@@ -23,26 +23,16 @@ private Q_SLOTS:
             const Run run = cliWith({QLatin1String(word)});
             QCOMPARE(run.status, 0);
             QCOMPARE(run.err, QByteArray());
-            for (const char *name : {"\n  info ",
-                                     "\n  edit ",
-                                     "\n  sync ",
-                                     "\n  history ",
-                                     "\n  undo ",
-                                     "\n  restore ",
-                                     "\n  backup ",
-                                     "\n  transfer ",
-                                     "\n  index ",
-                                     "\n  list ",
-                                     "\n  extract ",
-                                     "\n  catalogue ",
-                                     "--catalogue FILE",
-                                     "--log",
-                                     "--quiet",
-                                 "--verbose",
-                                     "--json",
-                                     "--help",
-                                     "--version",
-                                     "\nExamples:\n  tarvel4soft-cli sync ",
+            for (const char *name : {"\n  info ",        "\n  edit ",
+                                     "\n  sync ",        "\n  history ",
+                                     "\n  undo ",        "\n  restore ",
+                                     "\n  backup ",      "\n  transfer ",
+                                     "\n  index ",       "\n  list ",
+                                     "\n  extract ",     "\n  catalogue ",
+                                     "--catalogue FILE", "--log",
+                                     "--quiet",          "--verbose",
+                                     "--json",           "--help",
+                                     "--version",        "\nExamples:\n  tarvel4soft-cli sync ",
                                      "\n  3  "}) {
                 QVERIFY2(run.out.contains(name), name);
             }
@@ -52,7 +42,7 @@ private Q_SLOTS:
     void helpOfACommand_data()
     {
         const Table<QStringList> row;
-        row("info", "--recursive --files-from --null PATH...");
+        row("info", "--fields --csv --recursive --files-from --null PATH...");
         row("history", "[clear] --limit");
         row("undo", "[RUN] --dry-run");
         row("restore", "--from --dry-run --recursive --files-from --null PATH...");
