@@ -34,7 +34,7 @@ private Q_SLOTS:
         row("the commands", "''",
             "info|edit|sync|history|undo|restore|backup|transfer|index|list|extract|catalogue|");
         row("the commands that begin so", "in", "info|index|");
-        row("an option of every command", "--ver", "--version|");
+        row("an option of every command", "--vers", "--version|");
         row("an option of the command", "sync --un", "--unpublished|");
         row("none of another command", "info --un", "|");
         row("an option behind an operand", "info a.mid --rec", "--recursive|");
