@@ -2,13 +2,14 @@
 
 #include "cli/console.h"
 #include "cli/texts.h"
-#include "storage/outcome.h"
+#include "cli/wildcards.h"
+#include "storage/systemerror.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <cerrno>
 #include <optional>
 
 namespace tarvel4 {
@@ -67,7 +68,7 @@ bool Arguments::read(QByteArrayList &words, const QVector<Option> &options, Exte
                 return false;
         } else if (extent == UpToFirstOperand) {
             return true;
-        } else if (!addOperand(words.takeFirst())) {
+        } else if (!addWord(words.takeFirst())) {
             return false;
         }
     }
@@ -82,7 +83,8 @@ QString Arguments::value(const char *option, const QString &fallback) const
 
 QString Arguments::onDisk(const QString &path)
 {
-    return path.startsWith(QLatin1Char(':')) ? QLatin1String("./") + path : path;
+    const QString slashed = QDir::fromNativeSeparators(path);
+    return path.startsWith(QLatin1Char(':')) ? QLatin1String("./") + slashed : slashed;
 }
 
 bool Arguments::readOption(QByteArrayList &words, const QVector<Option> &options)
@@ -129,12 +131,25 @@ bool Arguments::addValue(const Option &option, const QByteArray &bytes)
     return true;
 }
 
+/** A shell that leaves wildcards to the program has left them in a word of the command line. */
+bool Arguments::addWord(const QByteArray &bytes)
+{
+#ifdef Q_OS_WIN
+    const std::optional<QString> text = textOf(bytes);
+    if (text && Wildcards::areIn(*text)) {
+        m_operands += Wildcards::expanded(QDir::fromNativeSeparators(*text));
+        return true;
+    }
+#endif
+    return addOperand(bytes);
+}
+
 bool Arguments::addOperand(const QByteArray &bytes)
 {
     const std::optional<QString> text = textOf(bytes);
     if (!text)
         return failToReach(bytes);
-    m_operands += *text;
+    m_operands += QDir::fromNativeSeparators(*text);
     return true;
 }
 
@@ -159,20 +174,20 @@ bool Arguments::readLists()
 /** A pipe is good as well. */
 bool Arguments::readList(const QString &path, QByteArray &bytes)
 {
-    errno = 0;
+    Outcome cause{Outcome::Code::NotAFile, path, {}, {}};
     bool isRead = false;
+    SystemError::presumeFailedMedium();
     if (path == QLatin1String("-")) {
         isRead = Console::readAll(bytes);
-    } else if (QFileInfo(path).isDir()) {
-        errno = EISDIR;
-    } else {
+        cause = SystemError::outcomeOf(isRead, path, false);
+    } else if (!QFileInfo(path).isDir()) {
         QFile file(path);
         if (file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
             bytes = file.readAll();
             isRead = file.error() == QFileDevice::NoError;
         }
+        cause = SystemError::outcomeOf(isRead, path, false);
     }
-    const Outcome cause = Outcome::ofSystemError(errno, path, false);
     return isRead || fail(ExitStatus::Failed, path + QLatin1String(": ") + cause.sentence());
 }
 

@@ -52,7 +52,8 @@ public:
     /** The value given last, else \a fallback. */
     QString value(const char *option, const QString &fallback = QString()) const;
     QStringList values(const char *option) const { return m_values.value(option); }
-    /** The words that are no options: paths as given. */
+    /** The words that are no options: paths as given, on Windows with slashes and without
+     * wildcards. */
     const QStringList &operands() const { return m_operands; }
 
     /** A path as Qt must be told it, which takes one that begins with a colon for its own. */
@@ -61,6 +62,7 @@ public:
 private:
     bool readOption(QByteArrayList &words, const QVector<Option> &options);
     bool addValue(const Option &option, const QByteArray &bytes);
+    bool addWord(const QByteArray &bytes);
     bool addOperand(const QByteArray &bytes);
     bool readList(const QString &path, QByteArray &bytes);
     bool failToReach(const QByteArray &path);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 
 namespace tarvel4 {
 
@@ -13,9 +13,13 @@ enum Stream { Input = 0, Output = 1, Error = 2 };
 /**
  * To be called before Qt is: keeps file names in UTF-8 whatever the locale, turns a closed pipe or
  * a file size limit into a failed write, and makes interrupted() tell of SIGINT, SIGTERM and
- * SIGHUP. A second signal ends the process.
+ * SIGHUP; on Windows of Ctrl+C, Ctrl+Break, and of a window or session that is closed. A second
+ * one ends the process.
  */
 void prepare();
+
+/** The words behind the program's name, in UTF-8 where they are text. */
+QByteArrayList words(int argc, char **argv);
 
 bool isTerminal(Stream stream);
 
@@ -34,7 +38,7 @@ bool isPipeClosed();
 /** Reads a line of standard input; false at its end, and when a signal came instead. */
 bool readLine(QByteArray &line);
 
-/** Reads standard input to its end; false, with the error in errno, when it can't be read or a
+/** Reads standard input to its end; false, with the system's error set, when it can't be read or a
  * signal came. */
 bool readAll(QByteArray &bytes);
 

@@ -22,9 +22,7 @@ int main(int argc, char **argv)
 {
     Console::prepare();
     MessageLog::silence();
-    QByteArrayList words; // Qt's own list of them has lost what is not valid in the locale
-    for (int i = 1; i < argc; ++i)
-        words += argv[i];
+    const QByteArrayList words = Console::words(argc, argv);
 
     QCoreApplication application(argc, argv);
     QTranslator translator;

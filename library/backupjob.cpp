@@ -5,12 +5,10 @@
 #include "library/questions.h"
 #include "library/songpath.h"
 #include "library/workflowlog.h"
-#include "storage/nativepath.h"
+#include "storage/systemfile.h"
 
 #include <QDebug>
 #include <QHash>
-
-#include <filesystem>
 
 namespace tarvel4 {
 
@@ -20,20 +18,6 @@ namespace {
 QString incompleteName(const QString &destination)
 {
     return destination + QLatin1String(" (incomplete)");
-}
-
-/** True for anything of that name, a link that leads nowhere included. */
-bool exists(const QString &path)
-{
-    std::error_code error;
-    return std::filesystem::exists(std::filesystem::symlink_status(nativePath(path), error));
-}
-
-/** False where the folder holds anything. */
-bool removeEmpty(const QString &folder)
-{
-    std::error_code error;
-    return std::filesystem::remove(nativePath(folder), error);
 }
 
 /** Makes the folder under its incomplete name, where none has either name. */
@@ -48,9 +32,9 @@ Outcome makeFolder(const QString &destination)
         return made;
     }
     // In this order two programs can't both find the names free.
-    if (!exists(destination))
+    if (!SystemFile::isTaken(destination))
         return {};
-    removeEmpty(folder);
+    SystemFile::removeEmptyFolder(folder);
     return {Outcome::Code::AlreadyExists, destination, {}, {}};
 }
 
@@ -135,7 +119,7 @@ CopySummary BackupJob::copyInto(const QString &destination, const QStringList &p
 Outcome BackupJob::publish(const QString &destination)
 {
     const QString folder = incompleteName(destination);
-    if (exists(destination))
+    if (SystemFile::isTaken(destination))
         return {Outcome::Code::AlreadyExists, destination, {}, {}};
     Outcome named = m_disk.replace(folder, destination);
     if (named) {
@@ -155,7 +139,7 @@ void BackupJob::failIncomplete(const QString &destination, BackupSummary &summar
     if (!summary.cause && summary.songs.cause)
         details += summary.cause.message();
     const QString folder = incompleteName(destination);
-    if (exists(folder) && !removeEmpty(folder)) {
+    if (SystemFile::isTaken(folder) && !SystemFile::removeEmptyFolder(folder)) {
         qDebug() << "[BACKUP] WARNING: incomplete:" << folder;
         details += tr("%1: qui resta il backup incompleto").arg(folder);
         summary.incompleteFolder = folder;

@@ -1,8 +1,9 @@
 #include "library/copybatch.h"
 
 #include "storage/filestamp.h"
-#include "storage/nativepath.h"
 #include "storage/regularfile.h"
+#include "storage/systemerror.h"
+#include "storage/systemfile.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -12,13 +13,12 @@
 #include <QStorageInfo>
 
 #include <algorithm>
-#include <cerrno>
-#include <filesystem>
 #include <utility>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else
+#include <cerrno>
 #include <csignal>
 #endif
 
@@ -41,15 +41,6 @@ bool isRunning(qint64 pid)
 #else
     return kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM;
 #endif
-}
-
-void copyPermissions(const QString &source, const QString &target)
-{
-    // A card that knows no permissions refuses them; the copy is good all the same.
-    std::error_code ignored;
-    const std::filesystem::file_status status =
-        std::filesystem::status(nativePath(source), ignored);
-    std::filesystem::permissions(nativePath(target), status.permissions(), ignored);
 }
 
 /** True for a temporary file whose copier is gone. */
@@ -82,12 +73,7 @@ CopyBatch::~CopyBatch()
 
 Outcome CopyBatch::makeFolder(const QString &folder)
 {
-    std::error_code error;
-    if (std::filesystem::create_directory(nativePath(folder), error))
-        return {};
-    if (!error)
-        return {Outcome::Code::AlreadyExists, folder, {}, {}};
-    return Outcome::ofSystemError(error.default_error_condition().value(), folder);
+    return SystemFile::makeFolder(folder);
 }
 
 void CopyBatch::removeLeftovers()
@@ -218,11 +204,11 @@ Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target, const Q
     const FileStamp stamp(source);
     QFile file(source);
     Outcome copied;
-    errno = EIO;
+    SystemError::presumeFailedMedium();
     if (!stamp.isFile()) // what would have to be waited for is not opened
         copied = RegularFile(source).outcome();
     else if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        copied = Outcome::ofSystemError(errno, source, false);
+        copied = SystemError::outcomeOf(false, source, false);
     else
         copied = m_disk.copyRange(file, target, stamp.size());
     if (copied && !stamp.matches(source))
@@ -233,7 +219,7 @@ Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target, const Q
                  << copied.message();
         return copied;
     }
-    copyPermissions(source, temporary);
+    SystemFile::copyPermissions(source, temporary);
     if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
         qDebug() << "[copyFiles] WARNING: time not kept:" << source;
     m_stagedBytes += stamp.size();

@@ -7,33 +7,23 @@
 #include "library/questions.h"
 #include "library/songpath.h"
 #include "songs/metasong.h"
-#include "storage/nativepath.h"
+#include "storage/systemfile.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 
-#include <filesystem>
-
 namespace tarvel4 {
 
 namespace {
-
-/** True for anything of that name, a link that leads nowhere included. */
-bool exists(const QString &path)
-{
-    std::error_code error;
-    return std::filesystem::exists(std::filesystem::symlink_status(nativePath(path), error));
-}
 
 /** True when the song is at its destination already. Where names keep case apart, paths that differ
  * in it are different songs. */
 bool isInPlace(const QString &source, const QString &destination)
 {
     const QString path = QDir::cleanPath(QFileInfo(source).absoluteFilePath());
-    std::error_code error;
     return path.compare(destination, Qt::CaseInsensitive) == 0
-        && std::filesystem::equivalent(nativePath(source), nativePath(destination), error);
+        && SystemFile::isSame(source, destination);
 }
 
 } // namespace
@@ -122,7 +112,7 @@ bool FileCopier::copySong(int song, const QString &destination, CopyBatch &batch
              << "to:" << m_finalDir + QLatin1Char('/') + SongPath::fileName(source);
     if (batch.hasPending(destination))
         batch.commit();
-    if (exists(destination) && !mayReplace(source, destination)) {
+    if (SystemFile::isTaken(destination) && !mayReplace(source, destination)) {
         qDebug() << "[copyFiles] kept as it was:" << destination;
         m_summary.displaced.append(source);
         setResult(song, SongResult::Kept);

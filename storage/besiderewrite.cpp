@@ -1,11 +1,10 @@
 #include "storage/besiderewrite.h"
 
 #include "storage/regularfile.h"
+#include "storage/systemerror.h"
 
 #include <QDebug>
 #include <QFileInfo>
-
-#include <cerrno>
 
 namespace tarvel4 {
 
@@ -58,11 +57,11 @@ BesideRewrite::~BesideRewrite()
 Outcome BesideRewrite::open()
 {
     Outcome outcome;
-    errno = EIO;
+    SystemError::presumeFailedMedium();
     if (!QFileInfo(m_path).isFile())
         outcome = RegularFile(m_path).outcome();
     else if (!m_source.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        outcome = Outcome::ofSystemError(errno, m_path, false);
+        outcome = SystemError::outcomeOf(false, m_path, false);
     if (!outcome)
         qDebug() << "[MetaSong::saveToFile] Impossible to read from file.";
     m_temporaryPath = uniqueFileName(stemOf(m_path), QStringLiteral(".tmp"));
@@ -151,9 +150,9 @@ Outcome BesideRewrite::copyTail(ContentHash &hash)
 Outcome BesideRewrite::sync()
 {
     QFile file(m_temporaryPath);
-    errno = EIO;
+    SystemError::presumeFailedMedium();
     if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-        return Outcome::ofSystemError(errno, m_temporaryPath);
+        return SystemError::outcomeOf(false, m_temporaryPath);
     return m_disk.sync(file);
 }
 

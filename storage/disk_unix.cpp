@@ -167,6 +167,11 @@ void SystemError::presumeFailedMedium()
     errno = EIO;
 }
 
+void SystemError::presumeDenied()
+{
+    errno = EACCES;
+}
+
 Outcome SystemError::outcomeOf(bool isDone, const QString &path, bool isWriting)
 {
     return isDone ? Outcome{Outcome::Code::Done, path, {}, {}}

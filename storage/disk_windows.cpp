@@ -1,6 +1,7 @@
 #include "storage/disk.h"
 
 #include "storage/systemerror.h"
+#include "storage/windowshandle.h"
 #include "storage/writepermission.h"
 
 #include <QDir>
@@ -13,8 +14,6 @@
 #include <array>
 #include <optional>
 
-#include <windows.h>
-
 #include <io.h>
 
 namespace tarvel4 {
@@ -22,44 +21,6 @@ namespace tarvel4 {
 using SystemError::outcomeOf;
 
 namespace {
-
-/** A handle of the system's, open as long as this is there. */
-class Handle
-{
-public:
-    explicit Handle(HANDLE handle)
-        : m_handle(handle)
-    {}
-    ~Handle()
-    {
-        if (isOpen())
-            CloseHandle(m_handle);
-    }
-    Q_DISABLE_COPY(Handle)
-
-    bool isOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
-    HANDLE get() const { return m_handle; }
-
-private:
-    HANDLE m_handle;
-};
-
-QString native(const QString &path)
-{
-    return QDir::toNativeSeparators(path);
-}
-
-const wchar_t *wide(const QString &path)
-{
-    return reinterpret_cast<const wchar_t *>(path.utf16());
-}
-
-HANDLE openToWrite(const QString &path, DWORD disposition, DWORD flags = FILE_ATTRIBUTE_NORMAL)
-{
-    constexpr DWORD sharedByAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    return CreateFileW(wide(native(path)), GENERIC_WRITE, sharedByAll, nullptr, disposition, flags,
-                       nullptr);
-}
 
 Outcome::Code codeOf(DWORD error, bool isWriting)
 {
@@ -105,13 +66,14 @@ bool hasNothingToFlush(DWORD error)
 Outcome flushFile(const QString &path)
 {
     const WritePermission permission(path); // what is read-only can't be opened to be flushed
-    const Handle file(openToWrite(path, OPEN_EXISTING));
+    const Handle file(openShared(longPath(path), GENERIC_WRITE, OPEN_EXISTING));
     return outcomeOf(file.isOpen() && FlushFileBuffers(file.get()) != 0, path);
 }
 
 Outcome flushFolder(const QString &folder)
 {
-    const Handle handle(openToWrite(folder, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    const Handle handle(
+        openShared(longPath(folder), GENERIC_WRITE, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
     if (!handle.isOpen())
         return outcomeOf(false, folder);
     return outcomeOf(FlushFileBuffers(handle.get()) != 0 || hasNothingToFlush(GetLastError()),
@@ -121,11 +83,14 @@ Outcome flushFolder(const QString &folder)
 /** Where the volume of a path is mounted, with a backslash at its end: "C:\", or a folder. */
 QString mountPointOf(const QString &path)
 {
-    const QString absolute = native(QFileInfo(path).absoluteFilePath());
+    const QString absolute = longPath(path);
     QVector<wchar_t> buffer(absolute.size() + MAX_PATH);
     if (!GetVolumePathNameW(wide(absolute), buffer.data(), static_cast<DWORD>(buffer.size())))
         return {};
-    return QString::fromWCharArray(buffer.constData());
+    const QString mountPoint = QString::fromWCharArray(buffer.constData());
+    const bool isDrive =
+        mountPoint.startsWith(longPathPrefix) && mountPoint.mid(5, 1) == QLatin1String(":");
+    return isDrive ? mountPoint.mid(longPathPrefix.size()) : mountPoint;
 }
 
 /** The name by which the volume itself is opened; empty where it has none, as on the network. */
@@ -149,7 +114,7 @@ std::optional<Outcome> flushVolume(const QString &mountPoint)
     const QString device = deviceOf(mountPoint);
     if (device.isEmpty())
         return {};
-    const Handle volume(openToWrite(device, OPEN_EXISTING));
+    const Handle volume(openShared(device, GENERIC_WRITE, OPEN_EXISTING));
     if (!volume.isOpen())
         return {};
     if (FlushFileBuffers(volume.get()))
@@ -183,7 +148,8 @@ Outcome flushFolders(const QStringList &folders)
 Outcome openAs(QFile &file, DWORD disposition)
 {
     const QString path = file.fileName();
-    if (const Handle handle(openToWrite(path, disposition)); !handle.isOpen()) {
+    if (const Handle handle(openShared(longPath(path), GENERIC_WRITE, disposition));
+        !handle.isOpen()) {
         const Outcome denied = outcomeOf(false, path);
         return disposition != CREATE_NEW && QFileInfo(path).isDir()
             ? Outcome{Outcome::Code::NotAFile, path, {}, {}}
@@ -203,6 +169,11 @@ void SystemError::presumeFullDisk()
 void SystemError::presumeFailedMedium()
 {
     SetLastError(ERROR_IO_DEVICE);
+}
+
+void SystemError::presumeDenied()
+{
+    SetLastError(ERROR_ACCESS_DENIED);
 }
 
 Outcome SystemError::outcomeOf(bool isDone, const QString &path, bool isWriting)
@@ -278,7 +249,7 @@ void Disk::inherit(QFileDevice &file, const QFileDevice &model)
 Outcome Disk::rename(const QString &from, const QString &to)
 {
     constexpr DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    return outcomeOf(MoveFileExW(wide(native(from)), wide(native(to)), flags) != 0, to);
+    return outcomeOf(MoveFileExW(wide(longPath(from)), wide(longPath(to)), flags) != 0, to);
 }
 
 bool Disk::losesReplacedFiles(const QString &path) const

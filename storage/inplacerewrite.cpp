@@ -2,12 +2,11 @@
 
 #include "storage/contenthash.h"
 #include "storage/regularfile.h"
+#include "storage/systemerror.h"
 
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFileInfo>
-
-#include <cerrno>
 
 namespace tarvel4 {
 
@@ -24,13 +23,13 @@ Outcome InPlaceRewrite::open()
 {
     const QString path = m_file.fileName();
     Outcome opened;
-    errno = EIO;
+    SystemError::presumeFailedMedium();
     if (!m_isNew && !QFileInfo(m_file).isFile())
         opened = {Outcome::Code::NotAFile, path, {}, {}};
     else if (!m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-        opened = Outcome::ofSystemError(errno, path);
+        opened = SystemError::outcomeOf(false, path);
     else if (m_old.isNull() && !FileBytes::readAll(m_file, m_old))
-        opened = Outcome::ofSystemError(errno, path, false);
+        opened = SystemError::outcomeOf(false, path, false);
     if (!opened)
         qDebug() << "[MetaSong::saveToFile] Impossible to write to file. Maybe it's write "
                     "protected? Aborting!";
@@ -84,7 +83,7 @@ QByteArray InPlaceRewrite::hash() const
 Outcome InPlaceRewrite::overwrite(const QByteArray &bytes)
 {
     if (!m_file.seek(0))
-        return Outcome::ofSystemError(errno, m_file.fileName());
+        return SystemError::outcomeOf(false, m_file.fileName());
     const Outcome outcome = m_disk.write(m_file, bytes);
     if (!outcome || m_file.size() == bytes.size())
         return outcome;

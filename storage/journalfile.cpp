@@ -1,7 +1,8 @@
 #include "storage/journalfile.h"
 
-#include "storage/nativepath.h"
 #include "storage/outcome.h"
+#include "storage/systemerror.h"
+#include "storage/systemfile.h"
 
 #include <QDateTime>
 #include <QDebug>
@@ -11,9 +12,6 @@
 #include <QSqlError>
 #include <QUrl>
 #include <QUuid>
-
-#include <cerrno>
-#include <filesystem>
 
 namespace tarvel4 {
 
@@ -155,18 +153,20 @@ void JournalFile::disconnect()
 bool JournalFile::makeFile()
 {
     constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-    std::error_code error;
-    std::filesystem::create_directories(nativePath(m_folder), error);
+    Outcome made = SystemFile::makeFolders(m_folder);
     QFile file(path());
-    errno = 0;
-    const bool isMade = !error && QFile::setPermissions(m_folder, ownerOnly | QFileDevice::ExeOwner)
-        && (file.exists() || (file.open(QIODevice::WriteOnly) && file.setPermissions(ownerOnly)));
-    if (isMade)
+    SystemError::presumeFailedMedium();
+    if (made)
+        made = SystemError::outcomeOf(
+            QFile::setPermissions(m_folder, ownerOnly | QFileDevice::ExeOwner)
+                && (file.exists()
+                    || (file.open(QIODevice::WriteOnly) && file.setPermissions(ownerOnly))),
+            path());
+    if (made)
         return true;
-    const int number = error ? error.default_error_condition().value() : errno;
     say(tr("Il registro delle modifiche %1 non può essere scritto (%2): le song vengono salvate "
            "lo stesso, ma queste modifiche non si potranno annullare.")
-            .arg(path(), Outcome::ofSystemError(number, path()).sentence()));
+            .arg(path(), made.sentence()));
     return false;
 }
 

@@ -2,13 +2,12 @@
 
 #include "storage/disk.h"
 #include "storage/recovery.h"
+#include "storage/systemerror.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <cerrno>
 
 namespace tarvel4 {
 
@@ -36,9 +35,9 @@ Outcome writeBeside(Disk &disk, const QString &unfinishedPath, const QString &pa
 {
     QFile old(path);
     // Who may not write a file may not replace it either.
-    errno = EACCES;
+    SystemError::presumeDenied();
     if (old.exists() && !old.open(QIODevice::ReadWrite))
-        return Outcome::ofSystemError(errno, path);
+        return SystemError::outcomeOf(false, path);
     disk.remove(unfinishedPath); // of a run that was killed
     QFile file(unfinishedPath);
     Outcome outcome = disk.createNew(file);

@@ -1,5 +1,7 @@
 #include "storage/regularfile.h"
 
+#include "storage/systemerror.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -56,7 +58,7 @@ RegularFile::RegularFile(const QString &path, Kind kind)
     const QByteArray name = QFile::encodeName(path);
     struct stat status = {};
     if (kind == Kind::Unknown && stat(name.constData(), &status) != 0) {
-        m_outcome = Outcome::ofSystemError(errno, path, false);
+        m_outcome = SystemError::outcomeOf(false, path, false);
         return;
     }
     m_outcome.path = path;
@@ -68,7 +70,7 @@ RegularFile::RegularFile(const QString &path, Kind kind)
     // O_NONBLOCK: a FIFO that took the file's place meanwhile must not hang the run
     m_file = open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (m_file < 0)
-        m_outcome = Outcome::ofSystemError(errno, path, false);
+        m_outcome = SystemError::outcomeOf(false, path, false);
 }
 
 RegularFile::~RegularFile()
@@ -84,7 +86,7 @@ qint64 RegularFile::readOnce(char *bytes, qint64 count)
         got = ::read(m_file, bytes, static_cast<std::size_t>(count));
     } while (got < 0 && errno == EINTR);
     if (got < 0)
-        m_outcome = Outcome::ofSystemError(errno, m_outcome.path, false);
+        m_outcome = SystemError::outcomeOf(false, m_outcome.path, false);
     return std::max<ssize_t>(got, 0);
 }
 
@@ -100,7 +102,7 @@ RegularFile::RegularFile(const QString &path, Kind)
     else if (!info.isFile())
         m_outcome.code = Outcome::Code::NotAFile;
     else if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        m_outcome.code = Outcome::Code::ReadDenied;
+        m_outcome = SystemError::outcomeOf(false, path, false);
     else
         m_size = m_file.size();
 }
@@ -109,9 +111,10 @@ RegularFile::~RegularFile() = default;
 
 qint64 RegularFile::readOnce(char *bytes, qint64 count)
 {
+    SystemError::presumeFailedMedium();
     const qint64 got = m_file.read(bytes, count);
     if (got < 0)
-        m_outcome = {Outcome::Code::MediumFailed, m_outcome.path, m_file.errorString(), {}};
+        m_outcome = SystemError::outcomeOf(false, m_outcome.path, false);
     return std::max<qint64>(got, 0);
 }
 

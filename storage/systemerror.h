@@ -12,6 +12,7 @@ namespace SystemError {
 /** Sets what a call failed of that fails without setting an error. */
 void presumeFullDisk();
 void presumeFailedMedium();
+void presumeDenied();
 
 /** Done, or the cause that the system has just set; \a isWriting as in Outcome::ofSystemError(). */
 Outcome outcomeOf(bool isDone, const QString &path, bool isWriting = true);

@@ -98,6 +98,14 @@ void Console::prepare()
     catchSignals();
 }
 
+QByteArrayList Console::words(int argc, char **argv)
+{
+    QByteArrayList words; // Qt's own list of them has lost what is not valid in the locale
+    for (int i = 1; i < argc; ++i)
+        words += argv[i];
+    return words;
+}
+
 bool Console::isTerminal(Stream stream)
 {
     return ::isatty(stream) == 1;
