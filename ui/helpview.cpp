@@ -69,14 +69,15 @@ bool HelpView::findWords(const QString &words, Direction direction, bool goesOn)
     const QTextCursor before = textCursor();
     int place = -1;
     if (direction == Direction::Next) {
-        place = page.indexOf(wanted, goesOn ? before.selectionEnd() : before.selectionStart());
+        const int first = goesOn ? before.selectionEnd() : before.selectionStart();
+        place = static_cast<int>(page.indexOf(wanted, first));
         if (place < 0)
-            place = page.indexOf(wanted);
+            place = static_cast<int>(page.indexOf(wanted));
     } else {
         const int last = before.selectionStart() - 1;
-        place = last < 0 ? -1 : page.lastIndexOf(wanted, last);
+        place = last < 0 ? -1 : static_cast<int>(page.lastIndexOf(wanted, last));
         if (place < 0)
-            place = page.lastIndexOf(wanted);
+            place = static_cast<int>(page.lastIndexOf(wanted));
     }
     QTextCursor found = before;
     found.setPosition(place < 0 ? before.selectionStart() : place);
