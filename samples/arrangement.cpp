@@ -148,8 +148,9 @@ private:
         const auto melody = Notation::readMelody(section.melody, m_tune.eighthsInBar);
         const auto chords = Notation::readChords(section.chords);
         if (melody.size() != chords.size())
-            qFatal("%s, %s: %d bars of melody, %d of chords", qPrintable(m_tune.title),
-                   section.name, melody.size(), chords.size());
+            qFatal("%s, %s: %lld bars of melody, %lld of chords", qPrintable(m_tune.title),
+                   section.name, static_cast<long long>(melody.size()),
+                   static_cast<long long>(chords.size()));
         m_song.markers.append(
             {static_cast<quint16>(m_song.bars + 1), QString::fromLatin1(section.name)});
         m_syllables = Notation::wordsOf(section.syllables);
@@ -200,14 +201,14 @@ private:
 
     void accompany(const QVector<Chord> &chords)
     {
-        const double share = static_cast<double>(m_tune.eighthsInBar) / chords.size();
-        for (int i = 0; i < chords.size(); ++i) {
+        const int count = static_cast<int>(chords.size());
+        const double share = static_cast<double>(m_tune.eighthsInBar) / count;
+        for (int i = 0; i < count; ++i) {
             for (int note : voicing(chords[i]))
                 add(Strings, i * share, share, note, 50);
         }
         for (const Stroke &stroke : strokesOf(m_tune.style)) {
-            const Chord &chord =
-                chords[std::min(static_cast<int>(stroke.at / share), chords.size() - 1)];
+            const Chord &chord = chords[std::min(static_cast<int>(stroke.at / share), count - 1)];
             play(stroke, chord);
         }
     }

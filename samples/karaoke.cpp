@@ -33,9 +33,9 @@ QByteArray textOf(const Line &line)
     return text.trimmed();
 }
 
-int columnFor(const QByteArray &text)
+int columnFor(qsizetype width)
 {
-    return (KaraokeGraphics::columns - text.size()) / 2;
+    return (KaraokeGraphics::columns - static_cast<int>(width)) / 2;
 }
 
 int rowFor(int line)
@@ -46,18 +46,17 @@ int rowFor(int line)
 void drawTitle(KaraokeGraphics &screen, const Tune &tune)
 {
     const QByteArray title = tune.title.toLatin1();
-    screen.writeLargeText(6, (KaraokeGraphics::columns - 2 * title.size()) / 2, title,
-                          KaraokeGraphics::Gold);
+    screen.writeLargeText(6, columnFor(2 * title.size()), title, KaraokeGraphics::Gold);
     const QByteArray artist = tune.artist.toLatin1();
-    screen.writeText(10, columnFor(artist), artist, KaraokeGraphics::Sky);
+    screen.writeText(10, columnFor(artist.size()), artist, KaraokeGraphics::Sky);
 }
 
 void drawPage(KaraokeGraphics &screen, const QVector<Line> &lines, int first)
 {
     screen.clear();
-    for (int i = first; i < std::min(first + linesOnPage, lines.size()); ++i) {
+    for (int i = first; i < std::min(first + linesOnPage, static_cast<int>(lines.size())); ++i) {
         const QByteArray text = textOf(lines[i]);
-        screen.writeText(rowFor(i), columnFor(text), text, KaraokeGraphics::White);
+        screen.writeText(rowFor(i), columnFor(text.size()), text, KaraokeGraphics::White);
     }
 }
 
@@ -75,11 +74,11 @@ QByteArray drawKaraoke(const Tune &tune, const Arrangement &song)
             screen.waitUntil(seconds(line.first().start) - secondsToRead);
             drawPage(screen, lines, i);
         }
-        int column = columnFor(textOf(line));
+        int column = columnFor(textOf(line).size());
         for (const Syllable &syllable : line) {
             screen.waitUntil(seconds(syllable.start));
             screen.writeText(rowFor(i), column, syllable.text, KaraokeGraphics::Gold);
-            column += syllable.text.size();
+            column += static_cast<int>(syllable.text.size());
         }
     }
     screen.waitUntil(seconds(song.endTick()) + 1);

@@ -99,7 +99,7 @@ void KaraokeGraphics::writeLargeText(int row, int column, const QByteArray &text
 void KaraokeGraphics::waitUntil(double seconds)
 {
     const int packets = static_cast<int>(seconds * packetsInSecond);
-    const int missing = packets * packetSize - m_bytes.size();
+    const auto missing = packets * packetSize - m_bytes.size();
     if (missing > 0)
         m_bytes.append(missing, '\0');
 }

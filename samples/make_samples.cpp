@@ -27,7 +27,7 @@ void save(const QString &path, const QByteArray &bytes)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
         qFatal("can't write %s", qPrintable(path));
-    std::printf("%s: %d bytes\n", qPrintable(path), bytes.size());
+    std::printf("%s: %lld bytes\n", qPrintable(path), static_cast<long long>(bytes.size()));
 }
 
 int secondsOf(const Tune &tune, const Arrangement &song)
@@ -89,7 +89,7 @@ QByteArray mfxSong(const Tune &tune, const Arrangement &song, const MfxFormat::V
     MfxHeader header = mfxHeader(tune, variant);
     QByteArray midi = midiOf(tune, song, 0).data();
     if (variant.version == 4) {
-        const int track = midi.indexOf(MidiFormat::trackMagic);
+        const auto track = midi.indexOf(MidiFormat::trackMagic);
         midi.insert(track + MidiFormat::trackHeaderSize, QByteArray("\xFF\x00\xFF", 3));
     }
     QByteArray stream;

@@ -37,7 +37,7 @@ int takeNoteName(QByteArray &text)
 
 Tone readTone(const QByteArray &word)
 {
-    const int colon = word.indexOf(':');
+    const auto colon = word.indexOf(':');
     bool ok = false;
     const double eighths = word.mid(colon + 1).toDouble(&ok);
     if (colon < 1 || !ok || eighths <= 0)

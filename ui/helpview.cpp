@@ -67,7 +67,7 @@ bool HelpView::findWords(const QString &words, Direction direction, bool goesOn)
     const QString page = folded(document()->toRawText());
     const QString wanted = folded(words);
     const QTextCursor before = textCursor();
-    int place = -1;
+    qsizetype place = -1;
     if (direction == Direction::Next) {
         const int first = goesOn ? before.selectionEnd() : before.selectionStart();
         place = static_cast<int>(page.indexOf(wanted, first));
@@ -80,9 +80,9 @@ bool HelpView::findWords(const QString &words, Direction direction, bool goesOn)
             place = static_cast<int>(page.lastIndexOf(wanted));
     }
     QTextCursor found = before;
-    found.setPosition(place < 0 ? before.selectionStart() : place);
+    found.setPosition(place < 0 ? before.selectionStart() : static_cast<int>(place));
     if (place >= 0 && !wanted.isEmpty())
-        found.setPosition(place + static_cast<int>(wanted.size()), QTextCursor::KeepAnchor);
+        found.setPosition(static_cast<int>(place + wanted.size()), QTextCursor::KeepAnchor);
     setTextCursor(found);
     const int line = cursorRect().top();
     if (line < 0 || line > viewport()->height() * 3 / 4) // what follows is to be read, too
