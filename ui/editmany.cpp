@@ -2,6 +2,7 @@
 
 #include "db/database.h"
 #include "db/usersongsreltablemodel.h"
+#include "library/editcheck.h"
 #include "library/editjob.h"
 #include "library/jobreport.h"
 #include "library/songrows.h"
@@ -16,6 +17,7 @@ namespace tarvel4 {
 
 namespace {
 
+constexpr int formatColumn = 1;
 constexpr int titleColumn = 2;
 constexpr int artistColumn = 3;
 
@@ -38,15 +40,27 @@ void EditMany::run()
                                   tr("La tabella non mostra nessuna song."), {});
     EditManyDialog dialog(m_db.genres(), m_db.altArtists(), m_table.window());
     QVector<EditManyDialog::Song> songs;
+    QVector<EditCheck::Song> files;
     songs.reserve(rows.size());
-    for (const int row : rows)
+    files.reserve(rows.size());
+    for (const int row : rows) {
         songs.append({m_model.cellIndex(row, titleColumn).data().toString(),
                       m_model.cellIndex(row, artistColumn).data().toString(),
                       m_model.shortNameOf(row)});
+        files.append(
+            {m_model.cellIndex(row, formatColumn).data().toString(), m_model.fileNameOf(row)});
+    }
     dialog.setSongs(songs);
     const int current = static_cast<int>(rows.indexOf(m_table.currentIndex().row()));
     if (current >= 0)
         dialog.choose({current});
+    EditCheck check;
+    dialog.setCheck([&] {
+        QVector<EditCheck::Song> chosen;
+        for (const int song : dialog.chosen())
+            chosen.append(files.at(song));
+        return check.notes(chosen, dialog.fields(), dialog.values());
+    });
     bool isChanged = false;
     while (dialog.exec() == QDialog::Accepted) {
         isChanged = true;

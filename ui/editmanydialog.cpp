@@ -1,5 +1,8 @@
 #include "ui/editmanydialog.h"
 
+#include "songs/song.h"
+#include "ui/elidedlabel.h"
+#include "ui/fieldnotes.h"
 #include "ui/listcompleter.h"
 
 #include <QCheckBox>
@@ -13,6 +16,7 @@
 #include <QTableWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -45,6 +49,14 @@ EditManyDialog::EditManyDialog(const QStringList &genres, const QStringList &art
     m_author = new QLineEdit;
     m_author->setObjectName(QStringLiteral("authorLineEdit"));
     addField(*form, QStringLiteral("author"), m_hasAuthor, tr("&Autore:"), m_author);
+    auto *noteIcon = new QLabel;
+    constexpr int noteHeight = 18;
+    noteIcon->setMinimumSize(noteHeight, noteHeight);
+    auto *noteLine = new ElidedLabel;
+    noteLine->setObjectName(QStringLiteral("noteLabel"));
+    auto *note = new QHBoxLayout;
+    note->addWidget(noteIcon);
+    note->addWidget(noteLine, 1);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_apply);
@@ -54,12 +66,21 @@ EditManyDialog::EditManyDialog(const QStringList &genres, const QStringList &art
     layout->addWidget(m_songs, 1);
     layout->addLayout(choice);
     layout->addLayout(form);
+    layout->addLayout(note);
     layout->addLayout(buttons);
 
     connect(m_songs, &QTableWidget::itemSelectionChanged, this, &EditManyDialog::showChoice);
     connect(all, &QPushButton::clicked, m_songs, &QTableWidget::selectAll);
     connect(m_apply, &QPushButton::clicked, this, &QDialog::accept);
     connect(exit, &QPushButton::clicked, this, &QDialog::reject);
+    m_notes = new FieldNotes(noteIcon, noteLine, this);
+    const std::pair<SongField, QLineEdit *> texts[] = {{SongField::Genre, m_genre->lineEdit()},
+                                                       {SongField::Artist, m_artist->lineEdit()},
+                                                       {SongField::Author, m_author}};
+    for (const auto &[field, edit] : texts) {
+        m_notes->addField(keyOf(field), edit);
+        connect(edit, &QLineEdit::textChanged, this, &EditManyDialog::showNotes);
+    }
     showChoice();
     constexpr int frameHeight = 40;
     resize(QSize(600, 480).boundedTo(screen()->availableSize() - QSize(0, frameHeight)));
@@ -175,11 +196,23 @@ SongInfo EditManyDialog::values() const
     return values;
 }
 
+void EditManyDialog::setCheck(std::function<QVector<FieldNote>()> check)
+{
+    m_check = std::move(check);
+    showNotes();
+}
+
+void EditManyDialog::showNotes()
+{
+    m_notes->show(m_check ? m_check() : QVector<FieldNote>());
+}
+
 void EditManyDialog::showChoice()
 {
     const int chosen = static_cast<int>(m_songs->selectionModel()->selectedRows().size());
     m_count->setText(tr("Song scelte: %1 di %2").arg(chosen).arg(m_songs->rowCount()));
-    m_apply->setEnabled(chosen > 0 && m_hasGenre && fields().any());
+    m_apply->setEnabled(chosen > 0 && fields().any());
+    showNotes();
 }
 
 } // namespace tarvel4

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "library/editjob.h"
+#include "songs/fieldcheck.h"
 #include "songs/songinfo.h"
 
 #include <QDialog>
 #include <QVector>
+
+#include <functional>
 
 QT_BEGIN_NAMESPACE
 class QAbstractButton;
@@ -18,6 +21,8 @@ class QTableWidget;
 QT_END_NAMESPACE
 
 namespace tarvel4 {
+
+class FieldNotes;
 
 /** Lets the user choose several songs, and which of genre, artist and author they all get. The
  * choice is made in a list of its own, so that the window's table stays with one row. */
@@ -40,6 +45,9 @@ public:
     void choose(const QVector<int> &songs);
     QVector<int> chosen() const;
 
+    /** What is to be said of the choice and the texts as they are now; asked at each change. */
+    void setCheck(std::function<QVector<FieldNote>()> check);
+
     /** Which fields all of them get; never the title. */
     ApplyToAll fields() const;
     /** The texts for these fields, without the blanks around them. */
@@ -52,6 +60,7 @@ private:
     void addField(QGridLayout &form, const QString &key, QCheckBox *&tick, const QString &name,
                   QWidget *field);
     void showChoice();
+    void showNotes();
 
     QTableWidget *m_songs;
     QLabel *m_count;
@@ -62,6 +71,8 @@ private:
     QComboBox *m_genre;
     QComboBox *m_artist;
     QLineEdit *m_author;
+    FieldNotes *m_notes = nullptr;
+    std::function<QVector<FieldNote>()> m_check;
 };
 
 } // namespace tarvel4

@@ -77,7 +77,8 @@ void FieldNotes::addField(const QString &key, QLineEdit *edit)
     auto *mark = new QAction(edit);
     mark->setVisible(false);
     edit->addAction(mark, QLineEdit::TrailingPosition);
-    m_fields.append({key, edit, box ? static_cast<QWidget *>(box) : edit, mark});
+    QWidget *widget = box ? static_cast<QWidget *>(box) : edit;
+    m_fields.append({key, edit, widget, mark, widget->accessibleDescription()});
 }
 
 void FieldNotes::show(const QVector<FieldNote> &notes)
@@ -90,8 +91,10 @@ void FieldNotes::show(const QVector<FieldNote> &notes)
         field.mark->setIcon(note ? iconOf(note->grade) : QIcon());
         field.mark->setText(text);
         field.mark->setToolTip(PlainText::toolTip(text));
-        field.widget->setAccessibleDescription(text);
-        field.edit->setAccessibleDescription(text);
+        QStringList described{field.about, text};
+        described.removeAll(QString());
+        for (QWidget *widget : {field.widget, static_cast<QWidget *>(field.edit)})
+            widget->setAccessibleDescription(described.join(QLatin1String(": ")));
     }
     showLine();
 }

@@ -37,6 +37,7 @@ private:
         QLineEdit *edit;
         QWidget *widget; ///< the one that has the name and the focus: the combo box around it
         QAction *mark;
+        QString about; ///< its own description
     };
 
     const FieldNote *noteOf(const QString &key) const;

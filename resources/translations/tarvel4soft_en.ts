@@ -635,6 +635,13 @@ To work in the terminal, without a window: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>EditCheck</name>
+    <message>
+        <source>in %1 song su %2 (%3): </source>
+        <translation>in %1 of %2 songs (%3): </translation>
+    </message>
+</context>
+<context>
     <name>EditJob</name>
     <message>
         <source>Aggiornamento file</source>

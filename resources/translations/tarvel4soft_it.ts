@@ -635,6 +635,13 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
     </message>
 </context>
 <context>
+    <name>EditCheck</name>
+    <message>
+        <source>in %1 song su %2 (%3): </source>
+        <translation>in %1 song su %2 (%3): </translation>
+    </message>
+</context>
+<context>
     <name>EditJob</name>
     <message>
         <source>Aggiornamento file</source>

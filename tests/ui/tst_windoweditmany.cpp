@@ -140,6 +140,49 @@ private Q_SLOTS:
         QCOMPARE(column(Author), strings({"NEW", "", "NEW"}));
     }
 
+    void theDialogSaysWhatTheSavesWouldDo()
+    {
+        using namespace SongBytes;
+        m_songs = QStringList{
+            addSong("a.mid", "Uno"),
+            TestFiles::write(path("songs/b.mf3"), mfx(3, {"Old", "", "", "", "", 0, 0}, midi0()))};
+        import(m_songs);
+        QCOMPARE(model()->rowCount(), 2);
+        const QString letter = QStringLiteral("\u00E0");
+        const QString why = text("questo formato non può contenere la lettera \"%1\"").arg(letter);
+        m_driver->expect<EditManyDialog>([&](EditManyDialog &dialog) {
+            const auto *line = child<QLabel>(dialog, "noteLabel");
+            choose(dialog, text("01"));
+            click(dialog, "authorCheckBox");
+            auto *author = child<QLineEdit>(dialog, "authorLineEdit");
+            retype(author, letter);
+            QCOMPARE(line->text(), text("Autore: in 1 song su 2 (MF3): ") + why);
+            QCOMPARE(author->accessibleDescription(), line->text());
+            retype(author, text("plain"));
+            QCOMPARE(line->text(), QString());
+            QCOMPARE(author->accessibleDescription(), text("Autore"));
+            click(dialog, "genreCheckBox");
+            auto *genre = child<QComboBox>(dialog, "genreComboBox");
+            retype(genre->lineEdit(), letter);
+            QVERIFY(line->text().startsWith(text("Genere Musicale: in 1 song su 2 (MF3): ")));
+            choose(dialog, text("1"));
+            QCOMPARE(line->text(), text("Genere Musicale: ") + why);
+            click(dialog, "genreCheckBox");
+            QCOMPARE(line->text(), QString());
+            click(dialog, "artistCheckBox");
+            retype(child<QComboBox>(dialog, "artistComboBox")->lineEdit(), letter);
+            QCOMPARE(line->text(), text("Interprete: ") + why);
+            click(dialog, "applyPushButton");
+        });
+        m_driver->answerBox(QMessageBox::Ok);
+        m_driver->expect<EditManyDialog>([](EditManyDialog &dialog) {
+            QVERIFY(child<QLabel>(dialog, "noteLabel")->text().startsWith(text("Interprete: ")));
+            dialog.reject();
+        });
+        trigger("actionEditMany");
+        QVERIFY(m_driver->lastBox.details.contains(why));
+    }
+
     void anEmptyTableHasNothingToChange()
     {
         m_driver->answerBox(QMessageBox::Ok);
