@@ -106,6 +106,7 @@ bool UserSongsRelTableModel::appendSong(const SongInfo &song)
     for (const QVariant &value : values)
         shown.append(value.toString());
     shown.removeLast(); // the status
+    forgetTexts(id);
     m_searchTexts.insert(id, FoldedText::of(shown.join(QLatin1Char('\n'))));
     ++m_appended;
     if (rowCount() < shownAtOnce || m_appended > m_shown)
@@ -215,11 +216,21 @@ int UserSongsRelTableModel::songs() const
 
 bool UserSongsRelTableModel::matches(int row, const QStringList &words) const
 {
-    QString &text = m_searchTexts[idOf(row)];
+    if (m_words != words) {
+        m_words = words;
+        m_found.clear();
+    }
+    const int id = idOf(row);
+    const auto known = m_found.constFind(id);
+    if (known != m_found.constEnd())
+        return *known;
+    QString &text = m_searchTexts[id];
     if (text.isEmpty())
         text = searchText(row);
-    return std::all_of(words.begin(), words.end(),
-                       [&text](const QString &word) { return text.contains(word); });
+    const bool isFound = std::all_of(words.begin(), words.end(),
+                                     [&text](const QString &word) { return text.contains(word); });
+    m_found.insert(id, isFound);
+    return isFound;
 }
 
 /** All but the id and the status; a line break keeps a word from reaching over two of them. */
@@ -239,6 +250,7 @@ bool UserSongsRelTableModel::select()
         m_marks.clear();
         std::fill(std::begin(m_marked), std::end(m_marked), 0);
         m_searchTexts.clear();
+        m_found.clear();
     }
     return isDone;
 }
@@ -252,7 +264,7 @@ bool UserSongsRelTableModel::removeRows(int row, int count, const QModelIndex &p
         return false;
     for (const int id : qAsConst(ids)) {
         setMarkOf(id, {Unmarked, {}});
-        m_searchTexts.remove(id);
+        forgetTexts(id);
     }
     return true;
 }
@@ -297,7 +309,7 @@ void UserSongsRelTableModel::writeRow(int row, QSqlQuery &statement)
 
 void UserSongsRelTableModel::updateSong(int row, const SongInfo &song)
 {
-    m_searchTexts.remove(idOf(cellIndex(row, idColumn).row()));
+    forgetTexts(idOf(cellIndex(row, idColumn).row()));
     m_update.bindValue(0, song.title);
     m_update.bindValue(1, song.artist);
     m_update.bindValue(2, song.genre);
@@ -307,7 +319,15 @@ void UserSongsRelTableModel::updateSong(int row, const SongInfo &song)
     m_update.bindValue(6, song.key);
     m_update.bindValue(7, QVariant());
     writeRow(row, m_update);
-    matches(row, {}); // a search finds its texts ready
+    if (QString &text = m_searchTexts[idOf(row)]; text.isEmpty())
+        text = searchText(row); // a search finds its texts ready
+}
+
+/** The texts of a row that a search looks at are others from now on. */
+void UserSongsRelTableModel::forgetTexts(int id)
+{
+    m_searchTexts.remove(id);
+    m_found.remove(id);
 }
 
 void UserSongsRelTableModel::setStatus(int row, int status)

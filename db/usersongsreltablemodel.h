@@ -104,6 +104,7 @@ private:
     void fetchAll();
     QString textAt(int row, int column);
     QString searchText(int row) const;
+    void forgetTexts(int id);
     void setMarkOf(int id, const RowMark &mark);
     void writeRow(int row, QSqlQuery &statement);
 
@@ -130,6 +131,8 @@ private:
     bool m_isEditedByBase = false; ///< since the rows were read
     QHash<int, RowMark> m_marks; ///< by the id of the row
     int m_marked[MarkedFailed + 1] = {}; ///< rows that have each mark
+    mutable QStringList m_words; ///< of the last search
+    mutable QHash<int, bool> m_found; ///< its answers by the id of the row: a sort asks again
     mutable QHash<int, QString> m_searchTexts; ///< by the id of the row; what is missing is read
 };
 

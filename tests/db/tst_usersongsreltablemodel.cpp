@@ -294,6 +294,22 @@ private Q_SLOTS:
         QVERIFY2(m_model->matches(0, words("songs/perche")), "the path is the old one");
     }
 
+    void oneSearchFollowsTheTexts()
+    {
+        const QStringList wanted = words("zoo");
+        const auto isFound = [&] { return m_model->matches(0, wanted); };
+        m_model->appendSong(song("a"_s));
+        QVERIFY(!isFound());
+        m_model->updateSong(0, song("zoo"_s));
+        QVERIFY(isFound());
+        m_model->updateSong(0, song("b"_s));
+        QVERIFY(!isFound());
+        m_model->removeRow(0);
+        m_model->select();
+        m_model->appendSong(song("zoo"_s)); // with the same id
+        QVERIFY(isFound());
+    }
+
     void rowsThatDoNotExistTakeNothing()
     {
         append("a");
