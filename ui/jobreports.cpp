@@ -13,8 +13,9 @@
 
 namespace tarvel4 {
 
-JobReports::JobReports(const Widgets &widgets)
+JobReports::JobReports(const Widgets &widgets, std::function<void()> shareRoom)
     : m_widgets(widgets)
+    , m_shareRoom(std::move(shareRoom))
 {
     m_widgets.showAction->setEnabled(false);
     m_widgets.panel->hide();
@@ -44,8 +45,8 @@ void JobReports::showPanel()
     m_widgets.panel->show();
     if (m_isTableCovered && hadFocus)
         m_widgets.panel->focusList();
-    else if (!m_isTableCovered && !std::exchange(m_isShared, true))
-        shareRoom();
+    else if (!m_isTableCovered)
+        m_shareRoom();
 }
 
 /** On a small screen one of the two can be read, both can't. */
@@ -62,10 +63,12 @@ void JobReports::coverTable(bool covers)
     m_widgets.splitter->widget(0)->setVisible(!covers);
 }
 
-void JobReports::shareRoom()
+void JobReports::uncoverTable()
 {
-    const int height = m_widgets.splitter->height();
-    m_widgets.splitter->setSizes({height * 3, height * 2});
+    if (!m_isTableCovered)
+        return;
+    m_widgets.panel->hide();
+    giveBackTable();
 }
 
 bool JobReports::eventFilter(QObject *watched, QEvent *event)
@@ -73,7 +76,7 @@ bool JobReports::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_widgets.splitter && event->type() == QEvent::Resize && m_isTableCovered
         && !isRoomShort()) {
         coverTable(false);
-        shareRoom();
+        m_shareRoom();
     }
     return QObject::eventFilter(watched, event);
 }
@@ -98,10 +101,7 @@ void JobReports::showSong(const QString &path, bool staysHere)
             tr("La riga di questa song ora è nascosta: %1").arg(QDir::toNativeSeparators(path)));
         return;
     }
-    if (m_isTableCovered) {
-        m_widgets.panel->hide();
-        giveBackTable();
-    }
+    uncoverTable();
     const QModelIndex current = table->currentIndex();
     const int column =
         current.isValid() ? current.column() : table->columnAt(0); // the first on show

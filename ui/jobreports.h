@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 QT_BEGIN_NAMESPACE
 class QAction;
 class QSplitter;
@@ -30,13 +32,17 @@ public:
         QTableView *table;
     };
 
-    explicit JobReports(const Widgets &widgets);
+    /** \a shareRoom gives the table and the panel their parts of the splitter. */
+    JobReports(const Widgets &widgets, std::function<void()> shareRoom);
 
     /** Null, as it is at first, where there is no table. */
     void setModel(UserSongsRelTableModel *model) { m_model = model; }
 
     /** Takes the report of a job that has just ended. */
     void take(const JobReport &report);
+
+    /** Closes a panel that covers the table. */
+    void uncoverTable();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -45,15 +51,14 @@ private:
     void showPanel();
     bool isRoomShort() const;
     void coverTable(bool covers);
-    void shareRoom();
     void giveBackTable();
     void showSong(const QString &path, bool staysHere);
     int rowOf(const QString &path) const;
 
     Widgets m_widgets;
+    std::function<void()> m_shareRoom;
     UserSongsRelTableModel *m_model = nullptr;
     bool m_isTableCovered = false; ///< by the panel, for want of room
-    bool m_isShared = false; ///< the room between table and panel, once
 };
 
 } // namespace tarvel4

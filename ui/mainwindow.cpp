@@ -70,8 +70,10 @@ MainWindow::MainWindow(QWidget *parent, std::unique_ptr<const Volume> volume,
                                              m_db, m_host, m_journal, *m_volume);
     m_steps->setDrives(m_drives.get());
     m_steps->setCopyrightAskChanged([this] { tickCopyright(); });
-    m_reports = std::make_unique<JobReports>(JobReports::Widgets{
-        ui->songsSplitter, ui->reportPanel, ui->actionReport, ui->userLibraryTableView});
+    m_reports = std::make_unique<JobReports>(JobReports::Widgets{ui->songsSplitter, ui->reportPanel,
+                                                                 ui->actionReport,
+                                                                 ui->userLibraryTableView},
+                                             [this] { m_place->shareRoom(); });
     m_host.setReportTaker([this](const JobReport &report) { m_reports->take(report); });
     m_preview = std::make_unique<SyncPreview>(
         SyncPreview::Widgets{this, ui->actionPreview, ui->updateDataToolButton}, m_db, m_host,
@@ -121,6 +123,7 @@ void MainWindow::setUpTable(std::unique_ptr<SongPlayers> players)
     m_search = new SongSearch(
         {table, ui->searchLineEdit, ui->searchMarkComboBox, ui->emptyTableLabel, ui->statusBar},
         *m_model);
+    connect(m_search, &SongSearch::wanted, m_reports.get(), &JobReports::uncoverTable);
     m_steps->setModel(m_model);
     m_reports->setModel(m_model);
     m_preview->setModel(m_model);

@@ -47,6 +47,7 @@ SongSearch::SongSearch(const Widgets &widgets, UserSongsRelTableModel &model)
     });
     const auto *shortcut = new QShortcut(QKeySequence::Find, m_widgets.table->window());
     connect(shortcut, &QShortcut::activated, this, [this] {
+        Q_EMIT wanted();
         m_widgets.text->setFocus(Qt::ShortcutFocusReason);
         m_widgets.text->selectAll();
     });

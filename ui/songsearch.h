@@ -40,6 +40,10 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+Q_SIGNALS:
+    /** The search's key was pressed, whatever covers its field. */
+    void wanted();
+
 private:
     void enterTable();
     void tellCounts();

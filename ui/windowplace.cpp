@@ -51,7 +51,12 @@ WindowPlace::WindowPlace(QWidget &window, QHeaderView &columns, QSplitter &split
     , m_columns(columns)
     , m_splitter(splitter)
 {
+    const QList<int> stored = toSizes(StateFile::value(splitterKey));
+    const bool isUsable = stored.size() == m_splitter.count()
+        && std::all_of(stored.begin(), stored.end(), [](int part) { return part > 0; });
+    m_parts = isUsable ? stored : QList<int>();
     window.installEventFilter(this);
+    connect(&splitter, &QSplitter::splitterMoved, this, [this] { m_parts = m_splitter.sizes(); });
 }
 
 WindowPlace::~WindowPlace()
@@ -66,7 +71,6 @@ void WindowPlace::restore()
     if (!geometry.isEmpty())
         m_window.restoreGeometry(geometry); // corrects one that lies on no screen by now
     restoreColumns();
-    restoreSplitter();
 }
 
 QRect WindowPlace::fitted(const QRect &frame, const QRect &screen)
@@ -94,9 +98,8 @@ void WindowPlace::store() const
         widths += m_columns.sectionSize(column); // 0 of a hidden one
     if (!widths.isEmpty())
         StateFile::setValue(columnsKey, toText(widths));
-    const QList<int> parts = m_splitter.sizes();
-    if (parts.size() > 1 && !parts.contains(0)) // else a part that is hidden now would have none
-        StateFile::setValue(splitterKey, toText(parts));
+    if (!m_parts.isEmpty())
+        StateFile::setValue(splitterKey, toText(m_parts));
 }
 
 void WindowPlace::keepFrameOnScreen()
@@ -124,13 +127,10 @@ void WindowPlace::restoreColumns()
     }
 }
 
-void WindowPlace::restoreSplitter()
+void WindowPlace::shareRoom()
 {
-    const QList<int> parts = toSizes(StateFile::value(splitterKey));
-    const bool isUsable = parts.size() == m_splitter.count()
-        && std::all_of(parts.begin(), parts.end(), [](int part) { return part > 0; });
-    if (isUsable)
-        m_splitter.setSizes(parts);
+    const int height = m_splitter.height();
+    m_splitter.setSizes(m_parts.isEmpty() ? QList<int>{height * 3, height * 2} : m_parts);
 }
 
 } // namespace tarvel4

@@ -26,6 +26,9 @@ public:
     /** To be called before the window is shown; what was stored and does not fit is left out. */
     void restore();
 
+    /** Gives the splitter's parts the sizes that the user gave them last, in this run or before. */
+    void shareRoom();
+
     /** A frame that lies on the screen: moved as far as needed, and made smaller where it must be.
      */
     static QRect fitted(const QRect &frame, const QRect &screen);
@@ -36,11 +39,11 @@ private:
     void store() const;
     void keepFrameOnScreen();
     void restoreColumns();
-    void restoreSplitter();
 
     QWidget &m_window;
     QHeaderView &m_columns;
     QSplitter &m_splitter;
+    QList<int> m_parts; ///< in pixels, and only shares in a window of another height
     bool m_wasPainted = false;
 };
 

@@ -44,6 +44,12 @@ private Q_SLOTS:
         trigger("actionReport");
         QVERIFY(!table()->isVisible());
         QCOMPARE(m_window->height(), 372);
+        QVERIFY(activate(*m_window));
+        QTest::keyClick(m_window->focusWidget(), Qt::Key_F, Qt::ControlModifier);
+        QVERIFY2(find<QLineEdit>("searchLineEdit")->hasFocus(), "the search gets its room");
+        QVERIFY(table()->isVisible() && !panel()->isVisible());
+        trigger("actionReport");
+        QVERIFY(!table()->isVisible());
         m_window->resize(1024, 660);
         QCoreApplication::processEvents();
         QVERIFY(table()->isVisible());
