@@ -24,7 +24,7 @@ constexpr Shade border{0xff6f8295, 0xff8296aa};
 constexpr Shade muted{0xff52667a, 0xffa9b9c8};
 constexpr Shade unusable{0xffeef1f4, 0xff1e2731};
 constexpr Shade done{0xff449fae, 0xff0d788c};
-constexpr Shade chosen{0xff0b7285, 0xff0e8096};
+constexpr Shade chosen{0xff0d7e92, 0xff0e8096};
 constexpr Shade onChosen{0xffffffff, 0xffffffff};
 constexpr Shade teal{0xff0b7285, 0xff6fd3e3};
 constexpr Shade alarm{0xffb3400a, 0xffffa46b};

@@ -33,6 +33,13 @@ void showText(QLineEdit *edit, const QString &text)
     edit->setCursorPosition(0);
 }
 
+/** Where the list has the text, it opens there. */
+void showText(QComboBox *box, const QString &text)
+{
+    box->setCurrentIndex(box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    showText(box->lineEdit(), text);
+}
+
 } // namespace
 
 DataEditDialog::DataEditDialog(QWidget *parent)
@@ -123,8 +130,8 @@ void DataEditDialog::setSong(const SongInfo &song)
     ui->formatLabel->setText(song.format);
     showText(ui->titleLineEdit, song.title);
     showText(ui->authorLineEdit, song.author);
-    showText(ui->artistComboBox->lineEdit(), song.artist);
-    showText(ui->genreComboBox->lineEdit(), song.genre);
+    showText(ui->artistComboBox, song.artist);
+    showText(ui->genreComboBox, song.genre);
     ui->lenMmLineEdit->setText(QString::number(song.length / secondsPerMinute));
     ui->lenSsLineEdit->setText(QString::number(song.length % secondsPerMinute));
     // required: a key that is not listed selects nothing, and is saved as an empty one

@@ -59,7 +59,7 @@ QString ElidedLabel::elided() const
     // a line break in a file name must not make a second line
     QString line = text();
     line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    return fontMetrics().elidedText(line, Qt::ElideMiddle, contentsRect().width());
+    return fontMetrics().elidedText(line, m_elideMode, contentsRect().width());
 }
 
 } // namespace tarvel4

@@ -5,8 +5,8 @@
 namespace tarvel4 {
 
 /**
- * Shows one line of plain text, shortened in its middle where it does not fit, so that no file name
- * stretches a dialog off the screen; the tool tip then holds it whole.
+ * Shows one line of plain text, shortened, in its middle by default, where it does not fit, so that no file
+ * name stretches a dialog off the screen; the tool tip then holds it whole.
  */
 class ElidedLabel : public QLabel
 {
@@ -14,6 +14,9 @@ class ElidedLabel : public QLabel
 
 public:
     explicit ElidedLabel(QWidget *parent = nullptr);
+
+    /** Where a text is shortened: a sentence at its end. */
+    void setElideMode(Qt::TextElideMode mode) { m_elideMode = mode; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -24,6 +27,8 @@ protected:
 
 private:
     QString elided() const;
+
+    Qt::TextElideMode m_elideMode = Qt::ElideMiddle;
 };
 
 } // namespace tarvel4

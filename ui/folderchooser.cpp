@@ -1,6 +1,7 @@
 #include "ui/folderchooser.h"
 
 #include "library/mountedmedia.h"
+#include "ui/filedialogfit.h"
 #include "ui/mediasidebar.h"
 #include "ui/recentfolder.h"
 
@@ -50,6 +51,7 @@ QString chooseFolder(QWidget *parent, const QString &caption, FolderKind kind)
     dialog.setOptions(options);
     dialog.setSupportedSchemes({QStringLiteral("file")});
     const MediaSidebar sidebar(dialog);
+    fitFileDialog(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const QString folder = dialog.selectedFiles().value(0);

@@ -72,8 +72,9 @@ void Listening::addTo(QMenu &menu, int row)
     const QString path = m_model.fileNameOf(row);
     menu.addSeparator();
     const bool isHeard = m_player && m_song.path == path;
-    connect(menu.addAction(isHeard ? tr("Ferma l'ascolto") : tr("Ascolta")), &QAction::triggered,
-            this, [this, row] { toggle(row); });
+    QAction *listen = menu.addAction(isHeard ? tr("Ferma l'ascolto") : tr("Ascolta"));
+    listen->setShortcut(m_listen->shortcut()); // only shown: the menu has the keys while it is open
+    connect(listen, &QAction::triggered, this, [this, row] { toggle(row); });
     if (SongSound::kindOf(m_model.cellIndex(row, typeColumn).data().toString())
         == SongSound::Kind::Mp3)
         return;

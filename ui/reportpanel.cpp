@@ -54,9 +54,25 @@ void ReportPanel::setReport(const JobReport &report)
     m_hasReport = true;
     m_model->setReport(report);
     ui->reportFilterComboBox->offer(report);
-    ui->reportHeadingLabel->setText(report.heading());
+    setHeading(report.heading());
     setHint({});
     fitColumns();
+}
+
+/** No name in it is broken at its hyphen. */
+void ReportPanel::setHeading(const QString &heading)
+{
+    constexpr QChar unbreakableHyphen(0x2011);
+    ui->reportHeadingLabel->setText(QString(heading).replace(QLatin1Char('-'), unbreakableHyphen));
+    ui->reportHeadingLabel->setAccessibleName(heading);
+    fitHeading();
+}
+
+/** The splitter asks for the room of one line only. */
+void ReportPanel::fitHeading()
+{
+    QLabel *heading = ui->reportHeadingLabel;
+    heading->setMinimumHeight(isVisible() ? heading->heightForWidth(heading->width()) : 0);
 }
 
 /** None takes more than a third; the last one has what is left. */
@@ -79,10 +95,18 @@ void ReportPanel::resizeEvent(QResizeEvent *event)
     QBoxLayout *other = ui->reportLayout;
     if (width() < narrow)
         std::swap(home, other);
-    if (home->indexOf(ui->reportHeadingLabel) >= 0)
-        return;
-    other->removeWidget(ui->reportHeadingLabel);
-    home->insertWidget(0, ui->reportHeadingLabel);
+    if (home->indexOf(ui->reportHeadingLabel) < 0) {
+        other->removeWidget(ui->reportHeadingLabel);
+        home->insertWidget(0, ui->reportHeadingLabel);
+        ui->reportLayout->activate();
+    }
+    fitHeading();
+}
+
+void ReportPanel::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    fitHeading();
 }
 
 void ReportPanel::setHint(const QString &text)
@@ -107,7 +131,7 @@ void ReportPanel::changeEvent(QEvent *event)
     ui->retranslateUi(this);
     if (!m_hasReport)
         return;
-    ui->reportHeadingLabel->setText(m_model->report().heading());
+    setHeading(m_model->report().heading());
     ui->reportFilterComboBox->retranslate(m_model->report());
     setHint({});
     m_model->retranslate();

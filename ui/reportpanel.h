@@ -37,9 +37,12 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void fitColumns();
+    void setHeading(const QString &heading);
+    void fitHeading();
     void choose(bool staysHere);
     void saveAsText();
     void closePanel();

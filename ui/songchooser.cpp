@@ -1,5 +1,6 @@
 #include "ui/songchooser.h"
 
+#include "ui/filedialogfit.h"
 #include "ui/mediasidebar.h"
 #include "ui/recentfolder.h"
 
@@ -22,6 +23,7 @@ QStringList chooseSongs(QWidget *parent, const QString &caption)
     if (auto *names = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit")))
         names->setMaxLength(std::numeric_limits<int>::max());
     const MediaSidebar sidebar(dialog);
+    fitFileDialog(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const QStringList songs = dialog.selectedFiles();

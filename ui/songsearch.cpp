@@ -29,6 +29,7 @@ SongSearch::SongSearch(const Widgets &widgets, UserSongsRelTableModel &model)
     , m_counts(new ElidedLabel)
 {
     m_counts->setObjectName(QStringLiteral("songCountsLabel"));
+    m_counts->setElideMode(Qt::ElideRight);
     m_counts->setContentsMargins(10, 0, 0, 4); // below the left edge of the table
     m_widgets.counts->addWidget(m_counts, 1);
     m_widgets.emptyText->setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -1,6 +1,7 @@
 #include "library/messagelog.h"
-#include "library/volume.h"
+#include "library/usersettings.h"
 #include "tests/ui/dialogdriver.h"
+#include "tests/ui/stage.h"
 #include "ui/aboutdialog.h"
 #include "ui/appearance.h"
 #include "ui/backupdialog.h"
@@ -12,6 +13,7 @@
 #include "ui/nocopyrightdialog.h"
 #include "ui/previewdialog.h"
 #include "ui/proceeddialog.h"
+#include "ui/progressdialog.h"
 #include "ui/songslistdialog.h"
 
 #include <QApplication>
@@ -31,31 +33,16 @@ using namespace tarvel4;
 
 namespace {
 
-/** The card is a folder that is no system disk. */
-class CardVolume : public Volume
-{
-public:
-    explicit CardVolume(QString card)
-        : m_card(std::move(card))
-    {}
-
-    QString rootOf(const QString &) const override { return m_card; }
-    bool isRootFolder(const QString &path) const override { return path == m_card; }
-    bool isSystemDisk(const QString &) const override { return false; }
-
-private:
-    const QString m_card;
-};
-
 /** The real window with the sample songs in it, on a screen that it fills, and its pictures. */
-class Stage
+class Pictures
 {
 public:
-    Stage(const QString &folder, const QString &songs)
+    Pictures(const QString &folder, const QString &songs)
         : m_folder(folder)
         , m_songs(songs)
         , m_card(QDir(songs).filePath(text("../Card")))
-        , m_window(nullptr, std::make_unique<CardVolume>(m_card))
+        , m_window(nullptr, std::make_unique<Stage::CardVolume>(m_card),
+                   std::make_unique<Stage::SilentPlayers>(), std::make_unique<Stage::Drives>())
     {
         QCursor::setPos(m_window.screen()->geometry().bottomRight()); // hovers over nothing
         m_window.show();
@@ -75,18 +62,22 @@ public:
         search();
         edit();
         editMany();
+        listen();
+        undo();
+        remove();
+        import("noPushButton");
+        transfer();
         import("noPushButton");
         report();
-        overwrite();
         toolTip();
-        menu();
-        openFiles();
+        menus();
         box();
-        show(AboutDialog(&m_window), "about");
         help();
-        show(IndexDialog(&m_window), "index");
-        show(SongsListDialog(&m_window), "list");
+        memory();
+        show(AboutDialog(&m_window), "about");
         show(BackupDialog(&m_window), "backup");
+        show(ProgressDialog({text("Tarvel4 Soft"), text("3 / 7"), text("Cancel")}, 7, &m_window),
+             "progress");
         NoCopyrightDialog question(&m_window);
         question.setFileName(text("SANTALUC.mid"));
         show(std::move(question), "question");
@@ -104,7 +95,7 @@ private:
                 files.append(song.absoluteFilePath());
         }
         DialogDriver driver;
-        driver.chooseFiles(files);
+        chooseFiles(driver, files, "files");
         driver.expect<ProceedDialog>([this, answer](ProceedDialog &dialog) {
             save(dialog, "summary");
             click(dialog, answer);
@@ -113,6 +104,12 @@ private:
             answerQuestions(driver, "yesAllPushButton");
         QTest::mouseClick(find<QWidget>("selectDirToolButton"), Qt::LeftButton);
         find<QTableView>("userLibraryTableView")->selectRow(2);
+    }
+
+    void chooseFiles(DialogDriver &driver, const QStringList &files, const char *picture)
+    {
+        driver.expect<QFileDialog>([this, picture](QFileDialog &dialog) { save(dialog, picture); });
+        driver.chooseFiles(files);
     }
 
     /** Of a synchronisation; some samples are not of the catalogue's maker. */
@@ -130,6 +127,10 @@ private:
         find<QLineEdit>("searchLineEdit")->setText(text("nowhere"));
         save(m_window, "nothing");
         find<QLineEdit>("searchLineEdit")->clear();
+        auto *marks = find<QComboBox>("searchMarkComboBox");
+        marks->setCurrentIndex(marks->count() - 1);
+        save(m_window, "filter");
+        marks->setCurrentIndex(0);
     }
 
     void editMany()
@@ -165,23 +166,83 @@ private:
         save(m_window, "report");
     }
 
-    void overwrite()
+    void transfer()
     {
         QDir().mkpath(m_card + text("/songs"));
         const QString name = text("/SANTALUC.mid");
         QFile::copy(m_songs + name, m_card + text("/songs") + name);
         DialogDriver driver;
-        driver.chooseFiles({m_card + text("/songs")});
+        chooseFiles(driver, {m_card + text("/songs")}, "folders");
         driver.expect<NoCopyrightDialog>([this](NoCopyrightDialog &dialog) {
             save(dialog, "overwrite");
             click(dialog, "yesPushButton");
         });
-        driver.expect<QMessageBox>([this](QMessageBox &box) {
-            save(box, "transferred");
-            box.accept();
-        });
+        expectBox(driver, "transferred");
         find<QAbstractButton>("transferFilesToolButton")->click();
-        save(m_window, "report-transfer");
+    }
+
+    void expectBox(DialogDriver &driver, const char *picture)
+    {
+        driver.expect<QMessageBox>([this, picture](QMessageBox &box) {
+            save(box, picture);
+            box.reject();
+        });
+    }
+
+    void listen()
+    {
+        find<QAction>("actionListen")->trigger();
+        save(m_window, "listen");
+        find<QAction>("actionListen")->trigger();
+    }
+
+    void undo()
+    {
+        DialogDriver driver;
+        expectBox(driver, "undo");
+        find<QAction>("actionUndo")->trigger();
+    }
+
+    void remove()
+    {
+        DialogDriver driver;
+        driver.expect<QMenu>([this](QMenu &menu) {
+            save(menu, "menu-row");
+            menu.close();
+        });
+        auto *table = find<QTableView>("userLibraryTableView");
+        Q_EMIT table->customContextMenuRequested(table->visualRect(table->currentIndex()).center());
+        expectBox(driver, "delete");
+        activate(m_window);
+        table->setFocus();
+        QTest::keyClick(table, Qt::Key_Delete);
+    }
+
+    /** The dialogs about the card, which the transfer has prepared. */
+    void memory()
+    {
+        UserSettings::setMediaRoot(m_card);
+        IndexDialog index(&m_window);
+        index.show();
+        save(index, "index");
+        click(index, "rebuildRadioButton");
+        save(index, "index-rebuild");
+        {
+            DialogDriver driver;
+            expectBox(driver, "index-result");
+            click(index, "startPushButton");
+        }
+        save(index, "index-done");
+        index.close();
+        SongsListDialog list(&m_window);
+        list.show();
+        save(list, "list");
+        DialogDriver driver;
+        expectBox(driver, "list-result");
+        click(list, "savePushButton");
+        expectBox(driver, "list-overwrite");
+        click(list, "savePushButton");
+        list.close();
     }
 
     void edit()
@@ -193,6 +254,8 @@ private:
             genres->showPopup();
             save(*genres->view()->window(), "genres");
             genres->hidePopup();
+            child<QLineEdit>(dialog, "titleLineEdit")->setText(text("Perché no"));
+            save(dialog, "edit-note");
             dialog.reject();
         });
         auto *table = find<QTableView>("userLibraryTableView");
@@ -210,24 +273,17 @@ private:
         QToolTip::hideText();
     }
 
-    void menu()
+    void menus()
     {
-        auto *opened = find<QMenu>("menuStrumenti");
-        opened->popup(m_window.mapToGlobal(QPoint(100, 30)));
-        opened->setActiveAction(opened->actions().constFirst());
-        save(*opened, "menu");
-        opened->close();
-        auto *languages = find<QMenu>("menuLanguage");
-        languages->popup(m_window.mapToGlobal(QPoint(100, 30)));
-        save(*languages, "languages");
-        languages->close();
-    }
-
-    void openFiles()
-    {
-        QFileDialog dialog(&m_window, QString(), m_songs);
-        dialog.setOption(QFileDialog::DontUseNativeDialog);
-        show(std::move(dialog), "files");
+        for (const char *name : {"menuFile", "menuPreferences", "menuLanguage", "menuStrumenti",
+                                 "menuHelp", "menuListenFromMark"}) {
+            auto *opened = find<QMenu>(name);
+            opened->popup(m_window.mapToGlobal(QPoint(100, 30)));
+            if (!opened->actions().isEmpty())
+                opened->setActiveAction(opened->actions().constFirst());
+            save(*opened, name);
+            opened->close();
+        }
     }
 
     void box()
@@ -338,7 +394,7 @@ int main(int argc, char *argv[])
     Appearance::setScheme(arguments.at(4) == text("dark") ? Colours::Scheme::Dark
                                                           : Colours::Scheme::Light);
     Appearance::applyStyleSheet(text(":/style/default.qss"));
-    Stage stage(folder, songs);
-    stage.takeAll();
-    return stage.isWhole() ? EXIT_SUCCESS : EXIT_FAILURE;
+    Pictures pictures(folder, songs);
+    pictures.takeAll();
+    return pictures.isWhole() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
