@@ -37,7 +37,7 @@ int commonEnd(const char *firstEnd, const char *secondEnd, int most)
 
 Splice Splice::between(const QByteArray &oldBytes, const QByteArray &newBytes, qint64 rest)
 {
-    const int most = qMin(oldBytes.size(), newBytes.size());
+    const int most = static_cast<int>(qMin(oldBytes.size(), newBytes.size()));
     const int prefix = commonStart(oldBytes.constData(), newBytes.constData(), most);
     const int suffix = commonEnd(oldBytes.constData() + oldBytes.size(),
                                  newBytes.constData() + newBytes.size(), most - prefix);
