@@ -75,15 +75,8 @@ int SongTable::shownRow(const QTableView &view, int row)
 void SongTable::readAgain(QTableView &view, UserSongsRelTableModel &model)
 {
     const int scrolled = view.verticalScrollBar()->value();
-    const QModelIndex current = view.currentIndex();
-    const int song = current.isValid() ? model.idOf(current.row()) : 0;
     model.select();
-    const int rows = model.totalRows();
-    int row = 0;
-    while (row < rows && model.idOf(row) != song)
-        ++row;
-    if (current.isValid() && row < rows)
-        view.setCurrentIndex(model.cellIndex(row, current.column()));
+    model.totalRows();
     view.verticalScrollBar()->setValue(scrolled);
 }
 

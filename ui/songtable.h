@@ -29,7 +29,7 @@ void showWholeHeaders(QTableView &view);
 int shownRow(const QTableView &view, int row);
 
 /** Reads the rows again when a job has changed many: in their order now, and the memory is freed
- * that the model takes for each change. The current song stays it. */
+ * that the model takes for each change. */
 void readAgain(QTableView &view, UserSongsRelTableModel &model);
 
 /** Takes a row out of the table; the next one takes its place, in view and as the current one. */

@@ -104,6 +104,20 @@ private Q_SLOTS:
 
     /** The answer from memory, for texts that cannot hit, is the one that executing the statement
      * gives. */
+    void anotherProgramCanWriteBetweenTwoLookUps()
+    {
+        const QString file = m_folder.filePath("written"_s);
+        QVERIFY(QFile::copy(m_catalogue, file) && m_database->init(file));
+        SongInfo record;
+        for (const char *artist : {"first", "second"}) {
+            QVERIFY(m_database->getRecordByFilename("12ANNI"_s, record));
+            QVERIFY(m_database->getRecordByTitle("half"_s, record));
+            execute(file, {"UPDATE Songs SET artist = '%1'"_s.arg(QLatin1String(artist))});
+            QVERIFY(m_database->getRecordByFilename("12ANNI"_s, record));
+            QCOMPARE(record.artist, QLatin1String(artist));
+        }
+    }
+
     void answersAsTheStatementWould()
     {
         QVERIFY(m_database->init());

@@ -212,6 +212,8 @@ void tst_CliUndo::canBeTriedAgainWhenTheCardIsBack()
     QCOMPARE(cli("undo").status, 1);
     QCOMPARE(read("s/a.mid"), wholeSong());
     QVERIFY(QFile::rename(path("s/away"), path("s/b.mid")));
+    // It had come to its end: what it did would be redone.
+    QCOMPARE(cli("undo --json --dry-run").texts("path"), QStringList(path("s/a.mid")));
     QCOMPARE(cli("undo 1").status, 0);
     QCOMPARE(read("s/b.mid"), wholeSong());
     QCOMPARE(read("s/a.mid"), wholeSong());

@@ -154,6 +154,11 @@ private Q_SLOTS:
             Journal::Run second(other, "undo"_s);
             takeBack(second, isOfOther ? edit + 9 : edit, "c.mid");
             QVERIFY(other.runs()->first().takesBack != 0);
+            QVector<JournalEntry> entries{
+                JournalEntry::of(path("d.mid"), changeOf(Way::InPlace, "new", "old"), 3)};
+            QVERIFY(second.add(entries));
+            QCOMPARE(unfinished(), QStringList()); // it lives
+            second.settle({{entries.first().id, QByteArray()}});
             second.finish();
         }
         QCOMPARE(journal.runs()->size(), runs);
