@@ -44,7 +44,7 @@ ListenStrip::ListenStrip(QWidget *parent)
 
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(16);
+    layout->setSpacing(12);
     layout->addWidget(m_title);
     layout->addWidget(m_time);
     layout->addWidget(m_mark, 1);
@@ -52,6 +52,7 @@ ListenStrip::ListenStrip(QWidget *parent)
     m_marks->setMenu(new QMenu(m_marks));
     m_stop = addButton(*layout, QStringLiteral("listenStopButton"));
     connect(m_stop, &QPushButton::clicked, this, &ListenStrip::stopAsked);
+    m_mark->setMinimumWidth(m_mark->fontMetrics().averageCharWidth() * 4); // on a small screen
     setTexts();
     hide();
 }

@@ -51,11 +51,15 @@ void PreviewDialog::showEvent(QShowEvent *event)
 void PreviewDialog::fitColumns()
 {
     QTableView *list = ui->previewTableView;
-    const int most = list->viewport()->width() / 4;
+    const int most = list->viewport()->width() / PreviewModel::ColumnCount;
+    list->horizontalHeader()->setMinimumSectionSize(
+        list->horizontalHeader()->sectionSizeHint(PreviewModel::After));
     for (const int column :
          {PreviewModel::Song, PreviewModel::Result, PreviewModel::Field, PreviewModel::Before}) {
         list->resizeColumnToContents(column);
-        list->setColumnWidth(column, qMin(list->columnWidth(column), most));
+        list->setColumnWidth(column,
+                             qMin(list->columnWidth(column),
+                                  qMax(most, list->horizontalHeader()->sectionSizeHint(column))));
     }
 }
 

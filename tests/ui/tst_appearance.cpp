@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -122,6 +124,36 @@ private Q_SLOTS:
         QCOMPARE(page.begin().begin().fragment().charFormat().foreground().color(), QColor(colour));
         qApp->setStyleSheet(QString());
         QApplication::setPalette(before);
+    }
+
+    void whatHintsAtWhatToTypeIsNoText()
+    {
+        const QPalette before = QApplication::palette();
+        Appearance::setScheme(Colours::Scheme::Light);
+        Appearance::applyStyleSheet(text(":/style/default.qss"));
+        QLineEdit field;
+        field.ensurePolished();
+        QCOMPARE(field.palette().color(QPalette::PlaceholderText),
+                 field.palette().color(QPalette::Dark));
+        QVERIFY(field.palette().color(QPalette::Text) != field.palette().color(QPalette::Dark));
+        qApp->setStyleSheet(QString());
+        QApplication::setPalette(before);
+    }
+
+    /** Else boxes have those of Qt, in which each pixel is seen on a screen with small ones. */
+    void messageBoxesHavePicturesOfOurs()
+    {
+        Appearance::applyStyleSheet(text(":/style/default.qss"));
+        for (const auto icon : {QMessageBox::Information, QMessageBox::Question,
+                                QMessageBox::Warning, QMessageBox::Critical}) {
+            QMessageBox box(icon, QString(), text("x"));
+            box.ensurePolished();
+            const QImage shown = box.iconPixmap().toImage();
+            QCOMPARE(shown.width(), 48);
+            QCOMPARE(shown.pixelColor(0, 0).alpha(), 0);
+            QVERIFY(shown.pixelColor(24, 26) == QColor(Qt::white) || icon == QMessageBox::Question);
+        }
+        qApp->setStyleSheet(QString());
     }
 
     /** A colour of the sheet's own would be right in one of the schemes only. */

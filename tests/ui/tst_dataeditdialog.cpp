@@ -156,6 +156,19 @@ private Q_SLOTS:
         QCOMPARE(saved().split(QLatin1Char('|')).at(4), expected);
     }
 
+    void listOpensAtTheSongsText()
+    {
+        m_song.genre = text("Rock");
+        m_song.artist = text("CELENTANO");
+        m_dialog->setSong(m_song);
+        QCOMPARE(find<QComboBox>("genreComboBox")->currentIndex(), 2);
+        QCOMPARE(find<QComboBox>("artistComboBox")->currentIndex(), 2);
+        m_song.genre = text("rock"); // which the list has in other letters only
+        m_dialog->setSong(m_song);
+        QCOMPARE(find<QComboBox>("genreComboBox")->currentIndex(), -1);
+        QCOMPARE(find<QComboBox>("genreComboBox")->currentText(), text("rock"));
+    }
+
     void listsAreReplaced()
     {
         m_dialog->setArtists(strings({"X"}));

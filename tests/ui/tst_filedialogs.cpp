@@ -2,14 +2,18 @@
 #include "tests/library/testfiles.h"
 #include "tests/storage/table.h"
 #include "tests/ui/dialogdriver.h"
+#include "ui/appearance.h"
 #include "ui/folderchooser.h"
 #include "ui/songchooser.h"
 #include "ui/statefile.h"
 
 #include <QDialogButtonBox>
+#include <QHeaderView>
 #include <QListView>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyledItemDelegate>
+#include <QTreeView>
 
 #include <optional>
 
@@ -83,6 +87,29 @@ private Q_SLOTS:
         chosen.sort();
         QCOMPARE(chosen.size(), songs);
         QCOMPARE(chosen, expected);
+    }
+
+    void columnsHaveRoom()
+    {
+        Appearance::applyStyleSheet(text(":/style/default.qss"));
+        write(m_folder->filePath(text("a.mid")), QByteArray(700 * 1024, 'x'));
+        StateFile::setValue(text("folders/songs"), m_folder->path());
+        DialogDriver driver;
+        driver.expect<QFileDialog>([](QFileDialog &dialog) {
+            const auto *files = child<QTreeView>(dialog, "treeView");
+            const QModelIndex folder = files->rootIndex();
+            QTRY_COMPARE(files->model()->rowCount(folder), 1);
+            for (int column = 0; column < files->header()->count(); ++column) {
+                const int width = files->columnWidth(column);
+                QVERIFY(width >= files->header()->sectionSizeHint(column));
+                const QString words = files->model()->index(0, column, folder).data().toString();
+                QVERIFY(width > files->fontMetrics().horizontalAdvance(words));
+            }
+            QVERIFY(dialog.width() <= dialog.screen()->availableSize().width());
+            dialog.reject();
+        });
+        chooseSongs(nullptr, text("Songs"));
+        qApp->setStyleSheet(QString());
     }
 
     void songDialogBeginsWhereTheLastOneEnded()

@@ -1,4 +1,6 @@
+#include "db/usersongsreltablemodel.h"
 #include "tests/storage/table.h"
+#include "tests/ui/stage.h"
 #include "tests/ui/windowtest.h"
 #include "ui/appearance.h"
 #include "ui/helpdialog.h"
@@ -115,6 +117,52 @@ private Q_SLOTS:
                              QRegularExpression::MultilineOption)),
                          qPrintable(key));
         }
+    }
+
+    void everyCommandIsTold_data() { addLanguages(); }
+    /** The words of each entry of the menus, of each mark, and of what a message offers. */
+    void everyCommandIsTold()
+    {
+        const auto [language] = cells<QString>();
+        settings().setValue(text("language"), language);
+        QTranslator translator;
+        Appearance::installLanguage(translator, language);
+        openWindowWithoutSummaries();
+        import(threeSongs());
+        QStringList words;
+        for (const QMenu *menu : m_window->findChildren<QMenu *>()) {
+            for (const QAction *action : menu->actions()) {
+                if (action->isVisible() && !action->isCheckable() && !action->menu())
+                    words += action->text();
+            }
+            words += menu->title();
+        }
+        m_driver->expect<QMenu>([&words](QMenu &menu) {
+            for (const QAction *action : menu.actions())
+                words += action->menu() ? QString() : action->text();
+            menu.close();
+        });
+        Q_EMIT table()->customContextMenuRequested(centreOf(0, Title));
+        for (const auto mark :
+             {UserSongsRelTableModel::MarkedUpdated, UserSongsRelTableModel::MarkedEdited,
+              UserSongsRelTableModel::MarkedLeftAlone, UserSongsRelTableModel::MarkedFailed})
+            words += UserSongsRelTableModel::markText(mark);
+        words += QCoreApplication::translate("EjectOffer", "Espelli");
+        QString page; // on which every piece in bold is one
+        auto bold = QRegularExpression(text("<b>([^<]*)</b>")).globalMatch(pageOf(language));
+        while (bold.hasNext()) {
+            QTextDocument piece;
+            piece.setHtml(bold.next().captured(1));
+            page += QLatin1Char('|') + plain(piece.toPlainText()) + QLatin1Char('|');
+        }
+        words.removeAll(QString());
+        QVERIFY(words.size() > 25);
+        QStringList untold;
+        for (const QString &word : qAsConst(words)) {
+            if (!page.contains(QLatin1Char('|') + plain(word) + QLatin1Char('|')))
+                untold += plain(word);
+        }
+        QCOMPARE(untold.join(text("; ")), QString());
     }
 
     void linksLeadSomewhere_data() { addLanguages(); }
@@ -247,6 +295,12 @@ private Q_SLOTS:
         QTRY_COMPARE(field->placeholderText(), text("Search the help (Ctrl+F)"));
         QCOMPARE(field->accessibleName(), text("Search the help"));
         QCOMPARE(child<QWidget>(dialog, "nextToolButton")->toolTip(), text("Next place (F3)"));
+    }
+
+protected:
+    std::unique_ptr<SongPlayers> makePlayers() override
+    {
+        return std::make_unique<Stage::SilentPlayers>();
     }
 
 private:

@@ -165,6 +165,16 @@ private Q_SLOTS:
         QTRY_VERIFY(!QToolTip::isVisible());
     }
 
+    void sentencesAreShortenedAtTheirEnd()
+    {
+        ElidedLabel label;
+        label.setElideMode(Qt::ElideRight);
+        label.setText(QString(100, QLatin1Char('x')) + text(" end"));
+        QLabel plain;
+        plain.setText(plain.fontMetrics().elidedText(label.text(), Qt::ElideRight, 300));
+        QCOMPARE(picture(label, QSize(300, 30)), picture(plain, QSize(300, 30)));
+    }
+
 private:
     /** Types a text into the empty box and tells what is offered. */
     QStringList type(const QString &typed)

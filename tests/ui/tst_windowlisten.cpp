@@ -177,6 +177,18 @@ private Q_SLOTS:
         QCOMPARE(m_calls.constLast(), text("stop"));
     }
 
+    void rowMenuTellsTheKey()
+    {
+        QKeySequence key;
+        m_driver->expect<QMenu>([&key](QMenu &menu) {
+            for (const QAction *action : menu.actions())
+                key = action->text() == text("Ascolta") ? action->shortcut() : key;
+            menu.close();
+        });
+        openMenu(0);
+        QCOMPARE(key, QKeySequence(Qt::Key_Space));
+    }
+
     void whatCantBeHeardIsNotOffered_data()
     {
         const Table<int, bool, QStringList> row;
