@@ -1,6 +1,9 @@
 #include "ui/schemefollower.h"
 
 #include "ui/appearance.h"
+#ifdef QT_DBUS_LIB
+#include "ui/portalscheme.h"
+#endif
 
 #include <QApplication>
 #include <QEvent>
@@ -22,9 +25,24 @@ bool hasOurColours()
 
 SchemeFollower::SchemeFollower(QObject *parent)
     : QObject(parent)
+    , m_painted(Colours::schemeOf(QApplication::palette()))
 {
     Appearance::followDesktop();
     qApp->installEventFilter(this);
+#ifdef QT_DBUS_LIB
+    const auto *portal = new PortalScheme(this);
+    connect(portal, &PortalScheme::told, this, [this](bool isDark) {
+        m_isToldDark = isDark;
+        if (scheme() != Appearance::scheme())
+            show();
+    });
+#endif
+}
+
+/** A desktop is dark where either says so: one that has no preference is light for the portal. */
+Colours::Scheme SchemeFollower::scheme() const
+{
+    return m_isToldDark ? Colours::Scheme::Dark : m_painted;
 }
 
 bool SchemeFollower::eventFilter(QObject *watched, QEvent *event)
@@ -39,7 +57,13 @@ void SchemeFollower::follow()
 {
     if (hasOurColours())
         return;
-    Appearance::followDesktop();
+    m_painted = Colours::schemeOf(QApplication::palette());
+    show();
+}
+
+void SchemeFollower::show()
+{
+    Appearance::setScheme(scheme());
     qApp->setStyleSheet(qApp->styleSheet()); // it looks its colours up once
 }
 
