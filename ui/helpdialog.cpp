@@ -1,9 +1,11 @@
 #include "ui/helpdialog.h"
 
 #include "library/usersettings.h"
+#include "ui/appearance.h"
 #include "ui_helpdialog.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
 #include <QScreen>
@@ -25,8 +27,6 @@ HelpDialog::HelpDialog(QWidget *parent)
     ui->setupUi(this);
     const QSize comfortable(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 40);
     resize(comfortable.boundedTo(screen()->availableSize() * 9 / 10));
-    ui->textBrowser->document()->setDefaultStyleSheet(
-        QStringLiteral("h1, h2, h3 { color: %1; }").arg(palette().color(QPalette::Link).name()));
     setUpSearch();
     loadPage();
     ui->textBrowser->setFocus();
@@ -69,6 +69,8 @@ void HelpDialog::retranslate()
 void HelpDialog::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_scheme != Appearance::scheme())
+        loadPage();
     if (event->type() != QEvent::LanguageChange)
         return;
     ui->retranslateUi(this);
@@ -123,6 +125,10 @@ void HelpDialog::search(HelpView::Direction direction, bool goesOn)
 
 void HelpDialog::loadPage()
 {
+    m_scheme = Appearance::scheme();
+    ui->textBrowser->document()->setDefaultStyleSheet(
+        QStringLiteral("h1, h2, h3 { color: %1; }")
+            .arg(QApplication::palette().color(QPalette::Link).name()));
     const QString italian = QStringLiteral("it");
     // required: German readers get the English page
     QFile page(UserSettings::language(italian) == italian ? QStringLiteral(":/help/help_it.html")

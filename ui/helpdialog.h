@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/colours.h"
 #include "ui/helpview.h"
 
 #include <QDialog>
@@ -34,6 +35,7 @@ private:
     void search(HelpView::Direction direction, bool goesOn);
 
     std::unique_ptr<Ui::HelpDialog> ui;
+    Colours::Scheme m_scheme = Colours::Scheme::Light; ///< of the page that is shown
 };
 
 } // namespace tarvel4

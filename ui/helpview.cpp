@@ -1,5 +1,8 @@
 #include "ui/helpview.h"
 
+#include "ui/appearance.h"
+
+#include <QApplication>
 #include <QPainter>
 #include <QScrollBar>
 #include <QtMath>
@@ -25,7 +28,7 @@ QString folded(const QString &text)
     return plain;
 }
 
-/** With a border: the picture of a light window may stand on a dark page. */
+/** With a border: the window in it has the ground of the page. */
 QImage fitted(const QString &name, int room, qreal ratio, const QColor &border)
 {
     const QImage whole(name);
@@ -123,11 +126,13 @@ QVariant HelpView::loadResource(int type, const QUrl &name)
 {
     if (type != QTextDocument::ImageResource)
         return QTextBrowser::loadResource(type, name);
+    QString file = QLatin1Char(':') + name.path();
+    if (Appearance::scheme() == Colours::Scheme::Dark)
+        file.replace(QLatin1String(".png"), QLatin1String("-dark.png"));
     constexpr int usualDpi = 96; // a page's pictures grow where letters are larger
     const int room = (viewport()->width() - qCeil(2 * document()->documentMargin())) * usualDpi
         / std::max(usualDpi, logicalDpiX());
-    return fitted(QLatin1Char(':') + name.path(), room, devicePixelRatioF(),
-                  palette().color(QPalette::Mid));
+    return fitted(file, room, devicePixelRatioF(), QApplication::palette().color(QPalette::Mid));
 }
 
 } // namespace tarvel4

@@ -195,7 +195,7 @@ void MainWindow::importWhenShown(const QStringList &paths, const QStringList &un
 void MainWindow::resizeEvent(QResizeEvent *event)
 {
     QMainWindow::resizeEvent(event);
-    constexpr int roomForPictures = 480; // below that, the songs need it
+    constexpr int roomForPictures = 520; // below that, the songs need it
     for (QWidget *picture :
          {static_cast<QWidget *>(ui->logoLabel), static_cast<QWidget *>(ui->frame),
           static_cast<QWidget *>(ui->logoKvaroLabel)})

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QLabel>
 #include <QShortcut>
 #include <QStandardPaths>
 
@@ -68,10 +69,27 @@ void ReportPanel::setHeading(const QString &heading)
     fitHeading();
 }
 
-/** The splitter asks for the room of one line only. */
+/** Where it would need more than two lines beside the buttons, it has lines of its own. The
+ * splitter asks for the room of one only. */
 void ReportPanel::fitHeading()
 {
+    constexpr int narrow = 640;
     QLabel *heading = ui->reportHeadingLabel;
+    int beside = width();
+    for (const QWidget *widget : {static_cast<QWidget *>(ui->reportFilterComboBox),
+                                  static_cast<QWidget *>(ui->reportSavePushButton),
+                                  static_cast<QWidget *>(ui->reportClosePushButton)})
+        beside -= widget->sizeHint().width() + ui->reportHeadLayout->spacing();
+    const int needed = heading->fontMetrics().horizontalAdvance(heading->text());
+    QBoxLayout *home = ui->reportHeadLayout;
+    QBoxLayout *other = ui->reportLayout;
+    if (width() < narrow || needed > 2 * beside - narrow / 10) // no line is quite full
+        std::swap(home, other);
+    if (home->indexOf(heading) < 0) {
+        other->removeWidget(heading);
+        home->insertWidget(0, heading);
+        ui->reportLayout->activate();
+    }
     heading->setMinimumHeight(isVisible() ? heading->heightForWidth(heading->width()) : 0);
 }
 
@@ -86,20 +104,9 @@ void ReportPanel::fitColumns()
     }
 }
 
-/** Where the heading would have no room beside the buttons, it has a line of its own. */
 void ReportPanel::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    constexpr int narrow = 640;
-    QBoxLayout *home = ui->reportHeadLayout;
-    QBoxLayout *other = ui->reportLayout;
-    if (width() < narrow)
-        std::swap(home, other);
-    if (home->indexOf(ui->reportHeadingLabel) < 0) {
-        other->removeWidget(ui->reportHeadingLabel);
-        home->insertWidget(0, ui->reportHeadingLabel);
-        ui->reportLayout->activate();
-    }
     fitHeading();
 }
 

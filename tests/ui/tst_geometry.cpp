@@ -222,8 +222,8 @@ private Q_SLOTS:
     {
         const Table<QString, QSize> row;
         for (const QString &language : strings({"it", "en"})) {
-            for (const QSize &size :
-                 {QSize(1920, 1080), QSize(1024, 700), QSize(960, 540), smallScreen})
+            for (const QSize &size : {QSize(1920, 1080), QSize(1024, 700), QSize(960, 540),
+                                      QSize(720, 500), smallScreen})
                 row(qPrintable(
                         text("%1, %2x%3").arg(language).arg(size.width()).arg(size.height())),
                     language, size);

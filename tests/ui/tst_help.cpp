@@ -215,6 +215,36 @@ private Q_SLOTS:
         QCOMPARE(view->horizontalScrollBar()->maximum(), 0);
     }
 
+    /** Also when the desktop turns dark while it is read. */
+    void picturesHaveTheSchemeOfThePage()
+    {
+        const QPalette before = QApplication::palette();
+        Appearance::setScheme(Colours::Scheme::Light);
+        HelpDialog dialog;
+        dialog.show();
+        const auto *view = child<HelpView>(dialog, "textBrowser");
+        for (const auto scheme :
+             {Colours::Scheme::Light, Colours::Scheme::Dark, Colours::Scheme::Light}) {
+            Appearance::setScheme(scheme);
+            QCoreApplication::processEvents();
+            const QColor paper = Colours::palette(scheme).color(QPalette::Window);
+            const auto pictures = picturesIn(*view);
+            QVERIFY(pictures.size() >= 4);
+            for (const QTextImageFormat &picture : pictures) {
+                const QVariant shown =
+                    view->document()->resource(QTextDocument::ImageResource, QUrl(picture.name()));
+                const auto image = qvariant_cast<QImage>(shown);
+                const QColor corner = image.pixelColor(4, image.height() - 4);
+                QVERIFY2(qAbs(corner.lightness() - paper.lightness()) < 8,
+                         qPrintable(picture.name()));
+            }
+            const QColor heading =
+                view->document()->begin().begin().fragment().charFormat().foreground().color();
+            QCOMPARE(heading, Colours::palette(scheme).color(QPalette::Link));
+        }
+        QApplication::setPalette(before);
+    }
+
     void search_data()
     {
         const Table<QString, QString, QString> row;
