@@ -152,9 +152,9 @@ class Program:
         """A key of the keyboard, which goes to what has the focus."""
         Atspi.generate_keyboard_event(key, None, Atspi.KeySynthType.SYM)
 
-    def rows(self):
-        """The rows of the song table, as the words of their cells."""
-        table = self.find(MAIN, "table", "Song").queryTable()
+    def rows(self, window=MAIN, name="Song"):
+        """The rows of a table, as the words of their cells."""
+        table = self.find(window, "table", name).queryTable()
         return [[cell.name for cell in (table.getAccessibleAt(row, column) for column in range(table.nColumns)) if cell]
                 for row in range(table.nRows)]
 
@@ -188,6 +188,7 @@ def import_and_synchronise(program, folder):
     program.find("Riassunto importazione", "label",
                  "Sono stati esaminti 2 files, trovate 2 songs di cui 1 di (c)K-Varo")
     program.press("Riassunto importazione", "push button", "Si")
+    read_preview(program, folder)
     program.press("Backup", "push button", "Sfoglia...")
     choose(program, "Scegli cartella", str(folder / "backups"))
     program.press("Backup", "push button", "Esegui backup")
@@ -195,6 +196,38 @@ def import_and_synchronise(program, folder):
     program.press("Richiesta conferma", "push button", "Si tutti")
     wait_for("two rows that were updated", lambda: 2 == sum(
         "MIDI, Aggiornata dal database K-Varo" in row for row in program.rows()))
+
+
+def read_preview(program, folder):
+    """What the synchronisation would write, and that nothing is written yet."""
+    before = [song.read_bytes() for song in sorted((folder / "songs").iterdir())]
+    title = "Anteprima della sincronizzazione"
+    program.press("Backup", "push button", "Anteprima...")
+    program.find(title, "label", "Anteprima della sincronizzazione: 1 da confermare, 1 da aggiornare")
+    cells = [cell for row in program.rows(title, "Che cosa cambierebbe") for cell in row]
+    assert "BELLACIA.kar" in cells and "TRADIZIONALE" in cells, cells
+    program.press(title, "push button", "Torna alla domanda")
+    program.gone(title)
+    assert before == [song.read_bytes() for song in sorted((folder / "songs").iterdir())]
+
+
+def read_report(program):
+    """What became of each song of the last job."""
+    program.menu("Strumenti", "Mostra l'ultimo resoconto")
+    program.find(MAIN, "label", "Sincronizzazione: 2 aggiornate")
+    rows = program.rows(MAIN, "Song del resoconto")
+    assert {tuple(row[:2]) for row in rows} == {("aggiornata", "BELLACIA.kar"), ("aggiornata", "SANTALUC.mid")}, rows
+    program.press(MAIN, "push button", "Chiudi il resoconto")
+
+
+def undo(program, folder, before):
+    """Takes the edit back: the song has its old bytes, and the row its old title."""
+    title = "Annulla l'ultima modifica"
+    program.menu("Strumenti", title + "...")
+    program.press(title, "push button", "Sì")
+    confirm(program, title, "Song tornate com'erano: 1 di 1")
+    assert (folder / "songs" / "SANTALUC.mid").read_bytes() == before
+    wait_for("the old title", lambda: all("A song" not in row for row in program.rows()))
 
 
 def transfer(program, folder):
@@ -265,9 +298,12 @@ def import_many(program, folder):
 
 def road(program, folder):
     import_and_synchronise(program, folder)
+    read_report(program)
+    before = (folder / "songs" / "SANTALUC.mid").read_bytes()
     edit(program)
     transfer(program, folder)
     save_list(program, folder)
+    undo(program, folder, before)
     read_help(program)
     import_many(program, folder)
     program.menu("File", "Esci")

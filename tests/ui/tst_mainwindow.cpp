@@ -2,6 +2,7 @@
 #include "tests/ui/windowtest.h"
 
 #include "ui/appearance.h"
+#include "ui/colours.h"
 #include "ui/dataeditdialog.h"
 
 #include <QCheckBox>
@@ -107,6 +108,18 @@ private Q_SLOTS:
         QCOMPARE(styleOf("logoKvaroLabel"),
                  text("centralWidgetimage: url(:/imgs/logo-kvaro.png);"));
         QCOMPARE(styleOf("label"), text("frameimage:url(:/imgs/image-corner.png)"));
+    }
+
+    void picturesFollowTheScheme()
+    {
+        const auto light = qScopeGuard([before = QApplication::palette()] {
+            QApplication::setPalette(before);
+            qApp->setStyleSheet(QString());
+        });
+        Appearance::setScheme(Colours::Scheme::Dark);
+        Appearance::applyStyleSheet(text(":/style/default.qss"));
+        for (const char *name : {"logoLabel", "logoKvaroLabel", "label"})
+            QVERIFY2(find<QLabel>(name)->styleSheet().contains(text("-dark.png")), name);
     }
 
     void everyTextFitsItsWidget_data()

@@ -107,6 +107,16 @@ private Q_SLOTS:
         QVERIFY(find<QAction>("actionItalian")->isVisible());
     }
 
+    void stepsTellTheirKeysInEachLanguage()
+    {
+        openWindow();
+        const auto *step = find<QWidget>("selectDirToolButton");
+        QVERIFY(step->toolTip().startsWith(text("Seleziona le basi musicali")));
+        trigger("actionEnglish");
+        QVERIFY2(step->toolTip().startsWith(text("Select the songs")), qPrintable(step->toolTip()));
+        QVERIFY(step->toolTip().endsWith(text("(Ctrl+O)")));
+    }
+
     void languageActions()
     {
         openWindow();
