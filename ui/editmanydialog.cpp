@@ -83,7 +83,7 @@ EditManyDialog::EditManyDialog(const QStringList &genres, const QStringList &art
     }
     showChoice();
     constexpr int frameHeight = 40;
-    resize(QSize(600, 480).boundedTo(screen()->availableSize() - QSize(0, frameHeight)));
+    resize(QSize(720, 480).boundedTo(screen()->availableSize() - QSize(0, frameHeight)));
 }
 
 void EditManyDialog::setUpList()
