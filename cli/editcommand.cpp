@@ -97,7 +97,7 @@ private:
 
 SongInfo changed(SongInfo info, const Changes &changes)
 {
-    info.title = changes.titleFromName ? SongEdit::titleFromPath(info.filename)
+    info.title = changes.titleFromName ? SongPath::baseName(info.filename)
                                        : changes.title.value_or(info.title);
     info.artist = changes.artist.value_or(info.artist);
     info.genre = changes.genre.value_or(info.genre);

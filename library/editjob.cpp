@@ -15,7 +15,7 @@ SongChange ApplyToAll::changeFrom(const SongInfo &edited) const
                 if (fields.genre)
                     info.genre = edited.genre;
                 if (fields.title)
-                    info.title = SongEdit::titleFromPath(info.filename); // required
+                    info.title = SongPath::baseName(info.filename); // required
                 return info;
             },
             {}};

@@ -10,7 +10,6 @@ struct ProgressTexts
     QString title;
     QString label;
     QString cancel;
-    bool closesAtMaximum = true; ///< the display goes away by itself when the maximum is reached
 };
 
 /** How far a job is, shown to whoever waits for it, and whether that one wants it to stop. */

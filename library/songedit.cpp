@@ -58,9 +58,4 @@ SongOutcome SongEdit::failureOf(Disk &disk, SongOutcome outcome, SongResult resu
     return outcome;
 }
 
-QString SongEdit::titleFromPath(const QString &path)
-{
-    return SongPath::baseName(path);
-}
-
 } // namespace tarvel4

@@ -37,9 +37,6 @@ public:
     /** What is to be told of a song that was not saved; nothing was changed. */
     SongOutcome failure(SongResult result, const Outcome &cause) const;
 
-    /** The file name of a path without its folder and the text after its last dot. */
-    static QString titleFromPath(const QString &path);
-
 private:
     static SongOutcome failureOf(Disk &disk, SongOutcome outcome, SongResult result,
                                  const Outcome &cause);

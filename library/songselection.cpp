@@ -11,23 +11,23 @@ SongSelection SongSelection::of(const QStringList &paths, const std::function<bo
 {
     SongSelection selection;
     QSet<QString> known;
+    const auto askGoesOn = [&] {
+        selection.isWhole = selection.isWhole && goesOn(static_cast<int>(selection.songs.size()));
+    };
     const auto add = [&](const QString &path) {
         if (!known.contains(path)) {
             known.insert(path);
             selection.songs += path;
         }
-        selection.isWhole = selection.isWhole && goesOn(static_cast<int>(selection.songs.size()));
+        askGoesOn();
         return selection.isWhole;
     };
     const auto skip = [&](const QString &entry) { selection.skipped += entry; };
-    const auto leave = [&] {
-        selection.isWhole = selection.isWhole && goesOn(static_cast<int>(selection.songs.size()));
-    };
     for (const QString &path : paths) {
         if (!selection.isWhole)
             break;
         if (QFileInfo(path).isDir())
-            FolderScan::scanDir(path, add, skip, FolderScan::Files::Songs, leave);
+            FolderScan::scanDir(path, add, skip, FolderScan::Files::Songs, askGoesOn);
         else
             add(path);
     }

@@ -104,7 +104,7 @@ IndexSummary TransferJob::updateIndex(const QString &root)
     IndexSummary summary =
         IndexJob(m_progress, m_messages, m_disk)
             .run(IndexJob::Kind::Update, root,
-                 {tr("Aggiornamento"), tr("Aggiornamento database..."), tr("Interrompi"), false},
+                 {tr("Aggiornamento"), tr("Aggiornamento database..."), tr("Interrompi")},
                  defaultMaximum);
     // Only behind this one, whatever the copies and the index flushed, may the card be pulled.
     if (summary.isDone && !m_disk.syncAll({root})) {

@@ -44,9 +44,7 @@ UpdateSummary UpdateJob::run(const QStringList &paths, const SongObserver &obser
     if (!m_options.isDryRun && !backup())
         return summary;
 
-    m_progress.beginProgress(
-        {tr("Aggiornamento file"), tr("Aggiorno la libreria..."), tr("Interrompi")},
-        static_cast<int>(paths.size()));
+    m_progress.beginProgress(m_options.texts, static_cast<int>(paths.size()));
     const auto tell = [&](const SongOutcome &song) {
         count(song, summary);
         observer(song);

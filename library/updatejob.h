@@ -36,6 +36,8 @@ public:
         bool asksUnpublished = true; ///< about each song that the maker did not publish
         bool changesUnpublished = true; ///< the answer where nobody is asked
         bool isDryRun = false; ///< writes nothing and makes no backup
+        ProgressTexts texts{tr("Aggiornamento file"), tr("Aggiorno la libreria..."),
+                            tr("Interrompi")};
     };
 
     UpdateJob(Database &db, Progress &progress, Questions &questions, const Options &options,

@@ -126,17 +126,17 @@ ProceedChoice WindowHost::askProceed(const ImportSummary &summary)
 
 void WindowHost::information(const QString &title, const QString &text, const QStringList &details)
 {
-    message(QMessageBox::Information, title, text, details);
+    offer(QMessageBox::Information, title, text, details, {});
 }
 
 void WindowHost::warning(const QString &title, const QString &text, const QStringList &details)
 {
-    message(QMessageBox::Warning, title, text, details);
+    offer(QMessageBox::Warning, title, text, details, {});
 }
 
 void WindowHost::critical(const QString &title, const QString &text, const QStringList &details)
 {
-    message(QMessageBox::Critical, title, text, details);
+    offer(QMessageBox::Critical, title, text, details, {});
 }
 
 void WindowHost::finishSaves(Journal &journal, const QStringList &files)
@@ -210,12 +210,6 @@ QWidget *WindowHost::dialogParent() const
         return m_progressDialog.get();
     QWidget *open = QApplication::activeModalWidget(); // as the song editor while it goes on
     return open ? open : m_window;
-}
-
-void WindowHost::message(QMessageBox::Icon icon, const QString &title, const QString &text,
-                         const QStringList &details)
-{
-    offer(icon, title, text, details, {});
 }
 
 bool WindowHost::offer(QMessageBox::Icon icon, const QString &title, const QString &text,

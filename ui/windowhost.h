@@ -72,7 +72,7 @@ public:
             qScopeGuard([this, window = std::exchange(m_window, &parent)] { m_window = window; });
         return job();
     }
-    /** Shows a message with a button beside Ok; true when that button was pressed. */
+    /** Shows a message, with a button beside Ok where that has a text; true when it was pressed. */
     bool offer(QMessageBox::Icon icon, const QString &title, const QString &text,
                const QStringList &details, const QString &button);
 
@@ -91,8 +91,6 @@ private:
     bool tellRecovered();
     QWidget *dialogParent() const;
     Answer ask(NoCopyrightDialog &dialog);
-    void message(QMessageBox::Icon icon, const QString &title, const QString &text,
-                 const QStringList &details = {});
 
     QWidget *m_window;
     std::unique_ptr<ProgressDialog> m_progressDialog;

@@ -32,8 +32,6 @@ private Q_SLOTS:
     void aSaveThatFailsKeepsTheOldBytes();
     void aSongChangedSinceItWasReadIsLeftAlone();
     void unreadable();
-    void titleFromPath_data();
-    void titleFromPath();
 
 private:
     QString song(const QString &name, const QByteArray &bytes)
@@ -243,22 +241,6 @@ void tst_SongEdit::unreadable()
     QCOMPARE(edit.load(song(text("a.mid"), "no song")).codeName(), text("not-a-song"));
     SongEdit vanished;
     QCOMPARE(vanished.load(m_dir->filePath(text("none.mid"))).codeName(), text("not-found"));
-}
-
-void tst_SongEdit::titleFromPath_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("title");
-    QTest::newRow("between the last slash and the last point")
-        << text("/m.d/My.Song.mid") << text("My.Song");
-    QTest::newRow("no point after the last slash") << text("/m.d/My Song") << text("My Song");
-}
-
-void tst_SongEdit::titleFromPath()
-{
-    QFETCH(QString, path);
-    QFETCH(QString, title);
-    QCOMPARE(SongEdit::titleFromPath(path), title);
 }
 
 QTEST_GUILESS_MAIN(tst_SongEdit)
