@@ -116,7 +116,7 @@ QString UDisksDrive::call(const QString &object, const char *interface, const ch
     message << QVariantMap();
     message.setInteractiveAuthorizationAllowed(true);
     const QDBusMessage answer = answerTo(m_bus, message, ejectPatience);
-    if (answer.type() != QDBusMessage::ErrorMessage)
+    if (answer.type() == QDBusMessage::ReplyMessage)
         return {};
     const QString name = answer.errorName();
     if (name.endsWith(QLatin1String(".NotMounted")))
@@ -125,7 +125,7 @@ QString UDisksDrive::call(const QString &object, const char *interface, const ch
         return tr("un altro programma la sta usando: chiudilo e riprova");
     if (name.contains(QLatin1String(".NotAuthorized")))
         return tr("il sistema non lo permette");
-    if (name.endsWith(QLatin1String(".NoReply")))
+    if (name.isEmpty() || name.endsWith(QLatin1String(".NoReply"))) // empty: the program is to end
         return tr("il sistema non ha risposto");
     return answer.errorMessage().isEmpty() ? name : answer.errorMessage();
 }

@@ -21,11 +21,13 @@ struct FakeService
     QString drive = text("/org/freedesktop/UDisks2/drives/Card");
     QString failing; ///< a method
     QString error;
+    bool isSilent = false; ///< never answers a method
     QStringList calls;
 
     void called(const QString &method, const QDBusContext &context)
     {
         calls += method;
+        context.setDelayedReply(isSilent);
         if (method == failing)
             context.sendErrorReply(error, text("words of the system"));
     }
@@ -231,6 +233,20 @@ private Q_SLOTS:
         const QDBusConnection none =
             QDBusConnection::connectToBus(text("unix:path=none"), text("n"));
         QVERIFY(!UDisks(none).driveOfDevice(text("/dev/sdz1")));
+    }
+
+    /** The last one: after an exit no event loop goes on. */
+    void noAnswerIsNoSuccess()
+    {
+        FakeService fake;
+        fake.isSilent = true;
+        serve(fake);
+        const auto drive = UDisks(connection("asks")).driveOfDevice(text("/dev/sdz1"));
+        QVERIFY(drive);
+        QTimer::singleShot(100, [] { QCoreApplication::exit(); });
+        const RemovableDrive::Ejection ejection = drive->eject();
+        QVERIFY(ejection.result == RemovableDrive::Ejection::Result::Failed);
+        QCOMPARE(ejection.cause, text("il sistema non ha risposto"));
     }
 
     void cleanup()
