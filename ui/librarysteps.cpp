@@ -32,6 +32,8 @@ LibrarySteps::LibrarySteps(const Widgets &widgets, Database &db, WindowHost &hos
 
 void LibrarySteps::chooseAndImport()
 {
+    if (m_host.isRunning())
+        return;
     importFiles(chooseSongs(m_widgets.table->window(), tr("Seleziona i file da importare")));
 }
 
@@ -71,6 +73,8 @@ void LibrarySteps::importSongs()
 
 void LibrarySteps::synchronise()
 {
+    if (m_host.isRunning())
+        return;
     const FocusKeeper focus({m_widgets.updateButton, m_widgets.transferButton});
     m_widgets.updateButton->setEnabled(false);
     m_widgets.transferButton->setEnabled(false);
@@ -119,6 +123,8 @@ bool LibrarySteps::makeBackup()
 
 void LibrarySteps::transfer()
 {
+    if (m_host.isRunning())
+        return;
     const FocusKeeper focus({m_widgets.updateButton, m_widgets.transferButton});
     m_widgets.updateButton->setEnabled(false);
     m_widgets.transferButton->setEnabled(false);

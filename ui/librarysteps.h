@@ -20,7 +20,8 @@ class UserSongsRelTableModel;
 class Volume;
 class WindowHost;
 
-/** The three steps of the window's workflow, and which of their buttons can be pressed when. */
+/** The three steps of the window's workflow, and which of their buttons can be pressed when. None
+ * is begun while a job runs: a screen reader can press what lies below its progress. */
 class LibrarySteps
 {
     Q_DECLARE_TR_FUNCTIONS(LibrarySteps)

@@ -8,6 +8,7 @@
 #include "ui/plaintext.h"
 #include "ui/showinfolder.h"
 #include "ui/songtable.h"
+#include "ui/windowhost.h"
 
 #include <QFile>
 #include <QMenu>
@@ -56,7 +57,8 @@ void SongActions::edit(int row)
 
 void SongActions::editMany()
 {
-    EditMany(m_table, m_db, m_model, m_host, m_journal).run();
+    if (!m_host.isRunning())
+        EditMany(m_table, m_db, m_model, m_host, m_journal).run();
 }
 
 void SongActions::showMenu(const QPoint &pos)

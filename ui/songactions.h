@@ -27,7 +27,8 @@ public:
 
     /** Lets the user correct a song; does nothing for a row below 0. */
     void edit(int row);
-    /** Lets the user give several songs the same genre, artist or author. */
+    /** Lets the user give several songs the same genre, artist or author; does nothing while a job
+     * runs. */
     void editMany();
     /** Shows the menu of the row at a point of the table's viewport. */
     void showMenu(const QPoint &pos);

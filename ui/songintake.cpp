@@ -28,6 +28,8 @@ SongIntake::SongIntake(QWidget &window, LibrarySteps &steps, WindowHost &host, J
 
 void SongIntake::importFolder()
 {
+    if (m_host.isRunning())
+        return;
     const QString folder =
         chooseFolder(&m_window, tr("Scegli la cartella da importare"), FolderKind::Songs);
     if (!folder.isEmpty())

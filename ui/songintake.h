@@ -25,7 +25,7 @@ public:
     /** All of them must outlive it. */
     SongIntake(QWidget &window, LibrarySteps &steps, WindowHost &host, Journal &journal);
 
-    /** Asks for a folder and imports the songs below it. */
+    /** Asks for a folder and imports the songs below it; does nothing while a job runs. */
     void importFolder();
     /** Imports files and folders; \a unreachable is told like what can't be read below a folder.
      * Where they hold no song, the table stays as it is. */

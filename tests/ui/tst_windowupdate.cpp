@@ -219,6 +219,31 @@ private Q_SLOTS:
         QCOMPARE(enabledSteps(), text("selectDir transferFiles"));
     }
 
+    /** A screen reader can press what lies below the progress. */
+    void nothingElseIsBegunMeanwhile()
+    {
+        importOnly({addSong("VOLARE.mid", "a"), addSong("AZZURRO.mid", "b")});
+        ProgressWatcher watcher;
+        int values = 0;
+        watcher.onValue = [&](QProgressDialog &, int) {
+            ++values;
+            for (const char *step :
+                 {"selectDirToolButton", "updateDataToolButton", "transferFilesToolButton"}) {
+                auto *button = find<QAbstractButton>(step);
+                const bool isEnabled = button->isEnabled();
+                button->setEnabled(true); // as it is while several songs are edited
+                button->click(); // a dialog that is not expected fails the row
+                button->setEnabled(isEnabled);
+            }
+            for (const char *action :
+                 {"actionImportFolder", "actionEditMany", "actionUndo", "actionPreview"})
+                find<QAction>(action)->trigger();
+        };
+        update();
+        QCOMPARE(values, 2);
+        QCOMPARE(statuses(), text("1 1"));
+    }
+
     void rowsAreAddressedAsSorted()
     {
         importOnly(
