@@ -42,7 +42,8 @@ void setStamp(FolderListing::Entry &entry, std::time_t modified)
 void setName(FolderListing::Entry &entry, const char *bytes)
 {
     const int size = static_cast<int>(qstrlen(bytes));
-    const bool isAscii = std::all_of(bytes, bytes + size, [](char byte) { return byte > 0; });
+    const bool isAscii =
+        std::all_of(bytes, bytes + size, [](char byte) { return static_cast<uchar>(byte) < 0x80; });
     entry.name = isAscii ? QString::fromLatin1(bytes, size)
                          : QFile::decodeName(QByteArray::fromRawData(bytes, size));
     entry.isUsable = isAscii || QFile::encodeName(entry.name) == bytes;
