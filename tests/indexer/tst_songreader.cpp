@@ -1,9 +1,10 @@
 #include "indexer/indexentry.h"
 #include "indexer/songreader.h"
 #include "tests/songs/songbytes.h"
+#include "tests/storage/fifo.h"
 #include "tests/storage/table.h"
 
-#include <QProcess>
+#include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -221,20 +222,20 @@ private Q_SLOTS:
     /** Neither is read, and nobody waits for the writer of a FIFO. */
     void foldersAndFifosKeepTheDefaults()
     {
-#ifndef Q_OS_UNIX
-        QSKIP("there are no FIFOs here");
-#endif
         const QTemporaryDir folder;
-        for (const char *program : {"mkdir", "mkfifo"}) {
+        for (const char *name : {"FOLDER", "FIFO"}) {
             IndexEntry entry;
-            entry.absolutePath = folder.filePath(QLatin1String(program) + ".mp3"_s);
-            QCOMPARE(QProcess::execute(QLatin1String(program), {entry.absolutePath}), 0);
+            entry.absolutePath = folder.filePath(QLatin1String(name) + ".mp3"_s);
+            if (qstrcmp(name, "FOLDER") == 0)
+                QVERIFY(QDir().mkdir(entry.absolutePath));
+            else if (!makeFifo(entry.absolutePath))
+                QSKIP("there are no FIFOs here");
             QVERIFY(SongReader::read(entry));
-            QCOMPARE(entry.title, QString::fromLatin1(program).toUpper());
+            QCOMPARE(entry.title, QString::fromLatin1(name));
             QCOMPARE(entry.artist, "<UNKNOWN>"_s);
             QCOMPARE(static_cast<int>(entry.kind), 0);
             QCOMPARE(static_cast<int>(entry.tempo),
-                     program == QByteArray("mkdir") ? 120 : 0); // an empty file has 0
+                     qstrcmp(name, "FOLDER") == 0 ? 120 : 0); // an empty file has 0
         }
     }
 };
