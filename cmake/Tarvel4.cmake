@@ -12,6 +12,9 @@ target_include_directories(tarvel4_options INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_definitions(tarvel4_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_URL_CAST_FROM_STRING
   QT_NO_FOREACH QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4) # files of 2 GB and more, their numbers, and dates after 2038
+  target_compile_definitions(tarvel4_options INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+endif()
 # clang's -Wconversion takes in what g++ keeps apart as -Wsign-conversion, and its -Wpedantic the macros of Qt's log.
 target_compile_options(tarvel4_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion
@@ -85,7 +88,11 @@ function(tarvel4_make_test_locale)
   if(NOT EXISTS "${folder}/${locale}/LC_CTYPE")
     file(MAKE_DIRECTORY "${folder}")
     find_program(LOCALEDEF localedef)
-    execute_process(COMMAND "${LOCALEDEF}" -i it_IT -f ISO-8859-1 "${folder}/${locale}" OUTPUT_QUIET ERROR_QUIET)
+    set(order --little-endian)
+    if(CMAKE_CXX_BYTE_ORDER STREQUAL "BIG_ENDIAN")
+      set(order --big-endian)
+    endif()
+    execute_process(COMMAND "${LOCALEDEF}" ${order} -i it_IT -f ISO-8859-1 "${folder}/${locale}" OUTPUT_QUIET ERROR_QUIET)
   endif()
   if(NOT EXISTS "${folder}/${locale}/LC_CTYPE")
     message(WARNING "${locale} can't be made (Debian: locales): the tests run in C.UTF-8 only")
@@ -122,8 +129,12 @@ function(tarvel4_test_environment name)
   set(home "${CMAKE_CURRENT_BINARY_DIR}/home/${name}")
   file(MAKE_DIRECTORY "${home}/runtime")
   file(CHMOD "${home}/runtime" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE) # else Qt warns
+  set(timeout 300)
+  if(CMAKE_CROSSCOMPILING_EMULATOR)
+    set(timeout 1500)
+  endif()
   set_tests_properties(${name} PROPERTIES
-    TIMEOUT 300
+    TIMEOUT ${timeout}
     WORKING_DIRECTORY "${home}"
     SKIP_RETURN_CODE 77
     ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home}/runtime;QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=;TZ=Asia/Kolkata;LOCPATH=${CMAKE_BINARY_DIR}/locale;LC_ALL=${TARVEL4_TEST_LOCALE}")

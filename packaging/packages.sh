@@ -26,6 +26,11 @@ deb_packages=(dpkg-dev file gzip python3 xz-utils)
 
 qt6_packages=(qt6-base-dev qt6-multimedia-dev qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n libqt6sql6-sqlite libgl-dev)
 
+# tests/processors/run: compilers for other processors, what runs s390x, and what is unpacked for each to build with.
+bigendian_packages=(g++-s390x-linux-gnu mmdebstrap qemu-user-static)
+i386_packages=(g++-i686-linux-gnu mmdebstrap)
+processor_packages=(libc6-dev libqt5sql5-sqlite libstdc++-12-dev libxxhash-dev qtbase5-dev qttools5-dev)
+
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev)
 
 # install_packages NAME...: installs those that are missing; elsewhere than on Debian it names them.

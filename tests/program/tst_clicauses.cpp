@@ -50,6 +50,7 @@ private Q_SLOTS:
         row("too-large", "a file above the limit of its user",
             "truncate -s 1000 AZZURRO.mid; mv AZZURRO.mid x.mid; ulimit -f 1",
             {"edit --title \"$(printf %0120d 0)\" x.mid"_s});
+        row("too-large", "a song of 3 GB", "truncate -s 3G AZZURRO.mid; mv AZZURRO.mid x.mid", all);
         row("no-markers", "an MP3", R"(printf 'ID3\3\0\0\0\0\0\0\377\373' >x.mp3)",
             {"edit --add-marker 1:Intro x.mp3"_s});
         row("write-denied", "a song of somebody else", "chmod 644 AZZURRO.mid", updating, AsNobody);
