@@ -22,7 +22,7 @@ constexpr char lastWriteVariable[] = "TARVEL4_LAST_WRITE"; ///< to a song; set f
 constexpr char folderVariable[] = "TARVEL4_KILLED_FOLDER"; ///< of songs there already; else its own
 constexpr char jobVariable[] = "TARVEL4_KILLED_JOB"; ///< "sync", or "undo" of the last one
 
-constexpr int patience = 3000; // milliseconds
+constexpr int patience = 60000; // milliseconds; a busy machine takes its time
 int writesToCome = 0; ///< until the process kills itself inside one; 0: it never does
 
 } // namespace
@@ -228,7 +228,7 @@ private:
         environment.insert(text(folderVariable), library);
         victim.setProcessEnvironment(environment);
         victim.start(QCoreApplication::applicationFilePath(), QStringList());
-        if (!victim.waitForFinished() || victim.exitStatus() != QProcess::CrashExit)
+        if (!victim.waitForFinished(-1) || victim.exitStatus() != QProcess::CrashExit)
             return {};
         const QByteArray said = victim.readAllStandardOutput();
         const int begin =
