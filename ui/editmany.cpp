@@ -23,35 +23,26 @@ constexpr int artistColumn = 3;
 
 } // namespace
 
-EditMany::EditMany(QTableView &table, const Database &db, UserSongsRelTableModel &model,
-                   WindowHost &host, Journal &journal)
-    : m_table(table)
-    , m_db(db)
-    , m_model(model)
-    , m_host(host)
-    , m_journal(journal)
-{}
-
 void EditMany::run()
 {
     const QVector<int> rows = shownRows();
     if (rows.isEmpty())
-        return m_host.information(tr("Modifica più song"),
-                                  tr("La tabella non mostra nessuna song."), {});
-    EditManyDialog dialog(m_db.genres(), m_db.altArtists(), m_table.window());
+        return m_at.host.information(tr("Modifica più song"),
+                                     tr("La tabella non mostra nessuna song."), {});
+    EditManyDialog dialog(m_at.db.genres(), m_at.db.altArtists(), m_at.table.window());
     QVector<EditManyDialog::Song> songs;
     QVector<EditCheck::Song> files;
     songs.reserve(rows.size());
     files.reserve(rows.size());
     for (const int row : rows) {
-        songs.append({m_model.cellIndex(row, titleColumn).data().toString(),
-                      m_model.cellIndex(row, artistColumn).data().toString(),
-                      m_model.shortNameOf(row)});
-        files.append(
-            {m_model.cellIndex(row, formatColumn).data().toString(), m_model.fileNameOf(row)});
+        songs.append({m_at.model.cellIndex(row, titleColumn).data().toString(),
+                      m_at.model.cellIndex(row, artistColumn).data().toString(),
+                      m_at.model.shortNameOf(row)});
+        files.append({m_at.model.cellIndex(row, formatColumn).data().toString(),
+                      m_at.model.fileNameOf(row)});
     }
     dialog.setSongs(songs);
-    const int current = static_cast<int>(rows.indexOf(m_table.currentIndex().row()));
+    const int current = static_cast<int>(rows.indexOf(m_at.table.currentIndex().row()));
     if (current >= 0)
         dialog.choose({current});
     EditCheck check;
@@ -66,24 +57,24 @@ void EditMany::run()
         isChanged = true;
         QVector<int> unsaved;
         const EditSummary summary = save(dialog, rows, unsaved);
-        ManualEdit::tellUnsaved(m_host, summary);
-        m_host.tellNotices();
+        ManualEdit::tellUnsaved(m_at.host, summary);
+        m_at.host.tellNotices();
         if (unsaved.isEmpty())
             break;
         dialog.choose(unsaved);
     }
     if (isChanged) // not before: the dialog knows its songs by their rows
-        SongTable::readAgain(m_table, m_model);
+        SongTable::readAgain(m_at.table, m_at.model);
 }
 
 /** Those that no filter hides. */
 QVector<int> EditMany::shownRows() const
 {
     QVector<int> rows;
-    const int all = m_model.totalRows();
+    const int all = m_at.model.totalRows();
     rows.reserve(all);
     for (int row = 0; row < all; ++row) {
-        if (!m_table.isRowHidden(row))
+        if (!m_at.table.isRowHidden(row))
             rows += row;
     }
     return rows;
@@ -96,21 +87,21 @@ EditSummary EditMany::save(const EditManyDialog &dialog, const QVector<int> &row
     const QVector<int> chosen = dialog.chosen();
     QStringList paths;
     for (const int song : chosen)
-        paths += m_model.fileNameOf(rows.at(song));
-    SaveRun saves(Disk::real(), &m_journal, QStringLiteral("edit"));
+        paths += m_at.model.fileNameOf(rows.at(song));
+    SaveRun saves(Disk::real(), &m_at.journal, QStringLiteral("edit"));
     const auto tell = [&, next = 0](const SongOutcome &outcome) mutable {
         const int song = chosen.at(next++);
-        SongRows::showEdit(m_model, rows.at(song), outcome);
+        SongRows::showEdit(m_at.model, rows.at(song), outcome);
         if (outcome.isFailure())
             unsaved += song;
     };
     JobReport report(JobReport::Job::Edit);
     const EditSummary summary =
-        EditJob(m_host, saves)
+        EditJob(m_at.host, saves)
             .run(paths, dialog.fields().changeFrom(dialog.values()), report.observe(tell));
     report.finish(paths);
-    m_host.endProgress();
-    m_host.report(report);
+    m_at.host.endProgress();
+    m_at.host.report(report);
     return summary;
 }
 

@@ -132,8 +132,8 @@ void MainWindow::setUpTable(std::unique_ptr<SongPlayers> players)
     m_listening = std::make_unique<Listening>(*table, *m_model, *ui->menuStrumenti, *strip,
                                               std::move(players));
     m_host.setJobBegins([this] { m_listening->stop(); });
-    m_songActions =
-        std::make_unique<SongActions>(*table, m_db, *m_model, m_host, m_journal, *m_listening);
+    m_songActions = std::make_unique<SongActions>(
+        EditPlace{*table, m_db, *m_model, m_host, m_journal}, *m_listening);
     connect(ui->actionEditMany, &QAction::triggered, this, [this] { m_songActions->editMany(); });
 }
 

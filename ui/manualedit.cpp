@@ -21,20 +21,11 @@ constexpr int firstShownColumn = 1;
 
 } // namespace
 
-ManualEdit::ManualEdit(QTableView &table, const Database &db, UserSongsRelTableModel &model,
-                       WindowHost &host, Journal &journal)
-    : m_table(table)
-    , m_db(db)
-    , m_model(model)
-    , m_host(host)
-    , m_journal(journal)
-{}
-
 void ManualEdit::editRow(int row)
 {
-    DataEditDialog dialog(m_table.window());
-    dialog.setArtists(m_db.altArtists());
-    dialog.setGenres(m_db.genres());
+    DataEditDialog dialog(m_at.table.window());
+    dialog.setArtists(m_at.db.altArtists());
+    dialog.setGenres(m_at.db.genres());
     dialog.setKeys(MetaSong::keyList());
     if (!open(row, dialog))
         return; // required: no box
@@ -48,18 +39,18 @@ void ManualEdit::editRow(int row)
         dumpSongInfo(m_record);
     }
     if (m_hasEditedAll)
-        SongTable::readAgain(m_table, m_model);
+        SongTable::readAgain(m_at.table, m_at.model);
 }
 
 /** Shows the song of a row in the dialog; false where it can't be read. */
 bool ManualEdit::open(int row, DataEditDialog &dialog)
 {
-    const QString path = m_model.fileNameOf(row);
+    const QString path = m_at.model.fileNameOf(row);
     qDebug() << "File name: " << path;
     qDebug() << "[MainWindow] Manual modifing row: " << row; // required spelling
     SongOutcome failure;
     if (!load(path, failure)) {
-        SongRows::showEdit(m_model, row, failure);
+        SongRows::showEdit(m_at.model, row, failure);
         return false;
     }
     m_row = row;
@@ -103,11 +94,11 @@ bool ManualEdit::save(DataEditDialog &dialog)
             dialog.clearApplyToAll(); // the others have it
         }
     } else {
-        SongRows::showEdit(m_model, m_row, failure);
+        SongRows::showEdit(m_at.model, m_row, failure);
         summary.add(failure);
     }
-    tellUnsaved(m_host, summary);
-    m_host.tellNotices();
+    tellUnsaved(m_at.host, summary);
+    m_at.host.tellNotices();
     return isSaved;
 }
 
@@ -119,24 +110,24 @@ bool ManualEdit::saveTo(SongEdit &song, const SongInfo &edited, const DataEditDi
     const ApplyToAll fields{dialog.applyToAllAuthor(), dialog.applyToAllArtist(),
                             dialog.applyToAllGenre(), dialog.applyToAllTitle()};
     JobReport report(JobReport::Job::Edit);
-    SaveRun saves(Disk::real(), &m_journal, QStringLiteral("edit"));
+    SaveRun saves(Disk::real(), &m_at.journal, QStringLiteral("edit"));
     song.save(edited, saves, report.observe([&](const SongOutcome &saved) {
-        SongRows::showEdit(m_model, m_row, saved);
+        SongRows::showEdit(m_at.model, m_row, saved);
         isSaved = !saved.isFailure();
         summary.add(saved);
     }));
     saves.commit();
     m_hasEditedAll |= fields.any();
     if (fields.any()) {
-        const QStringList paths = SongRows::paths(m_model);
-        summary.add(EditJob(m_host, saves)
+        const QStringList paths = SongRows::paths(m_at.model);
+        summary.add(EditJob(m_at.host, saves)
                         .run(paths, fields.changeFrom(edited),
-                             report.observe(SongRows::edited(m_model, m_row)), m_row));
+                             report.observe(SongRows::edited(m_at.model, m_row)), m_row));
         report.finish(paths);
     }
-    m_host.endProgress();
+    m_at.host.endProgress();
     if (fields.any()) // what became of one song alone, its row tells
-        m_host.report(report);
+        m_at.host.report(report);
     return isSaved;
 }
 
@@ -161,13 +152,13 @@ void ManualEdit::step(int direction, DataEditDialog &dialog)
     int row = neighbour(m_row, direction);
     if (row < 0)
         return;
-    const QString path = m_model.fileNameOf(row); // a save may sort its song to another row
+    const QString path = m_at.model.fileNameOf(row); // a save may sort its song to another row
     if (dialog.isChanged() && !save(dialog))
         return;
     for (row = rowOf(path, row); row >= 0; row = neighbour(row, direction)) {
         if (open(row, dialog)) {
-            const int column = qMax(firstShownColumn, m_table.currentIndex().column());
-            m_table.setCurrentIndex(m_model.cellIndex(row, column));
+            const int column = qMax(firstShownColumn, m_at.table.currentIndex().column());
+            m_at.table.setCurrentIndex(m_at.model.cellIndex(row, column));
             return;
         }
     }
@@ -179,9 +170,9 @@ void ManualEdit::step(int direction, DataEditDialog &dialog)
 /** The next row on show; -1 where there is none. */
 int ManualEdit::neighbour(int row, int direction) const
 {
-    const int rows = m_model.totalRows();
+    const int rows = m_at.model.totalRows();
     int next = row + direction;
-    while (next >= 0 && next < rows && m_table.isRowHidden(next))
+    while (next >= 0 && next < rows && m_at.table.isRowHidden(next))
         next += direction;
     return next < rows ? next : -1;
 }
@@ -189,10 +180,10 @@ int ManualEdit::neighbour(int row, int direction) const
 /** Looks where the song was first, then ever farther from there; -1 where it is gone. */
 int ManualEdit::rowOf(const QString &path, int near) const
 {
-    const int rows = m_model.totalRows();
+    const int rows = m_at.model.totalRows();
     for (int distance = 0; distance < rows; ++distance) {
         for (const int row : {near - distance, near + distance}) {
-            if (row >= 0 && row < rows && m_model.fileNameOf(row) == path)
+            if (row >= 0 && row < rows && m_at.model.fileNameOf(row) == path)
                 return row;
         }
     }

@@ -1,22 +1,16 @@
 #pragma once
 
 #include "library/songedit.h"
+#include "ui/editplace.h"
 
 #include <QCoreApplication>
 
 #include <optional>
 
-QT_BEGIN_NAMESPACE
-class QTableView;
-QT_END_NAMESPACE
-
 namespace tarvel4 {
 
-class Database;
 class DataEditDialog;
 struct EditSummary;
-class Journal;
-class UserSongsRelTableModel;
 class WindowHost;
 
 /**
@@ -29,8 +23,9 @@ class ManualEdit
     Q_DECLARE_TR_FUNCTIONS(ManualEdit)
 
 public:
-    ManualEdit(QTableView &table, const Database &db, UserSongsRelTableModel &model,
-               WindowHost &host, Journal &journal);
+    explicit ManualEdit(const EditPlace &at)
+        : m_at(at)
+    {}
 
     /** Shows nothing where the song can't be read; tells which songs could not be saved. */
     void editRow(int row);
@@ -48,11 +43,7 @@ private:
     int neighbour(int row, int direction) const;
     int rowOf(const QString &path, int near) const;
 
-    QTableView &m_table;
-    const Database &m_db;
-    UserSongsRelTableModel &m_model;
-    WindowHost &m_host;
-    Journal &m_journal;
+    const EditPlace m_at;
     int m_row = -1;
     bool m_hasEditedAll = false;
     SongInfo m_record; ///< as it was read last

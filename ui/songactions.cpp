@@ -18,31 +18,27 @@
 
 namespace tarvel4 {
 
-SongActions::SongActions(QTableView &table, const Database &db, UserSongsRelTableModel &model,
-                         WindowHost &host, Journal &journal, Listening &listening)
-    : m_table(table)
-    , m_db(db)
-    , m_model(model)
-    , m_host(host)
-    , m_journal(journal)
+SongActions::SongActions(const EditPlace &at, Listening &listening)
+    : m_at(at)
     , m_listening(listening)
 {
+    QTableView &table = at.table;
     auto *deleteKey = new QShortcut(Qt::Key_Delete, &table, nullptr, nullptr, Qt::WidgetShortcut);
     QObject::connect(deleteKey, &QShortcut::activated, &table, [this] {
-        if (m_table.currentIndex().isValid())
-            deleteFile(m_table.currentIndex().row());
+        if (m_at.table.currentIndex().isValid())
+            deleteFile(m_at.table.currentIndex().row());
     });
     for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) {
         auto *shortcut = new QShortcut(key, &table, nullptr, nullptr, Qt::WidgetShortcut);
         QObject::connect(shortcut, &QShortcut::activated, &table,
-                         [this] { edit(m_table.currentIndex().row()); });
+                         [this] { edit(m_at.table.currentIndex().row()); });
     }
 #ifndef Q_OS_WIN // where the system itself asks for the menu of what has the focus
     const QKeySequence menuKeys(QLatin1String("Shift+F10"), QKeySequence::PortableText);
     auto *menuKey = new QShortcut(menuKeys, &table, nullptr, nullptr, Qt::WidgetShortcut);
     QObject::connect(menuKey, &QShortcut::activated, &table, [this] {
-        m_table.scrollTo(m_table.currentIndex());
-        showMenu(m_table.visualRect(m_table.currentIndex()).center());
+        m_at.table.scrollTo(m_at.table.currentIndex());
+        showMenu(m_at.table.visualRect(m_at.table.currentIndex()).center());
     });
 #endif
 }
@@ -52,19 +48,19 @@ void SongActions::edit(int row)
     if (row < 0)
         return;
     m_listening.stop();
-    ManualEdit(m_table, m_db, m_model, m_host, m_journal).editRow(row);
+    ManualEdit(m_at).editRow(row);
 }
 
 void SongActions::editMany()
 {
-    if (!m_host.isRunning())
-        EditMany(m_table, m_db, m_model, m_host, m_journal).run();
+    if (!m_at.host.isRunning())
+        EditMany(m_at).run();
 }
 
 void SongActions::showMenu(const QPoint &pos)
 {
-    const QModelIndex index = m_table.indexAt(pos);
-    QMenu menu(m_table.window());
+    const QModelIndex index = m_at.table.indexAt(pos);
+    QMenu menu(m_at.table.window());
     const QAction *remove = menu.addAction(tr("Remove from list"));
     QAction *erase = menu.addAction(tr("Delete file"));
     erase->setShortcut(Qt::Key_Delete);
@@ -74,25 +70,25 @@ void SongActions::showMenu(const QPoint &pos)
     const QAction *show = menu.addAction(tr("Mostra nella cartella"));
     if (index.isValid())
         m_listening.addTo(menu, index.row());
-    const QAction *chosen = menu.exec(m_table.viewport()->mapToGlobal(pos));
+    const QAction *chosen = menu.exec(m_at.table.viewport()->mapToGlobal(pos));
     if (!chosen || !index.isValid())
         return;
     if (chosen == remove)
-        SongTable::removeRow(m_table, m_model, index.row());
+        SongTable::removeRow(m_at.table, m_at.model, index.row());
     else if (chosen == erase)
         deleteFile(index.row());
     else if (chosen == change)
         edit(index.row());
     else if (chosen == show)
-        showInFolder(m_model.fileNameOf(index.row()));
+        showInFolder(m_at.model.fileNameOf(index.row()));
 }
 
 void SongActions::deleteFile(int row)
 {
-    const QString path = m_model.fileNameOf(row);
+    const QString path = m_at.model.fileNameOf(row);
     QMessageBox box(QMessageBox::Question, tr("Attenzione"),
                     tr("Sei sicuro di voler cancellare il file?"),
-                    QMessageBox::Yes | QMessageBox::No, m_table.window());
+                    QMessageBox::Yes | QMessageBox::No, m_at.table.window());
     PlainText::addTo(box, SongPath::fileName(path));
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::No);
@@ -100,7 +96,8 @@ void SongActions::deleteFile(int row)
         return;
     m_listening.stop(path);
     QFile::remove(path);
-    SongTable::removeRow(m_table, m_model, row); // required: also when the file is still there
+    SongTable::removeRow(m_at.table, m_at.model,
+                         row); // required: also when the file is still there
 }
 
 } // namespace tarvel4

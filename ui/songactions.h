@@ -1,19 +1,16 @@
 #pragma once
 
+#include "ui/editplace.h"
+
 #include <QCoreApplication>
 
 QT_BEGIN_NAMESPACE
 class QPoint;
-class QTableView;
 QT_END_NAMESPACE
 
 namespace tarvel4 {
 
-class Database;
-class Journal;
 class Listening;
-class UserSongsRelTableModel;
-class WindowHost;
 
 /** What can be done with one song of the table: edit, take out of the list, delete. */
 class SongActions
@@ -21,9 +18,8 @@ class SongActions
     Q_DECLARE_TR_FUNCTIONS(SongActions)
 
 public:
-    /** All of them must outlive the actions, which stay with \a table. */
-    SongActions(QTableView &table, const Database &db, UserSongsRelTableModel &model,
-                WindowHost &host, Journal &journal, Listening &listening);
+    /** All of them must outlive the actions, which stay with its table. */
+    SongActions(const EditPlace &at, Listening &listening);
 
     /** Lets the user correct a song; does nothing for a row below 0. */
     void edit(int row);
@@ -36,11 +32,7 @@ public:
 private:
     void deleteFile(int row);
 
-    QTableView &m_table;
-    const Database &m_db;
-    UserSongsRelTableModel &m_model;
-    WindowHost &m_host;
-    Journal &m_journal;
+    const EditPlace m_at;
     Listening &m_listening;
 };
 
