@@ -4,7 +4,6 @@
 #include "ui/songtable.h"
 
 #include <QHeaderView>
-#include <QScopedValueRollback>
 #include <QTableView>
 
 namespace tarvel4 {
@@ -16,14 +15,6 @@ SongFilter::SongFilter(QTableView &table, UserSongsRelTableModel &model)
 {
     connect(&model, &QAbstractItemModel::modelAboutToBeReset, this, &SongFilter::rememberCurrent);
     connect(&model, &QAbstractItemModel::modelReset, this, &SongFilter::showAgain);
-    connect(&model, &QAbstractItemModel::rowsInserted, this,
-            [this](const QModelIndex &, int first, int last) {
-                if (m_isFetching)
-                    return;
-                if (isActive())
-                    filterRows(first, last);
-                Q_EMIT changed();
-            });
     connect(&model, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex &topLeft, const QModelIndex &bottomRight) {
                 rowsChanged(topLeft.row(), bottomRight.row());
@@ -63,11 +54,8 @@ bool SongFilter::accepts(int row) const
 
 void SongFilter::filterAll()
 {
-    {
-        const QScopedValueRollback<bool> fetching(m_isFetching, true);
-        while (isActive() && m_model.canFetchMore())
-            m_model.fetchMore();
-    }
+    while (isActive() && m_model.canFetchMore())
+        m_model.fetchMore();
     filterRows(0, m_model.rowCount() - 1);
 
     const QModelIndex current = m_table.currentIndex();

@@ -50,7 +50,6 @@ private:
     UserSongsRelTableModel &m_model;
     QStringList m_words;
     UserSongsRelTableModel::Mark m_mark = UserSongsRelTableModel::Unmarked;
-    bool m_isFetching = false;
     QPersistentModelIndex m_setAside; ///< was current, and is hidden by the search
     int m_currentId = 0; ///< while the model reads its rows again
     int m_currentColumn = 0;
