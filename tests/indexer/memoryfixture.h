@@ -3,6 +3,7 @@
 #include "indexer/index.h"
 #include "indexer/indexverifier.h"
 #include "tests/songs/songbytes.h"
+#include "tests/storage/filetime.h"
 #include "tests/storage/table.h"
 
 #include <QDateTime>
@@ -37,7 +38,7 @@ public:
         QDir().mkpath(path(below.left(below.lastIndexOf(QLatin1Char('/')))));
         QFile file(path(below));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
-            || !file.setFileTime(modified, QFileDevice::FileModificationTime))
+            || !setModified(file, modified))
             qFatal("can't write %s", qPrintable(file.fileName()));
     }
 
