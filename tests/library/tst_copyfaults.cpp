@@ -133,14 +133,18 @@ void tst_CopyFaults::whatCantBeWrittenFails()
     TestFiles::write(old, oldBytes);
     TestFiles::write(source(text("a.mid")), newBytes);
     openFolders();
-    if (kind.contains(text("must not")))
-        QVERIFY(QFile::setPermissions(targetFolder(), QFile::ReadOther | QFile::ExeOther));
+    const bool isProtected = kind.contains(text("must not"));
+    const auto readable = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+    if (isProtected)
+        QVERIFY(QFile::setPermissions(targetFolder(), readable));
     if (isVolume)
         QVERIFY(volume.makeReadOnly());
     {
         const AsNobody nobody;
         QVERIFY(!copy({source(text("a.mid"))}).isComplete());
     }
+    if (isProtected)
+        QVERIFY(QFile::setPermissions(targetFolder(), readable | QFile::WriteOwner));
     QCOMPARE(m_told, {text("a.mid ") + code});
     QCOMPARE(targetNames(), strings({"a.mid"}));
     QCOMPARE(TestFiles::read(old), oldBytes);
