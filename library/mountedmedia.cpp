@@ -16,13 +16,20 @@ QVector<MountedMedium> MountedMedia::list()
         const QString root = volume.rootPath();
         if (!volume.isValid() || !volume.isReady() || !isMediumRoot(root))
             continue;
-        const QString label = volume.name();
-        media.append(
-            {root, label.isEmpty() ? QFileInfo(root).fileName() : label, volume.bytesAvailable()});
+        media.append({root, nameOf(root, volume.name()), volume.bytesAvailable()});
     }
     std::sort(media.begin(), media.end(),
               [](const MountedMedium &a, const MountedMedium &b) { return a.root < b.root; });
     return media;
+}
+
+QString MountedMedia::nameOf(const QString &root, const QString &label)
+{
+    constexpr int driveLength = 2; // "E:"
+    if (root.size() != driveLength + 1 || root.at(1) != QLatin1Char(':'))
+        return label.isEmpty() ? QFileInfo(root).fileName() : label;
+    const QString drive = root.left(driveLength);
+    return label.isEmpty() ? drive : QStringLiteral("%1 (%2)").arg(label, drive);
 }
 
 bool MountedMedia::isMediumRoot(const QString &root)

@@ -10,7 +10,7 @@ namespace tarvel4 {
 struct MountedMedium
 {
     QString root;
-    QString name; ///< its label, else the last part of its root
+    QString name; ///< of its root and label
     qint64 free = 0; ///< bytes that the user may write
 };
 
@@ -19,6 +19,9 @@ namespace MountedMedia {
 
 /** In the order of their roots. */
 QVector<MountedMedium> list();
+
+/** The label, else the last part of the root; a drive's letter stands behind its label. */
+QString nameOf(const QString &root, const QString &label);
 
 /** True for a mount point in one of the folders where systems mount what is plugged in. */
 bool isMediumRoot(const QString &root);

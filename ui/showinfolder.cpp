@@ -4,7 +4,10 @@
 #include <QFileInfo>
 #include <QUrl>
 
-#ifdef QT_DBUS_LIB
+#if defined(Q_OS_WIN)
+#include <QDir>
+#include <QProcess>
+#elif defined(QT_DBUS_LIB)
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -22,7 +25,22 @@ void openFolderOf(const QString &path)
 
 } // namespace
 
-#ifdef QT_DBUS_LIB
+#if defined(Q_OS_WIN)
+
+void showInFolder(const QString &path)
+{
+    if (!QFileInfo::exists(path))
+        return openFolderOf(path);
+    QProcess explorer;
+    explorer.setProgram(QStringLiteral("explorer.exe"));
+    // which takes the quotation marks around the name alone
+    explorer.setNativeArguments(
+        QStringLiteral("/select,\"%1\"").arg(QDir::toNativeSeparators(path)));
+    if (!explorer.startDetached())
+        openFolderOf(path);
+}
+
+#elif defined(QT_DBUS_LIB)
 
 void showInFolder(const QString &path)
 {

@@ -32,6 +32,20 @@ private Q_SLOTS:
         QCOMPARE(MountedMedia::isMediumRoot(text(QTest::currentDataTag())), isMedium);
     }
 
+    void names_data()
+    {
+        const Table<QString, QString, QString> row;
+        row("a label", "/media/anna/1234-ABCD", "CARD", "CARD");
+        row("no label: the folder", "/media/anna/1234-ABCD", "", "1234-ABCD");
+        row("a drive with a label", "E:/", "CARD", "CARD (E:)");
+        row("a drive without a label", "E:/", "", "E:");
+    }
+    void names()
+    {
+        const auto [root, label, name] = cells<QString, QString, QString>();
+        QCOMPARE(MountedMedia::nameOf(root, label), name);
+    }
+
     void startFolders_data()
     {
         const Table<QStringList, QStringList, QString> row;
