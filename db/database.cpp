@@ -149,7 +149,10 @@ void fillRecord(const QSqlQuery &row, SongInfo &record)
 } // namespace
 
 Database::Database() = default;
-Database::~Database() = default;
+Database::~Database()
+{
+    m_catalogue.close(); // a file that is open can't be removed on Windows
+}
 
 bool Database::init(const QString &catalogueFile)
 {
