@@ -9,6 +9,19 @@
 
 namespace tarvel4 {
 
+namespace {
+
+QByteArray encoded(const QString &path)
+{
+#ifdef Q_OS_WIN
+    return path.toUtf8();
+#else
+    return QFile::encodeName(path);
+#endif
+}
+
+} // namespace
+
 CommandLine::CommandLine(int argc, char *const argv[])
 {
     bool onlyPaths = false;
@@ -29,15 +42,24 @@ CommandLine::CommandLine(int argc, char *const argv[])
 
 void CommandLine::addPath(const QByteArray &word)
 {
-    const QString path = QFile::decodeName(word);
+    const QString path = decoded(word);
     if (path.isEmpty())
         return;
-    if (QFile::encodeName(path) != word)
+    if (encoded(path) != word)
         m_unreachable += path;
     else if (path.startsWith(QLatin1Char(':'))) // which Qt takes for a resource of the program
         m_paths += QDir::currentPath() + QLatin1Char('/') + path;
     else
         m_paths += QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+QString CommandLine::decoded(const QByteArray &word)
+{
+#ifdef Q_OS_WIN
+    return QString::fromUtf8(word);
+#else
+    return QFile::decodeName(word);
+#endif
 }
 
 QString CommandLine::help()

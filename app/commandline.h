@@ -22,6 +22,9 @@ public:
     /** Those whose names are not valid in the locale, so that Qt can't open them. */
     const QStringList &unreachable() const { return m_unreachable; }
 
+    /** A word as text: its bytes are in the locale's encoding, or in UTF-8 on Windows (main()). */
+    static QString decoded(const QByteArray &word);
+
     /** What --help and --version print. */
     static QString help();
     static QString version();

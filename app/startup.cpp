@@ -2,6 +2,7 @@
 
 #include "app/commandline.h"
 #include "app/display.h"
+#include "app/plaintext.h"
 #include "app/quitsignals.h"
 #include "library/messagelog.h"
 #include "library/usersettings.h"
@@ -35,9 +36,7 @@ QString systemLanguage(QLocale::Language system)
 
 int print(std::FILE *stream, const QString &text, ExitStatus status)
 {
-    const QByteArray bytes = text.toLocal8Bit();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
-    return std::fflush(stream) == 0 ? status : Failed;
+    return printPlainText(stream, text) ? status : Failed;
 }
 
 /** What can be said without a display, in the user's language, which is not stored. */
@@ -61,7 +60,7 @@ int sayUnknownOption(const QByteArray &option)
 {
     const QString text = QCoreApplication::translate(
         "CommandLine", "tarvel4soft: opzione sconosciuta: %1 (--help mostra quelle che ci sono)\n");
-    return print(stderr, text.arg(QString::fromLocal8Bit(option)), Usage);
+    return print(stderr, text.arg(CommandLine::decoded(option)), Usage);
 }
 
 int sayNoDisplay()
@@ -138,6 +137,13 @@ void Startup::setAttributes()
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // what it does later without being asked
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
+#ifdef Q_OS_WIN
+    // the style that takes the palette's colours, dark ones too; Windows' own has colours of its
+    // own
+    QApplication::setStyle(QStringLiteral("fusion"));
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "windows:darkmode=3"); // frame and palette as the desktop's
 #endif
 #ifdef Q_OS_UNIX
     std::signal(SIGXFSZ, SIG_IGN); // a file that grows too large is a failed write, not the end
