@@ -5,6 +5,15 @@
 #include <QProcess>
 #include <QTimer>
 
+#ifdef Q_OS_WIN
+#include <QStandardPaths>
+
+#include <array>
+#include <windows.h>
+
+#include <shlobj.h>
+#endif
+
 namespace tarvel4 {
 
 namespace {
@@ -20,6 +29,33 @@ QByteArray textOf(const QByteArray &chunk)
     return chunk.left(
         static_cast<int>(qstrnlen(chunk.constData(), static_cast<uint>(chunk.size()))));
 }
+
+#ifdef Q_OS_WIN
+
+/** Never from the current folder, where Windows looks too: that may be one of the memory. */
+QString diskCheckProgram()
+{
+    // else it says that errors are left, and the user would format a memory that has none
+    if (!IsUserAnAdmin()) {
+        qDebug() << "The disk check needs an administrator";
+        return {};
+    }
+    const QString name = QStringLiteral("chkdsk");
+    std::array<wchar_t, MAX_PATH> folder{};
+    GetSystemDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
+    const QString ofTheSystem =
+        QStandardPaths::findExecutable(name, {QString::fromWCharArray(folder.data())});
+    return ofTheSystem.isEmpty() ? QStandardPaths::findExecutable(name) : ofTheSystem;
+}
+
+#else
+
+QString diskCheckProgram()
+{
+    return QStringLiteral("chkdsk");
+}
+
+#endif
 
 DiskCheck::Result resultOf(const QProcess &ended)
 {
@@ -56,8 +92,10 @@ DiskCheck::Result DiskCheck::run(const QString &path)
     QObject::connect(&process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), &loop,
                      &QEventLoop::quit);
 
-    process.start(QStringLiteral("chkdsk"),
-                  {path.left(driveLength), QStringLiteral("/F"), QStringLiteral("/R")},
+    const QString program = diskCheckProgram();
+    if (program.isEmpty())
+        return NotRun;
+    process.start(program, {path.left(driveLength), QStringLiteral("/F"), QStringLiteral("/R")},
                   QIODevice::ReadWrite);
     if (!process.waitForStarted(m_timings.toStart))
         return NotRun;
