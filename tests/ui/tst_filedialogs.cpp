@@ -115,12 +115,14 @@ private Q_SLOTS:
     void songDialogBeginsWhereTheLastOneEnded()
     {
         const QString song = write(m_folder->filePath(text("one/a.mid")), "");
-        QCOMPARE(startOfSongs({song}), text("/"));
+        const QString first =
+            QDir(text("/")).absolutePath(); // of the current drive, where there are any
+        QCOMPARE(startOfSongs({song}), first);
         QCOMPARE(startOfSongs({}), QFileInfo(song).path()); // cancelled: nothing changes
         QCOMPARE(startOfSongs({}), QFileInfo(song).path());
         QFile::remove(song);
         QVERIFY(QDir().rmdir(QFileInfo(song).path()));
-        QCOMPARE(startOfSongs({}), text("/"));
+        QCOMPARE(startOfSongs({}), first);
     }
 
     void eachKindOfFolderHasItsOwn()
@@ -129,9 +131,10 @@ private Q_SLOTS:
         const QString card = m_folder->path() + text("/card");
         for (const QString &folder : {backups, card})
             QVERIFY(QDir().mkdir(folder));
-        QCOMPARE(startOfFolder(FolderKind::Backup, backups), text("/home"));
-        QCOMPARE(startOfFolder(FolderKind::Memory, card), text("/home"));
-        QCOMPARE(startOfFolder(FolderKind::Songs), text("/home"));
+        const QString home = QDir(text("/home")).absolutePath();
+        QCOMPARE(startOfFolder(FolderKind::Backup, backups), home);
+        QCOMPARE(startOfFolder(FolderKind::Memory, card), home);
+        QCOMPARE(startOfFolder(FolderKind::Songs), home);
         QCOMPARE(startOfFolder(FolderKind::Backup), backups);
         QCOMPARE(startOfFolder(FolderKind::Memory), card);
     }

@@ -57,6 +57,8 @@ private Q_SLOTS:
         m_program = std::make_unique<DiskCheckProgram>();
         for (const QString &song : {card("/a.mid"), card("/pop/b.mp3"), text("E:/a.mid")})
             write(song, "no more than a name");
+        for (const QString &file : MemoryFixture::preparedFiles())
+            QFile::remove(text("E:/") + file); // a real drive keeps it from row to row
         open(nullptr, DiskCheckTimings{pastAnyTest, pastAnyTest});
     }
     void cleanup()

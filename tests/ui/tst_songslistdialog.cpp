@@ -4,7 +4,9 @@
 
 #include <QComboBox>
 
+#ifdef Q_OS_UNIX
 #include <sys/stat.h>
+#endif
 
 using namespace tarvel4;
 
@@ -165,7 +167,11 @@ private Q_SLOTS:
         row("no source", "", "list.csv", noSource);
         row("a source that is not there", "none", "list.csv", noSource);
         row("no target", "card", "", noTarget);
-        for (const char *target : {"none/list.csv", "card", "pipe", "card/index.id3/list"})
+        QVector<const char *> noFiles{"none/list.csv", "card", "card/index.id3/list"};
+#ifdef Q_OS_UNIX
+        noFiles += "pipe";
+#endif
+        for (const char *target : noFiles)
             QTest::addRow("a target that is no file: %s", target) << "card" << target << noTarget;
         row("an old index that ends inside a record", "torn", "list.csv",
             "Errore durante la creazione del file");
@@ -173,7 +179,9 @@ private Q_SLOTS:
     void failures()
     {
         const auto [source, target, message] = cells<QString, QString, QString>();
+#ifdef Q_OS_UNIX
         QCOMPARE(mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0); // nobody reads it
+#endif
         if (source == text("torn")) {
             QVERIFY(QFile::rename(path("card"), path("torn")));
             QVERIFY(QFile::resize(path("torn/index.id3"), 270 + 3));
@@ -223,7 +231,10 @@ private Q_SLOTS:
     }
 
 private:
-    QString path(const char *name) const { return m_memory->path(QLatin1Char('/') + text(name)); }
+    QString path(const char *name) const
+    {
+        return m_memory->path(QLatin1Char('/') + text(name));
+    }
     void fillIn(const QString &source, const QString &target) const
     {
         find<QLineEdit>("sourceLineEdit")->setText(source);

@@ -344,6 +344,8 @@ private Q_SLOTS:
 
     void songIsNotHeldOpen()
     {
+        if (!QFile::exists(text("/proc/self/fd")))
+            QSKIP("Nothing here tells which files a process has open.");
         const QByteArray before = read(m_songs.at(0));
         space();
         QCOMPARE(read(m_songs.at(0)), before);

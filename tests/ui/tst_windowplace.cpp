@@ -7,7 +7,9 @@
 #include <QStandardItemModel>
 
 #include <cstdio>
+#ifdef Q_OS_UNIX
 #include <sys/stat.h>
+#endif
 
 using namespace tarvel4;
 using namespace TestFiles;
@@ -171,16 +173,20 @@ private Q_SLOTS:
     {
         const Table<bool> row;
         row("a folder", false);
+#ifdef Q_OS_UNIX
         row("a pipe that nobody writes into", true);
+#endif
     }
     void stateThatIsNoFileIsLeftAlone()
     {
         const auto [isPipe] = cells<bool>();
         QVERIFY(QDir().mkpath(QFileInfo(StateFile::path()).path()));
         const QByteArray name = QFile::encodeName(StateFile::path());
+#ifdef Q_OS_UNIX
         if (isPipe)
             QCOMPARE(mkfifo(name.constData(), 0600), 0);
-        else
+#endif
+        if (!isPipe)
             QVERIFY(QDir().mkdir(StateFile::path()));
         SmallWindow window;
         {
@@ -188,7 +194,7 @@ private Q_SLOTS:
             state.restore();
             window.show();
         }
-        QCOMPARE(std::remove(name.constData()), 0);
+        QVERIFY(isPipe ? std::remove(name.constData()) == 0 : QDir().rmdir(StateFile::path()));
     }
 
     void framesFitTheScreen_data()

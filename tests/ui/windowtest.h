@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/usersettings.h"
 #include "library/volume.h"
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
@@ -17,6 +18,7 @@
 #include <QPlainTextEdit>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QStandardPaths>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QToolButton>
@@ -57,6 +59,8 @@ protected:
         m_driver.emplace();
         QDir::setCurrent(m_folder->path());
         qputenv("XDG_DATA_HOME", QFile::encodeName(path("data"))); // the journal's
+        if (QStandardPaths::isTestModeEnabled()) // where the system has no such choice
+            QVERIFY(QDir(UserSettings::dataFolder()).removeRecursively());
         for (const char *folder : {"songs", "card", "backups"})
             QDir().mkdir(path(folder));
         settings().clear();
