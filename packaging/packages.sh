@@ -31,6 +31,18 @@ bigendian_packages=(g++-s390x-linux-gnu mmdebstrap qemu-user-static)
 i386_packages=(g++-i686-linux-gnu mmdebstrap)
 processor_packages=(libc6-dev libqt5sql5-sqlite libstdc++-12-dev libxxhash-dev qtbase5-dev qttools5-dev)
 
+# The compiler and the packer for Windows, the host's Qt 6 (whose tools build for the other), and what runs the programs here.
+windows_packages=(
+  cmake g++ ninja-build
+  g++-mingw-w64-x86-64-posix nsis zip
+  qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools qt6-translations-l10n
+  libxxhash-dev
+  wine wine64
+)
+
+# What a window for Windows is shown with here.
+windows_display_packages=(fonts-liberation imagemagick openbox xauth xdotool xvfb)
+
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev)
 
 # install_packages NAME...: installs those that are missing; elsewhere than on Debian it names them.
