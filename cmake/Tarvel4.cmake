@@ -57,7 +57,7 @@ function(tarvel4_add_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} Qt${TARVEL4_QT}::Test tarvel4_options)
   set(drive "")
-  if(CMAKE_CROSSCOMPILING) # under wine, where a test may change to another one
+  if(WIN32) # under wine, where a test may change to another one
     set(drive "Z:")
   endif()
   target_compile_definitions(${name} PRIVATE
@@ -78,7 +78,11 @@ function(tarvel4_add_test name)
     target_precompile_headers(${name} PRIVATE <QtCore> <QtTest> ${ARG_PCH})
     set_property(GLOBAL PROPERTY TARVEL4_PCH_OWNER_${ARG_PCH} ${name})
   endif()
-  add_test(NAME ${name} COMMAND ${name})
+  set(format "")
+  if(WIN32)
+    set(format -o -,tap) # plain text would go to the debugger
+  endif()
+  add_test(NAME ${name} COMMAND ${name} ${format})
   tarvel4_test_environment(${name})
   if(ARG_LABELS)
     set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS}")
@@ -128,6 +132,11 @@ if(TARVEL4_BUILD_TESTS)
   tarvel4_choose_test_folder()
 endif()
 
+set(TARVEL4_TEST_ZONE Asia/Kolkata)
+if(WIN32)
+  set(TARVEL4_TEST_ZONE IST-5:30) # the same, as the C library of Windows reads it too
+endif()
+
 # Gives a ctest test a home, a settings store and a platform of its own, so that it touches nothing of the user's.
 function(tarvel4_test_environment name)
   set(home "${CMAKE_CURRENT_BINARY_DIR}/home/${name}")
@@ -141,10 +150,26 @@ function(tarvel4_test_environment name)
     TIMEOUT ${timeout}
     WORKING_DIRECTORY "${home}"
     SKIP_RETURN_CODE 77
-    ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home}/runtime;QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=;TZ=Asia/Kolkata;LOCPATH=${CMAKE_BINARY_DIR}/locale;LC_ALL=${TARVEL4_TEST_LOCALE}")
+    ENVIRONMENT "HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_RUNTIME_DIR=${home}/runtime;QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=;TZ=${TARVEL4_TEST_ZONE};LOCPATH=${CMAKE_BINARY_DIR}/locale;LC_ALL=${TARVEL4_TEST_LOCALE}")
   if(TARVEL4_TEST_FOLDER)
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "TMPDIR=${TARVEL4_TEST_FOLDER}")
   endif()
+  if(WIN32)
+    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine)
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "WINEPREFIX=${TARVEL4_WINE_PREFIX}")
+  endif()
+endfunction()
+
+# Windows for the tests: a prefix in the build folder, made by the test wine_prefix before the others run.
+set(TARVEL4_WINE_PREFIX "${PROJECT_BINARY_DIR}/wine")
+function(tarvel4_add_wine_prefix)
+  foreach(step prefix end)
+    add_test(NAME wine_${step} COMMAND "${PROJECT_SOURCE_DIR}/tests/under_wine" --${step})
+    tarvel4_test_environment(wine_${step})
+    set_property(TEST wine_${step} PROPERTY FIXTURES_REQUIRED)
+  endforeach()
+  set_tests_properties(wine_prefix PROPERTIES FIXTURES_SETUP wine)
+  set_tests_properties(wine_end PROPERTIES FIXTURES_CLEANUP wine)
 endfunction()
 
 # For a ctest test that reads the command line's texts: those are English, and the shell's tools sort by bytes.

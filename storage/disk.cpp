@@ -75,7 +75,10 @@ Outcome Disk::replace(const QString &from, const QString &to)
 Outcome Disk::remove(const QString &path)
 {
     SystemError::presumeFailedMedium();
-    return outcomeOf(QFile::remove(path) || !QFileInfo::exists(path), path);
+    Outcome removed = outcomeOf(QFile::remove(path) || !QFileInfo::exists(path), path);
+    if (!removed && QFileInfo(path).isDir()) // for which not every system has an error of its own
+        removed = {Outcome::Code::NotAFile, path, {}, {}};
+    return removed;
 }
 
 Disk &Disk::real()

@@ -249,7 +249,11 @@ void Disk::inherit(QFileDevice &file, const QFileDevice &model)
 Outcome Disk::rename(const QString &from, const QString &to)
 {
     constexpr DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    return outcomeOf(MoveFileExW(wide(longPath(from)), wide(longPath(to)), flags) != 0, to);
+    Outcome renamed =
+        outcomeOf(MoveFileExW(wide(longPath(from)), wide(longPath(to)), flags) != 0, to);
+    if (!renamed && QFileInfo(to).isDir())
+        renamed = {Outcome::Code::NotAFile, to, {}, {}};
+    return renamed;
 }
 
 bool Disk::losesReplacedFiles(const QString &path) const

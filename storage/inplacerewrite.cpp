@@ -43,8 +43,7 @@ Outcome InPlaceRewrite::write()
     if (!outcome) {
         qDebug() << "[MetaSong::saveToFile] No room for the new bytes, the old ones are kept:"
                  << m_file.fileName();
-        if (m_isNew)
-            m_disk.remove(m_file.fileName());
+        removeNew();
         return outcome;
     }
     outcome = overwrite(m_new);
@@ -56,14 +55,22 @@ Outcome InPlaceRewrite::takeBack(const Outcome &cause)
     qDebug() << "[MetaSong::saveToFile] Impossible to write all bytes, the old ones go back:"
              << m_file.fileName() << m_file.errorString();
     const bool isBack = overwrite(m_old) && m_disk.sync(m_file);
-    if (m_isNew)
-        m_disk.remove(m_file.fileName());
+    removeNew();
     if (isBack)
         return cause;
     qDebug() << "[MetaSong::saveToFile] WARNING: the old bytes are NOT back:" << m_file.fileName()
              << m_file.errorString();
     return {Outcome::Code::NotRestored, cause.path,
             QCoreApplication::translate("Outcome", "la song va ripresa da un backup"), QString()};
+}
+
+/** An open file can't be removed on Windows. */
+void InPlaceRewrite::removeNew()
+{
+    if (!m_isNew)
+        return;
+    m_file.close();
+    m_disk.remove(m_file.fileName());
 }
 
 bool InPlaceRewrite::confirm(Outcome &outcome)

@@ -24,6 +24,7 @@ public:
 
 private:
     Outcome overwrite(const QByteArray &bytes);
+    void removeNew();
 
     Disk &m_disk;
     WritePermission m_permission;

@@ -33,9 +33,5 @@ set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -static-libgcc -static-libstdc++")
 set(CMAKE_CXX_STANDARD_LIBRARIES
   "-lkernel32 -luser32 -lgdi32 -lwinspool -lshell32 -lole32 -loleaut32 -luuid -lcomdlg32 -ladvapi32 -Wl,-Bstatic -lstdc++ -lwinpthread" CACHE STRING "")
 
-# Programs of the build, and ctest's, run under wine, in a prefix of the build's own.
-find_program(TARVEL4_WINE wine)
-if(TARVEL4_WINE)
-  set(CMAKE_CROSSCOMPILING_EMULATOR
-    "${CMAKE_COMMAND};-E;env;WINEPREFIX=${CMAKE_BINARY_DIR}/wine;WINEDEBUG=-all;${TARVEL4_WINE}" CACHE STRING "")
-endif()
+# ctest's programs run under wine, in a prefix of the build's own (tests/under_wine).
+set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../../tests/under_wine" CACHE FILEPATH "What runs the tests")

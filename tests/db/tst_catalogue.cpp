@@ -88,6 +88,9 @@ private Q_SLOTS:
 
     void isTheSameAtEachBuild()
     {
+#ifdef Q_OS_WIN
+        QSKIP("The host's SQLite made the built-in one, and notes its version in it");
+#endif
         const QString again = m_folder.filePath("again"_s);
         QCOMPARE(make({again}), 0);
         QFile first(":/db/songsdb"_s);

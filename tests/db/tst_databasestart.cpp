@@ -50,6 +50,9 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(m_catalogue, "songsdb_debug"_s));
         {
             withdrawResource(); // it is not even looked at
+#ifdef Q_OS_WIN
+            QSKIP("Windows asks its own variables, once");
+#endif
             const QByteArray folder = qgetenv("TMPDIR");
             qputenv("TMPDIR", QFile::encodeName(m_catalogue)); // nor is a temporary file made
             const MessageCapture log;

@@ -1,11 +1,12 @@
 #include "tests/library/copyfixture.h"
 #include "tests/storage/tmpfsmount.h"
+#include "tests/storage/unixfile.h"
 
 #include <QtTest>
 
-#include <sys/stat.h>
+#ifdef Q_OS_UNIX
 #include <sys/sysmacros.h>
-#include <unistd.h>
+#endif
 
 using namespace tarvel4;
 
@@ -17,13 +18,17 @@ class AsNobody
 public:
     AsNobody()
     {
+#ifdef Q_OS_UNIX
         if (geteuid() == 0 && seteuid(65534) != 0)
             qFatal("can't become nobody");
+#endif
     }
     ~AsNobody()
     {
+#ifdef Q_OS_UNIX
         if (seteuid(getuid()) != 0)
             qFatal("can't become oneself again");
+#endif
     }
     Q_DISABLE_COPY(AsNobody)
 };
@@ -79,16 +84,20 @@ void tst_CopyFaults::whatCantBeReadFailsAndStopsNoOther()
     QFETCH(QString, code);
     const QString kind = text(QTest::currentDataTag());
     const QString song = source(text("x.mid"));
-    const QByteArray native = QFile::encodeName(song);
+    SKIP_WITHOUT_UNIX(kind.contains(text("link")), "links that Qt makes");
+    SKIP_WITHOUT_UNIX(kind.contains(text("FIFO")) || kind.contains(text("device")), "such files");
+    SKIP_WITHOUT_UNIX(kind.contains(text("must not")), "permissions by mode bits");
     if (kind.contains(text("link")))
         QVERIFY(QFile::link(source(text("nowhere.mid")), song));
     if (kind.contains(text("folder")))
         QVERIFY(QDir().mkdir(song));
     if (kind.contains(text("FIFO")))
-        QCOMPARE(mkfifo(native.constData(), 0600), 0);
+        QVERIFY(UnixFile::makeFifo(song));
+#ifdef Q_OS_UNIX
     if (kind.contains(text("device"))
-        && mknod(native.constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
+        && mknod(QFile::encodeName(song).constData(), S_IFCHR | 0600, makedev(1, 3)) != 0)
         QSKIP("devices can't be made here");
+#endif
     if (kind.contains(text("must not"))) {
         TestFiles::write(song, newBytes);
         QVERIFY(QFile::setPermissions(song, QFile::Permissions()));
@@ -124,6 +133,7 @@ void tst_CopyFaults::whatCantBeWrittenFails()
 {
     QFETCH(QString, code);
     const QString kind = text(QTest::currentDataTag());
+    SKIP_WITHOUT_UNIX(kind.contains(text("must not")), "permissions by mode bits");
     TmpfsMount volume(targetFolder(), "size=64k");
     const bool isVolume = kind.contains(text("volume"));
     if (isVolume && !volume.isMounted())

@@ -2,10 +2,9 @@
 #include "storage/debuglog.h"
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
+#include "tests/storage/unixfile.h"
 
 #include <QtTest>
-
-#include <sys/stat.h>
 
 using namespace tarvel4;
 
@@ -129,7 +128,8 @@ void tst_MessageLog::unwritableLogLosesTheLineSilently()
     QVERIFY(QDir().mkdir(text("log.txt")));
     write(QtDebugMsg, text("lost"));
     QVERIFY(QDir().rmdir(text("log.txt")));
-    QCOMPARE(mkfifo("log.txt", 0600), 0);
+    SKIP_WITHOUT_UNIX(true, "FIFO, and keeps a working folder from being removed");
+    QVERIFY(UnixFile::makeFifo(text("log.txt")));
     write(QtDebugMsg, text("lost, without a hang"));
     QVERIFY(m_dir->remove()); // the working directory is gone
     write(QtDebugMsg, text("lost"));

@@ -121,6 +121,9 @@ Run Program::finish(QProcess &process, const QStringList &keys) const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("cli"), QStringLiteral(TARVEL4_CLI));
+#ifdef TARVEL4_WINDOWS_CLI
+    environment.insert(QStringLiteral("TARVEL4_WINDOWS_CLI"), QStringLiteral(TARVEL4_WINDOWS_CLI));
+#endif
     environment.insert(QStringLiteral("SHELL"), QStringLiteral("/bin/bash"));
     for (const auto &variable : m_environment)
         environment.insert(variable.first, variable.second);
@@ -142,6 +145,10 @@ Run Program::finish(QProcess &process, const QStringList &keys) const
         process.kill();
     run.out += process.readAllStandardOutput();
     run.err = process.readAllStandardError();
+#ifdef TARVEL4_WINDOWS_CLI // what Unix calls "/", where a full path is told
+    run.out.replace("Z:/", "/");
+    run.err.replace("Z:/", "/");
+#endif
     keepRecords(run.out);
     run.status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     return run;

@@ -1,5 +1,6 @@
 #include "tests/program/fixtures.h"
 #include "tests/program/programrun.h"
+#include "tests/program/unixrows.h"
 #include "tests/storage/tmpfsmount.h"
 
 #include <QDir>
@@ -38,6 +39,7 @@ private:
 
 void tst_CliBackup::init()
 {
+    SKIP_ROWS_WITHOUT_WINDOWS();
     m_folder.reset(new QTemporaryDir);
     const Run made = Program(m_folder->path())
                          .shell(QStringLiteral("mkdir -p lib/a lib/b to; echo 1 >lib/a/1.mid; "

@@ -1,4 +1,5 @@
 #include "tests/program/programtest.h"
+#include "tests/program/unixrows.h"
 #include "tests/storage/tmpfsmount.h"
 
 #include <QRegularExpression>
@@ -15,6 +16,7 @@ class tst_CliCauses : public ProgramTest
 private Q_SLOTS:
     void init()
     {
+        SKIP_ROWS_WITHOUT_WINDOWS();
         makeFolder();
         QVERIFY(writeCatalogue(path("c.db")));
     }

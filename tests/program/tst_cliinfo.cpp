@@ -1,4 +1,5 @@
 #include "tests/program/programtest.h"
+#include "tests/program/unixrows.h"
 
 using namespace tarvel4;
 using namespace Fixtures;
@@ -9,7 +10,11 @@ class tst_CliInfo : public ProgramTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { makeFolder("sub s"); }
+    void init()
+    {
+        SKIP_ROWS_WITHOUT_WINDOWS();
+        makeFolder("sub s");
+    }
 
     void cleanup()
     {

@@ -1,4 +1,5 @@
 #include "tests/program/historytest.h"
+#include "tests/program/unixrows.h"
 
 using namespace tarvel4;
 using namespace Fixtures;
@@ -11,6 +12,7 @@ class tst_CliRestore : public HistoryTest
 private Q_SLOTS:
     void init()
     {
+        SKIP_ROWS_WITHOUT_WINDOWS();
         makeFolder("s old");
         for (const char *name : {"s/a.mid", "s/b.mid", "s/c.mid"})
             write(name, wholeSong());

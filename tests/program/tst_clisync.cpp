@@ -1,4 +1,5 @@
 #include "tests/program/programtest.h"
+#include "tests/program/unixrows.h"
 
 #include <QJsonArray>
 
@@ -13,6 +14,7 @@ class tst_CliSync : public ProgramTest
 private Q_SLOTS:
     void init()
     {
+        SKIP_ROWS_WITHOUT_WINDOWS();
         makeFolder("b saved");
         m_published = midi(meta(0x02, "(c) K-Varo"));
         m_unpublished = midi(meta(0x02, "(c) somebody"));

@@ -1,4 +1,5 @@
 #include "tests/program/programtest.h"
+#include "tests/program/unixrows.h"
 
 using namespace tarvel4;
 using namespace Fixtures;
@@ -17,6 +18,7 @@ private Q_SLOTS:
 
     void init()
     {
+        SKIP_ROWS_WITHOUT_WINDOWS();
         makeFolder("1 2 3 mem/Pop");
         m_unpublished = midi(meta(0x02, "(c) somebody"));
         for (const char *song : {"1/azzurro.mid", "2/azzurro.mid", "3/azzurro.mid"})

@@ -1,5 +1,6 @@
 #include "tests/program/fixtures.h"
 #include "tests/program/programrun.h"
+#include "tests/program/unixrows.h"
 #include "tests/storage/tmpfsmount.h"
 
 #include <QDir>
@@ -37,6 +38,7 @@ private:
 
 void tst_CliTransfer::init()
 {
+    SKIP_ROWS_WITHOUT_WINDOWS();
     m_folder.reset(new QTemporaryDir);
     const Run made = Program(m_folder->path())
                          .shell(QStringLiteral("mkdir -p lib mem/Pop mem/sfx mem/x/Bridge"));
@@ -166,15 +168,23 @@ void tst_CliTransfer::refuses()
 
 void tst_CliTransfer::refusesTheSystemDisk()
 {
-    const QFileInfo system(QStringLiteral("/usr/share"));
-    if (!system.isDir())
+#ifdef TARVEL4_WINDOWS_CLI
+    const QString onSystemDisk = QStringLiteral("C:/users"); // a folder of the drive with WINDOWS
+    const QString folder = qEnvironmentVariable("WINEPREFIX") + QLatin1String("/drive_c/users");
+    QVERIFY(QFileInfo(folder).isDir());
+#else
+    const QString onSystemDisk = QStringLiteral("/usr/share");
+    if (!QFileInfo(onSystemDisk).isDir())
         QSKIP("there is no /usr/share here");
-    const Run run = Program(m_folder->path())
-                        .shell(QStringLiteral("\"$cli\" transfer --to /usr/share lib/a.mid"));
+    const QString folder = onSystemDisk;
+#endif
+    const Run run =
+        Program(m_folder->path())
+            .shell(QStringLiteral("\"$cli\" transfer --to %1 lib/a.mid").arg(onSystemDisk));
     QCOMPARE(run.out, QByteArray());
     QVERIFY(!run.err.isEmpty());
     QCOMPARE(run.status, 3);
-    QVERIFY(!QFile::exists(QStringLiteral("/usr/share/a.mid")));
+    QVERIFY(!QFile::exists(folder + QStringLiteral("/a.mid")));
 }
 
 void tst_CliTransfer::saysWhichSongFailed_data()

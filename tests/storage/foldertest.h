@@ -4,6 +4,7 @@
 #include "tests/songs/songbytes.h"
 #include "tests/storage/failingdisk.h"
 #include "tests/storage/table.h"
+#include "tests/storage/unixfile.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

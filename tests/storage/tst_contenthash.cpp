@@ -2,8 +2,6 @@
 
 #include "tests/storage/foldertest.h"
 
-#include <sys/stat.h>
-
 using namespace tarvel4;
 using namespace SongBytes;
 
@@ -53,11 +51,12 @@ private Q_SLOTS:
     void whatCantBeReadHasNoHash()
     {
         const auto [what, code] = cells<QString, QString>();
+        SKIP_WITHOUT_UNIX(what == "fifo"_s, "FIFO");
         const QString file = path("a.mid");
         if (what == "folder"_s)
             QVERIFY(QDir().mkdir(file));
         if (what == "fifo"_s)
-            QCOMPARE(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
+            QVERIFY(UnixFile::makeFifo(file));
         Outcome outcome;
         QVERIFY(ContentHash::ofFile(file, outcome).isEmpty());
         QCOMPARE(outcome.codeName(), code);
