@@ -1,11 +1,12 @@
 # For a build for another system: what of the same tree runs on this one. That makes the catalogue, and it is the tests that
-# run the command line from a shell (tests/program), which then is the other system's under its emulator.
+# run the command line from a shell (tests/program), which then is the other system's under its emulator, and the command line
+# that it is compared with.
 include(ExternalProject)
 
 set(TARVEL4_HOST_BUILD "${PROJECT_BINARY_DIR}/host")
 set(host_targets make_catalogue)
 if(TARVEL4_BUILD_TESTS)
-  list(APPEND host_targets program_tests)
+  list(APPEND host_targets program_tests tarvel4soft-cli)
 endif()
 ExternalProject_Add(host_tools
   SOURCE_DIR "${PROJECT_SOURCE_DIR}"
