@@ -5,6 +5,7 @@
 #include "ui/editmanydialog.h"
 #include "ui/elidedlabel.h"
 #include "ui/previewdialog.h"
+#include "ui/reportpanel.h"
 #include "ui/stepbutton.h"
 
 #include <QCheckBox>
@@ -238,18 +239,29 @@ private Q_SLOTS:
         resize(*m_window, size);
         resize(*m_window, size); // a low window has no pictures, but needs their room until then
         QCOMPARE(Look::at(*m_window), QString());
-        import(threeSongs());
+        using namespace SongBytes;
+        import(threeSongs() << TestFiles::write(
+                   path("songs/d.mid"),
+                   midi0(meta(3, "Con marker") + meta(2, "(c) K-VARO") + marker(1, "Intro"))));
         QCOMPARE(Look::at(*m_window), QString());
-        table()->setCurrentIndex(model()->index(0, Title));
+        table()->setCurrentIndex(model()->index(3, Title));
         trigger("actionListen");
-        QVERIFY(find<QWidget>("listenStrip")->isVisible());
+        QVERIFY(find<QWidget>("listenMarksButton")->isVisible());
         QCOMPARE(Look::at(*m_window), QString());
-        QVERIFY(m_window->width() <= size.width());
+        QVERIFY(m_window->minimumSizeHint().width() <= size.width());
         m_driver->click<BackupDialog>("exitPushButton");
         QFile::remove(path("songs/c.mid"));
         press("updateDataToolButton");
         QCoreApplication::processEvents();
         QVERIFY(find<QWidget>("reportPanel")->isVisible());
+        QCOMPARE(Look::at(*m_window), QString());
+        JobReport report(JobReport::Job::Synchronise); // with a longer heading
+        for (const auto group : {JobReport::Group::Unreadable, JobReport::Group::NotFound,
+                                 JobReport::Group::Refused, JobReport::Group::Updated})
+            report.add(SongOutcome(), group);
+        find<ReportPanel>("reportPanel")->setReport(report);
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
         QCOMPARE(Look::at(*m_window), QString());
         QVERIFY2(m_window->height() <= size.height(), QByteArray::number(m_window->height()));
     }
