@@ -5,8 +5,8 @@
 namespace tarvel4 {
 
 /**
- * Shows one line of plain text, shortened, in its middle by default, where it does not fit, so that no file
- * name stretches a dialog off the screen; the tool tip then holds it whole.
+ * Shows one line of plain text, shortened where it does not fit, in its middle by default, so that
+ * no file name stretches a dialog off the screen; the tool tip then holds it whole.
  */
 class ElidedLabel : public QLabel
 {

@@ -218,7 +218,6 @@ private:
         QTest::keyClick(table, Qt::Key_Delete);
     }
 
-    /** The dialogs about the card, which the transfer has prepared. */
     void memory()
     {
         UserSettings::setMediaRoot(m_card);

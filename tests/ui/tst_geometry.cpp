@@ -260,9 +260,7 @@ private Q_SLOTS:
                                  JobReport::Group::Refused, JobReport::Group::Updated})
             report.add(SongOutcome(), group);
         find<ReportPanel>("reportPanel")->setReport(report);
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
-        QCOMPARE(Look::at(*m_window), QString());
+        QTRY_COMPARE(Look::at(*m_window), QString());
         QVERIFY2(m_window->height() <= size.height(), QByteArray::number(m_window->height()));
     }
 
