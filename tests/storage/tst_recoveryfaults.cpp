@@ -80,6 +80,34 @@ private Q_SLOTS:
         QCOMPARE(recover(journal), QStringList());
     }
 
+    void aCardThatCameBackUnderAnotherPathIsLeftAsItIs_data()
+    {
+        const Table<bool, QString, QByteArray> row;
+        row("until it has its old path again", false, "4 a.mid ", oldSong);
+        row("and for good where its song was edited there", true, "6 a.mid ",
+            "SONG as it was edited there");
+    }
+    void aCardThatCameBackUnderAnotherPathIsLeftAsItIs()
+    {
+        const auto [isEdited, result, left] = cells<bool, QString, QByteArray>();
+        QVERIFY(QDir().mkdir(path("card")));
+        const QString file = write(path("card/a.mid"), oldSong);
+        const QString elsewhere = path("card 2/a.mid");
+        Journal journal(journalFolder());
+        noteAndDie(journal, file, Way::InPlace, newSong);
+        write(file, tornSong);
+        QVERIFY(QDir().rename(path("card"), path("card 2")));
+        QCOMPARE(recover(journal), QStringList("5 a.mid not-found"_s));
+        QCOMPARE(read(elsewhere), tornSong);
+        if (isEdited)
+            QVERIFY(save(journal, elsewhere, left));
+        QCOMPARE(recover(journal), QStringList());
+        QVERIFY(QDir().rename(path("card 2"), path("card")));
+        QCOMPARE(recover(journal), QStringList(result));
+        QCOMPARE(read(file), left);
+        QCOMPARE(recover(journal), QStringList());
+    }
+
     void aRecoveryThatIsCutShortIsMadeGood_data()
     {
         Table<bool, QByteArray, QByteArray, bool>();
