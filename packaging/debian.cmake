@@ -38,6 +38,7 @@ if(CMAKE_INSTALL_PREFIX STREQUAL "/usr" AND GZIP)
   configure_file(changelog.Debian.in changelog.Debian @ONLY)
   execute_process(COMMAND "${GZIP}" -9nkf changelog.Debian WORKING_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}")
   install(FILES "${CMAKE_CURRENT_BINARY_DIR}/changelog.Debian.gz" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" RENAME changelog.gz)
+  install(FILES lintian-overrides DESTINATION "${CMAKE_INSTALL_DATADIR}/lintian/overrides" RENAME ${name})
 endif()
 
 include(CPack)
