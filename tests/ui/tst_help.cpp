@@ -176,7 +176,7 @@ private Q_SLOTS:
             const QString target = link.next().captured(1);
             QCOMPARE(page.count(text("<a name=\"%1\"></a>").arg(target)), 1);
         }
-        const int chapters = page.count(text("<h2>"));
+        const int chapters = static_cast<int>(page.count(text("<h2>")));
         QVERIFY(chapters > 10);
         QCOMPARE(links, chapters); // each is in the contents, once
     }
@@ -350,7 +350,7 @@ private:
 
     static int countOf(const HelpView &view, const QString &words)
     {
-        return view.toPlainText().count(words, Qt::CaseInsensitive);
+        return static_cast<int>(view.toPlainText().count(words, Qt::CaseInsensitive));
     }
 };
 
