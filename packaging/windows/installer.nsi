@@ -203,7 +203,14 @@ Section Uninstall
   DeleteRegKey SHCTX "${APPLICATION}"
   DeleteRegKey SHCTX "Software\${NAME}"
   DeleteRegValue SHCTX "Software\RegisteredApplications" "${NAME}"
-  DeleteRegKey /ifempty SHCTX "Software\RegisteredApplications"
   !insertmacro tellTypesChanged
   DeleteRegKey SHCTX "${UNINSTALL}"
+
+  ; what others use as well, where nobody does
+  RMDir "$LOCALAPPDATA\Programs"
+  DeleteRegKey /ifempty SHCTX "Software\Classes\Applications"
+  DeleteRegKey /ifempty SHCTX "Software\RegisteredApplications"
+  ${If} $MultiUser.InstallMode == CurrentUser ; Windows itself makes the other
+    DeleteRegKey /ifempty HKCU "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+  ${EndIf}
 SectionEnd
