@@ -118,6 +118,7 @@ void HelpDialog::search(HelpView::Direction direction, bool goesOn)
     if (answer == ui->foundLabel->text())
         return;
     ui->foundLabel->setText(answer);
+    ui->foundLabel->setVisible(!isFound);
     QAccessibleEvent told(ui->foundLabel, QAccessible::Alert); // the focus is elsewhere
     if (!isFound)
         QAccessible::updateAccessibility(&told);

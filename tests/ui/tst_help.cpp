@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QTextBlock>
+#include <QToolButton>
 #include <QTranslator>
 #include <QXmlStreamReader>
 
@@ -294,6 +295,8 @@ private Q_SLOTS:
         auto *view = child<HelpView>(dialog, "textBrowser");
         auto *field = child<QLineEdit>(dialog, "searchLineEdit");
         QVERIFY(view->hasFocus()); // arrows and Page Down read on at once
+        const auto *next = child<QToolButton>(dialog, "nextToolButton");
+        QCOMPARE(next->geometry().right(), view->geometry().right()); // nothing found fails yet
         field->setFocus();
         typeText(field, text("zzz"));
         QTest::keyClick(field, Qt::Key_Escape);
