@@ -80,7 +80,7 @@ DataEditDialog::~DataEditDialog() = default;
 
 QSize DataEditDialog::sizeHint() const
 {
-    constexpr int moreLetters = 6; // than the rows need
+    constexpr int moreLetters = 8; // than the rows need
     return QDialog::sizeHint() + QSize(fontMetrics().averageCharWidth() * moreLetters, 0);
 }
 

@@ -1,5 +1,6 @@
 #include "ui/previewdialog.h"
 
+#include "ui/lastcolumn.h"
 #include "ui/previewmodel.h"
 #include "ui_previewdialog.h"
 
@@ -22,7 +23,7 @@ PreviewDialog::PreviewDialog(const JobReport &plan, Next next, QWidget *parent)
     list->verticalHeader()->hide();
     list->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     list->horizontalHeader()->setHighlightSections(false);
-    list->horizontalHeader()->setStretchLastSection(true);
+    new LastColumn(*list);
     list->setFocus();
     if (m_model->rowCount() > 0)
         list->setCurrentIndex(m_model->index(0, 0));
@@ -47,20 +48,38 @@ void PreviewDialog::showEvent(QShowEvent *event)
         fitColumns();
 }
 
-/** No text takes so much that the new value, which has what is left, is not seen. */
+/**
+ * No text takes so much that the new value, which has what is left, is not seen. Where even a fifth
+ * for each is too much, they give up what their headings leave.
+ */
 void PreviewDialog::fitColumns()
 {
     QTableView *list = ui->previewTableView;
-    const int most = list->viewport()->width() / PreviewModel::ColumnCount;
-    list->horizontalHeader()->setMinimumSectionSize(
-        list->horizontalHeader()->sectionSizeHint(PreviewModel::After));
-    for (const int column :
-         {PreviewModel::Song, PreviewModel::Result, PreviewModel::Field, PreviewModel::Before}) {
+    QHeaderView &header = *list->horizontalHeader();
+    const int room = list->viewport()->width();
+    const int most = room / PreviewModel::ColumnCount;
+    const int last = header.sectionSizeHint(PreviewModel::After);
+    int excess = qMax(most, last) - room;
+    int spare = 0;
+    const std::initializer_list<int> others{PreviewModel::Song, PreviewModel::Result,
+                                            PreviewModel::Field, PreviewModel::Before};
+    for (const int column : others) {
+        const int least = header.sectionSizeHint(column);
         list->resizeColumnToContents(column);
-        list->setColumnWidth(column,
-                             qMin(list->columnWidth(column),
-                                  qMax(most, list->horizontalHeader()->sectionSizeHint(column))));
+        const int width = qMin(list->columnWidth(column), qMax(most, least));
+        list->setColumnWidth(column, width);
+        excess += width;
+        spare += width - least;
     }
+    excess = qMin(excess, spare);
+    for (const int column : others) {
+        if (excess <= 0)
+            break;
+        const int width = list->columnWidth(column);
+        const int given = (width - header.sectionSizeHint(column)) * excess;
+        list->setColumnWidth(column, width - (given + spare - 1) / spare);
+    }
+    list->setColumnWidth(PreviewModel::After, last);
 }
 
 } // namespace tarvel4

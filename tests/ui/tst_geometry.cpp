@@ -36,9 +36,9 @@ std::unique_ptr<QWidget> makePreview()
     for (const SongResult result :
          {SongResult::Updated, SongResult::NotFound, SongResult::Refused}) {
         SongOutcome song;
-        song.path = text("/songs/%1.mid").arg(static_cast<int>(result));
+        song.path = text("/songs/Santa Lucia %1.mid").arg(static_cast<int>(result));
         song.result = result;
-        song.changes = {{text("title"), text("a"), text("b")}};
+        song.changes = {{text("title"), text("Santa Lucia"), text("Santa Lucia luntana")}};
         plan.add(song);
     }
     plan.finish({});
@@ -160,6 +160,19 @@ private:
             room(label, label.fontMetrics().height(), label.height());
         else
             room(label, label.sizeHint(), label.size());
+        if (label.buddy() && label.text().contains(QLatin1Char('&')) && !label.wordWrap())
+            room(label, drawnWidth(label), label.contentsRect().width());
+    }
+
+    /** A letter that is underlined is drawn apart from those beside it, without kerning. */
+    static int drawnWidth(const QLabel &label)
+    {
+        const int mark = label.text().indexOf(QLatin1Char('&'));
+        int width = 0;
+        for (const QString &part :
+             {label.text().left(mark), label.text().mid(mark + 1, 1), label.text().mid(mark + 2)})
+            width += label.fontMetrics().horizontalAdvance(part);
+        return width;
     }
 
     void sections(const QHeaderView &header)
@@ -217,6 +230,40 @@ private Q_SLOTS:
             const bool isNeedless = !isSmall && bar->orientation() == Qt::Horizontal;
             QVERIFY2(!isNeedless || !bar->isVisible(), qPrintable(nameOf(*bar->parentWidget())));
         }
+    }
+
+    void editorHasItsFieldsBelowEachOther_data() { languages(); }
+    void editorHasItsFieldsBelowEachOther()
+    {
+        const auto [language] = cells<QString>();
+        speak(language);
+        DataEditDialog dialog;
+        SongInfo song;
+        song.filename = text("/home/a/a.mid");
+        song.format = text("MIDI");
+        dialog.setSong(song);
+        dialog.setKeys(strings({"Bb", "F#-"}));
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        const auto left = [&dialog](const char *name) {
+            return child<QWidget>(dialog, name)->mapTo(&dialog, QPoint()).x();
+        };
+        for (const char *below : {"radioButtonTitle1", "authorLineEdit", "lenMmLineEdit"})
+            QCOMPARE(left(below), left("titleLineEdit"));
+    }
+
+    void previewHasItsColumnsInSight_data() { languages(); }
+    void previewHasItsColumnsInSight()
+    {
+        const auto [language] = cells<QString>();
+        speak(language);
+        const auto dialog = makePreview();
+        dialog->resize(smallScreen);
+        dialog->show();
+        QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
+        QCOMPARE(Look::at(*dialog), QString());
+        QVERIFY(
+            !child<QTableView>(*dialog, "previewTableView")->horizontalScrollBar()->isVisible());
     }
 
     void window_data()
@@ -283,6 +330,13 @@ protected:
     }
 
 private:
+    static void languages()
+    {
+        const Table<QString> row;
+        for (const QString &language : strings({"it", "en"}))
+            row(qPrintable(language), language);
+    }
+
     void speak(const QString &language)
     {
         settings().setValue(text("language"), language);
