@@ -361,7 +361,8 @@ private:
 
 } // namespace
 
-/** screenshots FOLDER SONGS it|en light|dark: pictures of the window and its dialogs. */
+/** screenshots FOLDER SONGS it|en light|dark: pictures, with SONGS in ./Musica and a card in ./Card
+ */
 int main(int argc, char *argv[])
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -369,7 +370,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     MessageLog::silence();
     // for the settings, the journal and the catalogue of this run
-    QTemporaryDir home(QDir::temp().filePath(text("Music-XXXXXX")));
+    QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
     const QApplication app(argc, argv);
@@ -379,13 +380,12 @@ int main(int argc, char *argv[])
         return EXIT_FAILURE;
     }
     const QString folder = QDir(arguments.at(1)).absolutePath();
-    const QString songs = QDir(home.path()).filePath(text("Songs"));
+    const QString songs = QDir::current().filePath(text("Musica"));
     QDir().mkpath(folder);
     QDir().mkpath(songs);
     const QStringList songFiles{text("*.m*"), text("*.kar"), text("*.cdg")};
     for (const QFileInfo &song : QDir(arguments.at(2)).entryInfoList(songFiles, QDir::Files))
         QFile::copy(song.filePath(), songs + QLatin1Char('/') + song.fileName());
-    QDir::setCurrent(home.path());
 
     settings().setValue(text("language"), arguments.at(3));
     QTranslator translator;
