@@ -41,6 +41,12 @@ IndexDialog::IndexDialog(QWidget *parent, const DiskCheckTimings &timings)
     ui->checkDiskCheckBox->setEnabled(ui->rebuildRadioButton->isChecked()); // an update ignores it
     connect(ui->rebuildRadioButton, &QAbstractButton::toggled, ui->checkDiskCheckBox,
             &QWidget::setEnabled);
+    QPlainTextEdit *report = ui->reportPlainTextEdit;
+    report->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // one line has no room where low
+    connect(report, &QPlainTextEdit::textChanged, report, [report] {
+        report->setVerticalScrollBarPolicy(report->document()->isEmpty() ? Qt::ScrollBarAlwaysOff
+                                                                         : Qt::ScrollBarAsNeeded);
+    });
     resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10)); // the report needs its room
 }
 

@@ -11,6 +11,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -230,6 +231,8 @@ private Q_SLOTS:
             const bool isNeedless = !isSmall && bar->orientation() == Qt::Horizontal;
             QVERIFY2(!isNeedless || !bar->isVisible(), qPrintable(nameOf(*bar->parentWidget())));
         }
+        for (const QPlainTextEdit *page : dialog->findChildren<QPlainTextEdit *>())
+            QVERIFY(!page->verticalScrollBar()->isVisible()); // nothing is told yet
     }
 
     void editorHasItsFieldsBelowEachOther_data() { languages(); }
