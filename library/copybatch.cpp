@@ -34,7 +34,7 @@ bool isRunning(qint64 pid)
 #ifdef Q_OS_WIN
     const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(pid));
     if (!process)
-        return false;
+        return GetLastError() == ERROR_ACCESS_DENIED; // another user's
     const bool running = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
     CloseHandle(process);
     return running;

@@ -55,7 +55,7 @@ QStringList systemFolders()
 
 QString SystemVolume::rootOf(const QString &path) const
 {
-    return path.left(driveRootLength);
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath()).left(driveRootLength);
 }
 
 bool SystemVolume::isRootFolder(const QString &path) const

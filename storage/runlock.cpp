@@ -31,10 +31,11 @@ RunLock::RunLock(const QString &path)
 
 RunLock::~RunLock()
 {
-    if (m_isHeld)
-        QFile::remove(m_path);
+    const bool isThere = m_isHeld && !QFile::remove(m_path);
     QSqlDatabase::database(m_connection, false).close();
     QSqlDatabase::removeDatabase(m_connection);
+    if (isThere) // Windows removes no file that is open, neither here nor in another program
+        QFile::remove(m_path);
 }
 
 QString RunLock::newName()

@@ -62,6 +62,19 @@ private:
         return false;
 #endif
     }
+
+    /** Of a program that runs. */
+    qint64 pidOfAnother()
+    {
+#ifdef Q_OS_UNIX
+        return 1;
+#else
+        m_other.start(text("cmd"), {});
+        return m_other.waitForStarted() ? m_other.processId() : 0;
+#endif
+    }
+
+    QProcess m_other;
 };
 
 void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
@@ -69,6 +82,8 @@ void tst_CopyBatch::namesThatDifferInCaseAreNotStagedTogether()
     // On a card the first must have its name before the second looks whether it is there.
     const QStringList files{TestFiles::write(source(text("1/s.mid")), "first"),
                             TestFiles::write(source(text("2/S.MID")), "second")};
+    if (QFile::exists(source(text("1/S.MID"))))
+        QSKIP("names do not keep case apart here");
     FailingDisk disk;
     disk.cause = Outcome::Code::NoRoom;
     QVERIFY(copy(files, disk).isComplete());
@@ -117,7 +132,8 @@ void tst_CopyBatch::leftovers_data()
     const qint64 own = QCoreApplication::applicationPid();
     QTest::newRow("of a copier that is gone") << text(".tarvel4soft-2147483646-0.part") << false;
     QTest::newRow("of this process") << text(".tarvel4soft-%1-7.part").arg(own) << false;
-    QTest::newRow("of a copier that is at work") << text(".tarvel4soft-1-0.part") << true;
+    QTest::newRow("of a copier that is at work")
+        << text(".tarvel4soft-%1-0.part").arg(pidOfAnother()) << true;
     QTest::newRow("a name that only resembles ours") << text(".tarvel4soft-x-0.part") << true;
     QTest::newRow("another name with a point") << text(".hidden") << true;
     QTest::newRow("a song") << text("tarvel4soft-2147483646-0.part.mid") << true;

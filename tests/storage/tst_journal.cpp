@@ -30,8 +30,8 @@ private Q_SLOTS:
         row("of a new file beside the song", "a.mp3", true, QByteArray("oldtag+audio"),
             QByteArray("newertag+audio"));
         row("of a song whose name has quotes, accents and blanks",
-            QString::fromUtf8("l'\"Città\" % è? ñ.mid"), false, QByteArray("old"),
-            QByteArray("new"));
+            QString::fromUtf8(UnixFile::isHere ? "l'\"Città\" % è? ñ.mid" : "l'Città % è ñ.mid"),
+            false, QByteArray("old"), QByteArray("new"));
     }
     void whatIsNotedComesBack()
     {
@@ -77,6 +77,7 @@ private Q_SLOTS:
 
     void aSongBehindALinkIsNotedByItsOwnName()
     {
+        SKIP_WITHOUT_UNIX(true, "links that Qt makes");
         const QString file = write(path("a.mid"), "old");
         QVERIFY(QFile::link(file, path("link.mid")));
         QCOMPARE(JournalEntry::of(path("link.mid"), {}, 3).path,
@@ -105,6 +106,7 @@ private Q_SLOTS:
     }
     void theJournalIsItsOwnersAlone()
     {
+        SKIP_WITHOUT_UNIX(true, "permissions by mode bits");
         const auto [mode] = cells<int>();
         if (mode != 0) {
             QVERIFY(QDir().mkdir(journalFolder()));
