@@ -1,4 +1,5 @@
 #include "tests/program/programtest.h"
+#include "tests/program/unixrows.h"
 
 using namespace tarvel4;
 using namespace Fixtures;
@@ -11,6 +12,7 @@ class tst_CliExtract : public ProgramTest
 private Q_SLOTS:
     void init()
     {
+        SKIP_ROWS_WITHOUT_WINDOWS();
         makeFolder();
         write("a.mid", wholeSong());
         for (const QString &song : sampleSongs().filter(QRegularExpression("mf[345]$"_s)))

@@ -1,4 +1,5 @@
 #include "tests/program/historytest.h"
+#include "tests/program/unixrows.h"
 
 #include <QDateTime>
 #include <QSqlDatabase>
@@ -17,6 +18,7 @@ class tst_CliHistory : public HistoryTest
 private Q_SLOTS:
     void init()
     {
+        SKIP_ROWS_WITHOUT_WINDOWS();
         makeFolder("s old");
         for (const char *name : {"s/a.mid", "s/b.mid", "s/c.mid", "old/a.mid"})
             write(name, wholeSong());

@@ -1,4 +1,5 @@
 #include "tests/program/programtest.h"
+#include "tests/program/unixrows.h"
 
 using namespace tarvel4;
 using namespace Fixtures;
@@ -11,6 +12,7 @@ class tst_CliList : public ProgramTest
 private Q_SLOTS:
     void init()
     {
+        SKIP_ROWS_WITHOUT_WINDOWS();
         makeFolder("mem/Pop none");
         const auto song = [](const char *title, const char *artist) {
             return midi(meta(0x03, title) + songInfo(2, artist));

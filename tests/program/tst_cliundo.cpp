@@ -1,4 +1,5 @@
 #include "tests/program/historytest.h"
+#include "tests/program/unixrows.h"
 
 #include <QElapsedTimer>
 
@@ -13,6 +14,7 @@ class tst_CliUndo : public HistoryTest
 private Q_SLOTS:
     void init()
     {
+        SKIP_ROWS_WITHOUT_WINDOWS();
         makeFolder("s old");
         for (const char *name : {"s/a.mid", "s/b.mid", "s/c.mid"})
             write(name, wholeSong());
@@ -85,7 +87,9 @@ void tst_CliUndo::givesEveryByteBack()
         for (auto song = now.begin(); song != now.end(); ++song)
             QVERIFY2(*song == expected.value(song.key()), qPrintable(song.key()));
     }
+#ifndef TARVEL4_WINDOWS_CLI // which keeps no modes
     QCOMPARE(shell("stat -c %a s/a.mid s/both.mp3").out, QByteArray("640\n640\n"));
+#endif
 }
 
 void tst_CliUndo::writesARecordForEachSong()
@@ -299,7 +303,12 @@ void tst_CliUndo::keepsLinks()
 void tst_CliUndo::givesEveryByteBackAfterKills()
 {
     makeSongs();
-    for (int i = 0; i < 500; ++i) {
+#ifdef TARVEL4_WINDOWS_CLI // each call of the system's takes longer under wine
+    constexpr int count = 150;
+#else
+    constexpr int count = 500;
+#endif
+    for (int i = 0; i < count; ++i) {
         const QByteArray song = midi(meta(3, QByteArray("Song ") + QByteArray::number(i))
                                      + meta(1, QByteArray(i % 120, 'x')));
         const QByteArray mp3 = QByteArray::fromHex("FFFB9000") + QByteArray(1000 + i, 'x');

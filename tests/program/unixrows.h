@@ -23,6 +23,7 @@ inline const char *whyNotOnWindows(const char *function, const char *row)
     constexpr const char *noName = "Windows has no such name";
     constexpr const char *bytes = "the words of Windows are no bytes";
     constexpr const char *signal = "Windows has no such signal";
+    constexpr const char *terminal = "wine shows a console of its own on a terminal";
     static const Row rows[] = {
         {"printsJson", "a name with quotes", noName},
         {"refusesPaths", "a name that is not UTF-8", noName},
@@ -53,6 +54,30 @@ inline const char *whyNotOnWindows(const char *function, const char *row)
         {"saysWhichSongFailed", "a song that has vanished meanwhile", trace},
         {"saysWhichSongFailed", "a song on a dying disk", trace},
         {"finishesTheRecordInHandOnATerminationSignal", "", signal},
+        {"leavesABackgroundJobAlone", "", signal},
+        {"showsProgressInOneLine", "", terminal},
+        {"asksAboutSongsOfOthers", "", terminal},
+        {"asksBeforeItReplacesASong", "", terminal},
+        {"asksWhichOfTwoSongsABackupHolds", "", terminal},
+        {"writesEachRecordAtOnce", "", terminal},
+        {"listsTitlesWithoutTheirEscapeSequences", "", terminal},
+        {"coloursWhereTheyAreWelcome", "", terminal},
+        {"refuses", "a target that is a FIFO", fifo},
+        {"refuses", "a target that is a device", "Windows has no devices among its files"},
+        {"refuses", "full disk", limit},
+        {"addsTheSystemsOwnWords", "above the limit", limit},
+        {"addsTheSystemsOwnWords", "without the option", limit},
+        {"refuses", "a disk that fills up", limit},
+        {"neverOverwrites", "a link that leads nowhere", link},
+        {"neverOverwrites", "a FIFO", fifo},
+        {"leavesAloneWhatItCannotGiveBack", "a FIFO", fifo},
+        {"keepsLinks", "symbolic link", link},
+        {"keepsLinks", "both links", link},
+        {"isTheUsersOwn", "", "Windows keeps no modes; a user's folder is the user's own there"},
+        {"readingChangesNothing", "a killed run", trace},
+        {"showsTwoProgramsAtOnce", "", trace},
+        {"saysWhatAnInterruptedRunLeft", "", trace},
+        {"reportsABuild", "a file that can't be written", limit},
     };
     for (const Row &known : rows) {
         if (std::strcmp(known.function, function) == 0 && std::strstr(row ? row : "", known.part))
