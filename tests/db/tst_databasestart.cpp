@@ -99,6 +99,9 @@ private Q_SLOTS:
 
     void temporaryFileThatCanNotBeMade()
     {
+#ifdef Q_OS_WIN
+        QSKIP("Windows asks its own variables, once");
+#endif
         const QByteArray folder = qgetenv("TMPDIR");
         qputenv("TMPDIR", QFile::encodeName(m_catalogue)); // a file, in which no other can be made
         const MessageCapture log;

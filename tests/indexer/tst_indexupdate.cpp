@@ -138,6 +138,7 @@ private Q_SLOTS:
         memory.putMidi(before, "kept");
         QVERIFY(Index().rebuild(memory.root()));
         QVERIFY(QFile::remove(memory.path(before)));
+        QDir().rmdir(QFileInfo(memory.path(before)).path()); // but for the root, which is not empty
         memory.putMidi(after, "fresh"); // with the date and time of the old one
         Index index;
         QVERIFY(index.update(memory.root()));

@@ -94,6 +94,8 @@ private Q_SLOTS:
         MemoryFixture memory;
         for (const QString &file : files)
             memory.put(file, "x");
+        if (files.contains("/POP/a.mid"_s) && QFile::exists(memory.path("/pop/a.mid"_s)))
+            QSKIP("names do not keep case apart here");
         const Told told(memory);
         QVERIFY(told.isListed);
         QCOMPARE(told.paths(), songs);

@@ -227,6 +227,7 @@ void tst_CopyFaults::aSourceThatChangesWhileCopiedFails_data()
 void tst_CopyFaults::aSourceThatChangesWhileCopiedFails()
 {
     QFETCH(QByteArray, changed);
+    SKIP_WITHOUT_UNIX(changed.isEmpty(), "way to remove a file that a program has open like that");
     const QString song = TestFiles::write(source(text("a.mid")), "first text");
     TestFiles::setModified(song, QDateTime::currentDateTime().addSecs(-60));
     TestFiles::write(target(text("a.mid")), oldBytes);

@@ -179,7 +179,8 @@ void tst_MessageLog::fatalMessageEndsTheProcess()
     process.setWorkingDirectory(m_dir->path());
     process.start(QCoreApplication::applicationFilePath(), {handler});
     QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(process.exitStatus() == QProcess::CrashExit, UnixFile::isHere);
+    QVERIFY(UnixFile::isHere || process.exitCode() == 3); // as abort() ends there
     QCOMPARE(logged.isEmpty(), !QFileInfo(text("log.txt")).isFile());
     if (!logged.isEmpty())
         QCOMPARE(log().mid(stampLength), logged);

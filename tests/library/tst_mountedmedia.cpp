@@ -16,6 +16,11 @@ private Q_SLOTS:
     void mediumRoots_data()
     {
         const Table<bool> row;
+#ifdef Q_OS_WIN
+        row("E:/", true);
+        row("C:/", false); // the system's
+        row("c:/", false);
+#else
         row("/media/anna/CARD", true);
         row("/run/media/anna/CARD", true);
         row("/Volumes/CARD", true);
@@ -25,6 +30,7 @@ private Q_SLOTS:
         row("/boot/efi", false);
         row("/mediathek", false);
         row("/srv/media/anna", false);
+#endif
     }
     void mediumRoots()
     {

@@ -68,7 +68,8 @@ private Q_SLOTS:
                 const QString file = write(path(QString::number(i) + ".mid"_s), midi0());
                 edit(saves, file, [](SongInfo &info) { info.title = "New"_s; });
             }
-            QVERIFY(m_told.size() >= SaveBatch::mostSongs); // a full batch is written by itself
+            // A full batch is written by itself; on a slow disk its age makes it full.
+            QVERIFY(m_told.size() > songs - SaveBatch::mostSongs);
             QCOMPARE(titleIn(path("0.mid")), "New"_s);
         }
         QCOMPARE(m_told.size(), songs);
@@ -100,6 +101,7 @@ private Q_SLOTS:
     void whatLiesUnderTheNeededNameIsPutInOrderFirst()
     {
         QFETCH(bool, isLink);
+        SKIP_WITHOUT_UNIX(isLink, "links that Qt makes");
         const QString file = write(path("a.mp3"), songOf("mp3"_s));
         write(Recovery::recoveryPathOf(file), songOf("mp3"_s));
         FailingDisk disk;

@@ -2,6 +2,7 @@
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
 #include "tests/storage/table.h"
+#include "tests/storage/unixfile.h"
 
 #include <QTemporaryDir>
 
@@ -22,7 +23,8 @@ private Q_SLOTS:
         for (const char *name : {"b.mid", "a.MP3", "notes.txt", "below/d.kar", "below/c.mf3",
                                  ".hidden.mid", "other/e.mid"})
             write(path(text(name)), "");
-        QVERIFY(QFile::link(path(text("gone")), path(text("other/lost.mid"))));
+        if (UnixFile::isHere)
+            QVERIFY(QFile::link(path(text("gone")), path(text("other/lost.mid"))));
     }
 
     void selections_data()
@@ -34,7 +36,7 @@ private Q_SLOTS:
             strings({"notes.txt", "b.mid", "none.mid"}), {});
         row("files and folders, in their order", strings({"below", "b.mid", "other"}),
             strings({"below/c.mf3", "below/d.kar", "b.mid", "other/e.mid"}),
-            strings({"other/lost.mid"}));
+            UnixFile::isHere ? strings({"other/lost.mid"}) : QStringList());
         row("what is named twice is taken once",
             strings({"b.mid", "below/d.kar", "below", "b.mid"}),
             strings({"b.mid", "below/d.kar", "below/c.mf3"}), {});

@@ -3,6 +3,7 @@
 #include "tests/library/transferfixture.h"
 #include "tests/storage/failingdisk.h"
 #include "tests/storage/tmpfsmount.h"
+#include "tests/storage/unixfile.h"
 
 #include <QtTest>
 
@@ -196,12 +197,13 @@ void tst_TransferEnd::whatTheIndexCantTakeInIsAFailure()
 {
     QFETCH(QByteArray, name);
     QFETCH(QString, error);
+    SKIP_WITHOUT_UNIX(name.contains('\xFF'), "names that are no text");
     const QByteArray lost = QFile::encodeName(card()) + name;
     QVERIFY(QDir().mkpath(QString::fromLatin1(lost.left(lost.lastIndexOf('/')))));
     std::FILE *const file = std::fopen(lost.constData(), "w"); // Qt can't say each of these names
     QVERIFY(file && std::fclose(file) == 0);
     const TransferSummary summary = transfer({song("a.mid")}, card());
-    QCOMPARE(std::remove(lost.constData()), 0);
+    QVERIFY(std::remove(lost.constData()) == 0 || QFile::remove(QFile::decodeName(lost)));
     QVERIFY(summary.result == Result::Failed);
     QVERIFY(!summary.index.hasFailed && summary.index.isPrepared);
     QCOMPARE(summary.index.errors.size(), 1);

@@ -1,5 +1,6 @@
 #include "tests/songs/songfixture.h"
 #include "tests/storage/tmpfsmount.h"
+#include "tests/storage/unixfile.h"
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -117,6 +118,8 @@ private Q_SLOTS:
         QFETCH(Outcome::Code, cause);
         QFETCH(QString, code);
         QFETCH(QString, line);
+        if (!UnixFile::isHere && suffix == "mid"_s && failAt > 1)
+            failAt += 2; // where no call reserves room, it is had by a write and a flush
         QByteArray old = songOf(suffix);
         if (suffix == "mp3"_s)
             old += QByteArray(2 << 20, 'x'); // three blocks are copied

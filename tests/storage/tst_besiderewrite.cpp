@@ -1,4 +1,5 @@
 #include "tests/songs/songfixture.h"
+#include "tests/storage/unixfile.h"
 
 using namespace tarvel4;
 using namespace SongBytes;
@@ -50,15 +51,17 @@ private Q_SLOTS:
         const auto [bytes] = cells<QByteArray>();
         const QString file = write(path("song.mp3"), songOf("mp3"_s));
         write(path("song.tmp"), bytes);
-        QVERIFY(QFile::link(path("nowhere"), path("song.1.tmp")));
+        if (UnixFile::isHere)
+            QVERIFY(QFile::link(path("nowhere"), path("song.1.tmp")));
         MetaSong song = imported(file);
         setTitle(song, "New"_s);
         QVERIFY(song.saveToFile(file));
         QCOMPARE(titleIn(file), "New"_s);
         QVERIFY(read(file).endsWith(audio(600)));
         QCOMPARE(read(path("song.tmp")), bytes);
-        QVERIFY(QFileInfo(path("song.1.tmp")).isSymLink());
-        QCOMPARE(names(), words("song.1.tmp song.mp3 song.tmp"));
+        QCOMPARE(QFileInfo(path("song.1.tmp")).isSymLink(), UnixFile::isHere);
+        QCOMPARE(names(),
+                 words(UnixFile::isHere ? "song.1.tmp song.mp3 song.tmp" : "song.mp3 song.tmp"));
     }
 
     void sourceChangedBeforeTheSave_data()
@@ -109,6 +112,7 @@ private Q_SLOTS:
     void sourceChangesDuringTheSave()
     {
         const auto [now] = cells<QByteArray>();
+        SKIP_WITHOUT_UNIX(now.isNull(), "way to remove a file that a program has open like that");
         for (const char *operation : {"write", "syncAll"}) {
             const QString file = write(path("song.mp3"), songOf("mp3"_s));
             FailingDisk disk;

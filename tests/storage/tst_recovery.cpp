@@ -92,6 +92,7 @@ private Q_SLOTS:
 
     void aLinkIsFollowedByNobody()
     {
+        SKIP_WITHOUT_UNIX(true, "links that Qt makes");
         QVERIFY(QDir().mkdir(path("folder.tarvel4.bak")));
         QVERIFY(QFile::link(path("nowhere"), path("a.mp3.tarvel4.bak")));
         QVERIFY(QFile::link(path("nowhere"), path("b.mp3")));

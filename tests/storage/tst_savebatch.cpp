@@ -37,14 +37,16 @@ private Q_SLOTS:
         tell("d.mid", Way::InPlace);
         tell("e.mid", Way::InPlace);
         batch.inTurn([&] { told += "between"_s; });
-        QVERIFY(QFile::remove(path("c.mp3")));
+        if (UnixFile::isHere) // elsewhere it can't be removed as long as the batch has it open
+            QVERIFY(QFile::remove(path("c.mp3")));
         QCOMPARE(told, QStringList());
         QCOMPARE(disk.operations, QStringList());
         QCOMPARE(read(path("b.mid")), QByteArray("old"));
         batch.commit();
         QCOMPARE(told,
-                 (QStringList{"a.mp3 "_s, "b.mid "_s, "c.mp3 not-found"_s, "d.mid not-a-file"_s,
-                              "e.mid "_s, "between"_s}));
+                 (QStringList{"a.mp3 "_s, "b.mid "_s,
+                              UnixFile::isHere ? "c.mp3 not-found"_s : "c.mp3 "_s,
+                              "d.mid not-a-file"_s, "e.mid "_s, "between"_s}));
         batch.commit();
         QCOMPARE(told.size(), 6);
         batch.inTurn([&] { told += "at once"_s; });
@@ -88,7 +90,8 @@ private Q_SLOTS:
         }
         batch.commit();
         QCOMPARE(disk.countOf("syncAll"), flushes);
-        QCOMPARE(disk.countOf("sync"), 0);
+        // Where no call reserves room, each song gets its own by a write.
+        QCOMPARE(disk.countOf("sync"), UnixFile::isHere || isBeside ? 0 : songs);
         QCOMPARE(names().size(), songs);
         for (int i = 0; i < songs; ++i)
             QCOMPARE(read(path(QString::number(i))), "new" + QByteArray::number(i));
@@ -108,6 +111,8 @@ private Q_SLOTS:
     {
         const auto [songs, size, age, isFull] = cells<int, qint64, int, bool>();
         SaveBatch batch(Disk::real());
+        QElapsedTimer timer;
+        timer.start();
         for (int i = 0; i < songs; ++i) {
             QFile file(path(QString::number(i)));
             QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(size));
@@ -117,9 +122,11 @@ private Q_SLOTS:
         }
         if (age > 0)
             QThread::msleep(static_cast<unsigned long>(age));
+        if (!isFull && songs > 0 && timer.elapsed() > 400)
+            QSKIP("This took so long that the batch is full by its age");
         QCOMPARE(batch.isFull(), isFull);
-        for (const QString &name : names())
-            QVERIFY(QFile::remove(path(name))); // what is gone need not be written
+        for (const QString &name : names()) // what is gone need not be written
+            QVERIFY(QFile::remove(path(name)) || !UnixFile::isHere);
         batch.commit();
         QVERIFY(!batch.isFull());
     }
