@@ -74,7 +74,7 @@ QByteArray midiSong()
     return "MThd"
         + QByteArray::fromHex("0000000600000001"
                               "0060")
-        + "MTrk" + bigEndian(events.size()) + events;
+        + "MTrk" + bigEndian(static_cast<int>(events.size())) + events;
 }
 
 /** Every third song has a name that the catalogue has, the others one that it lacks. */

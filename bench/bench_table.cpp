@@ -83,11 +83,12 @@ bool measure(const char *what, int rounds, const std::function<void(int)> &actio
 bool search(QLineEdit &field, QComboBox &marks)
 {
     const QString typed = QStringLiteral("perche citta 12");
+    const auto keys = static_cast<int>(typed.size());
     bool isQuick = true;
-    isQuick &= measure("a keystroke in the search field", typed.size(),
+    isQuick &= measure("a keystroke in the search field", keys,
                        [&](int round) { field.setText(typed.left(round + 1)); });
-    isQuick &= measure("a backspace", typed.size(),
-                       [&](int round) { field.setText(typed.left(typed.size() - 1 - round)); });
+    isQuick &= measure("a backspace", keys,
+                       [&](int round) { field.setText(typed.left(keys - 1 - round)); });
     isQuick &= measure("from all songs to none and back", 10, [&](int round) {
         field.setText(round % 2 == 0 ? QStringLiteral("#") : QString());
     });

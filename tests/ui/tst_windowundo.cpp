@@ -210,7 +210,7 @@ private Q_SLOTS:
         import({addSong("c.mid", "Uno"), addSong("a.mid", "Tre"), addSong("b.mid", "Due")});
         table()->sortByColumn(sorted, Qt::AscendingOrder);
         QCOMPARE(column(Name), before);
-        const int edited = before.indexOf(text("c.mid"));
+        const int edited = static_cast<int>(before.indexOf(text("c.mid")));
         table()->setCurrentIndex(model()->index(edited, Title));
         if (isOfSeveral) {
             m_driver->expect<EditManyDialog>([](EditManyDialog &dialog) {
