@@ -168,7 +168,7 @@ private:
     /** A letter that is underlined is drawn apart from those beside it, without kerning. */
     static int drawnWidth(const QLabel &label)
     {
-        const int mark = label.text().indexOf(QLatin1Char('&'));
+        const auto mark = label.text().indexOf(QLatin1Char('&'));
         int width = 0;
         for (const QString &part :
              {label.text().left(mark), label.text().mid(mark + 1, 1), label.text().mid(mark + 2)})
