@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QListView>
 #include <QLocale>
+#include <QMimeDatabase>
 #include <QScreen>
 #include <QTreeView>
 
@@ -16,6 +17,16 @@ namespace {
 
 enum FileColumn { Name, Size, Type, Date };
 
+/** What the dialog calls a song's type: Qt 6 by the name of its MIME type, Qt 5 by its ending. */
+QString typeOf(const QString &fileName)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return QMimeDatabase().mimeTypeForFile(fileName, QMimeDatabase::MatchExtension).comment();
+#else
+    return fileName.section(QLatin1Char('.'), -1) + QLatin1String(" File");
+#endif
+}
+
 /** Longer than most texts of a column. */
 QString sampleOf(int column)
 {
@@ -23,7 +34,10 @@ QString sampleOf(int column)
     case Size:
         return QLocale().formattedDataSize(888 * 1024);
     case Type:
-        return QStringLiteral("File mf4");
+        return std::max(
+            {typeOf(QStringLiteral("a.mid")), typeOf(QStringLiteral("a.mp3")),
+             typeOf(QStringLiteral("a.mf4"))},
+            [](const QString &one, const QString &other) { return one.size() < other.size(); });
     default:
         return QLocale().toString(QDateTime(QDate(2028, 12, 28), QTime(8, 8)),
                                   QLocale::ShortFormat);

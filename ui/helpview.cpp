@@ -35,8 +35,9 @@ QImage fitted(const QString &name, int room, qreal ratio, const QColor &border)
     if (whole.isNull())
         return whole;
     const qreal width = std::min(whole.width() / picturesScale, static_cast<qreal>(room));
-    QImage image = whole.scaledToWidth(qRound(width * ratio), Qt::SmoothTransformation)
-                       .convertToFormat(QImage::Format_RGB32);
+    // Qt 6 would give a scaled picture with a palette the colours of a palette of its own.
+    QImage image = whole.convertToFormat(QImage::Format_RGB32)
+                       .scaledToWidth(qRound(width * ratio), Qt::SmoothTransformation);
     QPainter painter(&image);
     painter.setPen(border);
     painter.drawRect(image.rect().adjusted(0, 0, -1, -1));

@@ -103,7 +103,7 @@ private Q_SLOTS:
                 const int width = files->columnWidth(column);
                 QVERIFY(width >= files->header()->sectionSizeHint(column));
                 const QString words = files->model()->index(0, column, folder).data().toString();
-                QVERIFY(width > files->fontMetrics().horizontalAdvance(words));
+                QVERIFY2(width > files->fontMetrics().horizontalAdvance(words), qPrintable(words));
             }
             QVERIFY(dialog.width() <= dialog.screen()->availableSize().width());
             dialog.reject();
