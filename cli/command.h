@@ -65,7 +65,7 @@ const QVector<Option> &globalOptions();
 Option recursiveOption();
 
 /** Adds the options of the commands that take PATHs to their own. */
-QVector<Option> withPathLists(QVector<Option> options);
+QVector<Option> withPathLists(const QVector<Option> &options);
 
 /** Says what is wrong with the usage, and that nothing was done. */
 ExitStatus wrongUsage(Session &session, const QString &text);

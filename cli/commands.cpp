@@ -40,7 +40,7 @@ Option recursiveOption()
         QT_TRANSLATE_NOOP("Cli", "cerca le song anche nelle cartelle e nelle loro sottocartelle")};
 }
 
-QVector<Option> withPathLists(QVector<Option> options)
+QVector<Option> withPathLists(const QVector<Option> &options)
 {
     static const QVector<Option> lists{
         {"files-from", Option::Path, "FILE",

@@ -50,7 +50,7 @@ void appendJson(QByteArray &json, const QJsonValue &value)
     case QJsonValue::Array: {
         json += '[';
         const QJsonArray array = value.toArray();
-        for (const QJsonValue &element : array) {
+        for (const QJsonValue element : array) {
             json += separator;
             appendJson(json, element);
             separator = ",";
