@@ -11,17 +11,20 @@ namespace tarvel4 {
 
 namespace {
 
-#ifdef Q_OS_WIN
-
 constexpr int driveRootLength = 3; // "E:/"
 
-#else
+QString wholePath(const QString &path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+#ifndef Q_OS_WIN
 
 /** The path as the file system knows it; of a path that does not exist, its nearest folder that
  * does. */
 QString existingPath(const QString &path)
 {
-    QString candidate = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    QString candidate = wholePath(path);
     while (!QFileInfo::exists(candidate)) {
         const QString parent = QFileInfo(candidate).path();
         if (parent == candidate)
@@ -51,21 +54,36 @@ QStringList systemFolders()
 
 } // namespace
 
-#ifdef Q_OS_WIN
-
-QString SystemVolume::rootOf(const QString &path) const
+QString DriveVolume::rootOf(const QString &path) const
 {
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath()).left(driveRootLength);
+    return path.left(driveRootLength);
 }
 
-bool SystemVolume::isRootFolder(const QString &path) const
+bool DriveVolume::isRootFolder(const QString &path) const
 {
     return path.compare(rootOf(path), Qt::CaseInsensitive) == 0;
 }
 
-bool SystemVolume::isSystemDisk(const QString &path) const
+bool DriveVolume::isSystemDisk(const QString &path) const
 {
     return QFileInfo(rootOf(path) + QLatin1String("WINDOWS")).isDir();
+}
+
+#ifdef Q_OS_WIN
+
+QString SystemVolume::rootOf(const QString &path) const
+{
+    return DriveVolume().rootOf(wholePath(path));
+}
+
+bool SystemVolume::isRootFolder(const QString &path) const
+{
+    return DriveVolume().isRootFolder(wholePath(path));
+}
+
+bool SystemVolume::isSystemDisk(const QString &path) const
+{
+    return DriveVolume().isSystemDisk(wholePath(path));
 }
 
 #else
@@ -94,7 +112,7 @@ bool SystemVolume::isSystemDisk(const QString &path) const
 #endif
 
 FolderVolume::FolderVolume(const QString &root)
-    : m_root(QDir::cleanPath(QFileInfo(root).absoluteFilePath()))
+    : m_root(wholePath(root))
 {}
 
 QString FolderVolume::rootOf(const QString &path) const

@@ -27,6 +27,16 @@ public:
     bool isSystemDisk(const QString &path) const override;
 };
 
+/** The rules where a path begins with the letter of its drive, for whole and clean paths
+ * ("E:/songs"); the same on every system, so that every system's tests hold them. */
+class DriveVolume : public Volume
+{
+public:
+    QString rootOf(const QString &path) const override;
+    bool isRootFolder(const QString &path) const override;
+    bool isSystemDisk(const QString &path) const override;
+};
+
 /** A folder taken for the root of a memory: a mounted image, or a folder that is copied to a card
  * later. */
 class FolderVolume : public Volume

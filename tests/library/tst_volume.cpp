@@ -2,6 +2,7 @@
 
 #include "tests/library/testfiles.h"
 #include "tests/library/texts.h"
+#include "tests/storage/table.h"
 #include "tests/storage/tmpfsmount.h"
 
 #include <QStorageInfo>
@@ -18,6 +19,10 @@ private Q_SLOTS:
     void aMountedCardAndALinkToIt();
     void aCardOfTheSameKindAsASystemFolderIsNoSystemDisk();
     void aBindOfTheSystemDiskIsTheSystemDisk();
+    void drives_data();
+    void drives();
+    void aSystemDiskIsADriveWithAWindowsFolder_data();
+    void aSystemDiskIsADriveWithAWindowsFolder();
     void aFolderTakenForAMemory();
 };
 
@@ -96,6 +101,52 @@ void tst_Volume::aBindOfTheSystemDiskIsTheSystemDisk()
 #else
     QSKIP("needs bind mounts");
 #endif
+}
+
+void tst_Volume::drives_data()
+{
+    const Table<QString, QString, bool> row;
+    row("a drive's root is its own root", "E:/", "E:/", true);
+    row("a folder of a drive is not its root", "E:/songs", "E:/", false);
+    row("nor is one with a name of one letter", "E:/s", "E:/", false);
+    row("nor a file far below it", "E:/songs/Pop/a.mid", "E:/", false);
+}
+
+void tst_Volume::drives()
+{
+    const auto [path, root, isRoot] = cells<QString, QString, bool>();
+    const DriveVolume volume;
+    QCOMPARE(volume.rootOf(path), root);
+    QCOMPARE(volume.isRootFolder(path), isRoot);
+}
+
+void tst_Volume::aSystemDiskIsADriveWithAWindowsFolder_data()
+{
+    const Table<QString, bool> row;
+    row("the root of the drive with the folder", "C:/", true);
+    row("a folder of that drive", "C:/Users/anna", true);
+    row("the folder itself", "C:/WINDOWS", true);
+    row("a folder of a drive without one", "E:/songs", false);
+    row("one below the root is none", "F:/old/disk", false);
+    row("a file of that name is none", "G:/", false);
+    row("a drive that is not there", "H:/", false);
+}
+
+void tst_Volume::aSystemDiskIsADriveWithAWindowsFolder()
+{
+#ifdef Q_OS_WIN
+    QSKIP("drives are no folders here; theSystemDisk() has the real one");
+#endif
+    const auto [path, isSystem] = cells<QString, bool>();
+    QTemporaryDir dir; // its folders are the drives of a relative path
+    for (const char *folder : {"C:/WINDOWS", "C:/Users/anna", "E:/songs", "F:/old/WINDOWS", "G:"})
+        QVERIFY(QDir(dir.path()).mkpath(text(folder)));
+    TestFiles::write(dir.filePath(text("G:/WINDOWS")), "a file");
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(dir.path()));
+    const bool found = DriveVolume().isSystemDisk(path);
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(found, isSystem);
 }
 
 void tst_Volume::aFolderTakenForAMemory()
