@@ -230,19 +230,25 @@ QString fishOption(const Option &option, const QString &condition)
 QString fishCommand(const Command &command)
 {
     const QString name = QString::fromLatin1(command.name);
-    const QString condition =
-        QLatin1String(" -n ") + fishQuoted(QLatin1String("__fish_seen_subcommand_from ") + name);
+    const auto conditionOf = [&name](const QString &more) {
+        return QLatin1String(" -n ")
+            + fishQuoted(QLatin1String("__fish_seen_subcommand_from ") + name + more);
+    };
+    const QString condition = conditionOf({});
     const QString line = QLatin1String("complete -c tarvel4soft-cli");
     QString lines = line + QLatin1String(" -n __fish_use_subcommand -f -a ") + name
         + QLatin1String(" -d ") + fishQuoted(text(command.summary)) + QLatin1Char('\n');
     const QStringList words = operandWords(command);
+    const QString seen = QLatin1String(" __fish_seen_subcommand_from ") + words.join(space);
     if (!words.isEmpty())
-        lines += line + condition + QLatin1String(" -f -a ") + fishQuoted(words.join(space))
-            + QLatin1Char('\n');
+        lines += line + conditionOf(QLatin1String("; and not") + seen) + QLatin1String(" -f -a ")
+            + fishQuoted(words.join(space)) + QLatin1Char('\n');
     const QString path = pathOperand(command);
-    if (isFolder(path))
-        lines += line + condition + QLatin1String(" -f -a '(__fish_complete_directories)'\n");
-    else if (path.isEmpty() && words.isEmpty())
+    if (isFolder(path)) {
+        const QString behindWord = words.isEmpty() ? QString() : QLatin1String("; and") + seen;
+        lines += line + conditionOf(behindWord)
+            + QLatin1String(" -f -a '(__fish_complete_directories)'\n");
+    } else if (path.isEmpty())
         lines += line + condition + QLatin1String(" -f\n");
     for (const Option &option : command.options)
         lines += fishOption(option, condition);
@@ -304,7 +310,8 @@ QString Completion::zsh() const
                           "# Made by \"tarvel4soft-cli completion zsh\"\n\n"
                           "local state line curcontext=$curcontext\n"
                           "typeset -A opt_args\n"
-                          "_arguments -C %1 \\\n  '1:command:->command' '*::argument:->argument'\n"
+                          "_arguments -C -A '-*' %1 \\\n"
+                          "  '1:command:->command' '*::argument:->argument'\n"
                           "case $state in\n"
                           "  command)\n    local -a commands\n    commands=(\n%2    )\n"
                           "    _describe command commands ;;\n"

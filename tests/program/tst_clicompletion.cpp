@@ -102,6 +102,9 @@ private Q_SLOTS:
         row("an option of the command", "sync --un", "--unpublished|");
         row("the choices of a value", "sync --unpublished ", "ask|no|yes|");
         row("what to do with an index", "index v", "verify|");
+        row("all that can be done with an index", "index ", "delete|rebuild|update|verify|");
+        row("then the folder of the index", "index --json verify ", "songs/|");
+        row("nothing behind all words of a command", "history clear ", "");
     }
     void fishOffers()
     {
@@ -111,6 +114,31 @@ private Q_SLOTS:
         const Run run = shell(R"("$cli" completion fish >s
             fish -c 'source s; complete -C "tarvel4soft-cli %1"' | cut -f1 | LC_ALL=C sort | tr '\n' '|')"_s
                                   .arg(words));
+        QCOMPARE(run.out, replies);
+    }
+
+    void zshOffers_data()
+    {
+        const Table<QString, QByteArray> row;
+        row("the commands that begin so", "in", "index|info|");
+        row("an option of the command", "sync --un", "--unpublished|");
+        row("an option behind another", "info --json --rec", "--recursive|");
+        row("the choices of a value", "sync --unpublished ", "ask|no|yes|");
+        row("the choices behind an equals sign", "sync --unpublished=y", "yes|");
+        row("songs", "info i", "info.mid|");
+        row("folders for a value that is one", "transfer --to ", "songs|");
+        row("what to do with an index", "index v", "verify|");
+        row("what to do with an index, behind an option", "index --json v", "verify|");
+        row("then the folder of the index", "index --json verify ", "songs|");
+    }
+    void zshOffers()
+    {
+        if (QStandardPaths::findExecutable("zsh"_s).isEmpty())
+            QSKIP("zsh is not installed");
+        const auto [words, replies] = cells<QString, QByteArray>();
+        const Run run = shell(R"("$cli" completion zsh >.s
+            zsh -f "%1/zsh_offers" .s "tarvel4soft-cli %2")"_s.arg(
+            QStringLiteral(TARVEL4_TEST_PROGRAM), words));
         QCOMPARE(run.out, replies);
     }
 
