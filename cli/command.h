@@ -57,6 +57,7 @@ Command indexCommand();
 Command listCommand();
 Command extractCommand();
 Command catalogueCommand();
+Command completionCommand();
 
 /** The options of every command. */
 const QVector<Option> &globalOptions();

@@ -7,9 +7,10 @@ namespace tarvel4 {
 
 QVector<Command> allCommands()
 {
-    return {infoCommand(),  editCommand(),    syncCommand(),    historyCommand(),
-            undoCommand(),  restoreCommand(), backupCommand(),  transferCommand(),
-            indexCommand(), listCommand(),    extractCommand(), catalogueCommand()};
+    return {infoCommand(),      editCommand(),    syncCommand(),    historyCommand(),
+            undoCommand(),      restoreCommand(), backupCommand(),  transferCommand(),
+            indexCommand(),     listCommand(),    extractCommand(), catalogueCommand(),
+            completionCommand()};
 }
 
 const QVector<Option> &globalOptions()

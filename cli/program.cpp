@@ -1,6 +1,5 @@
 #include "cli/program.h"
 
-#include "cli/completion.h"
 #include "cli/console.h"
 #include "cli/texts.h"
 #include "library/messagelog.h"
@@ -101,8 +100,6 @@ ExitStatus Program::run(QByteArrayList words) const
     const Command *command = nullptr;
     if (!words.isEmpty()) {
         const QByteArray name = words.takeFirst();
-        if (name == "completion" && words.size() == 1 && Completion::knows(words.first()))
-            return printed(Completion(m_commands).script(words.first()));
         command = find(name);
         if (!command)
             return refused({ExitStatus::Usage,

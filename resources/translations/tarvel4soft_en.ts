@@ -598,6 +598,14 @@
         <source>--csv e --fields non vanno con --json</source>
         <translation>--csv and --fields do not go with --json</translation>
     </message>
+    <message>
+        <source>completion vuole bash, zsh o fish</source>
+        <translation>completion takes bash, zsh or fish</translation>
+    </message>
+    <message>
+        <source>Scrive lo script con cui quella shell completa una riga di comando.</source>
+        <translation>Prints the script by which that shell completes a command line.</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

@@ -598,6 +598,14 @@
         <source>--csv e --fields non vanno con --json</source>
         <translation>--csv e --fields non vanno con --json</translation>
     </message>
+    <message>
+        <source>completion vuole bash, zsh o fish</source>
+        <translation>completion vuole bash, zsh o fish</translation>
+    </message>
+    <message>
+        <source>Scrive lo script con cui quella shell completa una riga di comando.</source>
+        <translation>Scrive lo script con cui quella shell completa una riga di comando.</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

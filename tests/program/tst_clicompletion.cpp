@@ -32,7 +32,8 @@ private Q_SLOTS:
     {
         const Table<QString, QByteArray> row;
         row("the commands", "''",
-            "info|edit|sync|history|undo|restore|backup|transfer|index|list|extract|catalogue|");
+            "info|edit|sync|history|undo|restore|backup|transfer|index|list|extract|catalogue|"
+            "completion|");
         row("the commands that begin so", "in", "info|index|");
         row("an option of every command", "--vers", "--version|");
         row("an option of the command", "sync --un", "--unpublished|");
@@ -147,6 +148,7 @@ private Q_SLOTS:
         const Run run = cli("completion tcsh");
         QCOMPARE(run.status, 2);
         QCOMPARE(run.out, QByteArray());
+        QVERIFY2(run.err.contains("completion takes bash, zsh or fish"), run.err.constData());
     }
 };
 
