@@ -1,4 +1,4 @@
-# Removes what `cmake --install` wrote last: the files of MANIFEST.
+# Removes what `cmake --install` wrote last: the files of MANIFEST, then the folders of FOLDERS that are empty by now.
 if(NOT EXISTS "${MANIFEST}")
   message(FATAL_ERROR "Nothing was installed from here: ${MANIFEST} is missing")
 endif()
@@ -12,3 +12,13 @@ foreach(file IN LISTS files)
     message(STATUS "Not there: ${file}")
   endif()
 endforeach()
+
+if(EXISTS "${FOLDERS}")
+  file(STRINGS "${FOLDERS}" folders)
+  list(SORT folders ORDER DESCENDING) # a folder behind those in it
+  list(REMOVE_DUPLICATES folders)
+  foreach(folder IN LISTS folders)
+    execute_process(COMMAND rmdir "$ENV{DESTDIR}${folder}" OUTPUT_QUIET ERROR_QUIET)
+  endforeach()
+  file(REMOVE "${FOLDERS}")
+endif()
