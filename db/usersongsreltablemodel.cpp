@@ -166,6 +166,7 @@ QString UserSongsRelTableModel::markText(Mark mark)
 {
     switch (mark) {
     case MarkedUpdated:
+    case MarkedComplete:
         return tr("Aggiornata dal database K-Varo");
     case MarkedEdited:
         return tr("Modificata a mano");

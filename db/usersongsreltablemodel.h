@@ -23,8 +23,16 @@ public:
     /** What the "status" column of a row tells about the last operation on its song. */
     enum SongStatus { Listed = 0, Updated = 1, Edited = 2, Failed = 3 };
 
-    /** How a row is marked: unlike its status it tells a failure from an answer. */
-    enum Mark { Unmarked, MarkedUpdated, MarkedEdited, MarkedLeftAlone, MarkedFailed };
+    /** How a row is marked: unlike its status it tells a failure from an answer. A complete one
+     * is a song that an update had nothing for: it looks like an updated one, and counts apart. */
+    enum Mark {
+        Unmarked,
+        MarkedUpdated,
+        MarkedComplete,
+        MarkedEdited,
+        MarkedLeftAlone,
+        MarkedFailed
+    };
 
     /** The mark of a row, in the column of its type; not valid for an unmarked one. */
     static constexpr int MarkRole = Qt::UserRole + 1;

@@ -64,7 +64,7 @@ Group groupOf(const SongOutcome &song)
     case SongResult::Read:
         return Group::Imported;
     case SongResult::Updated:
-        return song.changes.isEmpty() ? Group::Unchanged : Group::Updated;
+        return song.isComplete() ? Group::Unchanged : Group::Updated;
     case SongResult::Edited:
         return Group::Edited;
     case SongResult::Restored:

@@ -48,6 +48,8 @@ struct SongOutcome
     {
         return result == SongResult::Unreadable || result == SongResult::Failed;
     }
+    /** In the catalogue, which adds nothing. */
+    bool isComplete() const { return result == SongResult::Updated && changes.isEmpty(); }
 
     /** The cause; ahead of it the name of the companion where that is the file that failed. */
     QString sentence() const;

@@ -85,7 +85,9 @@ SongObserver SongRows::updated(UserSongsRelTableModel &model)
             model.updateSong(row, song.after);
         model.setStatus(
             row, isUpdated ? UserSongsRelTableModel::Updated : UserSongsRelTableModel::Failed);
-        mark(model, row, song, UserSongsRelTableModel::MarkedUpdated,
+        mark(model, row, song,
+             song.isComplete() ? UserSongsRelTableModel::MarkedComplete
+                               : UserSongsRelTableModel::MarkedUpdated,
              QT_TRANSLATE_NOOP("SongRows", "Non aggiornata: %1"));
         ++row;
     };

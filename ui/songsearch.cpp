@@ -55,8 +55,8 @@ SongSearch::SongSearch(const Widgets &widgets, UserSongsRelTableModel &model)
 
     for (const auto mark :
          {UserSongsRelTableModel::Unmarked, UserSongsRelTableModel::MarkedUpdated,
-          UserSongsRelTableModel::MarkedEdited, UserSongsRelTableModel::MarkedLeftAlone,
-          UserSongsRelTableModel::MarkedFailed})
+          UserSongsRelTableModel::MarkedComplete, UserSongsRelTableModel::MarkedEdited,
+          UserSongsRelTableModel::MarkedLeftAlone, UserSongsRelTableModel::MarkedFailed})
         m_widgets.marks->addItem(QString(), mark);
     connect(m_widgets.marks, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] {
         const int mark = m_widgets.marks->currentData().toInt();
@@ -72,8 +72,8 @@ void SongSearch::retranslate()
 {
     const QString key = QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText);
     m_widgets.text->setPlaceholderText(tr("Cerca nelle song (%1)").arg(key));
-    const QString marks[] = {tr("Tutte le song"), tr("Aggiornate"), tr("Modificate a mano"),
-                             tr("Non aggiornate"), tr("Non riuscite")};
+    const QString marks[] = {tr("Tutte le song"),     tr("Aggiornate"),     tr("Già complete"),
+                             tr("Modificate a mano"), tr("Non aggiornate"), tr("Non riuscite")};
     for (int i = 0; i < m_widgets.marks->count(); ++i)
         m_widgets.marks->setItemText(i, marks[i]);
     tellCounts();
@@ -134,6 +134,8 @@ QString SongSearch::counts(int songs, int shown) const
         parts += count(shown, tr("1 mostrata"), tr("%1 mostrate"));
     if (const int updated = m_model.marked(UserSongsRelTableModel::MarkedUpdated))
         parts += count(updated, tr("1 aggiornata"), tr("%1 aggiornate"));
+    if (const int complete = m_model.marked(UserSongsRelTableModel::MarkedComplete))
+        parts += count(complete, tr("1 già completa"), tr("%1 già complete"));
     if (const int edited = m_model.marked(UserSongsRelTableModel::MarkedEdited))
         parts += count(edited, tr("1 modificata a mano"), tr("%1 modificate a mano"));
     if (const int leftAlone = m_model.marked(UserSongsRelTableModel::MarkedLeftAlone))

@@ -21,6 +21,7 @@ QPainterPath shapeOf(int mark)
     QPainterPath path;
     switch (mark) {
     case UserSongsRelTableModel::MarkedUpdated: // a tick
+    case UserSongsRelTableModel::MarkedComplete:
         path.moveTo(0.15, 0.55);
         path.lineTo(0.4, 0.8);
         path.lineTo(0.85, 0.25);
@@ -53,6 +54,7 @@ QPalette::ColorRole roleOf(int mark)
 {
     switch (mark) {
     case UserSongsRelTableModel::MarkedUpdated:
+    case UserSongsRelTableModel::MarkedComplete:
         return QPalette::Link;
     case UserSongsRelTableModel::MarkedFailed:
         return QPalette::BrightText;

@@ -2712,6 +2712,18 @@ Tarvel&apos;s memory</translation>
         <source>. Anche quelle nascoste vengono sincronizzate.</source>
         <translation>. Hidden ones are synchronised, too.</translation>
     </message>
+    <message>
+        <source>Già complete</source>
+        <translation>Already complete</translation>
+    </message>
+    <message>
+        <source>1 già completa</source>
+        <translation>1 already complete</translation>
+    </message>
+    <message>
+        <source>%1 già complete</source>
+        <translation>%1 already complete</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::SongsListDialog</name>

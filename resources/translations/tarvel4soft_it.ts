@@ -2712,6 +2712,18 @@ memoria di Tarvel</translation>
         <source>. Anche quelle nascoste vengono sincronizzate.</source>
         <translation>. Anche quelle nascoste vengono sincronizzate.</translation>
     </message>
+    <message>
+        <source>Già complete</source>
+        <translation>Già complete</translation>
+    </message>
+    <message>
+        <source>1 già completa</source>
+        <translation>1 già completa</translation>
+    </message>
+    <message>
+        <source>%1 già complete</source>
+        <translation>%1 già complete</translation>
+    </message>
 </context>
 <context>
     <name>tarvel4::SongsListDialog</name>

@@ -108,9 +108,10 @@ private Q_SLOTS:
         const Table<int, QString> row;
         row("all", 0, "AZZURRO.mid VOLARE.mid gone.mid nobody.mid");
         row("updated", 1, "AZZURRO.mid");
-        row("edited", 2, "VOLARE.mid");
-        row("not updated", 3, "nobody.mid");
-        row("failed", 4, "gone.mid");
+        row("already complete", 2, "");
+        row("edited", 3, "VOLARE.mid");
+        row("not updated", 4, "nobody.mid");
+        row("failed", 5, "gone.mid");
     }
     void statesAreFiltered()
     {
@@ -159,6 +160,36 @@ private Q_SLOTS:
         QCOMPARE(counts(), text("2 song, 2 mostrate, 2 non aggiornate"));
         trigger("actionEnglish");
         QCOMPARE(counts(), text("2 songs, 2 shown, 2 not updated"));
+    }
+
+    void songsAreCountedByTheRuleOfTheReport_data()
+    {
+        const Table<QString, QString> row;
+        row("in Italian", "actionItalian", "3 song, 1 aggiornata, 2 già complete");
+        row("in English", "actionEnglish", "3 songs, 1 updated, 2 already complete");
+    }
+    /** A song to which the catalogue adds nothing looks like an updated one, and counts apart. */
+    void songsAreCountedByTheRuleOfTheReport()
+    {
+        const auto [language, line] = cells<QString, QString>();
+        const QStringList complete{addSong("AZZURRO.mid", "a"), addSong("VOLARE.mid", "b")};
+        import(complete);
+        synchronise();
+        QTRY_COMPARE(counts(), text("2 song, 2 aggiornate"));
+        import({complete.at(0), complete.at(1), addSong("VOLARE.kar", "c")});
+        synchronise();
+        QCOMPARE(statuses(), text("1 1 1"));
+        for (int row = 0; row < 3; ++row)
+            QCOMPARE(model()->index(row, Type).data(Qt::AccessibleTextRole).toString(),
+                     text("MIDI, Aggiornata dal database K-Varo"));
+        states()->setCurrentIndex(2);
+        QCOMPARE(shown(), text("AZZURRO.mid VOLARE.mid"));
+        states()->setCurrentIndex(0);
+
+        trigger(qPrintable(language));
+        QTRY_COMPARE(counts(), line);
+        const QString heading = find<QLabel>("reportHeadingLabel")->accessibleName();
+        QCOMPARE(heading.section(text(": "), 1), line.section(text(", "), 1));
     }
 
     void emptyTableSaysWhy()
