@@ -1,7 +1,9 @@
-// The window with many songs: how long until it shows what was asked for. The songs are appended as
-// an import appends them, without their files.
+// The window with many songs, and the editor of a large one: how long until it shows what was asked
+// for. The many are appended as an import appends them, without their files.
 #include "db/usersongsreltablemodel.h"
+#include "songs/metasong.h"
 #include "ui/appearance.h"
+#include "ui/dataeditdialog.h"
 #include "ui/mainwindow.h"
 #include "ui/songtable.h"
 
@@ -11,6 +13,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
@@ -113,6 +116,58 @@ bool sort(QTableView &table, const char *name)
     return isQuick;
 }
 
+/** A MIDI song of 1 MB: a title and a syllable of a lyric after the other, the slowest to search
+ * for our events. */
+QByteArray largeMidi()
+{
+    constexpr int megabyte = 1'000'000;
+    QByteArray track("\0\xFF\x03\x06"
+                     "Volare",
+                     10);
+    while (track.size() < megabyte)
+        track.append("\x10\xFF\x05\2la", 6);
+    track.append("\0\xFF\x2F\0", 4);
+    QByteArray midi("MThd\0\0\0\6\0\0\0\1\0\x60MTrk", 18);
+    for (int shift = 24; shift >= 0; shift -= 8)
+        midi.append(static_cast<char>(track.size() >> shift));
+    return midi + track;
+}
+
+/** An MP3 whose tag holds a title and a picture of almost 1 MB, as large as a tag can be. */
+QByteArray largeTag()
+{
+    constexpr int pictureSize = 990'000;
+    QByteArray tag("TIT2\0\0\0\7\0\0\0Volare", 17);
+    QByteArray picture(pictureSize, '\0');
+    std::mt19937 random(4);
+    for (char &byte : picture)
+        byte = static_cast<char>(random());
+    tag += QByteArray("APIC\0\x0F\x1B\x30\0\0", 10) + picture;
+    QByteArray header("ID3\3\0\0", 6);
+    for (int shift = 21; shift >= 0; shift -= 7)
+        header.append(static_cast<char>(tag.size() >> shift & 0x7F));
+    return header + tag + "\xFF\xFB";
+}
+
+bool edit(const char *what, const QByteArray &song, const QString &name)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(name));
+    MetaSong loaded;
+    if (!file.open(QIODevice::WriteOnly) || file.write(song) != song.size() || !file.flush()
+        || !loaded.importFile(file.fileName()))
+        return false;
+    SongInfo info;
+    loaded.readInfo(info);
+    DataEditDialog dialog;
+    dialog.setSong(info);
+    dialog.setCheck([&loaded](const SongInfo &edited) { return loaded.checkEdit(edited); });
+    dialog.show();
+    showAll();
+    auto *title = dialog.findChild<QLineEdit *>(QStringLiteral("titleLineEdit"));
+    return measure(what, 40, [title](int) { title->insert(QStringLiteral("x")); });
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -168,6 +223,10 @@ int main(int argc, char *argv[])
     isQuick &= measure("scroll to the end and back", 4, [&](int round) {
         round % 2 == 0 ? table->scrollToBottom() : table->scrollToTop();
     });
+    isQuick &=
+        edit("a letter in the editor, MIDI of 1 MB", largeMidi(), QStringLiteral("large.mid"));
+    isQuick &= edit("a letter in the editor, MP3 with a tag of 1 MB", largeTag(),
+                    QStringLiteral("large.mp3"));
     std::printf(isQuick ? "none takes more than %d ms\n" : "some take more than %d ms\n",
                 mostMilliseconds);
     return 0;

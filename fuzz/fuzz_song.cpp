@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 using namespace tarvel4;
 
@@ -16,6 +18,23 @@ bool write(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+/** True where what was not said of a text before the edit is not so after it. */
+bool keepsItsWord(const QVector<FieldNote> &notes, const SongInfo &typed, const SongInfo &stored)
+{
+    const std::pair<const char *, QString SongInfo::*> texts[] = {{"title", &SongInfo::title},
+                                                                  {"artist", &SongInfo::artist},
+                                                                  {"genre", &SongInfo::genre},
+                                                                  {"author", &SongInfo::author}};
+    return std::all_of(std::begin(texts), std::end(texts), [&](const auto &text) {
+        const auto isTold = [&text](const FieldNote &note) {
+            return note.field == QLatin1String(text.first)
+                && note.grade != FieldNote::Grade::NearLimit;
+        };
+        return typed.*text.second == stored.*text.second
+            || std::any_of(notes.begin(), notes.end(), isTold);
+    });
 }
 
 } // namespace
@@ -46,6 +65,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     });
     song.setSongInfo(info, WrittenBy::User);
     Fuzzing::require(static_cast<bool>(song.whyNotSavable()) != isRefused);
+    SongInfo stored;
+    song.readInfo(stored);
+    Fuzzing::require(isRefused || keepsItsWord(notes, info, stored));
     song.addMarker(info.title, 65535);
 
     const bool savable = static_cast<bool>(song.whyNotSavable());

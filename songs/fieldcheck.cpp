@@ -92,7 +92,8 @@ FieldNote noteOf(const TextLimits &limits, const QString &wanted, const QString 
 
 QVector<FieldNote> FieldCheck::ofEdit(const Song &song, const SongInfo &edited)
 {
-    QVector<FieldNote> notes = refusals(song, edited);
+    const auto trial = song.trial();
+    QVector<FieldNote> notes = refusals(*trial, edited);
     SongInfo storable = edited; // what is refused would hide what becomes of the rest
     QVector<TextField> others;
     for (const TextField &place : textFields) {
@@ -102,7 +103,7 @@ QVector<FieldNote> FieldCheck::ofEdit(const Song &song, const SongInfo &edited)
         else
             others.append(place);
     }
-    const auto written = song.clone();
+    const auto written = trial->clone();
     FieldRules::applyEdit(*written, storable);
     if (!written->whyNotSavable())
         return notes;

@@ -26,8 +26,8 @@ struct FieldNote
     QString text; ///< the translated sentence
 };
 
-/** Tells beforehand what an edit would do, by doing it to a copy in memory: what is refused here is
- * refused by a save, and what is garbled here is what a reader would get. */
+/** Tells beforehand what an edit would do, by doing it to a trial in memory: what is refused here
+ * is refused by a save, and what is garbled here is what a reader would get. */
 namespace FieldCheck {
 
 /** At most one note for each text, its gravest; in the order of the fields. */

@@ -32,6 +32,10 @@ public:
     /** The same song with the same changes, to try others on. */
     virtual std::unique_ptr<Song> clone() const = 0;
 
+    /** One to try edits of the fields on instead: its texts after an edit, and whether it is
+     * savable then, are those of this one. It need not hold the music, and is never saved. */
+    virtual std::unique_ptr<Song> trial() const { return clone(); }
+
     /** A MetaSong::Format. */
     virtual int format() const = 0;
 

@@ -77,6 +77,19 @@ Outcome MfxSong::load(const QByteArray &bytes)
     return {};
 }
 
+std::unique_ptr<Song> MfxSong::trial() const
+{
+    constexpr int most =
+        static_cast<int>(LzHuffFormat::maxTextSize) - fillerSize - RawMidiFile::mostEditBytes;
+    if (m_midi.data().size() > most)
+        return clone(); // whether it is savable depends on each byte
+    auto song = std::make_unique<MfxSong>();
+    song->m_header = m_header;
+    song->m_misfit = m_misfit;
+    song->m_midi = m_midi.head();
+    return song;
+}
+
 void MfxSong::readInto(SongInfo &info) const
 {
     info.title = m_header.title();

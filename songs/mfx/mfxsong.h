@@ -17,6 +17,7 @@ public:
     Outcome load(const QByteArray &bytes);
 
     std::unique_ptr<Song> clone() const override { return std::make_unique<MfxSong>(*this); }
+    std::unique_ptr<Song> trial() const override;
     int format() const override { return m_header.version(); }
     void readInto(SongInfo &info) const override;
     QString textIn(SongField field) const override;

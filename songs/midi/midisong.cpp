@@ -18,6 +18,15 @@ Outcome MidiSong::load(const QByteArray &bytes)
             {}};
 }
 
+std::unique_ptr<Song> MidiSong::trial() const
+{
+    if (m_midi.data().size() > FileBytes::maxSize - RawMidiFile::mostEditBytes)
+        return clone(); // whether it is savable depends on each byte
+    auto song = std::make_unique<MidiSong>();
+    song->m_midi = m_midi.head();
+    return song;
+}
+
 void MidiSong::readInto(SongInfo &info) const
 {
     info.title = m_midi.trackName();

@@ -13,6 +13,7 @@ public:
     Outcome load(const QByteArray &bytes);
 
     std::unique_ptr<Song> clone() const override { return std::make_unique<MidiSong>(*this); }
+    std::unique_ptr<Song> trial() const override;
     int format() const override { return m_midi.type(); }
     void readInto(SongInfo &info) const override;
     QString textIn(SongField field) const override;

@@ -75,6 +75,16 @@ bool RawMidiFile::load(const QByteArray &bytes)
     return true;
 }
 
+RawMidiFile RawMidiFile::head() const
+{
+    RawMidiFile head;
+    head.m_data = m_data.left(m_trackStart);
+    head.m_trackStart = m_trackStart;
+    head.m_trackLengthPos = m_trackLengthPos;
+    head.m_type = m_type;
+    return head;
+}
+
 QVector<Marker> RawMidiFile::markers() const
 {
     QVector<Marker> markers;

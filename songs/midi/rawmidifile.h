@@ -22,6 +22,12 @@ public:
     /** Takes the bytes of a whole file. False: no MIDI file of format 0 or 1; nothing changes. */
     bool load(const QByteArray &bytes);
 
+    /** More bytes than one edit of each field, markers left out, can add. */
+    static constexpr int mostEditBytes = 4096;
+    /** The file without its events. What an edit of every text puts into it is found there as in
+     * the whole file, since it comes ahead of all that was there. */
+    RawMidiFile head() const;
+
     /** 1 for a file of format 0, 2 for format 1, 0 when nothing is loaded. */
     int type() const { return m_type; }
 

@@ -117,6 +117,83 @@ private Q_SLOTS:
             told(song.checkEdit(recordOf(song))).startsWith(QStringLiteral("! è troppo grande")));
     }
 
+    void notesAreThoseOfTheWholeSong_data()
+    {
+        const Table<QString, QByteArray> row;
+        const QByteArray keys = meta(0x59, hex("0000")) + meta(0x59, hex("FF01"));
+        const QByteArray ours = meta(3, "Old") + keys + songInfo(1, "POP") + songInfo(2, "Old")
+            + songInfo(3, "Old") + songInfo(4, "61") + songInfo(5, "99");
+        const auto lengthOf = [](const char *length) {
+            return "MTrk" + hex(length) + meta(3, "Old") + note() + endOfTrack();
+        };
+        const std::pair<const char *, QByteArray> tracks[] = {
+            {"a title where a delta-time belongs", track(hex("FF03034F6C64") + note())},
+            {"a key where a delta-time belongs", track(hex("FF59020000") + note())},
+            {"our events twice", track(ours + note() + ours)},
+            {"our events within others", track(meta(3, ours) + meta(0x4B, ours) + note())},
+            {"a title that claims more than is there", track(hex("00FF03FF4F6C64"))},
+            {"our events after a note", track(note() + ours + endOfTrack())},
+            {"a track that claims to be empty", lengthOf("00000000")},
+            {"a track that claims to be endless", lengthOf("FFFFFFFF")},
+            {"a track whose length wraps when it grows", lengthOf("FFFFFFE0")},
+            {"a track that is empty", track({})},
+            {"many lyrics", track(meta(5, "la").repeated(20'000))},
+        };
+        for (const auto &[name, events] : tracks) {
+            for (const char *suffix : {"mid", "mf3", "mf4", "mf5"})
+                row(suffix + QByteArray(": ") + name, suffix, midi(0, {events}));
+        }
+    }
+    /** Whatever is there beside the texts that are typed. */
+    void notesAreThoseOfTheWholeSong()
+    {
+        const auto [suffix, bytes] = cells<QString, QByteArray>();
+        const MetaSong song = m_file.imported(suffix, fileOf(suffix, bytes));
+        const QString odd[] = {{},
+                               "Volare"_s,
+                               QStringLiteral("\u00E9"),
+                               QString(40, u'x'),
+                               QString(126, u'x'), // the length byte of the next ones is 0xFF
+                               u'Y' + QString(84, QChar(0x20AC)) + QStringLiteral("\u00E9"),
+                               QStringLiteral("\u0003") + QString(84, QChar(0x20AC)) + "xx"_s,
+                               QString(84, QChar(0x20AC)) + QStringLiteral("\u00E9")};
+        for (const QString &key : {QString(), "C"_s, "F - "_s, "A -"_s}) {
+            for (const QString &text : odd) {
+                for (const QString &other : odd) {
+                    SongInfo typed = recordOf(song);
+                    typed.key = key;
+                    typed.title = typed.author = text;
+                    typed.artist = typed.genre = other;
+                    MetaSong whole = imported(m_file.path());
+                    const QVector<FieldNote> notes = song.checkEdit(typed);
+                    QCOMPARE(toldOfTexts(notes), expected(notes, typed, whole));
+                }
+            }
+        }
+    }
+
+    void aSongThatJustFits_data()
+    {
+        const Table<int, bool> row;
+        row("after the edit", 500'000, true);
+        row("one byte is too much after the edit", 500'001, false);
+    }
+    void aSongThatJustFits()
+    {
+        const auto [size, fits] = cells<int, bool>();
+        const QByteArray before = songInfo(4, "1");
+        const auto edited = static_cast<int>(midi0(songInfo(4, "1")).size());
+        const int syllables = size - edited - 9; // a long key becomes a longer length
+        const QByteArray filling = hex("00FF0100") + QByteArray(syllables, 'x') + hex("00FF0100");
+        const MetaSong song = m_file.imported("mf3"_s, mfx(3, {}, midi0(before + filling)));
+        SongInfo typed = recordOf(song);
+        typed.length = 11;
+        QCOMPARE(told(song.checkEdit(typed)).isEmpty(), fits);
+        MetaSong whole = imported(m_file.path());
+        whole.setSongInfo(typed, edit);
+        QCOMPARE(static_cast<bool>(whole.whyNotSavable()), fits);
+    }
+
     void aCheckWritesNothingToTheLog()
     {
         for (const QString &suffix : words(everySuffix)) {
@@ -159,6 +236,50 @@ private:
             lines.append(note.field + (note.grade == FieldNote::Grade::Refused ? "! "_s : " "_s)
                          + note.text);
         return lines.join(QLatin1Char('\n'));
+    }
+
+    /** What is to be said of each text, told from a song that was edited; a text that others can't
+     * read is left out, as only that is said of it. */
+    static QString expected(const QVector<FieldNote> &notes, SongInfo &typed, MetaSong &whole)
+    {
+        whole.setSongInfo(typed, edit);
+        if (!whole.whyNotSavable())
+            return "refused"_s;
+        SongInfo stored = recordOf(whole);
+        QStringList lines;
+        for (const QString &field : words("title artist genre author")) {
+            const QString &wanted = textIn(typed, field);
+            const QString &kept = textIn(stored, field);
+            if (kept == wanted || gradeOf(notes, field) == FieldNote::Grade::Misread)
+                continue;
+            lines += field + QLatin1Char(' ')
+                + (wanted.startsWith(kept)
+                       ? "ne resteranno %1 caratteri su %2"_s.arg(kept.size()).arg(wanted.size())
+                       : QStringLiteral("il lettore mostrerà: ") + shown(kept));
+        }
+        return lines.join(QLatin1Char('\n'));
+    }
+    static FieldNote::Grade gradeOf(const QVector<FieldNote> &notes, const QString &field)
+    {
+        for (const FieldNote &note : notes) {
+            if (note.field == field)
+                return note.grade;
+        }
+        return FieldNote::Grade::NearLimit;
+    }
+    /** What expected() can tell of the notes. */
+    static QString toldOfTexts(QVector<FieldNote> notes)
+    {
+        const auto isLeftOut = [](const FieldNote &note) {
+            return note.grade == FieldNote::Grade::Misread
+                || note.grade == FieldNote::Grade::NearLimit;
+        };
+        for (const FieldNote &note : notes) {
+            if (note.grade == FieldNote::Grade::Refused)
+                return "refused"_s;
+        }
+        notes.erase(std::remove_if(notes.begin(), notes.end(), isLeftOut), notes.end());
+        return told(notes);
     }
 
     FixtureSong m_file;
