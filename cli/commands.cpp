@@ -68,10 +68,10 @@ void sayFailure(Session &session, const QString &path, const Outcome &cause)
 void sayDetail(Session &session, const QString &path, const Outcome &cause)
 {
     if (session.host.isVerbose() && cause.systemError != 0)
-        session.host.say(path + QLatin1String(": ")
-                         + Cli::tr("il sistema ha rifiutato %1: %2 (errore %3)")
-                               .arg(cause.path, cause.systemWords())
-                               .arg(cause.systemError));
+        session.host.say(
+            path + QLatin1String(": ")
+            + Cli::tr("il sistema ha rifiutato %1: %2 (errore %3)")
+                  .arg(cause.path, cause.systemWords(), QString::number(cause.systemError)));
 }
 
 void sayDone(Session &session, const QString &path, const QString &what)

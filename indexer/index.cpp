@@ -83,8 +83,9 @@ Outcome Index::removeIndex(const QString &root)
     Outcome outcome;
     const auto remove = [&](const char *name) {
         Outcome removed = m_disk.remove(filePath(root, name));
-        if (outcome && !removed)
-            outcome = {removed.code, filePath(root, name), removed.detail, {}};
+        removed.path = filePath(root, name);
+        if (outcome)
+            outcome = removed;
     };
     for (const char *name : deletedFiles)
         remove(name);

@@ -77,7 +77,7 @@ Outcome Disk::remove(const QString &path)
     SystemError::presumeFailedMedium();
     Outcome removed = outcomeOf(QFile::remove(path) || !QFileInfo::exists(path), path);
     if (!removed && QFileInfo(path).isDir()) // for which not every system has an error of its own
-        removed = {Outcome::Code::NotAFile, path, {}, {}};
+        removed.code = Outcome::Code::NotAFile;
     return removed;
 }
 

@@ -150,10 +150,10 @@ Outcome openAs(QFile &file, DWORD disposition)
     const QString path = file.fileName();
     if (const Handle handle(openShared(longPath(path), GENERIC_WRITE, disposition));
         !handle.isOpen()) {
-        const Outcome denied = outcomeOf(false, path);
-        return disposition != CREATE_NEW && QFileInfo(path).isDir()
-            ? Outcome{Outcome::Code::NotAFile, path, {}, {}}
-            : denied;
+        Outcome denied = outcomeOf(false, path);
+        if (disposition != CREATE_NEW && QFileInfo(path).isDir())
+            denied.code = Outcome::Code::NotAFile;
+        return denied;
     }
     SystemError::presumeFailedMedium();
     return outcomeOf(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered), path);
@@ -187,7 +187,7 @@ Outcome SystemError::outcomeOf(bool isDone, const QString &path, bool isWriting)
         detail = qt_error_string(static_cast<int>(error));
     else if (code == Outcome::Code::ReadOnlyVolume)
         detail = Outcome::volumeNameOf(path);
-    return {code, path, detail, {}};
+    return {code, path, detail, {}, static_cast<int>(error)};
 }
 
 Outcome Disk::openForWriting(QFile &file)
@@ -252,7 +252,7 @@ Outcome Disk::rename(const QString &from, const QString &to)
     Outcome renamed =
         outcomeOf(MoveFileExW(wide(longPath(from)), wide(longPath(to)), flags) != 0, to);
     if (!renamed && QFileInfo(to).isDir())
-        renamed = {Outcome::Code::NotAFile, to, {}, {}};
+        renamed.code = Outcome::Code::NotAFile;
     return renamed;
 }
 

@@ -171,6 +171,8 @@ private Q_SLOTS:
         QVERIFY(index.failed());
         QVERIFY(!index.deleteIndex(memory.root()));
         QCOMPARE(index.outcome().path, memory.file("title.id3"));
+        QCOMPARE(index.outcome().codeName(), "not-a-file"_s);
+        QVERIFY(!index.outcome().systemWords().isEmpty());
         QCOMPARE(memory.indexFiles(), QStringList()); // but that one all are gone
     }
 

@@ -69,6 +69,10 @@ private Q_SLOTS:
             R"(truncate -s 1000 b.mid; ulimit -f 1
                "$cli" edit --quiet -v --title $(printf %0120d 0) b.mid)",
             "b.mid: the system refused b.mid: File too large (error 27)\n");
+        row("a name with a percent sign, above the limit",
+            R"(truncate -s 1000 b.mid; mv b.mid b%1.mid; ulimit -f 1
+               "$cli" edit --quiet -v --title $(printf %0120d 0) b%1.mid)",
+            "b%1.mid: the system refused b%1.mid: File too large (error 27)\n");
         row("a file that the system had no part in", R"(echo text >t.mid; "$cli" info -v t.mid)",
             "");
         row("without the option", R"(truncate -s 1000 b.mid; ulimit -f 1
