@@ -96,6 +96,16 @@ private Q_SLOTS:
         }
     }
 
+    void announcesNoChangeOfASongThatHasAll()
+    {
+        const QString line = "sync --json --catalogue c.db --unpublished yes %1 AZZURRO.mid"_s;
+        QCOMPARE(cli(line.arg("--no-backup"_s)).status, 0);
+        const QVector<QJsonObject> planned = cli(line.arg("--dry-run"_s)).records();
+        QCOMPARE(planned.size(), 1);
+        QCOMPARE(planned[0].value("status"_s), QJsonValue("would-update"_s));
+        QCOMPARE(planned[0].value("changes"_s), QJsonValue(QJsonObject()));
+    }
+
     void savesTheSongsFirst()
     {
         const Run run = cli("sync --json --catalogue c.db --backup saved "
