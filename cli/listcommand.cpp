@@ -1,6 +1,4 @@
 #include "cli/command.h"
-#include "cli/console.h"
-#include "cli/printable.h"
 #include "cli/texts.h"
 #include "indexer/index.h"
 #include "indexer/outputtarget.h"
@@ -35,12 +33,8 @@ void printList(const QVector<IndexEntry> &entries, Session &session)
     QByteArray bytes = listOf(entries, SongListWriter::Encoding::Utf8);
     QBuffer list(&bytes);
     list.open(QIODevice::ReadOnly);
-    const bool isTerminal = Console::isTerminal(Console::Output);
-    while (!list.atEnd() && !session.host.wasCancelled()) {
-        const QByteArray line = list.readLine();
-        session.records.writeRaw(
-            isTerminal ? printable(QString::fromUtf8(line.chopped(1))).toUtf8() + '\n' : line);
-    }
+    while (!list.atEnd() && !session.host.wasCancelled())
+        session.records.writeTableLine(list.readLine());
 }
 
 void writeRecords(const QVector<IndexEntry> &entries, RecordWriter &records, Session &session)

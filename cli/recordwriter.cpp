@@ -1,5 +1,6 @@
 #include "cli/recordwriter.h"
 
+#include "cli/console.h"
 #include "cli/printable.h"
 
 namespace tarvel4 {
@@ -13,11 +14,13 @@ void RecordWriter::useTable(const QByteArrayList &columns)
 {
     m_format = Record::Csv;
     m_keys = columns;
-    writeRaw(Record::csvLine(columns));
+    writeTableLine(Record::csvLine(columns));
 }
 
 void RecordWriter::write(const Record &record)
 {
+    if (m_format == Record::Csv)
+        return writeTableLine(record.bytes());
     const bool isParted = m_format == Record::Text && !m_isFirst;
     writeRaw(isParted ? '\n' + record.bytes() : record.bytes());
     m_isFirst = false;
@@ -26,6 +29,12 @@ void RecordWriter::write(const Record &record)
 void RecordWriter::writeLine(const Record &record, const QString &line)
 {
     writeRaw(m_format == Record::Json ? record.bytes() : printable(line).toUtf8() + '\n');
+}
+
+void RecordWriter::writeTableLine(const QByteArray &line)
+{
+    const bool isTerminal = Console::isTerminal(Console::Output);
+    writeRaw(isTerminal ? printable(QString::fromUtf8(line.chopped(1))).toUtf8() + '\n' : line);
 }
 
 void RecordWriter::writeRaw(const QByteArray &bytes)

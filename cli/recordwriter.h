@@ -30,8 +30,8 @@ public:
     /** For people: \a line in place of the fields. */
     void writeLine(const Record &record, const QString &line);
 
-    /** Bytes that are the same for people and programs. */
-    void writeRaw(const QByteArray &bytes);
+    /** A line of a table with its line feed; a terminal is shown its control characters. */
+    void writeTableLine(const QByteArray &line);
 
     Record::Format format() const { return m_format; }
     /** A record to be filled and written. */
@@ -40,6 +40,8 @@ public:
     bool failed() const { return m_failed; }
 
 private:
+    void writeRaw(const QByteArray &bytes);
+
     Record::Format m_format;
     Sink m_sink;
     QByteArrayList m_keys;
