@@ -45,12 +45,8 @@ ExitStatus runExtract(const Arguments &arguments, Session &session)
         sayObstacle(session, target, obstacle);
         return ExitStatus::Failed;
     }
-    if (const Outcome written = NewFile::write(Disk::real(), target, song.midiData()); !written) {
-        const ExitStatus status =
-            jobFailed(session, Cli::tr("%1: non può essere scritto").arg(target));
-        sayDetail(session, target, written);
-        return status;
-    }
+    if (const Outcome written = NewFile::write(Disk::real(), target, song.midiData()); !written)
+        return jobFailed(session, target, written);
     sayDone(session, target, Cli::tr("scritto"));
     return ExitStatus::Done;
 }

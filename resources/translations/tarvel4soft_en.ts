@@ -183,10 +183,6 @@
         <translation>%1: exists already</translation>
     </message>
     <message>
-        <source>%1: non può essere scritto</source>
-        <translation>%1: can&apos;t be written</translation>
-    </message>
-    <message>
         <source>Scrive come file .mid la parte MIDI di una song MFx.</source>
         <translation>Writes the MIDI stream of an MFx song as a .mid file.</translation>
     </message>

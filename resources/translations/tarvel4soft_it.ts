@@ -183,10 +183,6 @@
         <translation>%1: esiste già</translation>
     </message>
     <message>
-        <source>%1: non può essere scritto</source>
-        <translation>%1: non può essere scritto</translation>
-    </message>
-    <message>
         <source>Scrive come file .mid la parte MIDI di una song MFx.</source>
         <translation>Scrive come file .mid la parte MIDI di una song MFx.</translation>
     </message>

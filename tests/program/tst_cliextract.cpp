@@ -74,9 +74,9 @@ private Q_SLOTS:
             "TEMP1.id3: it belongs to the index");
         row("a missing song", R"("$cli" extract --output o.mid gone.mf3)", 3, "gone.mf3: ");
         row("a target in a folder that is missing", R"("$cli" extract --output gone/o.mid s.1.mf3)",
-            3, "gone/o.mid: ");
+            3, "gone/o.mid: there is no such file");
         row("a disk that fills up leaves no half file",
-            R"(ulimit -f 0; "$cli" extract --output o.mid s.1.mf3)", 3, "o.mid: ");
+            R"(ulimit -f 0; "$cli" extract --output o.mid s.1.mf3)", 3, "o.mid: it is too large");
     }
     void refuses()
     {
