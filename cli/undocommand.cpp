@@ -7,8 +7,6 @@
 
 #include <QFileInfo>
 
-#include <algorithm>
-
 namespace tarvel4 {
 
 namespace {
@@ -56,21 +54,23 @@ ExitStatus runUndo(const Arguments &arguments, Session &session)
     if (!runs)
         return ExitStatus::Failed;
     const QString given = arguments.operands().value(0);
-    const auto named =
-        std::find_if(runs->begin(), runs->end(), [&given](const JournalRun &candidate) {
-            return given == QString::number(candidate.id);
-        });
-    const JournalRun *run = named == runs->end() ? nullptr : &*named;
-    if (given.isEmpty())
-        run = UndoJob::next(session.journal, *runs);
-    if (!run)
+    qint64 run = 0;
+    if (given.isEmpty()) {
+        if (const auto next = UndoJob::next(session.journal, *runs))
+            run = next->run.id;
+    }
+    for (const JournalRun &named : *runs) {
+        if (given == QString::number(named.id))
+            run = named.id;
+    }
+    if (run == 0)
         return given.isEmpty()
             ? jobFailed(session, Cli::tr("non c'è nulla da annullare"))
             : wrongUsage(session, Cli::tr("nessuna modifica ha il numero %1").arg(given));
 
     SaveRun saves(Disk::real(), &session.journal, QStringLiteral("undo"));
     const UndoSummary summary = UndoJob(session.host, saves, isDryRun)
-                                    .undo(session.journal, run->id, [&](const SongOutcome &song) {
+                                    .undo(session.journal, run, [&](const SongOutcome &song) {
                                         report(session, song.path, song, isDryRun);
                                     });
     return summary.failed > 0 ? ExitStatus::SomeFailed : ExitStatus::Done;

@@ -12,6 +12,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 
 namespace tarvel4 {
 
@@ -61,6 +62,16 @@ QByteArray hashOf(const QByteArray &head, const QString &path, qint64 from, Outc
     return outcome ? hash.result() : QByteArray();
 }
 
+/** Those that a run wrote, in their order. */
+QStringList filesOf(Journal &journal, const JournalRun &run)
+{
+    QStringList files;
+    for (const JournalEntry &song : journal.songsOf(run.id))
+        files += song.path;
+    files.removeDuplicates();
+    return files;
+}
+
 /** How many bytes at the end of a file its writes left as they were. */
 qint64 unchangedEnd(const QVector<JournalEntry> &writes)
 {
@@ -93,31 +104,23 @@ UndoSummary UndoJob::undo(Journal &journal, qint64 run, const SongObserver &obse
     return summary;
 }
 
-const JournalRun *UndoJob::next(Journal &journal, const QVector<JournalRun> &runs)
+std::optional<UndoJob::Next> UndoJob::next(Journal &journal, const QVector<JournalRun> &runs)
 {
     if (runs.isEmpty())
-        return nullptr;
+        return {};
     const JournalRun &newest = runs.constFirst();
+    const QStringList written = filesOf(journal, newest);
     const auto begun = std::find_if(runs.begin(), runs.end(), [&newest](const JournalRun &run) {
         return run.id == newest.takesBack;
     });
     if (begun == runs.end())
-        return &newest;
-    const QStringList files = filesOf(journal, newest);
-    const QSet<QString> done(files.begin(), files.end());
-    const QStringList all = filesOf(journal, *begun);
-    const bool isRestLeft = std::any_of(
-        all.begin(), all.end(), [&done](const QString &path) { return !done.contains(path); });
-    return isRestLeft ? &*begun : &newest;
-}
-
-QStringList UndoJob::filesOf(Journal &journal, const JournalRun &run)
-{
-    QStringList files;
-    for (const JournalEntry &song : journal.songsOf(run.id))
-        files += song.path;
-    files.removeDuplicates();
-    return files;
+        return Next{newest, written, written};
+    const QStringList files = filesOf(journal, *begun);
+    const QSet<QString> done(written.begin(), written.end());
+    QStringList left;
+    std::copy_if(files.begin(), files.end(), std::back_inserter(left),
+                 [&done](const QString &path) { return !done.contains(path); });
+    return left.isEmpty() ? Next{newest, written, written} : Next{*begun, files, left};
 }
 
 UndoSummary UndoJob::restore(const QStringList &paths, const QString &backup,

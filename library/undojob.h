@@ -9,6 +9,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 namespace tarvel4 {
 
@@ -31,12 +32,16 @@ public:
     /** \a isDryRun: nothing is written, and each outcome is what would become of the song. */
     UndoJob(Progress &progress, SaveRun &saves, bool isDryRun = false);
 
-    /** What is to be taken back where nobody names a run: the newest one, or the rest of what it
-     * was taking back when it was cut short. Null where there is no run. */
-    static const JournalRun *next(Journal &journal, const QVector<JournalRun> &runs);
+    struct Next
+    {
+        JournalRun run;
+        QStringList files; ///< that the run wrote, in their order
+        QStringList left; ///< those of them to which an undo that was cut short did not come
+    };
 
-    /** The files that a run wrote, in their order. */
-    static QStringList filesOf(Journal &journal, const JournalRun &run);
+    /** What is to be taken back where nobody names a run: the newest one, or the rest of what it
+     * was taking back when it was cut short. None where there is no run. */
+    static std::optional<Next> next(Journal &journal, const QVector<JournalRun> &runs);
 
     /** Takes back the songs of a run, the last one first, each that still has the bytes that the
      * run wrote; ChangedMeanwhile for the others, but for those that were given back already. */

@@ -15,8 +15,6 @@
 #include <QSet>
 #include <QTableView>
 
-#include <algorithm>
-
 namespace tarvel4 {
 
 UndoChanges::UndoChanges(QTableView &table, UserSongsRelTableModel *model, WindowHost &host,
@@ -47,22 +45,14 @@ void UndoChanges::askAndUndo()
                        {});
         return;
     }
-    if (runs->isEmpty()) {
+    const auto next = UndoJob::next(m_journal, *runs);
+    if (!next) {
         m_host.information(tr("Annulla l'ultima modifica"),
                            tr("Non c'è nessuna modifica da annullare."), {});
         return;
     }
-    const JournalRun &next = *UndoJob::next(m_journal, *runs);
-    const QStringList paths = UndoJob::filesOf(m_journal, next);
-    QStringList left = paths;
-    if (next.id != runs->constFirst().id) { // which has taken back some
-        const QStringList files = UndoJob::filesOf(m_journal, runs->constFirst());
-        const QSet<QString> done(files.begin(), files.end());
-        const auto isDone = [&done](const QString &path) { return done.contains(path); };
-        left.erase(std::remove_if(left.begin(), left.end(), isDone), left.end());
-    }
-    if (ask(next, left, static_cast<int>(paths.size() - left.size())))
-        undo(next, paths);
+    if (ask(next->run, next->left, static_cast<int>(next->files.size() - next->left.size())))
+        undo(next->run, next->files);
 }
 
 /** \a done: songs that an undo brought back before it was cut short. */
