@@ -1,6 +1,6 @@
 #include "tests/indexer/memoryfixture.h"
 #include "tests/storage/failingdisk.h"
-#include "tests/storage/fifo.h"
+#include "tests/storage/unixfile.h"
 
 using namespace tarvel4;
 using namespace SongBytes;
@@ -257,7 +257,7 @@ private Q_SLOTS:
 
         QFile::remove(path);
         memory.putMidi("/newer.mid"_s, "newer");
-        QVERIFY(makeFifo(path));
+        QVERIFY(UnixFile::makeFifo(path));
         QVERIFY(!memory.problems().isEmpty());
         QCOMPARE(Index().writeSongList(memory.root(), memory.file("l.csv"), 0),
                  isReadFirst ? 0 : 1);

@@ -1,8 +1,8 @@
 #include "indexer/indexentry.h"
 #include "indexer/songreader.h"
 #include "tests/songs/songbytes.h"
-#include "tests/storage/fifo.h"
 #include "tests/storage/table.h"
+#include "tests/storage/unixfile.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -228,7 +228,7 @@ private Q_SLOTS:
             entry.absolutePath = folder.filePath(QLatin1String(name) + ".mp3"_s);
             if (qstrcmp(name, "FOLDER") == 0)
                 QVERIFY(QDir().mkdir(entry.absolutePath));
-            else if (!makeFifo(entry.absolutePath))
+            else if (!UnixFile::makeFifo(entry.absolutePath))
                 QSKIP("there are no FIFOs here");
             QVERIFY(SongReader::read(entry));
             QCOMPARE(entry.title, QString::fromLatin1(name));
