@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # build-qt.sh FOLDER: makes a static Qt 6.4 (Core, Gui, Widgets, Sql with SQLite, Test; the platforms windows, offscreen and minimal) for
 # 64-bit Windows from Debian 12's own source packages, and puts it into FOLDER, which has to be new or empty: /opt/qt-windows.
-# About an hour of processor time and 3 GB in WORK (here, where it is not set: a folder below that of temporary files).
+# About an hour of processor time and 3 GB in WORK/qt-windows-build (here, where WORK is not set: in the folder of temporary files), which
+# stays for another run and begins anew then.
 # build-qt.sh --configure FOLDER stops before the long part.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -13,7 +14,7 @@ if [ "${1-}" = --configure ]; then
   shift
 fi
 if [ $# -ne 1 ]; then
-  sed -n 2,5p "$0" | cut -c3- >&2
+  sed -n 2,6p "$0" | cut -c3- >&2
   exit 2
 fi
 prefix=$(realpath -m "$1")
@@ -21,7 +22,7 @@ if [ -n "$(ls -A "$prefix" 2>/dev/null)" ]; then
   echo "$prefix is not empty." >&2
   exit 2
 fi
-work=${WORK:-${TMPDIR:-/tmp}/qt-windows-build}
+work=$(realpath -m "${WORK:-${TMPDIR:-/tmp}}/qt-windows-build") # of its own: what an earlier run left there is removed
 install_packages "${windows_packages[@]}" dpkg-dev tcl
 mkdir -p "$work/apt/lists/partial" "$work/apt/cache/archives/partial"
 cd "$work"
