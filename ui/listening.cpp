@@ -39,7 +39,10 @@ Listening::Listening(QTableView &table, UserSongsRelTableModel &model, QMenu &to
     m_fromMark = tools.addMenu(QString());
     m_fromMark->setObjectName(QStringLiteral("menuListenFromMark"));
 
-    connect(m_listen, &QAction::triggered, this, [this] { toggle(m_table.currentIndex().row()); });
+    connect(m_listen, &QAction::triggered, this, [this] {
+        if (!QApplication::activeModalWidget()) // as that of a job, which gets the keys later
+            toggle(m_table.currentIndex().row());
+    });
     connect(m_fromMark, &QMenu::aboutToShow, this,
             [this] { addMarksOf(*m_fromMark, m_model.fileNameOf(m_table.currentIndex().row())); });
     connect(&tools, &QMenu::aboutToShow, this, &Listening::updateTools);

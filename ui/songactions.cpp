@@ -10,36 +10,48 @@
 #include "ui/songtable.h"
 #include "ui/windowhost.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QMenu>
 #include <QMessageBox>
 #include <QShortcut>
 #include <QTableView>
 
+#include <functional>
+
 namespace tarvel4 {
+
+namespace {
+
+/** A key that is pressed twice comes again before what it opened has the focus. */
+void addKey(QTableView &table, const QKeySequence &key, const std::function<void()> &act)
+{
+    auto *shortcut = new QShortcut(key, &table, nullptr, nullptr, Qt::WidgetShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, &table, [act] {
+        if (!QApplication::activeModalWidget() && !QApplication::activePopupWidget())
+            act();
+    });
+}
+
+} // namespace
 
 SongActions::SongActions(const EditPlace &at, Listening &listening)
     : m_at(at)
     , m_listening(listening)
 {
-    QTableView &table = at.table;
-    auto *deleteKey = new QShortcut(Qt::Key_Delete, &table, nullptr, nullptr, Qt::WidgetShortcut);
-    QObject::connect(deleteKey, &QShortcut::activated, &table, [this] {
+    const auto editCurrent = [this] { edit(m_at.table.currentIndex().row()); };
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2})
+        addKey(m_at.table, key, editCurrent);
+    addKey(m_at.table, Qt::Key_Delete, [this] {
         if (m_at.table.currentIndex().isValid())
             deleteFile(m_at.table.currentIndex().row());
     });
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) {
-        auto *shortcut = new QShortcut(key, &table, nullptr, nullptr, Qt::WidgetShortcut);
-        QObject::connect(shortcut, &QShortcut::activated, &table,
-                         [this] { edit(m_at.table.currentIndex().row()); });
-    }
 #ifndef Q_OS_WIN // where the system itself asks for the menu of what has the focus
-    const QKeySequence menuKeys(QLatin1String("Shift+F10"), QKeySequence::PortableText);
-    auto *menuKey = new QShortcut(menuKeys, &table, nullptr, nullptr, Qt::WidgetShortcut);
-    QObject::connect(menuKey, &QShortcut::activated, &table, [this] {
-        m_at.table.scrollTo(m_at.table.currentIndex());
-        showMenu(m_at.table.visualRect(m_at.table.currentIndex()).center());
-    });
+    addKey(m_at.table, QKeySequence(QLatin1String("Shift+F10"), QKeySequence::PortableText),
+           [this] {
+               m_at.table.scrollTo(m_at.table.currentIndex());
+               showMenu(m_at.table.visualRect(m_at.table.currentIndex()).center());
+           });
 #endif
 }
 
@@ -96,8 +108,8 @@ void SongActions::deleteFile(int row)
         return;
     m_listening.stop(path);
     QFile::remove(path);
-    SongTable::removeRow(m_at.table, m_at.model,
-                         row); // required: also when the file is still there
+    // required: also when the file is still there
+    SongTable::removeRow(m_at.table, m_at.model, row);
 }
 
 } // namespace tarvel4

@@ -229,6 +229,36 @@ private Q_SLOTS:
         QCOMPARE(column(Name), strings({"s000.mid", "s002.mid"}));
     }
 
+    void aKeyPressedTwiceOpensOneDialog_data()
+    {
+        const Table<int, bool> row; // a key, with Shift
+        row("Delete", Qt::Key_Delete, false);
+        row("F2", Qt::Key_F2, false);
+        row("Return", Qt::Key_Return, false);
+        row("Enter", Qt::Key_Enter, false);
+        row("Shift+F10", Qt::Key_F10, true);
+    }
+    /** Before the dialog has the keys: an X server gives them to it some time later. */
+    void aKeyPressedTwiceOpensOneDialog()
+    {
+        const auto [key, isShifted] = cells<int, bool>();
+        import(2);
+        const auto press = [this, key = Qt::Key(key), isShifted = isShifted] {
+            QApplication::setActiveWindow(m_window.get());
+            QTest::keyClick(table(), key, isShifted ? Qt::ShiftModifier : Qt::NoModifier);
+        };
+        table()->setFocus();
+        table()->selectRow(1);
+        bool isOpened = false;
+        m_driver->expect<QWidget>([&](QWidget &opened) {
+            isOpened = true;
+            press(); // a second one is not expected, and fails the row
+            opened.close();
+        });
+        press();
+        QVERIFY(isOpened);
+    }
+
     void folderOfASongIsShown()
     {
         import(2);
