@@ -33,6 +33,9 @@ public:
     /** A line of a table with its line feed; a terminal is shown its control characters. */
     void writeTableLine(const QByteArray &line);
 
+    /** Bytes that are the same for people and programs. */
+    void writeRaw(const QByteArray &bytes);
+
     Record::Format format() const { return m_format; }
     /** A record to be filled and written. */
     Record begin() const { return Record(m_format, m_isColoured, m_keys); }
@@ -40,8 +43,6 @@ public:
     bool failed() const { return m_failed; }
 
 private:
-    void writeRaw(const QByteArray &bytes);
-
     Record::Format m_format;
     Sink m_sink;
     QByteArrayList m_keys;
