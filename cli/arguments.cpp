@@ -162,8 +162,12 @@ bool Arguments::readLists()
             return false;
         if (bytes.startsWith("\xEF\xBB\xBF")) // which Windows programs put ahead of UTF-8
             bytes.remove(0, 3);
-        const QByteArrayList paths = bytes.split(end);
-        for (const QByteArray &path : paths) {
+        QByteArrayList paths = bytes.split(end);
+        for (QByteArray &path : paths) {
+#ifdef Q_OS_WIN
+            if (path.endsWith('\r')) // no name has it
+                path.chop(1);
+#endif
             if (!path.isEmpty() && !addOperand(path))
                 return false;
         }

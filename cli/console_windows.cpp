@@ -70,10 +70,11 @@ bool readSome(QByteArray &bytes)
             && !s_interrupted;
     }
     std::vector<wchar_t> text(blockSize);
-    if (!ReadConsoleW(handleOf(Console::Input), text.data(), blockSize, &got, nullptr))
+    // Ctrl+C reads nothing, and the handler may not have begun yet.
+    if (!ReadConsoleW(handleOf(Console::Input), text.data(), blockSize, &got, nullptr) || got == 0)
         return false;
     constexpr wchar_t controlZ = 0x1A; // what ends an input that is typed
-    if (got > 0 && text[0] != controlZ)
+    if (text[0] != controlZ)
         bytes = QString::fromWCharArray(text.data(), static_cast<int>(got)).toUtf8();
     return !s_interrupted;
 }

@@ -253,7 +253,7 @@ private Q_SLOTS:
         row("an edit, when the songs in hand are saved",
             R"("$cli" edit --title Nuova --json {1..900}.mid)", "title: Nuova\n");
         row("an undo, when the songs in hand are given back",
-            R"("$cli" edit --title Nuova {1..9}.mid >/dev/null; "$cli" undo)",
+            R"("$cli" edit --title Nuova {9..1}.mid >/dev/null; "$cli" undo)", // 1.mid first
             "title: Bella Ciao\n");
         row("a restore, when the songs in hand are given back",
             R"("$cli" edit --title Nuova {1..9}.mid >/dev/null
@@ -296,6 +296,15 @@ private Q_SLOTS:
         row("a byte order mark is no part of a name",
             R"(printf '\357\273\277a.mid\n' >l; "$cli" info --json --files-from l)", 0, "a.mid",
             "");
+#ifdef TARVEL4_WINDOWS_CLI
+        row("a line ends as Windows ends it",
+            R"(printf 'a.mid\r\n\r\nb c.mid\r\n' >l; "$cli" info --json --files-from l)", 0,
+            "a.mid|b c.mid", "");
+#else
+        row("a carriage return is a letter of a name",
+            R"(cp a.mid $'n.mid\r'; printf 'n.mid\r\n' >l; "$cli" info --json --files-from l)", 0,
+            "n.mid\r", "");
+#endif
         row("empty lines are none", R"(printf '\na.mid\n\n' >l; "$cli" info --json --files-from l)",
             0, "a.mid", "");
         row("each ended by a zero byte",
