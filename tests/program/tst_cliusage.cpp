@@ -300,6 +300,14 @@ private Q_SLOTS:
         row("a line ends as Windows ends it",
             R"(printf 'a.mid\r\n\r\nb c.mid\r\n' >l; "$cli" info --json --files-from l)", 0,
             "a.mid|b c.mid", "");
+        row("wildcards are those of the command line alone",
+            R"(cp a.mid d.mid; echo d.mid >l; "$cli" info --json --files-from l '?.mid' 'B*')", 0,
+            "a.mid|d.mid|b c.mid|d.mid", "");
+        row("a wildcard in a list is a letter", R"(echo '?.mid' >l; "$cli" info --files-from l)", 3,
+            "", "?.mid: there is no");
+        row("a backslash parts folders",
+            R"(mkdir f; cp a.mid f; echo 'f\a.mid' >l; "$cli" info --json --files-from l '.\f\a.mid')",
+            0, "./f/a.mid|f/a.mid", "");
 #else
         row("a carriage return is a letter of a name",
             R"(cp a.mid $'n.mid\r'; printf 'n.mid\r\n' >l; "$cli" info --json --files-from l)", 0,
