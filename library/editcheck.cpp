@@ -31,17 +31,11 @@ bool isWritten(const ApplyToAll &fields, const QString &key)
         || (fields.author && key == keyOf(SongField::Author));
 }
 
-/** Keeps the gravest of each field; those of one grade that say different things stand together. */
+/** Formats of which the same is to be said of a field stand together. */
 void add(QVector<Finding> &findings, const FieldNote &note, const Group &group)
 {
-    const auto isOfField = [&note](const Finding &f) { return f.note.field == note.field; };
-    const auto other = std::find_if(findings.begin(), findings.end(), isOfField);
-    if (other != findings.end() && other->note.grade < note.grade)
-        return;
-    if (other != findings.end() && note.grade < other->note.grade)
-        findings.erase(std::remove_if(other, findings.end(), isOfField), findings.end());
-    const auto same = std::find_if(findings.begin(), findings.end(), [&](const Finding &f) {
-        return isOfField(f) && f.note.text == note.text;
+    const auto same = std::find_if(findings.begin(), findings.end(), [&note](const Finding &f) {
+        return f.note.field == note.field && f.note.text == note.text;
     });
     if (same == findings.end())
         return findings.append({note, group.songs, {group.format}});
@@ -75,6 +69,10 @@ QVector<FieldNote> EditCheck::notes(const QVector<Song> &songs, const ApplyToAll
         }
     }
 
+    std::stable_sort(
+        findings.begin(), findings.end(),
+        [](const Finding &one, const Finding &other) { return one.note.grade < other.note.grade; });
+
     QVector<FieldNote> notes;
     for (const Finding &finding : qAsConst(findings)) {
         FieldNote note = finding.note;
@@ -89,7 +87,7 @@ QVector<FieldNote> EditCheck::notes(const QVector<Song> &songs, const ApplyToAll
                          [&note](const FieldNote &n) { return n.field == note.field; });
         if (sameField == notes.end())
             notes.append(note);
-        else
+        else if (note.grade < FieldNote::Grade::NearLimit || note.grade == sameField->grade)
             sameField->text += QLatin1String("; ") + note.text;
     }
     return notes;

@@ -23,8 +23,9 @@ public:
         QString path;
     };
 
-    /** At most one note for each field that is to be written, its gravest; where there are several
-     * songs it tells how many it is about. */
+    /** At most one note for each field that is to be written, with its gravest first; where there
+     * are several songs it tells how many each is about. How many characters still fit is not told
+     * of a field of which there is more to say. */
     QVector<FieldNote> notes(const QVector<Song> &songs, const ApplyToAll &fields,
                              const SongInfo &edited);
 

@@ -29,9 +29,9 @@ void EditMany::run()
     if (rows.isEmpty())
         return m_at.host.information(tr("Modifica più song"),
                                      tr("La tabella non mostra nessuna song."), {});
-    EditManyDialog dialog(m_at.db.genres(), m_at.db.altArtists(), m_at.table.window());
     QVector<EditManyDialog::Song> songs;
     QVector<EditCheck::Song> files;
+    EditCheck check;
     songs.reserve(rows.size());
     files.reserve(rows.size());
     for (const int row : rows) {
@@ -41,11 +41,11 @@ void EditMany::run()
         files.append({m_at.model.cellIndex(row, formatColumn).data().toString(),
                       m_at.model.fileNameOf(row)});
     }
+    EditManyDialog dialog(m_at.db.genres(), m_at.db.altArtists(), m_at.table.window());
     dialog.setSongs(songs);
     const int current = static_cast<int>(rows.indexOf(m_at.table.currentIndex().row()));
     if (current >= 0)
         dialog.choose({current});
-    EditCheck check;
     dialog.setCheck([&] {
         QVector<EditCheck::Song> chosen;
         for (const int song : dialog.chosen())

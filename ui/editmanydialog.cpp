@@ -54,6 +54,7 @@ EditManyDialog::EditManyDialog(const QStringList &genres, const QStringList &art
     noteIcon->setMinimumSize(noteHeight, noteHeight);
     auto *noteLine = new ElidedLabel;
     noteLine->setObjectName(QStringLiteral("noteLabel"));
+    noteLine->setElideMode(Qt::ElideRight);
     auto *note = new QHBoxLayout;
     note->addWidget(noteIcon);
     note->addWidget(noteLine, 1);

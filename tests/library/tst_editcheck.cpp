@@ -24,21 +24,26 @@ private Q_SLOTS:
             text("author 0 ") + letter);
         row("plain texts", "mid mf3 mp3", "author artist genre", "x", "");
         row("those that can't hold a letter are counted", "mid mf3 mf3 mp3", "author", e,
-            text("author 0 in 2 song su 4 (MF3): ") + letter);
-        row("of several formats", "mid mf3 mf5", "artist", e,
-            text("artist 0 in 2 song su 3 (MF3, MF5): ") + letter);
+            text("author 0 in 2 song su 4 (MF3): ") + letter
+                + text("; in 2 song su 4 (MIDI, MP3): ") + shown);
+        row("of several formats", "mf3 mid mf5", "artist", e,
+            text("artist 0 in 2 song su 3 (MF3, MF5): ") + letter
+                + text("; in 1 song su 3 (MIDI): ") + shown);
         row("what a player shows otherwise", "mid mid mp3", "genre", e,
             text("genre 2 in 3 song su 3 (MIDI, MP3): ") + shown);
-        row("the gravest, whichever comes first", "mf4 mid", "genre", e,
-            text("genre 0 in 1 song su 2 (MF4): ") + letter);
-        row("the gravest comes last", "mid mp3 mf4", "genre", e,
-            text("genre 0 in 1 song su 3 (MF4): ") + letter);
+        row("the gravest first", "mid mp3 mf4 mid", "genre", e,
+            text("genre 0 in 1 song su 4 (MF4): ") + letter + text("; in 3 song su 4 (MIDI, MP3): ")
+                + shown);
+        row("few characters left, in songs of another format", "mid mf3", "genre",
+            QString(120, QLatin1Char('x')),
+            "genre 3 in 1 song su 2 (MF3): ne resteranno 32 caratteri su 120");
         row("different ends of one text", "mid mf3 mid", "author", QString(130, QLatin1Char('x')),
             "author 3 in 2 song su 3 (MIDI): ne resteranno 125 caratteri su 130; "
             "in 1 song su 3 (MF3): ne resteranno 32 caratteri su 130");
         row("each field by itself", "mf3 mid", "artist genre", e,
-            text("artist 0 in 1 song su 2 (MF3): ") + letter
-                + text("\ngenre 0 in 1 song su 2 (MF3): ") + letter);
+            QStringLiteral("artist 0 in 1 song su 2 (MF3): %1; in 1 song su 2 (MIDI): %2\n"
+                           "genre 0 in 1 song su 2 (MF3): %1; in 1 song su 2 (MIDI): %2")
+                .arg(letter, shown));
         row("a field that is not written", "mf3", "", e, "");
         row("no song", "", "author", e, "");
         row("a song that is gone counts with its format", "gone.mf3 mf3", "author", e,

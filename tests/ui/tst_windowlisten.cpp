@@ -282,6 +282,7 @@ private Q_SLOTS:
         } else if (what == text("edit")) {
             m_driver->expect<DataEditDialog>([this](DataEditDialog &dialog) {
                 QCOMPARE(m_calls.constLast(), text("stop"));
+                trigger("actionListen"); // nothing plays below a dialog
                 dialog.reject();
             });
             doubleClick(1);
