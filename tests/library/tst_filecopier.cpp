@@ -21,6 +21,7 @@ private Q_SLOTS:
     void aCopyIsTheWholeSongWithItsTime();
     void aReadOnlySongStaysReadOnly();
     void songsInPlaceCountAsCopiedAndAreLeftAlone();
+    void aSongReachedByAnotherCaseIsInPlace();
     void aSongOfAnotherCaseIsAnotherSong_data();
     void aSongOfAnotherCaseIsAnotherSong();
     void aSongReachedThroughALinkIsNotLost();
@@ -97,6 +98,21 @@ void tst_FileCopier::songsInPlaceCountAsCopiedAndAreLeftAlone()
     QCOMPARE(summary.copied, 2);
     QCOMPARE(summary.kept, 0);
     QCOMPARE(m_host.events, QStringList()); // required: no question, no progress
+    QCOMPARE(disk.operations, QStringList());
+    QCOMPARE(TestFiles::read(target(text("song.mid"))), oldBytes);
+}
+
+void tst_FileCopier::aSongReachedByAnotherCaseIsInPlace()
+{
+    TestFiles::write(target(text("song.mid")), oldBytes);
+    const QString song = m_dir->filePath(text("TO/song.mid"));
+    if (QDir().mkdir(QFileInfo(song).path())) // names keep case apart: the same song by a link
+        QVERIFY(UnixFile::makeHardLink(target(text("song.mid")), song));
+    FailingDisk disk;
+    const CopySummary summary = copy({song}, disk);
+    QVERIFY(summary.isComplete());
+    QCOMPARE(summary.copied, 1);
+    QCOMPARE(m_host.events, QStringList());
     QCOMPARE(disk.operations, QStringList());
     QCOMPARE(TestFiles::read(target(text("song.mid"))), oldBytes);
 }

@@ -100,6 +100,12 @@ private Q_SLOTS:
         QCOMPARE(m_program->written(text("answers")), answers);
     }
 
+    void waitsAsLongAsIsRequired()
+    {
+        QCOMPARE(DiskCheckTimings().toStart, 60000);
+        QCOMPARE(DiskCheckTimings().toFinish, 300000);
+    }
+
     void notStartable()
     {
         QCOMPARE(check(), DiskCheck::NotRun); // there is no such program

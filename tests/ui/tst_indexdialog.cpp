@@ -112,10 +112,12 @@ private Q_SLOTS:
         row("update", false, "");
         row("rebuild", true, "");
         row("a slash at the end of the path", true, "/");
+        row("a backslash at the end of the path", true, "\\");
     }
     void runs()
     {
         const auto [rebuild, separator] = cells<bool, QString>();
+        QDir().mkdir(card() + separator); // where a backslash parts no names, it is one of this one
         m_dialog->errorFromIndexReceived(text("of an earlier run"));
         for (int round = 0; round < 2; ++round) { // a new memory and a prepared one
             choose(card() + separator, rebuild);

@@ -185,7 +185,9 @@ private Q_SLOTS:
         m_window.reset();
         QFile::remove(path("songsdb_debug"));
         QDir().mkpath(path("songsdb_debug")); // a folder is no catalogue
+        const LogCapture log;
         openWindow();
+        QVERIFY(LogCapture::has(text("Error initializing DB !!!")));
         QVERIFY(!table()->model());
         QCOMPARE(table()->contextMenuPolicy(), Qt::DefaultContextMenu);
         QCOMPARE(enabledSteps(), text("selectDir"));

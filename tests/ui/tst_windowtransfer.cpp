@@ -114,6 +114,17 @@ private Q_SLOTS:
         QCOMPARE(m_question, text("esiste già, vuoi sostituirlo?"));
     }
 
+    void answersForAllLastForOneTransfer()
+    {
+        for (int round = 1; round <= 2; ++round) {
+            write(card("music/a.mid"), "old");
+            write(card("music/b.mid"), "old");
+            answerQuestions(text("noAll"));
+            transfer();
+            QCOMPARE(m_asked.size(), round);
+        }
+    }
+
     void overwriteQuestionTellsTheFilesApart()
     {
         const QDateTime old(QDate(2019, 3, 4), QTime(5, 6));
