@@ -4,7 +4,7 @@ foreach(line IN LISTS lines)
   string(REGEX MATCH "DESTINATION \"([^\"]+)\"" destination "${line}")
   string(CONFIGURE "${CMAKE_MATCH_1}" folder) # the prefix is known by now
   while(folder MATCHES "[^/:]$" AND NOT EXISTS "$ENV{DESTDIR}${folder}")
-    file(APPEND "${CMAKE_CURRENT_LIST_DIR}/install_folders.txt" "${folder}\n")
+    file(APPEND "${CMAKE_CURRENT_LIST_DIR}/install_folders.txt" "$ENV{DESTDIR}${folder}\n")
     get_filename_component(folder "${folder}" DIRECTORY)
   endwhile()
 endforeach()

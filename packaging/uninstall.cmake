@@ -18,7 +18,7 @@ if(EXISTS "${FOLDERS}")
   list(SORT folders ORDER DESCENDING) # a folder behind those in it
   list(REMOVE_DUPLICATES folders)
   foreach(folder IN LISTS folders)
-    execute_process(COMMAND rmdir "$ENV{DESTDIR}${folder}" OUTPUT_QUIET ERROR_QUIET)
+    execute_process(COMMAND rmdir "${folder}" OUTPUT_QUIET ERROR_QUIET)
   endforeach()
   file(REMOVE "${FOLDERS}")
 endif()
