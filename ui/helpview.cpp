@@ -1,10 +1,12 @@
 #include "ui/helpview.h"
 
 #include "ui/appearance.h"
+#include "ui/unbrokenlabel.h"
 
 #include <QApplication>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QtMath>
 
 #include <algorithm>
@@ -16,10 +18,15 @@ namespace {
 
 constexpr qreal picturesScale = 2; // they were taken at 200 %
 
-/** Without case and accents, letter by letter, so that places stay the same. */
+constexpr QChar unbreakableHyphen(0x2011);
+
+/** Without case and accents, letter by letter, so that places stay the same; with hyphens and
+ * blanks as one types them. */
 QString folded(const QString &text)
 {
     QString plain = text;
+    plain.replace(unbreakableHyphen, QLatin1Char('-'));
+    plain.replace(QChar(QChar::Nbsp), QLatin1Char(' '));
     for (QChar &letter : plain) {
         const QString parts = letter.decomposition();
         const bool hasMark = !parts.isEmpty() && letter.decompositionTag() == QChar::Canonical;
@@ -59,11 +66,31 @@ void HelpView::setPage(const QString &html)
 {
     m_page = html;
     m_fittedWidth = viewport()->width();
-    setHtml(html);
+    showPage();
     clearHistory();
     setSource(QUrl(QStringLiteral("#top")));
     m_isAtTop = !isVisible();
     verticalScrollBar()->setValue(0);
+}
+
+/** Keeps together what belongs together, but for a hyphen of a command, which may be copied. */
+void HelpView::showPage()
+{
+    setHtml(m_page);
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        const bool isHeading = block.blockFormat().headingLevel() > 0;
+        const QString text = block.text();
+        const QString whole = UnbrokenLabel::unbroken(text); // letter by letter
+        for (int at = 0; at < text.size(); ++at) {
+            if (text.at(at) == whole.at(at)
+                || (text.at(at) == QLatin1Char('-') && !isHeading && !text.at(at + 1).isUpper()))
+                continue;
+            QTextCursor cursor(block);
+            cursor.setPosition(block.position() + at);
+            cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+            cursor.insertText(whole.at(at));
+        }
+    }
 }
 
 bool HelpView::findWords(const QString &words, Direction direction, bool goesOn)
@@ -113,7 +140,7 @@ void HelpView::resizeEvent(QResizeEvent *event)
     if (m_page.isEmpty() || m_fittedWidth == viewport()->width())
         return;
     m_fittedWidth = viewport()->width();
-    setHtml(m_page);
+    showPage();
     QTextCursor cursor = textCursor();
     cursor.setPosition(selected.anchor());
     cursor.setPosition(selected.position(), QTextCursor::KeepAnchor);

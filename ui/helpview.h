@@ -27,6 +27,8 @@ protected:
     QVariant loadResource(int type, const QUrl &name) override;
 
 private:
+    void showPage();
+
     QString m_page;
     int m_fittedWidth = 0;
     bool m_isAtTop = false; ///< where the page is to begin when it is shown

@@ -60,12 +60,9 @@ void ReportPanel::setReport(const JobReport &report)
     fitColumns();
 }
 
-/** No name in it is broken at its hyphen. */
 void ReportPanel::setHeading(const QString &heading)
 {
-    constexpr QChar unbreakableHyphen(0x2011);
-    ui->reportHeadingLabel->setText(QString(heading).replace(QLatin1Char('-'), unbreakableHyphen));
-    ui->reportHeadingLabel->setAccessibleName(heading);
+    ui->reportHeadingLabel->setText(heading);
     fitHeading();
 }
 

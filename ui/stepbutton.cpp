@@ -1,5 +1,7 @@
 #include "ui/stepbutton.h"
 
+#include "ui/unbrokenlabel.h"
+
 #include <QEvent>
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
@@ -16,7 +18,6 @@ constexpr int smallestPicture = 24;
 constexpr qreal smallestText = 8; // points
 constexpr qreal smallestUnbroken = 9; // below it, more lines are read more easily
 constexpr qreal sizeStep = 0.5;
-constexpr QChar unbreakableHyphen(0x2011);
 
 /** Words with breaks of their own, as they are laid out: with those alone where they have room, and
  * else with others, wherever a line is full. */
@@ -31,7 +32,7 @@ struct Layout
         if (!isBroken)
             return;
         text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-        text.replace(QLatin1Char('-'), unbreakableHyphen); // a name stays whole
+        text = UnbrokenLabel::unbroken(text);
         flags = Qt::TextWordWrap;
         size = metrics.boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), flags, text).size();
     }

@@ -7,6 +7,7 @@
 #include "storage/disk.h"
 #include "storage/journal.h"
 #include "ui/songtable.h"
+#include "ui/unbrokenlabel.h"
 #include "ui/windowhost.h"
 
 #include <QDir>
@@ -58,10 +59,10 @@ void UndoChanges::askAndUndo()
 /** \a done: songs that an undo brought back before it was cut short. */
 bool UndoChanges::ask(const JournalRun &run, const QStringList &paths, int done) const
 {
-    QString summary =
-        tr("Ultima modifica: %1\nData e ora: %2\nSong: %3")
-            .arg(kindOf(run), QLocale::system().toString(run.time, QLocale::ShortFormat),
-                 QString::number(paths.size()));
+    QString summary = tr("Ultima modifica: %1\nData e ora: %2\nSong: %3")
+                          .arg(UnbrokenLabel::unbroken(kindOf(run)),
+                               QLocale::system().toString(run.time, QLocale::ShortFormat),
+                               QString::number(paths.size()));
     if (done > 0)
         summary += QLatin1Char('\n')
             + tr("Già tornate com'erano, prima che l'annullamento fosse interrotto: %1").arg(done);

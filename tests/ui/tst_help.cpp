@@ -253,6 +253,8 @@ private Q_SLOTS:
         row("without regard to case", "BACKUP", "", "backup");
         row("without regard to accents", "perche non", "", "perché non");
         row("with accents that are not needed", "bàckup", "", "backup");
+        row("with its hyphen", "k-varo", "", "k\u2011varo");
+        row("across the blank behind a number", "251 caratteri", "", "251\u00A0caratteri");
         row("what is not there", "zzz", "", "");
         row("the next one, by Enter", "backup", "Return", "backup");
         row("the next one, by F3", "backup", "F3", "backup");
@@ -286,6 +288,30 @@ private Q_SLOTS:
         QCOMPARE(told, expected.isEmpty() ? text("Non trovato") : QString());
         if (!expected.isEmpty())
             QVERIFY(view->viewport()->rect().contains(view->cursorRect().center()));
+    }
+
+    void noLineEndsWithinANameOrACount_data() { addLanguages(); }
+    void noLineEndsWithinANameOrACount()
+    {
+        const auto [language] = cells<QString>();
+        settings().setValue(text("language"), language);
+        HelpDialog dialog;
+        dialog.show();
+        const auto *view = child<HelpView>(dialog, "textBrowser");
+        const QRegularExpression broken(text("\\w-$|\\d $"));
+        for (int width = 400; width < 900; width += 17) {
+            dialog.resize(width, 500);
+            QTRY_COMPARE(dialog.width(), width);
+            const QTextDocument &page = *view->document();
+            for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+                for (int line = 0; line + 1 < block.layout()->lineCount(); ++line) {
+                    const QTextLine shown = block.layout()->lineAt(line);
+                    const QString words = block.text().mid(shown.textStart(), shown.textLength());
+                    QVERIFY2(!words.contains(broken) || words.endsWith(text("tarvel4soft-")),
+                             qPrintable(words));
+                }
+            }
+        }
     }
 
     void escapeLeavesTheSearchFirst()

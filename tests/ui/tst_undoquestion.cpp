@@ -42,14 +42,14 @@ private Q_SLOTS:
         const char *english = "actionEnglish";
         row("an edit of a song", italian, "edit", 1, "correzione dei dati");
         row("a synchronisation of ten songs, all named", italian, "sync", 10,
-            "sincronizzazione con il database K-Varo");
+            "sincronizzazione con il database K\u2011Varo"); // no line ends within the name
         row("an undo of eleven songs, ten named", italian, "undo", 11,
             "annullamento di una modifica");
         row("a restore", italian, "restore", 2, "ripristino da un backup");
         row("something that a later program does", italian, "tune", 1, "tune");
         row("an edit, in English", english, "edit", 11, "correction of song data");
         row("a synchronisation, in English", english, "sync", 1,
-            "synchronisation with the K-Varo database");
+            "synchronisation with the K\u2011Varo database");
         row("an undo, in English", english, "undo", 1, "undoing of a change");
         row("a restore, in English", english, "restore", 1, "restoring from a backup");
     }

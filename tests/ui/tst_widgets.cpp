@@ -3,6 +3,7 @@
 #include "tests/ui/forms.h"
 #include "ui/elidedlabel.h"
 #include "ui/listcompleter.h"
+#include "ui/unbrokenlabel.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -173,6 +174,27 @@ private Q_SLOTS:
         QLabel plain;
         plain.setText(plain.fontMetrics().elidedText(label.text(), Qt::ElideRight, 300));
         QCOMPARE(picture(label, QSize(300, 30)), picture(plain, QSize(300, 30)));
+    }
+
+    void textsWrapBetweenWholeNamesAndCounts()
+    {
+        const QString summary =
+            text("Sono stati esaminti 1200 files, trovate 1150 songs di cui 4 di (c)K-Varo");
+        UnbrokenLabel label;
+        label.setText(summary);
+        QLabel expected;
+        expected.setTextFormat(Qt::PlainText);
+        expected.setWordWrap(true);
+        expected.setText(text("Sono stati esaminti 1200\u00A0files, trovate 1150\u00A0songs di cui "
+                              "4\u00A0di (c)K\u2011Varo"));
+        for (int width = expected.minimumSizeHint().width(); width < 700; width += 10) {
+            QCOMPARE(label.heightForWidth(width), expected.heightForWidth(width));
+            const QSize size(width, expected.heightForWidth(width));
+            QCOMPARE(picture(label, size), picture(expected, size));
+        }
+        QCOMPARE(label.text(), summary); // required, and what a screen reader gets
+        QCOMPARE(label.minimumSizeHint().width(), expected.minimumSizeHint().width());
+        QCOMPARE(label.sizeHint().height(), label.heightForWidth(label.sizeHint().width()));
     }
 
 private:

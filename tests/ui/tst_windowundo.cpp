@@ -28,7 +28,7 @@ private Q_SLOTS:
             row("an edit is taken back", "edit", "correzione dei dati");
             row("an edit that was applied to all is taken back", "edit all", "correzione dei dati");
             row("a synchronisation is taken back", "sync",
-                "sincronizzazione con il database K-Varo");
+                "sincronizzazione con il database K\u2011Varo");
         }
     }
     void everyByteComesBack()
