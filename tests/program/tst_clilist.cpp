@@ -36,8 +36,13 @@ private Q_SLOTS:
             header + perche + zeta + alfa);
         row("by genre, which the memory does not hold, then title",
             R"("$cli" list --order=genre mem)", header + alfa + perche + zeta);
+#ifdef TARVEL4_WINDOWS_CLI
+        const QByteArray local = "PERCH\xC9;ABBA;/2.mid;\n";
+#else
+        const QByteArray local = perche;
+#endif
         row("into a file", R"("$cli" list --output l.csv mem; cat l.csv)",
-            header + alfa + perche + zeta);
+            header + alfa + local + zeta);
         row("UTF-8 whatever the locale", R"(LC_ALL=C "$cli" list mem)",
             header + alfa + perche + zeta);
         row("with an Italian header", R"(LC_ALL=it_IT.UTF-8 "$cli" list mem | sed -n 1p)",
