@@ -113,6 +113,8 @@ Outcome CopyBatch::freeSpaceFor(const Song &song)
 {
     const QFileInfo old(song.destination);
     const QStorageInfo volume(m_folder);
+    if (volume.bytesTotal() <= 0) // its room is not known
+        return {Outcome::Code::NoRoom, song.destination, {}, {}};
     const auto blocks = [size = qMax(1, volume.blockSize())](qint64 bytes) {
         return (bytes + size - 1) / size;
     };

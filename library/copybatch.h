@@ -48,7 +48,7 @@ public:
     Outcome add(const Song &song);
 
     /** Makes room for a song that does not fit beside the file that it replaces: removes that file,
-     * where the song then fits. NoRoom where it would not. */
+     * where the song then fits. NoRoom where it would not, or where nobody knows. */
     Outcome freeSpaceFor(const Song &song);
 
     /** True when finish() could make no more room. */

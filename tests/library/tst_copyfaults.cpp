@@ -55,6 +55,7 @@ private Q_SLOTS:
     void aVolumeThatOthersFillMeanwhile();
     void songsThatDoNotFitAreNotBegun();
     void replacedSongsMakeRoomOnAFullVolume();
+    void noSongMakesRoomOnAVolumeThatDoesNotTellItsRoom();
     void aSongThatDoesNotFitBesideItsOldOne_data();
     void aSongThatDoesNotFitBesideItsOldOne();
 
@@ -303,6 +304,21 @@ void tst_CopyFaults::replacedSongsMakeRoomOnAFullVolume()
     QCOMPARE(summary.copied, 2);
     for (const QString &name : names)
         QCOMPARE(TestFiles::read(target(name)), QByteArray(40000, 'n'));
+}
+
+void tst_CopyFaults::noSongMakesRoomOnAVolumeThatDoesNotTellItsRoom()
+{
+    TmpfsMount volume(targetFolder(), "", "ramfs");
+    if (!volume.isMounted())
+        QSKIP("mounting is not possible here");
+    const QStringList files{TestFiles::write(source(text("a.mid")), newBytes)};
+    TestFiles::write(target(text("a.mid")), oldBytes);
+    FailingDisk disk;
+    disk.cause = Outcome::Code::NoRoom;
+    disk.failingWrite = 1;
+    copy(files, disk);
+    QCOMPARE(m_told, strings({"a.mid no-room"}));
+    QCOMPARE(TestFiles::read(target(text("a.mid"))), oldBytes);
 }
 
 void tst_CopyFaults::aSongThatDoesNotFitBesideItsOldOne_data()

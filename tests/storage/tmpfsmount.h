@@ -14,16 +14,17 @@ namespace tarvel4 {
 class TmpfsMount
 {
 public:
-    TmpfsMount(const QString &folder, const char *options)
+    TmpfsMount(const QString &folder, const char *options, const char *type = "tmpfs")
         : m_folder(QFile::encodeName(folder))
     {
         QDir().mkpath(folder);
 #ifdef Q_OS_LINUX
         static const bool isPrivate = unshare(CLONE_NEWNS) == 0
             && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-        m_isMounted = isPrivate && mount("tmpfs", m_folder.constData(), "tmpfs", 0, options) == 0;
+        m_isMounted = isPrivate && mount(type, m_folder.constData(), type, 0, options) == 0;
 #else
         Q_UNUSED(options)
+        Q_UNUSED(type)
 #endif
     }
     ~TmpfsMount()
