@@ -62,6 +62,17 @@ QString SortOrder::ofTexts(const QString &column, const QSqlDatabase &db)
         .arg(rankSize - 1);
 }
 
+QVector<int> SortOrder::idsBy(const QString &orderBy, const QSqlDatabase &db)
+{
+    QVector<int> ids;
+    QSqlQuery query(db);
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("select id from usersongs %1").arg(orderBy));
+    while (query.next())
+        ids.append(query.value(0).toInt());
+    return ids;
+}
+
 QString SortOrder::ofTimes(const QString &column)
 {
     return QStringLiteral("printf('%10s', %1)").arg(column); // to the right in equal widths

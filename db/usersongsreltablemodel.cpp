@@ -1,9 +1,7 @@
 #include "db/usersongsreltablemodel.h"
 
-#include "db/foldedtext.h"
 #include "db/sortorder.h"
 
-#include <QScopedValueRollback>
 #include <QSqlIndex>
 
 #include <algorithm>
@@ -32,6 +30,7 @@ UserSongsRelTableModel::UserSongsRelTableModel(QObject *parent, const QSqlDataba
     , m_insert(db)
     , m_update(db)
     , m_updateStatus(db)
+    , m_read(db)
 {
     setTable(QStringLiteral("usersongs"));
     setEditStrategy(QSqlTableModel::OnFieldChange);
@@ -47,10 +46,7 @@ UserSongsRelTableModel::UserSongsRelTableModel(QObject *parent, const QSqlDataba
     m_shortName = fieldIndex(QStringLiteral("shortname"));
     m_status = fieldIndex(QStringLiteral("status"));
 
-    const auto edited = [this] { m_isEditedByBase = true; };
-    connect(this, &QSqlTableModel::primeInsert, this, edited);
-    connect(this, &QSqlTableModel::beforeUpdate, this, edited);
-    connect(this, &QSqlTableModel::beforeDelete, this, edited);
+    connect(this, &QSqlTableModel::beforeUpdate, this, [this] { m_isEditedByBase = true; });
 
     m_insert.prepare(QStringLiteral(
         "insert into usersongs (type, title, artist, genre, author, length, userbpm, key, "
@@ -59,6 +55,7 @@ UserSongsRelTableModel::UserSongsRelTableModel(QObject *parent, const QSqlDataba
         "update usersongs set title = ?, artist = ?, genre = ?, author = ?, length = ?, "
         "userbpm = ?, key = ? where id = ?"));
     m_updateStatus.prepare(QStringLiteral("update usersongs set status = ? where id = ?"));
+    m_read.prepare(QStringLiteral("select * from usersongs where id = ?"));
 }
 
 void UserSongsRelTableModel::setHeaders()
@@ -95,19 +92,18 @@ bool UserSongsRelTableModel::appendSong(const SongInfo &song)
                                song.shortname,
                                static_cast<int>(Listed)};
     int position = 0;
-    for (const QVariant &value : values)
+    QStringList shown;
+    for (const QVariant &value : values) {
         m_insert.bindValue(position++, value);
+        shown.append(value.toString());
+    }
     if (!m_insert.exec())
         return false;
     const int id = m_insert.lastInsertId().toInt();
     m_insert.finish();
     setMarkOf(id, {Unmarked, {}}); // ids begin anew in a cleared table
-    QStringList shown;
-    for (const QVariant &value : values)
-        shown.append(value.toString());
     shown.removeLast(); // the status
-    forgetTexts(id);
-    m_searchTexts.insert(id, FoldedText::of(shown.join(QLatin1Char('\n'))));
+    m_texts.insert(id, shown);
     ++m_appended;
     if (rowCount() < shownAtOnce || m_appended > m_shown)
         readAppended();
@@ -121,22 +117,11 @@ void UserSongsRelTableModel::readAppended()
     select();
 }
 
-int UserSongsRelTableModel::rowCount(const QModelIndex &parent) const
-{
-    return QSqlQueryModel::rowCount(parent);
-}
-
 QModelIndex UserSongsRelTableModel::indexInQuery(const QModelIndex &item) const
 {
-    return QSqlQueryModel::indexInQuery(item);
-}
-
-/** The base class walks its cache of edits, in which each row is that was read again. */
-Qt::ItemFlags UserSongsRelTableModel::flags(const QModelIndex &index) const
-{
-    if (!index.isValid() || m_isEditedByBase)
-        return QSqlRelationalTableModel::flags(index);
-    return QSqlQueryModel::flags(index) | Qt::ItemIsEditable;
+    const int row = m_places.value(item.row(), item.row());
+    return QSqlRelationalTableModel::indexInQuery(
+        createIndex(row, item.column(), item.internalPointer()));
 }
 
 QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
@@ -145,6 +130,11 @@ QVariant UserSongsRelTableModel::data(const QModelIndex &index, int role) const
         role == Qt::ToolTipRole || role == Qt::AccessibleTextRole || role == MarkRole;
     if (isMarkRole && index.column() == m_type && !m_marks.isEmpty())
         return markData(index, role);
+    if (!m_changed.isEmpty() && (role == Qt::DisplayRole || role == Qt::EditRole)) {
+        const auto changed = m_changed.constFind(idOf(index.row()));
+        if (changed != m_changed.constEnd())
+            return changed->value(index.column());
+    }
     return QSqlRelationalTableModel::data(index, role);
 }
 
@@ -193,11 +183,6 @@ QModelIndex UserSongsRelTableModel::cellIndex(int row, int column)
     return index(row, column);
 }
 
-QString UserSongsRelTableModel::textAt(int row, int column)
-{
-    return cellIndex(row, column).data(Qt::EditRole).toString();
-}
-
 /** Asked for each row of the table at once; nothing changes an id, so the rows as read have it. */
 int UserSongsRelTableModel::idOf(int row) const
 {
@@ -217,41 +202,33 @@ int UserSongsRelTableModel::songs() const
 
 bool UserSongsRelTableModel::matches(int row, const QStringList &words) const
 {
-    if (m_words != words) {
-        m_words = words;
-        m_found.clear();
-    }
-    const int id = idOf(row);
-    const auto known = m_found.constFind(id);
-    if (known != m_found.constEnd())
-        return *known;
-    QString &text = m_searchTexts[id];
-    if (text.isEmpty())
-        text = searchText(row);
-    const bool isFound = std::all_of(words.begin(), words.end(),
-                                     [&text](const QString &word) { return text.contains(word); });
-    m_found.insert(id, isFound);
-    return isFound;
+    readTexts(row);
+    return m_texts.matches(idOf(row), words);
 }
 
-/** All but the id and the status; a line break keeps a word from reaching over two of them. */
-QString UserSongsRelTableModel::searchText(int row) const
+/** All but the id and the status. */
+void UserSongsRelTableModel::readTexts(int row) const
 {
+    if (m_texts.contains(idOf(row)))
+        return;
     QStringList texts;
     for (int column = m_type; column <= m_shortName; ++column)
         texts.append(index(row, column).data(Qt::EditRole).toString());
-    return FoldedText::of(texts.join(QLatin1Char('\n')));
+    m_texts.insert(idOf(row), texts);
 }
 
 bool UserSongsRelTableModel::select()
 {
+    beginResetModel(); // who hears of it still sees the rows in their places
+    m_places.clear();
+    m_changed.clear();
     const bool isDone = QSqlRelationalTableModel::select();
+    endResetModel();
     m_isEditedByBase = false;
     if (rowCount() == 0) { // ids begin anew
         m_marks.clear();
         std::fill(std::begin(m_marked), std::end(m_marked), 0);
-        m_searchTexts.clear();
-        m_found.clear();
+        m_texts.clear();
     }
     return isDone;
 }
@@ -265,7 +242,7 @@ bool UserSongsRelTableModel::removeRows(int row, int count, const QModelIndex &p
         return false;
     for (const int id : qAsConst(ids)) {
         setMarkOf(id, {Unmarked, {}});
-        forgetTexts(id);
+        m_texts.remove(id);
     }
     return true;
 }
@@ -277,10 +254,37 @@ void UserSongsRelTableModel::setSort(int column, Qt::SortOrder order)
     QSqlRelationalTableModel::setSort(column, order);
 }
 
+void UserSongsRelTableModel::sort(int column, Qt::SortOrder order)
+{
+    setSort(column, order);
+    if (!reorder())
+        select();
+}
+
+/** Rows that are all here take their new places, which is quicker than reading them again. */
+bool UserSongsRelTableModel::reorder()
+{
+    // the base class keeps a row that it edited by its number
+    if (m_isEditedByBase || canFetchMore())
+        return false;
+    QHash<int, int> placeOf;
+    for (int row = 0; row < rowCount(); ++row)
+        placeOf.insert(idOf(row), m_places.value(row, row));
+    QVector<int> places;
+    for (const int id : SortOrder::idsBy(orderByClause(), database()))
+        places.append(placeOf.take(id));
+    if (!placeOf.isEmpty() || places.size() != rowCount())
+        return false;
+    beginResetModel();
+    m_places = places;
+    endResetModel();
+    return true;
+}
+
 QString UserSongsRelTableModel::orderByClause() const
 {
     const QString name = record().fieldName(m_sortColumn);
-    if (name.isEmpty() || m_readsOneRow)
+    if (name.isEmpty())
         return {};
     const QString column = QStringLiteral("usersongs.\"%1\"").arg(name);
     QString by = column;
@@ -303,14 +307,32 @@ void UserSongsRelTableModel::writeRow(int row, QSqlQuery &statement)
                         id.data(Qt::EditRole));
     if (statement.exec()) {
         statement.finish();
-        const QScopedValueRollback<bool> oneRow(m_readsOneRow, true);
         selectRow(row);
     }
 }
 
+/** The base class would keep the row by its number, and a sort would read all of them again. */
+bool UserSongsRelTableModel::selectRow(int row)
+{
+    const int id = idOf(row);
+    m_read.bindValue(0, id);
+    if (!m_read.exec() || !m_read.next()) {
+        m_changed.remove(id);
+        return QSqlRelationalTableModel::selectRow(row);
+    }
+    QVector<QVariant> values;
+    for (int column = 0; column < columnCount(); ++column)
+        values.append(m_read.value(column));
+    m_changed.insert(id, values);
+    m_read.finish();
+    Q_EMIT headerDataChanged(Qt::Vertical, row, row);
+    Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+    return true;
+}
+
 void UserSongsRelTableModel::updateSong(int row, const SongInfo &song)
 {
-    forgetTexts(idOf(cellIndex(row, idColumn).row()));
+    m_texts.remove(idOf(cellIndex(row, idColumn).row()));
     m_update.bindValue(0, song.title);
     m_update.bindValue(1, song.artist);
     m_update.bindValue(2, song.genre);
@@ -320,15 +342,7 @@ void UserSongsRelTableModel::updateSong(int row, const SongInfo &song)
     m_update.bindValue(6, song.key);
     m_update.bindValue(7, QVariant());
     writeRow(row, m_update);
-    if (QString &text = m_searchTexts[idOf(row)]; text.isEmpty())
-        text = searchText(row); // a search finds its texts ready
-}
-
-/** The texts of a row that a search looks at are others from now on. */
-void UserSongsRelTableModel::forgetTexts(int id)
-{
-    m_searchTexts.remove(id);
-    m_found.remove(id);
+    readTexts(row); // a search finds its texts ready
 }
 
 void UserSongsRelTableModel::setStatus(int row, int status)
@@ -367,12 +381,12 @@ int UserSongsRelTableModel::statusOf(int row)
 
 QString UserSongsRelTableModel::fileNameOf(int row)
 {
-    return textAt(row, m_fileName);
+    return cellIndex(row, m_fileName).data(Qt::EditRole).toString();
 }
 
 QString UserSongsRelTableModel::shortNameOf(int row)
 {
-    return textAt(row, m_shortName);
+    return cellIndex(row, m_shortName).data(Qt::EditRole).toString();
 }
 
 int UserSongsRelTableModel::totalRows()

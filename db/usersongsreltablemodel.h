@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/searchtexts.h"
 #include "songs/songinfo.h"
 
 #include <QHash>
@@ -86,14 +87,11 @@ public:
 
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
-    // The same answers as the base class gives, which walks its edit cache for rows that we never
-    // put there.
-    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
-    Qt::ItemFlags flags(const QModelIndex &index) const override;
-
     bool select() override;
+    bool selectRow(int row) override;
     bool removeRows(int row, int count, const QModelIndex &parent = QModelIndex()) override;
     void setSort(int column, Qt::SortOrder order) override;
+    void sort(int column, Qt::SortOrder order) override;
 
 protected:
     /** Numbers as numbers, times as times, texts without regard to case; equal ones as appended. */
@@ -108,11 +106,10 @@ private:
     };
 
     QVariant markData(const QModelIndex &index, int role) const;
+    bool reorder();
     void readAppended();
     void fetchAll();
-    QString textAt(int row, int column);
-    QString searchText(int row) const;
-    void forgetTexts(int id);
+    void readTexts(int row) const;
     void setMarkOf(int id, const RowMark &mark);
     void writeRow(int row, QSqlQuery &statement);
 
@@ -131,17 +128,17 @@ private:
     QSqlQuery m_insert;
     QSqlQuery m_update;
     QSqlQuery m_updateStatus;
+    QSqlQuery m_read;
     int m_appended = 0; ///< rows appended since views last saw them
     int m_shown = 0; ///< rows that views saw then
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
-    bool m_readsOneRow = false; ///< which needs no order
     bool m_isEditedByBase = false; ///< since the rows were read
+    QHash<int, QVector<QVariant>> m_changed; ///< rows that were read again since then, by their ids
+    QVector<int> m_places; ///< of the rows in the query; as they are there where it is empty
     QHash<int, RowMark> m_marks; ///< by the id of the row
     int m_marked[MarkedFailed + 1] = {}; ///< rows that have each mark
-    mutable QStringList m_words; ///< of the last search
-    mutable QHash<int, bool> m_found; ///< its answers by the id of the row: a sort asks again
-    mutable QHash<int, QString> m_searchTexts; ///< by the id of the row; what is missing is read
+    mutable SearchTexts m_texts; ///< what is missing is read
 };
 
 } // namespace tarvel4
