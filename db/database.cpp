@@ -177,11 +177,21 @@ bool Database::init(const QString &catalogueFile)
         return false;
     }
 
-    m_genres = firstColumn(QStringLiteral("select distinct genre from songs"));
-    m_altArtists = firstColumn(QStringLiteral("select distinct altartist from songs"));
-    m_filenames = keysOf(QStringLiteral("filename"));
-    m_titles = keysOf(QStringLiteral("title"));
     return true;
+}
+
+const QStringList &Database::genres()
+{
+    if (!m_genres)
+        m_genres = firstColumn(QStringLiteral("select distinct genre from songs"));
+    return *m_genres;
+}
+
+const QStringList &Database::altArtists()
+{
+    if (!m_altArtists)
+        m_altArtists = firstColumn(QStringLiteral("select distinct altartist from songs"));
+    return *m_altArtists;
 }
 
 /** The name of a catalogue that SQLite can open; empty when there is none. */
@@ -227,11 +237,21 @@ QStringList Database::firstColumn(const QString &statement) const
     QStringList values;
     QSqlQuery query(m_catalogue);
     query.setForwardOnly(true);
-    if (query.exec(statement)) {
+    if (m_catalogue.isOpen() && query.exec(statement)) {
         while (query.next())
             values.append(query.value(0).toString());
     }
     return values;
+}
+
+/** All of the catalogue is read for them, which a start need not wait for. */
+void Database::readKeys()
+{
+    if (m_hasReadKeys || !m_catalogue.isOpen())
+        return;
+    m_hasReadKeys = true;
+    m_filenames = keysOf(QStringLiteral("filename"));
+    m_titles = keysOf(QStringLiteral("title"));
 }
 
 /** Empty where the rows have no numbers to be found by: then every look-up is the statement's. */
@@ -263,6 +283,7 @@ bool Database::getRecordByFilename(const QString &name, SongInfo &record)
 {
     if (!isAskable(name))
         return false;
+    readKeys();
     if (m_filenames && isKey(name)) {
         const Matches matches = m_filenames->value(folded(name));
         return matches.count > 0 && selectRow(matches.firstRow, record);
@@ -274,6 +295,7 @@ bool Database::getRecordByTitle(const QString &title, SongInfo &record)
 {
     if (!isAskable(title))
         return false;
+    readKeys();
     if (m_titles && isKey(title)) {
         const Matches matches = m_titles->value(folded(title));
         if (matches.count > 1)

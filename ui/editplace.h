@@ -17,7 +17,7 @@ class WindowHost;
 struct EditPlace
 {
     QTableView &table;
-    const Database &db;
+    Database &db;
     UserSongsRelTableModel &model;
     WindowHost &host;
     Journal &journal;

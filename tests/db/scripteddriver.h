@@ -19,6 +19,7 @@ public:
     static inline QString failingConnection; ///< the database name that can't be opened
     static inline QString failingStatement; ///< statements that begin with it fail
     static inline QString count; ///< what a count gives
+    static inline QStringList statements; ///< those that were executed
 
 private:
     /** One row of ten cells, each of them "x"; a count gives the scripted text. */
@@ -34,6 +35,7 @@ private:
         bool isNull(int) override { return false; }
         bool reset(const QString &statement) override
         {
+            statements.append(statement);
             const bool fails =
                 !failingStatement.isEmpty() && statement.startsWith(failingStatement);
             m_isCount = statement.startsWith("SELECT count"_s);

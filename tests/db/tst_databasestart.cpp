@@ -86,6 +86,32 @@ private Q_SLOTS:
                  QStringList()); // nor does Qt complain about a connection made twice
     }
 
+    void readsTheSongsOnceWhenTheyAreFirstAskedFor()
+    {
+        const ScriptedDriver driver;
+        ScriptedDriver::failingConnection.clear();
+        ScriptedDriver::failingStatement.clear();
+        ScriptedDriver::statements.clear();
+        QVERIFY(m_database->init("scripted"_s));
+        const auto readings = [](const char *start) {
+            int count = 0;
+            for (const QString &statement : qAsConst(ScriptedDriver::statements))
+                count += statement.startsWith(QLatin1String(start)) ? 1 : 0;
+            return count;
+        };
+        QCOMPARE(readings("select distinct"), 0);
+        QCOMPARE(readings("SELECT rowid"), 0);
+        SongInfo record;
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(m_database->genres(), QStringList{"x"_s});
+            QCOMPARE(m_database->altArtists(), QStringList{"x"_s});
+            m_database->getRecordByTitle("a"_s, record);
+            m_database->getRecordByFilename("a"_s, record);
+        }
+        QCOMPARE(readings("select distinct"), 2);
+        QCOMPARE(readings("SELECT rowid"), 2);
+    }
+
     void memoryThatDoesNotOpen()
     {
         const ScriptedDriver driver;
