@@ -4,11 +4,13 @@
 #include "storage/disk.h"
 #include "storage/newfile.h"
 #include "ui/causebox.h"
+#include "ui/recentfolder.h"
 #include "ui/reportmodel.h"
+#include "ui/targetchooser.h"
 #include "ui_reportpanel.h"
 
 #include <QDir>
-#include <QFileDialog>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
 #include <QShortcut>
@@ -152,12 +154,15 @@ void ReportPanel::choose(bool staysHere)
 
 void ReportPanel::saveAsText()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString path = QFileDialog::getSaveFileName(
-        window(), tr("Salva il resoconto come testo"),
-        QDir(folder).filePath(tr("resoconto") + QStringLiteral(".txt")), tr("Testo (*.txt)"));
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const RecentFolder recent(QLatin1String("report"));
+    const QDir folder = recent.folder(QFileInfo(documents).isDir() ? documents : QDir::homePath());
+    const QString path = chooseTarget(window(), tr("Salva il resoconto come testo"),
+                                      folder.filePath(tr("resoconto") + QStringLiteral(".txt")),
+                                      tr("Testo (*.txt)"));
     if (path.isEmpty())
         return;
+    recent.setFolder(QFileInfo(path).path());
     Outcome outcome = OutputTarget::check(path);
     if (outcome)
         outcome = NewFile::write(Disk::real(), path, m_model->report().asText().toUtf8());

@@ -5,11 +5,11 @@
 #include "ui/causebox.h"
 #include "ui/folderchooser.h"
 #include "ui/plaintext.h"
+#include "ui/targetchooser.h"
 #include "ui_songslistdialog.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 
@@ -80,8 +80,7 @@ void SongsListDialog::browseFile()
     QString start = ui->targetLineEdit->text();
     if (!isPlaceForAList(start))
         start = QDir::home().filePath(QFileInfo(start).fileName());
-    const QString file =
-        QFileDialog::getSaveFileName(this, tr("Scegli nome del file"), start, tr("File (*.csv)"));
+    const QString file = chooseTarget(this, tr("Scegli nome del file"), start, tr("File (*.csv)"));
     if (file.isEmpty())
         return;
     ui->targetLineEdit->setText(file);

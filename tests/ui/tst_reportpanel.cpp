@@ -3,6 +3,9 @@
 #include "ui/appearance.h"
 
 #include <QAccessible>
+#include <QScrollBar>
+#include <QStandardPaths>
+#include <QTreeView>
 
 using namespace tarvel4;
 using namespace TestFiles;
@@ -162,6 +165,32 @@ private Q_SLOTS:
         QVERIFY(saved.endsWith(text("\n\n1 importata\n  ") + path("songs/VOLARE.mid")
                                + QLatin1Char(0x0a)));
         QVERIFY(hint().startsWith(text("Salvato in ")));
+    }
+
+    void reportGoesWhereTheLastOneWent()
+    {
+        const QByteArray home = qgetenv("HOME");
+        const auto back = qScopeGuard([&home] { qputenv("HOME", home); });
+        QVERIFY(QDir().mkdir(path("home"))); // without a folder for documents
+        qputenv("HOME", QFile::encodeName(path("home")));
+        import({addSong("VOLARE.mid", "a")});
+        trigger("actionReport");
+        const QString documents =
+            QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+        for (const QString &start :
+             {QFileInfo(documents).isDir() ? documents : QDir::homePath(), path("songs")}) {
+            m_driver->expect<QFileDialog>([&start, this](QFileDialog &dialog) {
+                QCOMPARE(dialog.directory().absolutePath(), start);
+                QCOMPARE(child<QLineEdit>(dialog, "fileNameEdit")->text(), text("resoconto.txt"));
+                const auto *files = child<QTreeView>(dialog, "treeView");
+                QVERIFY(!files->horizontalScrollBar()->isVisible());
+                child<QLineEdit>(dialog, "fileNameEdit")->setText(path("songs/new.txt"));
+                QFile::remove(path("songs/new.txt"));
+                static_cast<QDialog &>(dialog).accept();
+            });
+            press("reportSavePushButton");
+            QVERIFY(QFile::exists(path("songs/new.txt")));
+        }
     }
 
     void reportThatCantBeSavedTellsWhy()
