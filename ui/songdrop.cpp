@@ -21,12 +21,14 @@ SongDrop::Songs songsOf(const QDropEvent &event)
     SongDrop::Songs songs;
     const QList<QUrl> urls = event.mimeData()->urls();
     for (const QUrl &url : urls) {
-        const QString path = url.isLocalFile() ? url.toLocalFile() : QString();
+        if (!url.isLocalFile())
+            continue;
+        const QString path = url.toLocalFile();
         const QByteArray name =
             QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
         if (QString::fromUtf8(name).toUtf8() != name)
             songs.unreachable += path;
-        else if (!path.isEmpty() && (FolderScan::isSongName(path) || QFileInfo(path).isDir()))
+        else if (FolderScan::isSongName(path) || QFileInfo(path).isDir())
             songs.paths += path;
     }
     return songs;

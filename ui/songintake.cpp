@@ -43,7 +43,8 @@ void SongIntake::import(const QStringList &paths, const QStringList &unreachable
     QElapsedTimer sinceEvents;
     sinceEvents.start();
     const auto goesOn = [&](int found) {
-        if (sinceEvents.hasExpired(eventInterval)) {
+        // only below a progress, which keeps the user from beginning something else
+        if (hasFolders && sinceEvents.hasExpired(eventInterval)) {
             m_host.setProgressValue(found);
             sinceEvents.restart();
         }

@@ -133,7 +133,8 @@ private Q_SLOTS:
     {
         openWindowWithoutSummaries();
         QMimeData data;
-        data.setUrls({QUrl(text("https://songs.example/a.mid"))});
+        data.setData(text("text/uri-list"),
+                     "https://songs.example/a.mid\r\nhttps://songs.example/%E9.mid\r\n");
         QCOMPARE(drop(data, Qt::CopyAction), Qt::IgnoreAction);
     }
 
@@ -182,6 +183,24 @@ private Q_SLOTS:
         QCOMPARE(drop(data, Qt::CopyAction), Qt::CopyAction);
         QCOMPARE(data.asked, 1);
         QTRY_VERIFY(enabledSteps().contains(text("transferFiles")));
+    }
+
+    /** Else another job could be begun in the middle of it: no progress is on show. */
+    void aLongListIsTakenInOneGo()
+    {
+        openWindowWithoutSummaries();
+        QMimeData data;
+        data.setUrls(QVector<QUrl>(60000, QUrl::fromLocalFile(addSong("a.mid", "Uno"))).toList());
+        QCOMPARE(drop(data, Qt::CopyAction), Qt::CopyAction);
+        bool isReached = false;
+        bool isCovered = false;
+        QTimer::singleShot(0, this, [&] {
+            isReached = true;
+            isCovered = QApplication::activeModalWidget() != nullptr || model()->rowCount() > 0;
+        });
+        QTRY_VERIFY(enabledSteps().contains(text("transferFiles")));
+        QTRY_VERIFY(isReached);
+        QVERIFY(isCovered);
     }
 
     void widgetsLeaveDropsToTheWindow()
