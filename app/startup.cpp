@@ -139,8 +139,7 @@ void Startup::setAttributes()
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 #endif
 #ifdef Q_OS_WIN
-    // the style that takes the palette's colours, dark ones too; Windows' own has colours of its
-    // own
+    // it takes the palette's colours, dark ones too; the style of Windows has colours of its own
     QApplication::setStyle(QStringLiteral("fusion"));
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "windows:darkmode=3"); // frame and palette as the desktop's
