@@ -69,8 +69,10 @@ void HelpDialog::retranslate()
 void HelpDialog::changeEvent(QEvent *event)
 {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && m_scheme != Appearance::scheme())
-        loadPage();
+    if (event->type() == QEvent::PaletteChange && m_scheme != Appearance::scheme()) {
+        takeScheme();
+        ui->textBrowser->layOutAgain();
+    }
     if (event->type() != QEvent::LanguageChange)
         return;
     ui->retranslateUi(this);
@@ -124,12 +126,18 @@ void HelpDialog::search(HelpView::Direction direction, bool goesOn)
         QAccessible::updateAccessibility(&told);
 }
 
-void HelpDialog::loadPage()
+/** For the page that is laid out next. */
+void HelpDialog::takeScheme()
 {
     m_scheme = Appearance::scheme();
     ui->textBrowser->document()->setDefaultStyleSheet(
         QStringLiteral("h1, h2, h3 { color: %1; }")
             .arg(QApplication::palette().color(QPalette::Link).name()));
+}
+
+void HelpDialog::loadPage()
+{
+    takeScheme();
     const QString italian = QStringLiteral("it");
     // required: German readers get the English page
     QFile page(UserSettings::language(italian) == italian ? QStringLiteral(":/help/help_it.html")

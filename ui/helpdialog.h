@@ -30,6 +30,7 @@ protected:
 private:
     void setUpSearch();
     void retranslate();
+    void takeScheme();
     void loadPage();
     void startSearch();
     void search(HelpView::Direction direction, bool goesOn);

@@ -101,14 +101,14 @@ bool HelpView::findWords(const QString &words, Direction direction, bool goesOn)
     qsizetype place = -1;
     if (direction == Direction::Next) {
         const int first = goesOn ? before.selectionEnd() : before.selectionStart();
-        place = static_cast<int>(page.indexOf(wanted, first));
+        place = page.indexOf(wanted, first);
         if (place < 0)
-            place = static_cast<int>(page.indexOf(wanted));
+            place = page.indexOf(wanted);
     } else {
         const int last = before.selectionStart() - 1;
-        place = last < 0 ? -1 : static_cast<int>(page.lastIndexOf(wanted, last));
+        place = last < 0 ? -1 : page.lastIndexOf(wanted, last);
         if (place < 0)
-            place = static_cast<int>(page.lastIndexOf(wanted));
+            place = page.lastIndexOf(wanted);
     }
     QTextCursor found = before;
     found.setPosition(place < 0 ? before.selectionStart() : static_cast<int>(place));
@@ -133,21 +133,34 @@ void HelpView::showEvent(QShowEvent *event)
 /** A page with smaller pictures is laid out anew: Qt keeps the width that it once had. */
 void HelpView::resizeEvent(QResizeEvent *event)
 {
-    const int top = cursorForPosition(QPoint()).position();
-    const bool isAtTop = verticalScrollBar()->value() == 0;
-    const QTextCursor selected = textCursor();
+    const Place before = place();
     QTextBrowser::resizeEvent(event);
-    if (m_page.isEmpty() || m_fittedWidth == viewport()->width())
-        return;
+    if (!m_page.isEmpty() && m_fittedWidth != viewport()->width())
+        layOutAt(before);
+}
+
+void HelpView::layOutAgain()
+{
+    layOutAt(place());
+}
+
+HelpView::Place HelpView::place() const
+{
+    return {verticalScrollBar()->value() == 0, cursorForPosition(QPoint()).position(),
+            textCursor().anchor(), textCursor().position()};
+}
+
+void HelpView::layOutAt(const Place &place)
+{
     m_fittedWidth = viewport()->width();
     showPage();
     QTextCursor cursor = textCursor();
-    cursor.setPosition(selected.anchor());
-    cursor.setPosition(selected.position(), QTextCursor::KeepAnchor);
+    cursor.setPosition(place.anchor);
+    cursor.setPosition(place.position, QTextCursor::KeepAnchor);
     setTextCursor(cursor);
-    cursor.setPosition(top);
+    cursor.setPosition(place.top);
     verticalScrollBar()->setValue(
-        isAtTop ? 0 : verticalScrollBar()->value() + cursorRect(cursor).top());
+        place.isAtTop ? 0 : verticalScrollBar()->value() + cursorRect(cursor).top());
 }
 
 QVariant HelpView::loadResource(int type, const QUrl &name)

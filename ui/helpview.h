@@ -15,6 +15,9 @@ public:
     /** The page has an anchor "top", to which the way back leads. */
     void setPage(const QString &html);
 
+    /** Lays the page out with the pictures and the style sheet of now; what is in sight stays. */
+    void layOutAgain();
+
     enum class Direction { Next, Previous };
     /** Selects the next place with \a words, without regard to case and accents; goes on at the
      * other end of the page. One that is selected already is passed by only if \a goesOn. */
@@ -27,7 +30,18 @@ protected:
     QVariant loadResource(int type, const QUrl &name) override;
 
 private:
+    /** What the reader has in sight, and what is selected. */
+    struct Place
+    {
+        bool isAtTop;
+        int top; ///< the letter in the first line
+        int anchor;
+        int position;
+    };
+
     void showPage();
+    Place place() const;
+    void layOutAt(const Place &place);
 
     QString m_page;
     int m_fittedWidth = 0;

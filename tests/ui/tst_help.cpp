@@ -223,11 +223,16 @@ private Q_SLOTS:
         Appearance::setScheme(Colours::Scheme::Light);
         HelpDialog dialog;
         dialog.show();
-        const auto *view = child<HelpView>(dialog, "textBrowser");
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        auto *view = child<HelpView>(dialog, "textBrowser");
+        QVERIFY(view->findWords(text("Ctrl+Z"), HelpView::Direction::Next)); // far below the top
+        const QRect selected = view->cursorRect();
         for (const auto scheme :
              {Colours::Scheme::Light, Colours::Scheme::Dark, Colours::Scheme::Light}) {
             Appearance::setScheme(scheme);
             QCoreApplication::processEvents();
+            QCOMPARE(view->textCursor().selectedText(), text("Ctrl+Z")); // still in sight
+            QVERIFY(qAbs(view->cursorRect().top() - selected.top()) <= selected.height());
             const QColor paper = Colours::palette(scheme).color(QPalette::Window);
             const auto pictures = picturesIn(*view);
             QVERIFY(pictures.size() >= 4);
