@@ -85,7 +85,7 @@ ExitStatus runIndex(const Arguments &arguments, Session &session)
         Index index;
         if (!index.deleteIndex(root))
             return jobFailed(session, given, index.outcome());
-        sayDone(session, given, Cli::tr("l'indice è stato tolto"));
+        sayDone(session, given, Cli::tr("ora non c'è alcun indice"));
         return ExitStatus::Done;
     }
     return build(job == QLatin1String("update") ? IndexJob::Kind::Update : IndexJob::Kind::Rebuild,

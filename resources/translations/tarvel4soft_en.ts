@@ -551,8 +551,8 @@
         <translation>examined</translation>
     </message>
     <message>
-        <source>l&apos;indice è stato tolto</source>
-        <translation>the index was removed</translation>
+        <source>ora non c&apos;è alcun indice</source>
+        <translation>there is no index now</translation>
     </message>
     <message>
         <source>letta</source>

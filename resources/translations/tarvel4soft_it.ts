@@ -551,8 +551,8 @@
         <translation>esaminato</translation>
     </message>
     <message>
-        <source>l'indice è stato tolto</source>
-        <translation>l'indice è stato tolto</translation>
+        <source>ora non c'è alcun indice</source>
+        <translation>ora non c'è alcun indice</translation>
     </message>
     <message>
         <source>letta</source>

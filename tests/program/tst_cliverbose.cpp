@@ -42,7 +42,7 @@ private Q_SLOTS:
         row("transfer -v --quiet --to card/SONGS --memory card b.mid AZZURRO.mid",
             "cp b.mid card/SONGS", "b.mid: exists already, not copied\nAZZURRO.mid: copied\n");
         row("index update -v card", "cp b.mid card/SONGS", "@card/SONGS/b.mid: examined\n");
-        row("index delete -v card", none, "card: the index was removed\n");
+        row("index delete -v card", none, "card: there is no index now\n");
         row("list -v --output l.csv card", R"(cp b.mid card; "$cli" index rebuild card)",
             "l.csv: written\n");
         row("extract -v --output s.mid s.mf3", "cp " TARVEL4_SAMPLES "/FRAMARTI.mf3 s.mf3",
