@@ -115,15 +115,20 @@ constexpr char bashFrame[] =
 _tarvel4soft_cli()
 {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local command= words= files= operands=0 i
+    local command= words= files= ended= operands=0 i
     if [ "$current" = = ]; then
         current=
     elif [ "$previous" = = ]; then
         previous=${COMP_WORDS[COMP_CWORD - 2]}
     fi
     for ((i = 1; i < COMP_CWORD; i++)); do
+        if [ -n "$ended" ]; then
+            ((operands++))
+            continue
+        fi
         case "$command ${COMP_WORDS[i]}" in
 @VALUED@) [ "${COMP_WORDS[i + 1]}" != = ] || ((i++)); ((i++)) ;;
+        ?*' --') ended=1 ;;
         *' -'*) ;;
         ' '*) command=${COMP_WORDS[i]} ;;
         *) ((operands++)) ;;
@@ -133,7 +138,7 @@ _tarvel4soft_cli()
     if ((i > COMP_CWORD)); then
         case "$command $previous" in
 @VALUES@        esac
-    elif [[ $current == -* ]]; then
+    elif [[ -z $ended && $current == -* ]]; then
         case $command in
 @OPTIONS@        esac
         words+=' @GLOBAL@'
@@ -198,7 +203,7 @@ QString zshCase(const Command &command)
     const QString path = pathOperand(command);
     if (!path.isEmpty())
         arguments += quoted(QStringLiteral("*:%1:%2").arg(path, zshFiles(path)));
-    return QStringLiteral("    %1)\n      _arguments %2 ;;\n")
+    return QStringLiteral("    %1)\n      _arguments -S %2 ;;\n")
         .arg(QLatin1String(command.name), arguments.join(QLatin1String(" \\\n        ")));
 }
 

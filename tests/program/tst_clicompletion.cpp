@@ -26,6 +26,7 @@ private Q_SLOTS:
         makeFolder("songs");
         write("a b.mid", "");
         write("info.mid", "");
+        write("-v.mid", "");
     }
 
     void bashOffers_data()
@@ -48,6 +49,12 @@ private Q_SLOTS:
         row("songs", "info a", "a b.mid|");
         row("songs behind a value", "edit --title x in", "info.mid|");
         row("songs behind a value and an equals sign", "edit --title = x in", "info.mid|");
+        row("files behind the end of the options", "info -- -", "-v.mid|");
+        row("files, whatever they begin with", "info -- i", "info.mid|");
+        row("files behind another one", "edit --title x -- -v.mid a", "a b.mid|");
+        row("files behind a word like an option", "edit -- --title", "|");
+        row("options where the end of them is a value", "edit --title -- --vers", "--version|");
+        row("what to do with an index, behind the end of the options", "index -- v", "verify|");
         row("a value is no command", "--catalogue edit in", "info|index|");
         row("what to do with an index", "index ''", "update|rebuild|verify|delete|");
         row("then the folder of the index", "index --json verify ''", "songs|");
@@ -106,6 +113,8 @@ private Q_SLOTS:
         row("all that can be done with an index", "index ", "delete|rebuild|update|verify|");
         row("then the folder of the index", "index --json verify ", "songs/|");
         row("nothing behind all words of a command", "history clear ", "");
+        row("songs behind the end of the options", "info -- -", "-v.mid|");
+        row("no option there", "info -- --rec", "");
     }
     void fishOffers()
     {
@@ -131,6 +140,9 @@ private Q_SLOTS:
         row("what to do with an index", "index v", "verify|");
         row("what to do with an index, behind an option", "index --json v", "verify|");
         row("then the folder of the index", "index --json verify ", "songs|");
+        row("songs behind the end of the options", "info -- -", "-v.mid|");
+        row("no option there", "info -- --rec", "");
+        row("what to do with an index, behind the end of the options", "index -- v", "verify|");
     }
     void zshOffers()
     {
