@@ -59,8 +59,9 @@ ListenStrip::ListenStrip(QWidget *parent)
 
 void ListenStrip::showSong(const SongSound &song)
 {
-    m_title->setText(QStringLiteral("▶  ") + song.title);
-    m_title->setAccessibleName(tr("In ascolto: %1").arg(song.title));
+    m_song = song.title;
+    m_title->setText(QStringLiteral("▶  ") + m_song);
+    setTexts();
     m_marks->menu()->clear();
     addMarks(*m_marks->menu(), song, [this](int mark) { Q_EMIT markAsked(mark); });
     m_marks->setVisible(!song.marks.isEmpty());
@@ -101,6 +102,7 @@ void ListenStrip::changeEvent(QEvent *event)
 
 void ListenStrip::setTexts()
 {
+    m_title->setAccessibleName(tr("In ascolto: %1").arg(m_song));
     m_marks->setText(tr("Marker"));
     m_marks->setToolTip(tr("Ascolta da un marker"));
     m_stop->setText(tr("Ferma"));

@@ -46,6 +46,7 @@ private:
     ElidedLabel *m_mark;
     QPushButton *m_marks;
     QPushButton *m_stop;
+    QString m_song; ///< its title
     int m_shownMark = -1;
 };
 

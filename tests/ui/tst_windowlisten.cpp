@@ -363,6 +363,17 @@ private Q_SLOTS:
         QCOMPARE(find<QLabel>("listenTitleLabel")->accessibleName(), text("Listening to: Alfa"));
     }
 
+    void titleThatPlaysFollowsTheLanguage()
+    {
+        space();
+        const auto spoken = [this] { return find<QLabel>("listenTitleLabel")->accessibleName(); };
+        QCOMPARE(spoken(), text("In ascolto: Alfa"));
+        trigger("actionEnglish");
+        QCOMPARE(spoken(), text("Listening to: Alfa"));
+        trigger("actionItalian");
+        QCOMPARE(spoken(), text("In ascolto: Alfa"));
+    }
+
 private:
     std::unique_ptr<SongPlayers> makePlayers() override
     {
