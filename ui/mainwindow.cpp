@@ -297,12 +297,14 @@ void MainWindow::tickCopyright()
 
 void MainWindow::on_optimizeMemory_triggered()
 {
-    IndexDialog(this).exec();
+    if (!m_host.isRunning())
+        IndexDialog(this).exec();
 }
 
 void MainWindow::on_actionSongsList_triggered()
 {
-    SongsListDialog(this).exec();
+    if (!m_host.isRunning())
+        SongsListDialog(this).exec();
 }
 
 void MainWindow::on_actionContents_triggered()

@@ -235,8 +235,8 @@ private Q_SLOTS:
                 button->click(); // a dialog that is not expected fails the row
                 button->setEnabled(isEnabled);
             }
-            for (const char *action :
-                 {"actionImportFolder", "actionEditMany", "actionUndo", "actionPreview"})
+            for (const char *action : {"actionImportFolder", "actionEditMany", "actionUndo",
+                                       "actionPreview", "optimizeMemory", "actionSongsList"})
                 find<QAction>(action)->trigger();
         };
         update();
