@@ -40,7 +40,7 @@ public:
     Pictures(const QString &folder, const QString &songs)
         : m_folder(folder)
         , m_songs(songs)
-        , m_card(QDir(songs).filePath(text("../Card")))
+        , m_card(QFileInfo(songs).dir().filePath(text("Card")))
         , m_window(nullptr, std::make_unique<Stage::CardVolume>(m_card),
                    std::make_unique<Stage::SilentPlayers>(), std::make_unique<Stage::Drives>())
     {
