@@ -61,8 +61,8 @@ private Q_SLOTS:
         const QRect cell = cellOf(0, column);
         QHeaderView *header = table()->horizontalHeader();
         const QRect section(header->sectionViewportPosition(column), 0, 200, header->height());
-        const Ends above = inkOf(header->viewport()->grab(section).toImage());
-        const Ends below = inkOf(table()->viewport()->grab(cell).toImage());
+        const Ends above = inkOf(*header->viewport(), section);
+        const Ends below = inkOf(*table()->viewport(), cell);
         if (column >= 6)
             QCOMPARE(above.last, below.last);
         else if (column == Type) // where its mark begins, which leaves a seventh of its square free
@@ -135,9 +135,11 @@ private:
         int first = -1;
         int last = -1;
     };
-    /** Where a text begins and ends, in points, above the border and beside the next column. */
-    static Ends inkOf(const QImage &image)
+    /** Where a text begins and ends, in points of the table, above the border and beside the next
+     * column. */
+    Ends inkOf(QWidget &viewport, const QRect &place) const
     {
+        const QImage image = viewport.grab(place).toImage();
         const auto ratio = static_cast<int>(image.devicePixelRatio());
         const QImage part = image.copy(0, 0, image.width() - 2 * ratio, image.height() - 4 * ratio);
         Ends ends;
@@ -148,7 +150,8 @@ private:
             ends.first = ends.first < 0 ? x : ends.first;
             ends.last = x;
         }
-        return {ends.first / ratio, ends.last / ratio};
+        const int left = viewport.mapTo(table(), place.topLeft()).x();
+        return {left + ends.first / ratio, left + ends.last / ratio};
     }
     static bool isBlank(const QImage &image)
     {
