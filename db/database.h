@@ -28,7 +28,7 @@ public:
     Q_DISABLE_COPY(Database)
 
     /**
-     * Opens both connections; once, before anything else. An empty \a
+     * Opens both connections and loads the two lists; once, before anything else. An empty \a
      * catalogueFile means "songsdb_debug" of the working directory where there is one, else the
      * built-in catalogue. False also for a file whose songs might never end.
      */
@@ -45,10 +45,9 @@ public:
     /** The same by title; true only for a title that exactly one row has. */
     bool getRecordByTitle(const QString &title, SongInfo &record);
 
-    /** Distinct values in the catalogue's order, the empty one included. Read when first asked for,
-     * like the keys of the look-ups. */
-    const QStringList &genres();
-    const QStringList &altArtists();
+    /** Distinct values in the catalogue's order, the empty one included. */
+    const QStringList &genres() const { return m_genres; }
+    const QStringList &altArtists() const { return m_altArtists; }
 
     QSqlDatabase userSongsDatabase() const { return m_userSongs; }
     bool clearUserSongs();
@@ -78,8 +77,8 @@ private:
         m_temporaryFile; ///< null when a catalogue file is used in place
     QSqlDatabase m_catalogue; ///< connection "con_songsdb"
     QSqlDatabase m_userSongs; ///< connection "con_mem"
-    std::optional<QStringList> m_genres;
-    std::optional<QStringList> m_altArtists;
+    QStringList m_genres;
+    QStringList m_altArtists;
     bool m_hasReadKeys = false;
     std::optional<Keys> m_filenames;
     std::optional<Keys> m_titles;

@@ -17,7 +17,7 @@ class WindowHost;
 struct EditPlace
 {
     QTableView &table;
-    Database &db;
+    const Database &db;
     UserSongsRelTableModel &model;
     WindowHost &host;
     Journal &journal;
