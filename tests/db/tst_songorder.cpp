@@ -104,6 +104,17 @@ private Q_SLOTS:
         QCOMPARE(rows.size(), m_model->songs());
     }
 
+    void whoHearsThatRowsAreReadAgainStillFindsThem()
+    {
+        append("b a");
+        m_model->sort(2, Qt::AscendingOrder);
+        int id = 0;
+        connect(m_model.get(), &QAbstractItemModel::modelAboutToBeReset, this,
+                [&] { id = m_model->idOf(0); });
+        m_model->select();
+        QCOMPARE(id, 2);
+    }
+
     void anUpdatedRowIsShownAsItIsNow()
     {
         append("b a");
