@@ -106,7 +106,9 @@ QString JournalFile::path() const
 
 bool JournalFile::exists() const
 {
-    return QFileInfo(path()).size() > 0 || QFileInfo(path() + QLatin1String("-wal")).size() > 0;
+    const QFileInfo journal(path());
+    return journal.size() > 0 || journal.isDir() // which has no size on Windows
+        || QFileInfo(path() + QLatin1String("-wal")).size() > 0;
 }
 
 bool JournalFile::open(Access access)
