@@ -5,6 +5,7 @@
 #include "ui/mediasidebar.h"
 #include "ui/recentfolder.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 
@@ -29,8 +30,10 @@ QLatin1String keyOf(FolderKind kind)
 
 QString firstFolder(FolderKind kind)
 {
-    if (kind != FolderKind::Transfer)
-        return QStringLiteral("/home");
+    if (kind != FolderKind::Transfer) {
+        const QFileInfo homes(QStringLiteral("/home")); // Windows has none
+        return homes.isDir() ? homes.absoluteFilePath() : QDir::homePath();
+    }
     const QString volumes = QStringLiteral("/Volumes");
     if (QFileInfo(volumes).isDir())
         return volumes;
