@@ -67,7 +67,7 @@ private Q_SLOTS:
             QCOMPARE(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
             QCOMPARE(box.standardButton(box.defaultButton()), QMessageBox::No);
             QCOMPARE(box.textFormat(), Qt::PlainText);
-            QCOMPARE(box.detailedText(), paths.join(QLatin1Char('\n')));
+            QCOMPARE(box.detailedText(), QDir::toNativeSeparators(paths.join(QLatin1Char('\n'))));
             QCOMPARE(box.windowTitle() + QLatin1Char('|') + box.text(), expected);
             box.button(QMessageBox::No)->click();
         });

@@ -109,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), 4);
         QStringList names;
         for (const QString &line : lines)
-            names += QFileInfo(line.section(QLatin1Char(':'), 0, 0)).fileName();
+            names += QFileInfo(line.section(text(": "), 0, 0)).fileName();
         std::sort(names.begin(), names.begin() + 2);
         QCOMPARE(names, strings({"a.mid", "b.mid", "away.mid", "new.mid"}));
         import({addSong("c.mid", "C")}); // a second box is not expected and fails the row
