@@ -6,6 +6,7 @@
 #include "ui/folderchooser.h"
 #include "ui/songchooser.h"
 #include "ui/statefile.h"
+#include "ui/targetchooser.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -89,8 +90,15 @@ private Q_SLOTS:
         QCOMPARE(chosen, expected);
     }
 
+    void columnsHaveRoom_data()
+    {
+        const Table<bool> row;
+        row("of songs to be read", false);
+        row("of a file to be written", true);
+    }
     void columnsHaveRoom()
     {
+        const auto [isTarget] = cells<bool>();
         Appearance::applyStyleSheet(text(":/style/default.qss"));
         write(m_folder->filePath(text("a.mid")), QByteArray(700 * 1024, 'x'));
         StateFile::setValue(text("folders/songs"), m_folder->path());
@@ -105,10 +113,17 @@ private Q_SLOTS:
                 const QString words = files->model()->index(0, column, folder).data().toString();
                 QVERIFY2(width > files->fontMetrics().horizontalAdvance(words), qPrintable(words));
             }
-            QVERIFY(dialog.width() <= dialog.screen()->availableSize().width());
+            const int room = dialog.screen()->availableSize().width();
+            QVERIFY(dialog.width() <= room);
+            QVERIFY2(dialog.width() == room
+                         || files->header()->length() <= files->viewport()->width(),
+                     "a column is out of sight");
             dialog.reject();
         });
-        chooseSongs(nullptr, text("Songs"));
+        if (isTarget)
+            chooseTarget(nullptr, text("List"), m_folder->filePath(text("b.mid")), text("(*.mid)"));
+        else
+            chooseSongs(nullptr, text("Songs"));
         qApp->setStyleSheet(QString());
     }
 

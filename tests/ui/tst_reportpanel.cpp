@@ -4,9 +4,7 @@
 #include "ui/appearance.h"
 
 #include <QAccessible>
-#include <QScrollBar>
 #include <QStandardPaths>
-#include <QTreeView>
 
 using namespace tarvel4;
 using namespace TestFiles;
@@ -184,8 +182,6 @@ private Q_SLOTS:
             m_driver->expect<QFileDialog>([&start, this](QFileDialog &dialog) {
                 QCOMPARE(dialog.directory().absolutePath(), start);
                 QCOMPARE(child<QLineEdit>(dialog, "fileNameEdit")->text(), text("resoconto.txt"));
-                const auto *files = child<QTreeView>(dialog, "treeView");
-                QVERIFY(!files->horizontalScrollBar()->isVisible());
                 child<QLineEdit>(dialog, "fileNameEdit")->setText(path("songs/new.txt"));
                 QFile::remove(path("songs/new.txt"));
                 static_cast<QDialog &>(dialog).accept();
