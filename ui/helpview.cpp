@@ -146,7 +146,8 @@ void HelpView::layOutAgain()
 
 HelpView::Place HelpView::place() const
 {
-    return {verticalScrollBar()->value() == 0, cursorForPosition(QPoint()).position(),
+    const QTextCursor top = cursorForPosition(QPoint());
+    return {verticalScrollBar()->value() == 0, top.position(), cursorRect(top).top(),
             textCursor().anchor(), textCursor().position()};
 }
 
@@ -160,7 +161,7 @@ void HelpView::layOutAt(const Place &place)
     setTextCursor(cursor);
     cursor.setPosition(place.top);
     verticalScrollBar()->setValue(
-        place.isAtTop ? 0 : verticalScrollBar()->value() + cursorRect(cursor).top());
+        place.isAtTop ? 0 : verticalScrollBar()->value() + cursorRect(cursor).top() - place.offset);
 }
 
 QVariant HelpView::loadResource(int type, const QUrl &name)

@@ -35,6 +35,7 @@ private:
     {
         bool isAtTop;
         int top; ///< the letter in the first line
+        int offset; ///< of that line to the view's top: a picture makes a line high
         int anchor;
         int position;
     };
