@@ -69,6 +69,8 @@ FieldNotes::FieldNotes(QLabel *icon, QLabel *line, QWidget *form)
     , m_form(form)
 {
     connect(qApp, &QApplication::focusChanged, this, &FieldNotes::showLine);
+    // Told before its children go: a button that still has the focus outlives the labels.
+    connect(form, &QObject::destroyed, this, [this] { disconnect(qApp, nullptr, this, nullptr); });
 }
 
 void FieldNotes::addField(const QString &key, QLineEdit *edit)

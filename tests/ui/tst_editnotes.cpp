@@ -2,8 +2,10 @@
 #include "ui/dataeditdialog.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 
 using namespace tarvel4;
 
@@ -24,6 +26,20 @@ private Q_SLOTS:
         open();
         m_dialog->setKeys(strings({"C", "A-", "Bb"}));
         m_dialog->setSong(m_song);
+    }
+
+    /** As where a window manager is late to tell of a dialog that is closed by then. Its labels go
+     * before the button. */
+    void aDialogIsDestroyedThatHasTheFocusAgain()
+    {
+        QVERIFY(activate(*m_dialog));
+        auto *button = find<QPushButton>("exitPushButton");
+        m_dialog->hide();
+        QApplication::setActiveWindow(m_dialog.get());
+        button->setFocus();
+        QCOMPARE(QApplication::focusWidget(), button);
+        m_dialog.reset();
+        QVERIFY(!QApplication::focusWidget());
     }
 
     void notesStandAtTheirFields()
