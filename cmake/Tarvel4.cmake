@@ -147,7 +147,7 @@ function(tarvel4_test_environment name)
   file(MAKE_DIRECTORY "${home}/runtime")
   file(CHMOD "${home}/runtime" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE) # else Qt warns
   set(timeout 300)
-  if(CMAKE_CROSSCOMPILING_EMULATOR)
+  if(CMAKE_CROSSCOMPILING_EMULATOR AND NOT WIN32)
     set(timeout 1500)
   endif()
   set_tests_properties(${name} PROPERTIES
@@ -160,7 +160,8 @@ function(tarvel4_test_environment name)
   endif()
   if(WIN32)
     set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED wine)
-    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT "WINEPREFIX=${TARVEL4_WINE_PREFIX}")
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+      "WINEPREFIX=${TARVEL4_WINE_PREFIX}" "QT_STYLE_OVERRIDE=fusion") # the program's own choice there
   endif()
 endfunction()
 

@@ -7,6 +7,13 @@
 
 using namespace tarvel4;
 
+namespace {
+
+/** Of the sorting arrow, for which Qt 6 keeps a place behind a header's text. */
+constexpr int arrowWidth = QT_VERSION_MAJOR < 6 ? 0 : 12;
+
+} // namespace
+
 /** How the song table looks: what its columns get, and the row that the mouse is over. */
 class tst_WindowColumns : public WindowTest
 {
@@ -64,7 +71,7 @@ private Q_SLOTS:
         const Ends above = inkOf(*header->viewport(), section);
         const Ends below = inkOf(*table()->viewport(), cell);
         if (column >= 6)
-            QCOMPARE(above.last, below.last);
+            QCOMPARE(above.last + arrowWidth, below.last);
         else if (column == Type) // where its mark begins, which leaves a seventh of its square free
             QVERIFY2(qAbs(above.first - below.first) <= 2, "the mark");
         else
