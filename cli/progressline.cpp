@@ -50,19 +50,28 @@ void ProgressLine::end()
 
 void ProgressLine::hide()
 {
-    if (m_isShown)
-        Console::write(Console::Error, "\r\033[K");
-    m_isShown = false;
+    if (m_shownLength > 0)
+        show(QString());
 }
 
 void ProgressLine::draw()
 {
     if (!m_enabled || !m_isRunning)
         return;
-    const QString line = printable(text()).left(Console::columns() - 1);
-    Console::write(Console::Error, "\r\033[K" + line.toUtf8());
-    m_isShown = true;
+    show(printable(text()));
     m_sinceDrawn.start();
+}
+
+void ProgressLine::show(const QString &text)
+{
+    const int width = Console::columns() - 1;
+    const QString line = text.left(width);
+    // Spaces clear what is left of a longer line: not every terminal knows escape sequences.
+    const QString padded = line.leftJustified(qMin(m_shownLength, width));
+    Console::write(Console::Error, '\r' + padded.toUtf8());
+    if (line.isEmpty())
+        Console::write(Console::Error, "\r");
+    m_shownLength = line.size();
 }
 
 QString ProgressLine::text() const

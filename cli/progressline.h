@@ -26,14 +26,15 @@ public:
 
 private:
     void draw();
+    void show(const QString &text);
     QString text() const;
 
     bool m_enabled;
     bool m_isRunning = false;
-    bool m_isShown = false;
     QString m_label;
     int m_maximum = 0;
     int m_value = 0;
+    int m_shownLength = 0;
     QElapsedTimer m_sinceBegin;
     QElapsedTimer m_sinceDrawn;
 };
