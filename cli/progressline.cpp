@@ -71,7 +71,7 @@ void ProgressLine::show(const QString &text)
     Console::write(Console::Error, '\r' + padded.toUtf8());
     if (line.isEmpty())
         Console::write(Console::Error, "\r");
-    m_shownLength = line.size();
+    m_shownLength = static_cast<int>(line.size());
 }
 
 QString ProgressLine::text() const
