@@ -103,8 +103,12 @@ private Q_SLOTS:
         names.append(text("window"));
         for (const QString &window : qAsConst(names)) {
             row(window, "light", text("Fusion"));
+#ifdef Q_OS_WIN // where the program chooses its style
+            row(window, "dark", text("Fusion"));
+#else
             for (const QString &style : QStyleFactory::keys())
                 row(window, "dark", style);
+#endif
         }
     }
     void windows()
