@@ -256,9 +256,14 @@ def edit(program):
     program.write(MAIN, "Cerca nelle song", "santaluc")
     program.find(MAIN, "label",
                  "2 song, 1 mostrata, 2 aggiornate. Anche quelle nascoste vengono sincronizzate.")
-    give_keyboard_to(MAIN)
-    assert program.find(MAIN, "text", "Cerca nelle song").queryComponent().grabFocus()
-    wait_for("the focus", lambda: program.find(MAIN, "text", "Cerca nelle song").getState().contains(pyatspi.STATE_FOCUSED))
+    field = program.find(MAIN, "text", "Cerca nelle song")
+
+    def has_focus():
+        give_keyboard_to(MAIN)  # again: a dialog that closes late takes it away
+        field.queryComponent().grabFocus()
+        return field.getState().contains(pyatspi.STATE_FOCUSED)
+
+    wait_for("the focus", has_focus)
     program.type_key(RETURN)  # goes to the row
     program.type_key(F2)
     title = "Modifica dati song"
