@@ -75,11 +75,14 @@ QStringList Run::texts(const char *key) const
     return texts;
 }
 
+QByteArray Run::told() const
+{
+    return "status " + QByteArray::number(status) + "\nout: " + out + "\nerr: " + err;
+}
+
 char *toString(const Run &run)
 {
-    return qstrdup(
-        ("status " + QByteArray::number(run.status) + "\nout: " + run.out + "\nerr: " + run.err)
-            .constData());
+    return qstrdup(run.told().constData());
 }
 
 Program::Program(const QString &folder)

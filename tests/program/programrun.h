@@ -27,7 +27,17 @@ struct Run
 
     /** A text of each record, empty where it has none. */
     QStringList texts(const char *key) const;
+
+    /** All of it, for the message of a test that failed. */
+    QByteArray told() const;
 };
+
+/** Compares the exit status of a run; a failure shows what was said. */
+#define VERIFY_STATUS(run, expected)                                                               \
+    do {                                                                                           \
+        const tarvel4::Run &ended = run;                                                           \
+        QVERIFY2(ended.status == (expected), ended.told().constData());                            \
+    } while (false)
 
 inline bool operator==(const Run &left, const Run &right)
 {

@@ -44,7 +44,7 @@ void tst_CliBackup::init()
     const Run made = Program(m_folder->path())
                          .shell(QStringLiteral("mkdir -p lib/a lib/b to; echo 1 >lib/a/1.mid; "
                                                "echo 2 >lib/b/2.kar; echo 3 >lib/b/3.txt"));
-    QCOMPARE(made.status, 0);
+    VERIFY_STATUS(made, 0);
 }
 
 void tst_CliBackup::copiesIntoANewFolder()
@@ -52,7 +52,7 @@ void tst_CliBackup::copiesIntoANewFolder()
     const Run run = Program(m_folder->path())
                         .shell(QStringLiteral("\"$cli\" backup --json --quiet --to to --recursive "
                                               "lib lib/a/1.mid"));
-    QCOMPARE(run.status, 0);
+    VERIFY_STATUS(run, 0);
     const QVector<QJsonObject> records = run.records();
     QCOMPARE(records.size(), 1);
     const QString folder = records[0].value(QStringLiteral("folder")).toString();
@@ -69,7 +69,7 @@ void tst_CliBackup::printsTheFolderForPeople()
         Program(m_folder->path()).shell(QStringLiteral("\"$cli\" backup --to to/ lib/a/1.mid"));
     QCOMPARE(made().size(), 1);
     QCOMPARE(run.out, QByteArray("to/") + made()[0].toUtf8() + '\n');
-    QCOMPARE(run.status, 0);
+    VERIFY_STATUS(run, 0);
 }
 
 void tst_CliBackup::refuses_data()
@@ -102,7 +102,7 @@ void tst_CliBackup::refuses()
     QCOMPARE(run.out, QByteArray());
     for (const QByteArray &message : messages)
         QVERIFY2(run.err.contains(message), run.err.constData());
-    QCOMPARE(run.status, status);
+    VERIFY_STATUS(run, status);
     QVERIFY(QDir(path(QStringLiteral("to"))).isEmpty());
 }
 
@@ -143,7 +143,7 @@ void tst_CliBackup::namesEachSongThatFailed()
     QVERIFY(QRegularExpression(QStringLiteral("^backup_kvaro_[\\d_-]+ \\(incomplete\\)$"))
                 .match(made().join(QLatin1Char('/')))
                 .hasMatch());
-    QCOMPARE(run.status, 3);
+    VERIFY_STATUS(run, 3);
 }
 
 void tst_CliBackup::saysWhyTheFolderCantBeMade()
@@ -158,7 +158,7 @@ void tst_CliBackup::saysWhyTheFolderCantBeMade()
                               + volume.name()
                               + "): if it could be written to before, repair the card\n"),
              run.err.constData());
-    QCOMPARE(run.status, 3);
+    VERIFY_STATUS(run, 3);
 }
 
 void tst_CliBackup::saysHowMuchRoomIsMissing_data()
@@ -184,7 +184,7 @@ void tst_CliBackup::saysHowMuchRoomIsMissing()
              QByteArray("tarvel4soft-cli: Backup FAILED !!!\n"
                         "tarvel4soft-cli: to: there is not enough free room on the disk or card: "
                         "at least 40.0 kB are missing\n"));
-    QCOMPARE(run.status, 3);
+    VERIFY_STATUS(run, 3);
     QCOMPARE(made(), QStringList());
 }
 

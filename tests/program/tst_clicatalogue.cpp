@@ -63,7 +63,7 @@ private Q_SLOTS:
         const Run run = cli("catalogue "_s + arguments);
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.startsWith("tarvel4soft-cli: " + message), run.err.constData());
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
         QVERIFY(!QFile::exists(path("gone.db")));
     }
 
@@ -71,7 +71,7 @@ private Q_SLOTS:
     {
         const Run run = cli("catalogue --genres --json");
         QCOMPARE(run.records().size(), 21);
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
     }
 
     void writesNothingIntoTheCatalogue()
@@ -80,7 +80,7 @@ private Q_SLOTS:
         const Run run = shell("chmod a-w c.db; \"$cli\" catalogue --catalogue c.db "
                               "--name azzurro >/dev/null; s=$?; ls; exit $s");
         QCOMPARE(run.out, QByteArray("c.db\nx.db\n"));
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         QCOMPARE(read("c.db"), before);
     }
 };

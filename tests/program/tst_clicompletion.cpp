@@ -98,7 +98,7 @@ private Q_SLOTS:
                 shell("LC_ALL=%1 \"$cli\" completion %2 >s && %2 -n s && wc -l <s"_s.arg(
                     QString::fromLatin1(locale), name));
             QCOMPARE(run.err, QByteArray());
-            QCOMPARE(run.status, 0);
+            VERIFY_STATUS(run, 0);
             QVERIFY(run.out.toInt() > 20);
         }
     }
@@ -158,7 +158,7 @@ private Q_SLOTS:
     void refusesOtherShells()
     {
         const Run run = cli("completion tcsh");
-        QCOMPARE(run.status, 2);
+        VERIFY_STATUS(run, 2);
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.contains("completion takes bash, zsh or fish"), run.err.constData());
     }

@@ -49,7 +49,7 @@ private Q_SLOTS:
 
         const Run run = cliWith({"edit"_s, "--json"_s, option, "a.mid"_s});
         QCOMPARE(run.err, QByteArray());
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         QCOMPARE(run.records().value(0), expected);
         QCOMPARE(cli("info --json a.mid").out, run.out);
     }
@@ -67,7 +67,7 @@ private Q_SLOTS:
     {
         const auto [options, added] = cells<QString, QByteArray>();
         const Run run = cli("edit --json %1 a.mid"_s.arg(options));
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         const QByteArray present = R"({"bar":1,"text":"Intro"},{"bar":5,"text":"Strofa"})";
         QVERIFY2(run.out.contains("\"markers\":[" + added + ',' + present + ']'),
                  run.out.constData());
@@ -88,7 +88,7 @@ private Q_SLOTS:
                 "--bpm=88 --key=F#- "_s
                 + QFileInfo(sample).fileName());
         QCOMPARE(run.err, QByteArray());
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         const QByteArray edited = R"("title":"T x","artist":"A x","genre":"G x","author":"U x",)"
                                   R"("length":77,"bpm":88,"key":"F#-")";
         QVERIFY2(run.out.contains(edited), run.out.constData());
@@ -120,7 +120,7 @@ private Q_SLOTS:
         const Run run = cli("edit "_s + line);
         QCOMPARE(run.out, QByteArray());
         QVERIFY(run.err.startsWith("tarvel4soft-cli: "));
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
         QCOMPARE(read("a.mid"), wholeSong());
     }
 

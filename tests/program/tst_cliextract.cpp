@@ -57,7 +57,7 @@ private Q_SLOTS:
         const QByteArray song = read("s.1.mf3");
         const Run run = shell(line);
         QVERIFY(run.err.contains(line.contains("a.mid"_s) ? ".mid" : "s.1.m"));
-        QCOMPARE(run.status, 3);
+        VERIFY_STATUS(run, 3);
         QCOMPARE(read("a.mid"), wholeSong());
         QCOMPARE(read("s.1.mf3"), song);
         QVERIFY(!QFile::exists(path("gone.mid")));
@@ -85,7 +85,7 @@ private Q_SLOTS:
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.startsWith("tarvel4soft-cli: ") && run.err.contains(message),
                  run.err.constData());
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
         QVERIFY(!QFile::exists(path("o.mid")));
     }
 };

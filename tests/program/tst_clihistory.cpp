@@ -111,7 +111,7 @@ private Q_SLOTS:
         const auto [arguments, status, runs] = cells<QString, int, int>();
         shell(R"(for t in A B C; do "$cli" edit --title $t s/a.mid; done)");
         const Run run = cli("history --json "_s + arguments);
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
         QCOMPARE(run.records().size(), runs);
         QCOMPARE(run.err.isEmpty(), status == 0);
         QCOMPARE(history().size(), 3);
@@ -182,7 +182,7 @@ private Q_SLOTS:
         QCOMPARE(runs.size(), 20);
         QCOMPARE(runs.first().toInt(), 22);
         QCOMPARE(runs.last().toInt(), 3);
-        QCOMPARE(cli("undo 2").status, 2);
+        VERIFY_STATUS(cli("undo 2"), 2);
     }
 
     void forgetsWhenTold()
@@ -192,7 +192,7 @@ private Q_SLOTS:
         const QByteArray edited = read("s/a.mid");
         QCOMPARE(cli("history clear"), (Run{0, "", ""}));
         QCOMPARE(history(), QVector<QJsonObject>());
-        QCOMPARE(cli("undo").status, 3);
+        VERIFY_STATUS(cli("undo"), 3);
         QCOMPARE(read("s/a.mid"), edited);
         QVERIFY(!Fixtures::read(journal()).contains("Bella Ciao"));
         cli("edit --title U s/a.mid");
@@ -216,7 +216,7 @@ private:
     /** Leaves a song and the journal as an edit that was killed inside its write. */
     void tear(const char *name) const
     {
-        QCOMPARE(cli("edit --title 'A longer title' "_s + QLatin1String(name)).status, 0);
+        VERIFY_STATUS(cli("edit --title 'A longer title' "_s + QLatin1String(name)), 0);
         const QByteArray edited = read(name);
         const QString connection = "journal"_s;
         {
@@ -272,7 +272,7 @@ void tst_CliHistory::readingChangesNothing()
         const Run run = cli(command);
         QVERIFY2(everything() == before, command);
         if (setup.contains("title T"_s) && !setup.contains("$j; "_s))
-            QCOMPARE(run.status, 0);
+            VERIFY_STATUS(run, 0);
         if (setup.contains("title T"_s) && QByteArray(command) == "history")
             QCOMPARE(run.out.count("run: 1\n"),
                      setup.contains("-s 9999"_s) || setup.contains("zero"_s) ? 0 : 1);
@@ -306,7 +306,7 @@ void tst_CliHistory::saysOnceWhatIsWrongWithIt()
         const QByteArray before = read("s/a.mid");
         const Run run = cli(message == first ? "edit --quiet --title Umore s/a.mid"
                                              : "edit --quiet --title V s/a.mid");
-        QCOMPARE(run.status, 0); // the command goes on
+        VERIFY_STATUS(run, 0); // the command goes on
         QVERIFY(read("s/a.mid") != before);
         QCOMPARE(run.err.count('\n'), message.isEmpty() ? 0 : 1);
         QVERIFY2(run.err.contains(message.toUtf8()), run.err.constData());
@@ -319,7 +319,7 @@ void tst_CliHistory::saysOnceWhatIsWrongWithIt()
             break;
     }
     if (second.isEmpty())
-        QCOMPARE(cli("undo").status, 0);
+        VERIFY_STATUS(cli("undo"), 0);
 }
 
 void tst_CliHistory::showsTwoProgramsAtOnce()
@@ -340,7 +340,7 @@ void tst_CliHistory::showsTwoProgramsAtOnce()
     QVERIFY(what == (QVariantList{"edit"_s, "sync"_s})
             || what == (QVariantList{"sync"_s, "edit"_s}));
     for (const QString &id : {"1"_s, "2"_s})
-        QCOMPARE(cli("undo "_s + id).status, 0);
+        VERIFY_STATUS(cli("undo "_s + id), 0);
     for (const char *song : {"s/b.mid", "s/1/AZZURRO.mid", "s/9/AZZURRO.mid"})
         QCOMPARE(read(song), wholeSong());
     QVERIFY(QDir(QFileInfo(journal()).path()).entryList({"*.lock"_s}).isEmpty());

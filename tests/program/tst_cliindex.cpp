@@ -25,7 +25,7 @@ private Q_SLOTS:
         const Run run = shell("set -o pipefail\n"_s + line);
         QVERIFY2(run.out.startsWith(out), run.out.constData());
         QCOMPARE(run.records().size(), 1);
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
         QCOMPARE(run.err.isEmpty(), status != 3);
         const QString error = run.records()[0].value("error"_s).toString();
         QCOMPARE(run.err.count("tarvel4soft-cli: mem: " + error.toUtf8()), status == 3 ? 1 : 0);
@@ -56,7 +56,7 @@ private Q_SLOTS:
         const bool isTrue = damage == "true"_s;
 
         const Run json = cli("index verify --json mem");
-        QCOMPARE(json.status, isTrue ? 0 : 1);
+        VERIFY_STATUS(json, isTrue ? 0 : 1);
         QCOMPARE(json.records().isEmpty(), isTrue);
         for (const QJsonObject &record : json.records()) {
             QVERIFY(record.value("file"_s).isString());
@@ -66,7 +66,7 @@ private Q_SLOTS:
 
         const Run text = cli("index verify mem");
         QCOMPARE(text.out.count('\n'), json.out.count('\n'));
-        QCOMPARE(text.status, json.status);
+        VERIFY_STATUS(text, json.status);
     }
 
     void saysWhatAnInterruptedRunLeft_data()
@@ -119,11 +119,11 @@ private Q_SLOTS:
         const Run run = cli("index "_s + arguments);
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.startsWith("tarvel4soft-cli: " + message), run.err.constData());
-        QCOMPARE(run.status, 3);
+        VERIFY_STATUS(run, 3);
     }
 
 private:
-    void prepare() const { QCOMPARE(cli("index rebuild mem").status, 0); }
+    void prepare() const { VERIFY_STATUS(cli("index rebuild mem"), 0); }
 };
 
 // Outside of the class: moc loses its way in these raw strings.

@@ -32,7 +32,7 @@ private Q_SLOTS:
 
         QCOMPARE(run.out, line + '\n');
         QCOMPARE(run.err.count('\n'), status); // the cause of a failure
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
         QCOMPARE(run.records().size(), 1);
     }
 
@@ -60,7 +60,7 @@ private Q_SLOTS:
                             "path: b.mid\n"
                             "error: Unknown/corrupted file\n"
                             "code: not-a-song\n"));
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
     }
 
     void printsChosenData_data()
@@ -95,10 +95,10 @@ private Q_SLOTS:
         write("a.mid", wholeSong());
         write("b.mid", "nothing");
         write("c.mid", wholeSong());
-        QCOMPARE(cli(R"x(edit --title 'a, "b"' c.mid)x").status, 0);
+        VERIFY_STATUS(cli(R"x(edit --title 'a, "b"' c.mid)x"), 0);
         const Run run = cli("info "_s + QString::fromUtf8(QTest::currentDataTag()));
         QCOMPARE(run.out, out);
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
     }
 
     void readsASong_data()
@@ -115,7 +115,7 @@ private Q_SLOTS:
     {
         const auto [sample, format] = cells<QString, QString>();
         const Run run = cliWith({"info"_s, "--json"_s, sample});
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         const QJsonObject record = run.records().value(0);
         QCOMPARE(record.value("format"_s).toString(), format);
         const bool isMfx = format.startsWith("MF"_s);
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.contains(message) && run.err.startsWith("tarvel4soft-cli: "),
                  run.err.constData());
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
     }
 
     void leavesWhatAPowerCutLeftAside()
@@ -155,7 +155,7 @@ private Q_SLOTS:
         Run run = shell("\"$cli\" info --recursive .; ls a*; \"$cli\" info a.mid");
         QCOMPARE(run.out, QByteArray("a.mid.tarvel4.bak\n"));
         QVERIFY(run.err.contains("a.mid.tarvel4.bak"));
-        QCOMPARE(run.status, 3);
+        VERIFY_STATUS(run, 3);
 
         write("a.mid", QByteArray(100, '\0'));
         run = cli("info a.mid; ls a*");
@@ -168,7 +168,7 @@ private Q_SLOTS:
             shell("mkdir -p s/b s/c.mid s/.hidden && cd s && touch b/2.MID b/1.Kar c.mid/x.mp3 "
                   "a.mf3 Z.mF5 "
                   "d.txt .e.mid .hidden/f.mid b/g.mid.bak && mkfifo h.mid && ln -s ../s b/loop");
-        QCOMPARE(prepared.status, 0);
+        VERIFY_STATUS(prepared, 0);
 
         for (const char *folder : {"s", "./s", "s/"}) {
             const QString given = QLatin1String(folder);
@@ -177,7 +177,7 @@ private Q_SLOTS:
             QStringList expected = words("Z.mF5 a.mf3 b/1.Kar b/2.MID c.mid/x.mp3");
             expected.replaceInStrings(QRegularExpression("^"_s), prefix);
             QCOMPARE(run.texts("path"), expected);
-            QCOMPARE(run.status, 1);
+            VERIFY_STATUS(run, 1);
         }
     }
 
@@ -188,7 +188,7 @@ private Q_SLOTS:
                               "info --json --recursive s");
         QCOMPARE(run.out, R"({"path":"s/a.mid",)" + wholeRecord("a.mid") + "}\n");
         QVERIFY2(run.err.contains("s/bad"), run.err.constData());
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
     }
 
     void controlCharactersNeverReachTheTerminal_data()
@@ -238,7 +238,7 @@ private Q_SLOTS:
         const Run made = shell(line);
         QVERIFY2(made.status == 0, made.err.constData());
         const Run run = cli("info --json a.mp3");
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         const QJsonObject record = run.records().value(0);
         QCOMPARE(record.value("format"_s).toString(), "MP3"_s);
         QStringList read;

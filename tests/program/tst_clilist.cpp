@@ -21,7 +21,7 @@ private Q_SLOTS:
         write("mem/2.mid", song("Perch\xE9", "ABBA"));
         write("mem/Pop/3.mid", song("Alfa; Uno", "Zucchero"));
         QVERIFY(writeCatalogue(path("c.db")));
-        QCOMPARE(cli("index rebuild mem").status, 0);
+        VERIFY_STATUS(cli("index rebuild mem"), 0);
     }
 
     void listsTheSongs_data()
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QVERIFY(read("mem/1.mid").startsWith("MThd"));
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.startsWith("tarvel4soft-cli: " + named), run.err.constData());
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
     }
 };
 

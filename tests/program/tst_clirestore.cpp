@@ -46,14 +46,14 @@ void tst_CliRestore::givesTheBytesOfABackup()
     const auto [setup] = cells<QString>();
     makeSongs();
     const auto before = songs();
-    QCOMPARE(cli("backup --to old --recursive s").status, 0);
+    VERIFY_STATUS(cli("backup --to old --recursive s"), 0);
     shell(setup);
     const auto damaged = songs();
     QVERIFY(damaged != before);
 
     const QByteArray all = everything();
     const Run dry = cli("restore --json --dry-run --from old/backup_kvaro_* --recursive s");
-    QCOMPARE(dry.status, 0);
+    VERIFY_STATUS(dry, 0);
     QCOMPARE(dry.texts("status").count("would-restore"_s), before.size());
     QCOMPARE(everything(), all);
     const Run run = cli("restore --json --from old/backup_kvaro_* --recursive s");
@@ -63,9 +63,9 @@ void tst_CliRestore::givesTheBytesOfABackup()
     QVERIFY(songs() == before);
 
     const int runs = static_cast<int>(history().size());
-    QCOMPARE(cli("restore --from old/backup_kvaro_* --recursive s").status, 0);
+    VERIFY_STATUS(cli("restore --from old/backup_kvaro_* --recursive s"), 0);
     QCOMPARE(history().size(), runs); // the same bytes are not written
-    QCOMPARE(cli("undo").status, 0);
+    VERIFY_STATUS(cli("undo"), 0);
     QVERIFY(songs() == damaged);
 }
 
@@ -92,7 +92,7 @@ void tst_CliRestore::saysWhatIsWrong()
     write("old/a.mid", midi(meta(3, "Old")));
     QVERIFY(QDir().mkpath(path("old/c.mid")));
     const Run run = cli("restore --json --quiet "_s + arguments);
-    QCOMPARE(run.status, status);
+    VERIFY_STATUS(run, status);
     QVERIFY2(run.err.contains(QByteArray("tarvel4soft-cli: ") + message.toUtf8())
                  || run.err.contains(message.toUtf8()),
              run.err.constData());
@@ -117,7 +117,7 @@ void tst_CliRestore::takesNoneOfSeveralSongsOfOneName()
     for (const char *option : {"--dry-run ", ""}) {
         const Run run =
             cli("restore --json --from old --recursive s/1 s/2 s/a.mid "_s + QLatin1String(option));
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
         QCOMPARE(run.texts("code"),
                  QStringList({{}, "refused-target"_s, "not-found"_s, "refused-target"_s}));
         QVERIFY(run.err.contains("s/2/a.mid: it is not overwritten, since it is one of "
@@ -127,22 +127,22 @@ void tst_CliRestore::takesNoneOfSeveralSongsOfOneName()
     QCOMPARE(read("s/1/a.mid"), old); // has those bytes
     QCOMPARE(read("s/2/a.mid"), QByteArray("another"));
     QCOMPARE(read("s/a.mid"), wholeSong());
-    QCOMPARE(cli("restore --from old s/2/a.mid").status, 0); // said by name
+    VERIFY_STATUS(cli("restore --from old s/2/a.mid"), 0); // said by name
     QCOMPARE(read("s/2/a.mid"), old);
     QCOMPARE(shell("rm s/2/a.mid; ln -s ../a.mid s/2").status, 0);
-    QCOMPARE(cli("restore --from old s/a.mid s/2/a.mid").status, 0); // one song by two names
+    VERIFY_STATUS(cli("restore --from old s/a.mid s/2/a.mid"), 0); // one song by two names
     QCOMPARE(read("s/a.mid"), old);
 }
 
 void tst_CliRestore::isARunOfItsOwn()
 {
     write("old/a.mid", midi(meta(3, "Old")));
-    QCOMPARE(cli("restore --from old --recursive s").status, 1);
+    VERIFY_STATUS(cli("restore --from old --recursive s"), 1);
     QCOMPARE(historyOf("what"), QVariantList{"restore"_s});
     QCOMPARE(historyOf("songs"), QVariantList{1});
-    QCOMPARE(cli("undo").status, 0);
+    VERIFY_STATUS(cli("undo"), 0);
     QCOMPARE(read("s/a.mid"), wholeSong());
-    QCOMPARE(cli("undo").status, 0);
+    VERIFY_STATUS(cli("undo"), 0);
     QCOMPARE(read("s/a.mid"), read("old/a.mid"));
 }
 

@@ -61,7 +61,7 @@ private Q_SLOTS:
         const auto [option, status, isWritten] = cells<QString, int, bool>();
         const Run run = shell("yes | \"$cli\" sync --catalogue c.db --no-backup %1 "
                               "AZZURRO.mid b/azzurro.KAR"_s.arg(option));
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
         QCOMPARE(read("b/azzurro.KAR") != m_unpublished, isWritten);
         QCOMPARE(read("AZZURRO.mid") != m_published, status != 2);
     }
@@ -72,7 +72,7 @@ private Q_SLOTS:
                               "x.mid AZZURRO.mid y.mid other.mid b/azzurro.KAR --recursive b");
         QCOMPARE(run.texts("path"), words("x.mid AZZURRO.mid y.mid other.mid b/azzurro.KAR"));
         QCOMPARE(run.texts("status"), words("unreadable updated unreadable not-found refused"));
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
     }
 
     void changesExactlyWhatTheDryRunAnnounced()
@@ -99,7 +99,7 @@ private Q_SLOTS:
     void announcesNoChangeOfASongThatHasAll()
     {
         const QString line = "sync --json --catalogue c.db --unpublished yes %1 AZZURRO.mid"_s;
-        QCOMPARE(cli(line.arg("--no-backup"_s)).status, 0);
+        VERIFY_STATUS(cli(line.arg("--no-backup"_s)), 0);
         const QVector<QJsonObject> planned = cli(line.arg("--dry-run"_s)).records();
         QCOMPARE(planned.size(), 1);
         QCOMPARE(planned[0].value("status"_s), QJsonValue("would-update"_s));
@@ -111,7 +111,7 @@ private Q_SLOTS:
         const Run run = cli("sync --json --catalogue c.db --backup saved "
                             "AZZURRO.mid x.mid b/azzurro.KAR");
         QCOMPARE(run.records().size(), 3);
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
         QVERIFY(read("AZZURRO.mid") != m_published);
         const Run backup = shell("cd saved/backup_kvaro_* && ls && cmp "
                                  "../../b/azzurro.KAR azzurro.KAR");
@@ -133,7 +133,7 @@ private Q_SLOTS:
         const Run run = cli("sync --catalogue c.db %1 AZZURRO.mid"_s.arg(options));
         QCOMPARE(run.out, QByteArray());
         QVERIFY(run.err.contains("--no-backup"));
-        QCOMPARE(run.status, 2);
+        VERIFY_STATUS(run, 2);
         QVERIFY(isUntouched());
     }
 
@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(run.out, QByteArray(line.contains("ls b"_s) ? "azzurro.KAR\n" : ""));
         for (const QString &message : messages)
             QVERIFY2(run.err.contains(message.toLatin1()), run.err.constData());
-        QCOMPARE(run.status, 3);
+        VERIFY_STATUS(run, 3);
         QVERIFY(isUntouched());
     }
 
@@ -179,7 +179,7 @@ private Q_SLOTS:
         const Run run = cli("sync --no-backup --catalogue %1 AZZURRO.mid"_s.arg(catalogue));
         QCOMPARE(run.out, QByteArray());
         QVERIFY(run.err.startsWith("tarvel4soft-cli: " + catalogue.toUtf8() + ": "));
-        QCOMPARE(run.status, 3);
+        VERIFY_STATUS(run, 3);
         QVERIFY(isUntouched());
         QVERIFY(!QFile::exists(path("gone.db")));
     }
@@ -196,7 +196,7 @@ private Q_SLOTS:
         QCOMPARE(run.texts("title").value(0), QString());
         QCOMPARE(run.texts("code"), (QStringList{"too-large"_s, {}}));
         QVERIFY(run.err.contains("big/AZZURRO.mid: it is too large"));
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
     }
 
     void updatesASongNamedTwiceOnce()
@@ -204,7 +204,7 @@ private Q_SLOTS:
         const Run run = cli("sync --json --catalogue c.db --no-backup "
                             "AZZURRO.mid ./AZZURRO.mid b/../AZZURRO.mid");
         QCOMPARE(run.records().size(), 1);
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
     }
 
     void putsInOrderWhatAPowerCutLeftAside()
@@ -248,7 +248,7 @@ private Q_SLOTS:
         strace -qq -o /dev/null -P AZZURRO.mid -e inject=openat:signal=TERM:when=1 \
             "$cli" sync --quiet --no-backup x.mid AZZURRO.mid other.mid | grep ^path)");
         QCOMPARE(run.out, QByteArray("path: x.mid\npath: AZZURRO.mid\n"));
-        QCOMPARE(run.status, 130);
+        VERIFY_STATUS(run, 130);
     }
 
 private:

@@ -30,7 +30,7 @@ private Q_SLOTS:
     void showsProgressInOneLine()
     {
         const Run run = onTerminal("stty cols 30; \"$cli\" info --json --recursive . >out.json"_s);
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         QVERIFY2(run.out.contains("0 of 4"), run.out.constData());
         QVERIFY2(run.out.contains("4 of 4, "), run.out.constData());
         QVERIFY(!run.out.contains('\n'));
@@ -48,7 +48,7 @@ private Q_SLOTS:
                                  R"("$cli" info --json 0.mid >out.json 2>err)"}) {
             const Run run = onTerminal(QString::fromUtf8(line));
             QCOMPARE(run.out, QByteArray());
-            QCOMPARE(run.status, 0);
+            VERIFY_STATUS(run, 0);
         }
         QCOMPARE(read("err"), QByteArray());
     }
@@ -78,7 +78,7 @@ private Q_SLOTS:
         QVERIFY2(run.out.contains("azzurro.mid: "), run.out.constData());
         QCOMPARE(run.out.count("[o] no to all: "), keys.size());
         QCOMPARE(updatedSongs(), updated);
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
     }
 
     void asksNobodyWhoseQuestionsGoElsewhere()
@@ -88,7 +88,7 @@ private Q_SLOTS:
         QCOMPARE(run.out, QByteArray());
         QCOMPARE(read("err"), QByteArray());
         QCOMPARE(updatedSongs(), QStringList());
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
     }
 
     void asksBeforeItReplacesASong_data()
@@ -106,7 +106,7 @@ private Q_SLOTS:
         write("mem/Pop/0.mid", "old");
         const Run run = onTerminal(
             "\"$cli\" transfer --memory mem --to mem/Pop %1 0.mid >/dev/null"_s.arg(option), keys);
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         QCOMPARE(run.out.contains("[o] no to all: "), !keys.isEmpty());
         QCOMPARE(read("mem/Pop/0.mid") != "old", isReplaced);
     }
@@ -117,7 +117,7 @@ private Q_SLOTS:
         const Run run = onTerminal("\"$cli\" backup --to mem [12]/azzurro.mid >/dev/null && cmp "
                                    "mem/backup_kvaro_*/azzurro.mid 2/azzurro.mid"_s,
                                    {"[o] no to all: \ty\r"_s});
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
     }
 
     void writesEachRecordAtOnce()
@@ -142,7 +142,7 @@ private Q_SLOTS:
                                case $(tail -c 2 rest) in '' | '}') ;; *) exit 99 ;; esac
                                [ $(wc -l <rest) -lt 19999 ] && exit $s)");
         QCOMPARE(run.err, QByteArray());
-        QCOMPARE(run.status, 130);
+        VERIFY_STATUS(run, 130);
     }
 
     void leavesABackgroundJobAlone()
@@ -153,7 +153,7 @@ private Q_SLOTS:
                                { IFS= read -r line; kill -INT $pid; cat >rest; } <pipe
                                wait $pid && wc -l <rest)");
         QCOMPARE(run.out, QByteArray("1999\n"));
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
     }
 
     void listsTitlesWithoutTheirEscapeSequences_data()
@@ -167,7 +167,7 @@ private Q_SLOTS:
         const auto [piped, shown] = cells<QByteArray, QByteArray>();
         const QString command = "\"$cli\" "_s + QString::fromUtf8(QTest::currentDataTag());
         write("mem/a.mid", midi(meta(0x03, "a\033[2Jb")));
-        QCOMPARE(cli("index rebuild mem").status, 0);
+        VERIFY_STATUS(cli("index rebuild mem"), 0);
         QCOMPARE(shell(command + " | tail -n1"_s).out, piped);
         const Run run = onTerminal(command);
         QVERIFY2(run.out.contains(shown), run.out.constData());

@@ -42,7 +42,7 @@ void tst_CliTransfer::init()
     m_folder.reset(new QTemporaryDir);
     const Run made = Program(m_folder->path())
                          .shell(QStringLiteral("mkdir -p lib mem/Pop mem/sfx mem/x/Bridge"));
-    QCOMPARE(made.status, 0);
+    VERIFY_STATUS(made, 0);
     QVERIFY(Fixtures::write(path(QStringLiteral("lib/a.mid")), Fixtures::wholeSong()));
     QVERIFY(Fixtures::write(path(QStringLiteral("lib/b.kar")), Fixtures::midi()));
 }
@@ -57,7 +57,7 @@ void tst_CliTransfer::preparesAFolderMemory()
     QCOMPARE(run.out,
              QByteArray(R"({"copied":2,"failed":0,"kept":0,"found":2,"prepared":true,"errors":[]})"
                         "\n"));
-    QCOMPARE(run.status, 0);
+    VERIFY_STATUS(run, 0);
 }
 
 void tst_CliTransfer::saysLastThatTheCardMayBePulled()
@@ -120,7 +120,7 @@ void tst_CliTransfer::decidesAboutSongsThatExist()
                         .shell(QStringLiteral("yes | \"$cli\" transfer --json --to mem/Pop "
                                               "--memory mem %1 --recursive lib")
                                    .arg(option));
-    QCOMPARE(run.status, 0);
+    VERIFY_STATUS(run, 0);
     QCOMPARE(run.records().value(0).value(QStringLiteral("copied")).toInt(), copied);
     QCOMPARE(run.records().value(0).value(QStringLiteral("kept")).toInt(), kept);
     QCOMPARE(Fixtures::read(path(QStringLiteral("mem/Pop/a.mid"))) == "old", kept == 1);
@@ -163,7 +163,7 @@ void tst_CliTransfer::refuses()
                                + line + QLatin1String("; s=$?; find mem | diff before -; exit $s"));
     QCOMPARE(run.out, QByteArray());
     QVERIFY2(run.err.contains(message), run.err.constData());
-    QCOMPARE(run.status, status);
+    VERIFY_STATUS(run, status);
 }
 
 void tst_CliTransfer::refusesTheSystemDisk()
@@ -183,7 +183,7 @@ void tst_CliTransfer::refusesTheSystemDisk()
             .shell(QStringLiteral("\"$cli\" transfer --to %1 lib/a.mid").arg(onSystemDisk));
     QCOMPARE(run.out, QByteArray());
     QVERIFY(!run.err.isEmpty());
-    QCOMPARE(run.status, 3);
+    VERIFY_STATUS(run, 3);
     QVERIFY(!QFile::exists(folder + QStringLiteral("/a.mid")));
 }
 
@@ -232,7 +232,7 @@ void tst_CliTransfer::saysWhichSongFailed()
     QCOMPARE(run.err.mid(run.err.indexOf("tarvel4soft-cli")),
              "tarvel4soft-cli: lib/x.mp3: " + error
                  + "\ntarvel4soft-cli: One or more files could not be copied\n");
-    QCOMPARE(run.status, 1);
+    VERIFY_STATUS(run, 1);
 }
 
 void tst_CliTransfer::saysHowMuchRoomIsMissing()
@@ -257,7 +257,7 @@ void tst_CliTransfer::saysHowMuchRoomIsMissing()
              "tarvel4soft-cli: One or more files could not be copied\ntarvel4soft-cli: "
                  + QFileInfo(path(QStringLiteral("mem/Pop"))).canonicalFilePath().toUtf8() + ": "
                  + error + '\n');
-    QCOMPARE(run.status, 3); // no song was begun
+    VERIFY_STATUS(run, 3); // no song was begun
     QCOMPARE(Fixtures::read(path(QStringLiteral("mem/Pop/a.mid"))), QByteArray("old"));
 }
 
@@ -275,7 +275,7 @@ void tst_CliTransfer::saysWhyTheIndexFailed()
                               + '\n')
                  && run.err.count("index.id3") == 1,
              run.err.constData());
-    QCOMPARE(run.status, 3);
+    VERIFY_STATUS(run, 3);
 }
 
 void tst_CliTransfer::saysWhatTheIndexCouldNotTakeIn()
@@ -290,14 +290,14 @@ void tst_CliTransfer::saysWhatTheIndexCouldNotTakeIn()
     QCOMPARE(run.records().value(0).value(QStringLiteral("errors")).toArray().size(), 2);
     QCOMPARE(run.err.count("tarvel4soft-cli: " + error), 2);
     QVERIFY2(!run.err.contains("All files"), run.err.constData());
-    QCOMPARE(run.status, 1);
+    VERIFY_STATUS(run, 1);
 
     const Run again = Program(m_folder->path())
                           .shell(QStringLiteral("\"$cli\" transfer --to mem/Pop --memory mem "
                                                 "lib/a.mid"));
     QVERIFY2(again.out.contains("errors: " + error), again.out.constData());
     QVERIFY2(!again.err.contains("All files"), again.err.constData());
-    QCOMPARE(again.status, 1);
+    VERIFY_STATUS(again, 1);
 }
 
 QTEST_GUILESS_MAIN(tst_CliTransfer)

@@ -69,7 +69,7 @@ void tst_CliUndo::givesEveryByteBack()
     for (const char *song : {"a.mid", "both.mp3", "FRAMARTI.mf3"}) // as the catalogue calls one
         write("s/AZZURRO"_s + QLatin1String(song).mid(QLatin1String(song).size() - 4),
               read("s/"_s + QLatin1String(song)));
-    QCOMPARE(shell("chmod 640 s/a.mid s/both.mp3").status, 0);
+    VERIFY_STATUS(shell("chmod 640 s/a.mid s/both.mp3"), 0);
     const auto before = songs();
     const Run changed = cli(line);
     QVERIFY(changed.status == 0 || line.contains("sync"_s));
@@ -77,7 +77,7 @@ void tst_CliUndo::givesEveryByteBack()
     QVERIFY(after != before);
 
     const QByteArray all = everything();
-    QCOMPARE(cli("undo --dry-run").status, 0);
+    VERIFY_STATUS(cli("undo --dry-run"), 0);
     QCOMPARE(everything(), all);
     for (const auto &expected : {before, after, before}) { // an undo that is undone redoes
         const Run run = cli("undo");
@@ -107,13 +107,13 @@ void tst_CliUndo::writesARecordForEachSong()
     edited.replace("Bella Ciao", "T");
 
     const Run dry = cli("undo --json --dry-run");
-    QCOMPARE(dry.status, 1);
+    VERIFY_STATUS(dry, 1);
     QCOMPARE(dry.err, said);
     QVERIFY2(dry.out.contains(failed), dry.out.constData());
     QVERIFY2(dry.out.contains(start + R"(a.mid","status":"would-restore",)" + edited + "}\n"),
              dry.out.constData());
     const Run run = cli("undo --json --quiet");
-    QCOMPARE(run.status, 1);
+    VERIFY_STATUS(run, 1);
     QCOMPARE(run.err, said);
     QCOMPARE(run.records().size(), 2);
     QVERIFY2(run.out.contains(failed), run.out.constData());
@@ -144,12 +144,12 @@ void tst_CliUndo::choosesTheRun()
     const QString nothing = "tarvel4soft-cli: there is nothing to undo\n"_s;
     for (const char *command : {"undo", "undo --dry-run"})
         QCOMPARE(cli(command), (Run{3, "", nothing.toUtf8()}));
-    QCOMPARE(cli("undo 1").status, 2);
+    VERIFY_STATUS(cli("undo 1"), 2);
     for (const char *song : {"a", "b", "c"})
         cli("edit --title T s/%1.mid"_s.arg(QLatin1String(song)));
 
     const Run run = cli("undo "_s + arguments);
-    QCOMPARE(run.status, status);
+    VERIFY_STATUS(run, status);
     QVERIFY2(run.err.contains(message.toUtf8()) && run.err.isEmpty() == message.isEmpty(),
              run.err.constData());
     QString old;
@@ -182,12 +182,12 @@ void tst_CliUndo::leavesAloneWhatItCannotGiveBack()
     const auto [setup, arguments, code, statuses] = cells<QString, QString, QString, QStringList>();
     const QString song = setup.contains("m.mp3 bs"_s) ? "s/m.mp3"_s : "s/a.mid"_s;
     write("s/m.mp3", QByteArray::fromHex("FFFB9000") + QByteArray(20000, 'x'));
-    QCOMPARE(cli("edit --title T s/b.mid "_s + song).status, 0);
+    VERIFY_STATUS(cli("edit --title T s/b.mid "_s + song), 0);
     shell(setup);
     const QByteArray before = QFileInfo(path(song)).isFile() ? read(song) : QByteArray();
     for (const char *option : {" --dry-run", ""}) {
         const Run run = cli("undo --json "_s + arguments + QLatin1String(option));
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
         QStringList found = run.texts("status");
         found.replaceInStrings("would-restore"_s, "restored"_s);
         found.sort();
@@ -207,18 +207,18 @@ void tst_CliUndo::canBeTriedAgainWhenTheCardIsBack()
     cli("edit --title T s/a.mid s/b.mid");
     QVERIFY(QDir().rename(path("s"), path("away")));
     const Run without = cli("undo --json");
-    QCOMPARE(without.status, 1);
+    VERIFY_STATUS(without, 1);
     QCOMPARE(without.texts("code"), words("not-found not-found"));
     QCOMPARE(historyOf("what"), QVariantList{"edit"_s});
 
     QVERIFY(QDir().rename(path("away"), path("s")));
     QVERIFY(QFile::rename(path("s/b.mid"), path("s/away")));
-    QCOMPARE(cli("undo").status, 1);
+    VERIFY_STATUS(cli("undo"), 1);
     QCOMPARE(read("s/a.mid"), wholeSong());
     QVERIFY(QFile::rename(path("s/away"), path("s/b.mid")));
     // It had come to its end: what it did would be redone.
     QCOMPARE(cli("undo --json --dry-run").texts("path"), QStringList(path("s/a.mid")));
-    QCOMPARE(cli("undo 1").status, 0);
+    VERIFY_STATUS(cli("undo 1"), 0);
     QCOMPARE(read("s/b.mid"), wholeSong());
     QCOMPARE(read("s/a.mid"), wholeSong());
 }
@@ -250,7 +250,7 @@ void tst_CliUndo::whatWasTakenBackAlreadyIsDone()
     const int runs = static_cast<int>(history().size());
     for (const char *command : {"undo --json --dry-run 1", "undo --json 1"}) {
         const Run run = cli(command);
-        QCOMPARE(run.status, statuses.contains("failed"_s) ? 1 : 0);
+        VERIFY_STATUS(run, statuses.contains("failed"_s) ? 1 : 0);
         QStringList found = run.texts("status");
         found.replaceInStrings("would-restore"_s, "restored"_s);
         found.sort();
@@ -283,12 +283,12 @@ void tst_CliUndo::keepsLinks()
     const QString kinds =
         "find s -name '*.mid' -printf '%f %y %n %l\\n' -o -name '*.mp3' -printf '%f %y %n %l\\n' | sort"_s;
     const QByteArray before = shell(kinds).out;
-    QCOMPARE(cli("edit --title T "_s + paths).status, 0);
+    VERIFY_STATUS(cli("edit --title T "_s + paths), 0);
     QVERIFY(read("s/a.mid") != wholeSong() || read("s/m.mp3") != mp3);
     const Run dry = cli("undo --json --dry-run");
-    QCOMPARE(dry.status, 0);
+    VERIFY_STATUS(dry, 0);
     const Run run = cli("undo --json");
-    QCOMPARE(run.status, 0);
+    VERIFY_STATUS(run, 0);
     QSet<QString> named; // a symbolic link counts as the file that it leads to
     for (const QString &name : paths.split(QLatin1Char(' ')))
         named += QFileInfo(path(name)).canonicalFilePath();
@@ -324,7 +324,7 @@ void tst_CliUndo::givesEveryByteBackAfterKills()
     cli(sync);
     const qint64 whole = timer.elapsed();
     const auto after = songs();
-    QCOMPARE(cli("undo").status, 0);
+    VERIFY_STATUS(cli("undo"), 0);
     QVERIFY(songs() == before);
 
     int undone = 0;
@@ -342,11 +342,11 @@ void tst_CliUndo::givesEveryByteBackAfterKills()
         kill("undo"_s, whole * part / 10);
         // Goes on with the killed one: the two are one run, which is taken back whole.
         if (songs() != before)
-            QCOMPARE(cli("undo").status, 0);
+            VERIFY_STATUS(cli("undo"), 0);
         QVERIFY(songs() == before);
-        QCOMPARE(cli("undo").status, 0);
+        VERIFY_STATUS(cli("undo"), 0);
         QVERIFY(songs() == after);
-        QCOMPARE(cli("undo").status, 0);
+        VERIFY_STATUS(cli("undo"), 0);
         QVERIFY(songs() == before);
     }
     if (undone == 0)

@@ -23,7 +23,7 @@ private Q_SLOTS:
     {
         for (const char *word : {"-h", "--help"}) {
             const Run run = cliWith({QLatin1String(word)});
-            QCOMPARE(run.status, 0);
+            VERIFY_STATUS(run, 0);
             QCOMPARE(run.err, QByteArray());
             for (const char *name : {"\n  info ",        "\n  edit ",
                                      "\n  sync ",        "\n  history ",
@@ -67,7 +67,7 @@ private Q_SLOTS:
         const QByteArray command = QTest::currentDataTag();
         for (const char *word : {"-h", "--help"}) {
             const Run run = cliWith({QString::fromLatin1(command), QLatin1String(word)});
-            QCOMPARE(run.status, 0);
+            VERIFY_STATUS(run, 0);
             QVERIFY(run.out.contains("tarvel4soft-cli " + command));
             for (const QString &option : options)
                 QVERIFY2(run.out.contains(option.toUtf8()), qPrintable(option));
@@ -92,7 +92,7 @@ private Q_SLOTS:
     {
         const auto [beginning] = cells<QByteArray>();
         const Run run = cli(QTest::currentDataTag());
-        QCOMPARE(run.status, 0);
+        VERIFY_STATUS(run, 0);
         QVERIFY2(run.out.startsWith(beginning), run.out.constData());
         QVERIFY(run.out.contains("\nExamples:\n  tarvel4soft-cli i"));
     }
@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.contains(message) && run.err.startsWith("tarvel4soft-cli: "),
                  run.err.constData());
-        QCOMPARE(run.status, 2);
+        VERIFY_STATUS(run, 2);
         QCOMPARE(read("a.mid"), wholeSong());
     }
 
@@ -189,7 +189,7 @@ private Q_SLOTS:
             shell("unset LANGUAGE LC_MESSAGES; "_s + QString::fromUtf8(QTest::currentDataTag())
                   + " \"$cli\" extract a.mid"_s);
         QCOMPARE(run.err, message);
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
     }
 
     void keepsFileNamesInEveryLocale()
@@ -203,7 +203,7 @@ private Q_SLOTS:
                 const Run run =
                     inLocale.run(words("info --json --recursive") + QStringList(argument));
                 QVERIFY2(run.out.contains(R"("name":"città 中.mid","format":"MIDI")"), locale);
-                QCOMPARE(run.status, 0);
+                VERIFY_STATUS(run, 0);
             }
         }
     }
@@ -368,7 +368,7 @@ private Q_SLOTS:
         const auto [line, status, paths, message] = cells<QString, int, QString, QByteArray>();
         write("b c.mid", wholeSong());
         const Run run = shell(line);
-        QCOMPARE(run.status, status);
+        VERIFY_STATUS(run, status);
         if (message.isEmpty())
             QCOMPARE(run.err, QByteArray());
         QVERIFY2(run.err.contains(message), run.err.constData());

@@ -51,7 +51,7 @@ private Q_SLOTS:
     void tellsOfEachFile()
     {
         const auto [setup, said] = cells<QString, QByteArray>();
-        QCOMPARE(shell(setup).status, 0);
+        VERIFY_STATUS(shell(setup), 0);
         const Run run = cli(QTest::currentDataTag());
         QVERIFY2(run.status < 2, run.err.constData());
         for (QByteArray line : said.split('\n')) {
@@ -83,7 +83,7 @@ private Q_SLOTS:
     {
         const auto [line, detail] = cells<QString, QByteArray>();
         const Run run = shell(line);
-        QCOMPARE(run.status, 1);
+        VERIFY_STATUS(run, 1);
         const QByteArray said = run.saidOfSongs();
         QCOMPARE(said.mid(said.indexOf('\n') + 1),
                  detail.isEmpty() ? QByteArray() : "tarvel4soft-cli: " + detail);
@@ -103,12 +103,12 @@ private Q_SLOTS:
     {
         const auto [arguments] = cells<QString>();
         write("t.mid", "text");
-        QCOMPARE(cli("index rebuild card").status, 0);
+        VERIFY_STATUS(cli("index rebuild card"), 0);
         const QString command = QString::fromUtf8(QTest::currentDataTag());
         const Run usual = cli(command + QLatin1Char(' ') + arguments);
         const Run verbose = cli(command + " -v "_s + arguments);
         QCOMPARE(verbose.out, usual.out);
-        QCOMPARE(verbose.status, usual.status);
+        VERIFY_STATUS(verbose, usual.status);
         for (const QByteArray &line : usual.err.split('\n'))
             QVERIFY2(verbose.err.contains(line), verbose.err.constData());
     }
