@@ -73,7 +73,7 @@ Command catalogueCommand()
     return {"catalogue",
             "",
             QT_TRANSLATE_NOOP("Cli", "Cerca nel catalogo."),
-            "catalogue --name 12ANNI\n"
+            "catalogue --name SANTALUC\n"
             "catalogue --genres",
             {{"name", Option::Text, "NAME",
               QT_TRANSLATE_NOOP("Cli", "la song con questo nome di file")},

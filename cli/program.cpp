@@ -27,7 +27,8 @@ constexpr std::array<Meaning, 6> exitStatuses{{
     {"0", QT_TRANSLATE_NOOP("Cli", "tutto fatto")},
     {"1",
      QT_TRANSLATE_NOOP("Cli",
-                       "finito, ma una song è illeggibile, non trovata, rifiutata o fallita")},
+                       "finito, ma una song è illeggibile, non trovata, rifiutata o fallita, o un "
+                       "indice ha errori")},
     {"2", QT_TRANSLATE_NOOP("Cli", "uso errato, nulla di fatto")},
     {"3", QT_TRANSLATE_NOOP("Cli", "il lavoro non può essere fatto")},
     {"130", QT_TRANSLATE_NOOP("Cli", "interrotto prima della song successiva")},

@@ -108,7 +108,8 @@ Command undoCommand()
     return {
         "undo",
         "[RUN]",
-        QT_TRANSLATE_NOOP("Cli", "Rimette le song com'erano prima di una modifica, byte per byte."),
+        QT_TRANSLATE_NOOP(
+            "Cli", "Annulla l'ultima modifica, o quella che history chiama RUN, byte per byte."),
         "undo --dry-run\nundo 12",
         {dryRunOption()},
         0,
@@ -122,10 +123,10 @@ Command restoreCommand()
             "PATH...",
             QT_TRANSLATE_NOOP("Cli", "Rimette le song come sono in un backup."),
             "restore --from ~/backups/backup_kvaro_2026_01_31_12-00-00 --recursive ~/songs",
-            withPathLists(
-                {{"from", Option::Path, "BACKUP", QT_TRANSLATE_NOOP("Cli", "cartella del backup")},
-                 dryRunOption(),
-                 recursiveOption()}),
+            withPathLists({{"from", Option::Path, "BACKUP",
+                            QT_TRANSLATE_NOOP("Cli", "cartella del backup (necessaria)")},
+                           dryRunOption(),
+                           recursiveOption()}),
             1,
             INT_MAX,
             runRestore};

@@ -56,8 +56,8 @@ void EjectOffer::eject(RemovableDrive &drive)
         if (ejection.result == Result::Unmounted)
             return m_host.information(
                 title,
-                tr("La memoria è stata scollegata, quindi la puoi togliere, ma il lettore non "
-                   "l'ha espulsa:")
+                tr("La memoria è stata scollegata, quindi la puoi togliere, ma non è stata "
+                   "espulsa:")
                     + QLatin1String("\n\n") + ejection.cause,
                 {});
         const QString text = tr("Non è stato possibile espellere la memoria:")

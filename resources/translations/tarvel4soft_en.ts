@@ -239,8 +239,8 @@
         <translation>all done</translation>
     </message>
     <message>
-        <source>finito, ma una song è illeggibile, non trovata, rifiutata o fallita</source>
-        <translation>finished, but a song was unreadable, not found, refused or failed</translation>
+        <source>finito, ma una song è illeggibile, non trovata, rifiutata o fallita, o un indice ha errori</source>
+        <translation>finished, but a song was unreadable, not found, refused or failed, or an index has errors</translation>
     </message>
     <message>
         <source>uso errato, nulla di fatto</source>
@@ -324,7 +324,7 @@
     </message>
     <message>
         <source>%1: non può essere letto, viene saltato</source>
-        <translation>%1: can&apos;t be read, passed over</translation>
+        <translation>%1: can&apos;t be read, skipped</translation>
     </message>
     <message>
         <source>--backup e --no-backup si escludono</source>
@@ -491,16 +491,16 @@
         <translation>--from BACKUP is missing</translation>
     </message>
     <message>
-        <source>Rimette le song com&apos;erano prima di una modifica, byte per byte.</source>
-        <translation>Gives songs back the bytes that they had before a change.</translation>
+        <source>Annulla l&apos;ultima modifica, o quella che history chiama RUN, byte per byte.</source>
+        <translation>Takes back the newest change, or the one that history calls RUN, byte for byte.</translation>
     </message>
     <message>
         <source>Rimette le song come sono in un backup.</source>
         <translation>Gives songs the bytes that they have in a backup.</translation>
     </message>
     <message>
-        <source>cartella del backup</source>
-        <translation>folder of the backup</translation>
+        <source>cartella del backup (necessaria)</source>
+        <translation>folder of the backup (required)</translation>
     </message>
     <message>
         <source>Adegua l&apos;indice alle song che ci sono.</source>
@@ -686,8 +686,8 @@ To work in the terminal, without a window: tarvel4soft-cli --help
         <translation>The memory has been ejected: you can take it out now.</translation>
     </message>
     <message>
-        <source>La memoria è stata scollegata, quindi la puoi togliere, ma il lettore non l&apos;ha espulsa:</source>
-        <translation>The memory has been unmounted, so you can take it out, but the reader did not eject it:</translation>
+        <source>La memoria è stata scollegata, quindi la puoi togliere, ma non è stata espulsa:</source>
+        <translation>The memory has been unmounted, so you can take it out, but it was not ejected:</translation>
     </message>
     <message>
         <source>Non è stato possibile espellere la memoria:</source>

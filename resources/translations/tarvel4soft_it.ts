@@ -239,8 +239,8 @@
         <translation>tutto fatto</translation>
     </message>
     <message>
-        <source>finito, ma una song è illeggibile, non trovata, rifiutata o fallita</source>
-        <translation>finito, ma una song è illeggibile, non trovata, rifiutata o fallita</translation>
+        <source>finito, ma una song è illeggibile, non trovata, rifiutata o fallita, o un indice ha errori</source>
+        <translation>finito, ma una song è illeggibile, non trovata, rifiutata o fallita, o un indice ha errori</translation>
     </message>
     <message>
         <source>uso errato, nulla di fatto</source>
@@ -491,16 +491,16 @@
         <translation>manca --from BACKUP</translation>
     </message>
     <message>
-        <source>Rimette le song com'erano prima di una modifica, byte per byte.</source>
-        <translation>Rimette le song com'erano prima di una modifica, byte per byte.</translation>
+        <source>Annulla l'ultima modifica, o quella che history chiama RUN, byte per byte.</source>
+        <translation>Annulla l'ultima modifica, o quella che history chiama RUN, byte per byte.</translation>
     </message>
     <message>
         <source>Rimette le song come sono in un backup.</source>
         <translation>Rimette le song come sono in un backup.</translation>
     </message>
     <message>
-        <source>cartella del backup</source>
-        <translation>cartella del backup</translation>
+        <source>cartella del backup (necessaria)</source>
+        <translation>cartella del backup (necessaria)</translation>
     </message>
     <message>
         <source>Adegua l'indice alle song che ci sono.</source>
@@ -686,8 +686,8 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
         <translation>La memoria è stata espulsa: ora la puoi togliere.</translation>
     </message>
     <message>
-        <source>La memoria è stata scollegata, quindi la puoi togliere, ma il lettore non l'ha espulsa:</source>
-        <translation>La memoria è stata scollegata, quindi la puoi togliere, ma il lettore non l'ha espulsa:</translation>
+        <source>La memoria è stata scollegata, quindi la puoi togliere, ma non è stata espulsa:</source>
+        <translation>La memoria è stata scollegata, quindi la puoi togliere, ma non è stata espulsa:</translation>
     </message>
     <message>
         <source>Non è stato possibile espellere la memoria:</source>

@@ -107,7 +107,7 @@ private Q_SLOTS:
         row("unmounted only", static_cast<int>(Ejection::Result::Unmounted), "no <b>motor</b>",
             QStringList(text(
                 "Information|Espulsione|La memoria è stata scollegata, quindi la puoi togliere, "
-                "ma il lettore non l'ha espulsa:\n\nno <b>motor</b>")));
+                "ma non è stata espulsa:\n\nno <b>motor</b>")));
         row("not possible", static_cast<int>(Ejection::Result::Failed), "in use",
             QStringList(
                 text("Warning|Espulsione|Non è stato possibile espellere la memoria:\n\nin use")));
