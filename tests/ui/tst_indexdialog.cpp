@@ -273,7 +273,7 @@ private Q_SLOTS:
     void diskChecks()
     {
         const auto [script, boxes] = cells<QByteArray, QStringList>();
-        open(nullptr, DiskCheckTimings{pastAnyTest, script.contains("sleep") ? 200 : pastAnyTest});
+        open(nullptr, DiskCheckTimings{pastAnyTest, script.contains("sleep") ? 2000 : pastAnyTest});
         if (!script.isEmpty())
             QVERIFY(m_program->write(script));
         m_dialog->errorFromIndexReceived(text("of an earlier run"));

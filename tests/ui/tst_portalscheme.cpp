@@ -145,6 +145,8 @@ private Q_SLOTS:
         if (isThere)
             serve();
         const SchemeFollower follower;
+        if (isThere)
+            QTRY_VERIFY(!m_portal->asked.isEmpty());
         QTest::qWait(100);
         QVERIFY(!isShownDark());
         QCOMPARE(m_portal->asked.isEmpty(), !isThere);
