@@ -107,10 +107,13 @@ bool Arguments::readOption(QByteArrayList &words, const QVector<Option> &options
         m_values[option->name] += QString();
         return true;
     }
-    if (equals < 0 && words.isEmpty())
+    const bool hasValue = equals >= 0 || !words.isEmpty();
+    const QByteArray value = equals < 0 && hasValue ? words.takeFirst() : word.mid(equals + 1);
+    // Qt takes an empty path for the working folder, or for none.
+    if (!hasValue || (option->kind == Option::Path && value.isEmpty()))
         return fail(ExitStatus::Usage,
                     Cli::tr("manca il valore dell'opzione --%1").arg(QLatin1String(option->name)));
-    return addValue(*option, equals < 0 ? words.takeFirst() : word.mid(equals + 1));
+    return addValue(*option, value);
 }
 
 bool Arguments::addValue(const Option &option, const QByteArray &bytes)

@@ -76,7 +76,7 @@ ExitStatus runIndex(const Arguments &arguments, Session &session)
                            QStringLiteral("verify"), QStringLiteral("delete")};
     if (!jobs.contains(job))
         return wrongUsage(session, Cli::tr("index vuole update, rebuild, verify oppure delete"));
-    if (!QFileInfo(root).isDir())
+    if (given.isEmpty() || !QFileInfo(root).isDir()) // an empty path is not the working folder
         return notAFolder(session, given);
     if (job == QLatin1String("verify"))
         return verify(root, given, session);

@@ -53,9 +53,10 @@ ExitStatus runUndo(const Arguments &arguments, Session &session)
     const auto runs = session.journal.runs();
     if (!runs)
         return ExitStatus::Failed;
+    const bool isNamed = !arguments.operands().isEmpty();
     const QString given = arguments.operands().value(0);
     qint64 run = 0;
-    if (given.isEmpty()) {
+    if (!isNamed) {
         if (const auto next = UndoJob::next(session.journal, *runs))
             run = next->run.id;
     }
@@ -64,9 +65,8 @@ ExitStatus runUndo(const Arguments &arguments, Session &session)
             run = named.id;
     }
     if (run == 0)
-        return given.isEmpty()
-            ? jobFailed(session, Cli::tr("non c'è nulla da annullare"))
-            : wrongUsage(session, Cli::tr("nessuna modifica ha il numero %1").arg(given));
+        return isNamed ? wrongUsage(session, Cli::tr("nessuna modifica ha il numero %1").arg(given))
+                       : jobFailed(session, Cli::tr("non c'è nulla da annullare"));
 
     SaveRun saves(Disk::real(), &session.journal, QStringLiteral("undo"));
     const UndoSummary summary = UndoJob(session.host, saves, isDryRun)

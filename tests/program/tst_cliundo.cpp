@@ -135,6 +135,7 @@ void tst_CliUndo::choosesTheRun_data()
     row("a dry run changes none", "--dry-run 1", 0, "", "");
     row("one that there never was", "9", 2, "", "no change has the number 9");
     row("none has a name", "edit", 2, "", "no change has the number edit");
+    row("an empty number is not the newest", "''", 2, "", "no change has the number ");
     row("not two", "1 2", 2, "", "undo [OPTION]... [RUN]");
 }
 

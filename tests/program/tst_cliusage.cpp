@@ -150,6 +150,8 @@ private Q_SLOTS:
         row("nothing but hyphens and a value", "info --=x a.mid", "--=x");
         row("a flag with a value", "info --json=yes a.mid", "--json");
         row("a missing value", "edit a.mid --title", "--title");
+        row("an empty path as a value", "list --output '' .", "--output");
+        row("an empty path after an equals sign", "--catalogue= catalogue --genres", "--catalogue");
         row("a word that is none of the choices", "sync --no-backup --unpublished maybe a.mid",
             "--unpublished");
         row("a text that is not UTF-8", R"x(edit --title "$(printf 'a\377')" a.mid)x", "--title");
