@@ -25,6 +25,8 @@ ExitStatus build(IndexJob::Kind kind, const QString &root, const QString &given,
     });
     const IndexSummary index = job.run(kind, root, {QString(), Cli::tr("Indice..."), QString()}, 0);
 
+    for (const QString &error : index.errors)
+        session.host.say(error);
     Record record = session.records.begin();
     record.addText("root", given);
     record.addNumber("found", index.found);

@@ -26,7 +26,9 @@ private Q_SLOTS:
         QVERIFY2(run.out.startsWith(out), run.out.constData());
         QCOMPARE(run.records().size(), 1);
         VERIFY_STATUS(run, status);
-        QCOMPARE(run.err.isEmpty(), status != 3);
+        QCOMPARE(run.err.isEmpty(), status == 0);
+        for (const QJsonValue each : run.records()[0].value("errors"_s).toArray())
+            QCOMPARE(run.err.count("tarvel4soft-cli: " + each.toString().toUtf8() + '\n'), 1);
         const QString error = run.records()[0].value("error"_s).toString();
         QCOMPARE(run.err.count("tarvel4soft-cli: mem: " + error.toUtf8()), status == 3 ? 1 : 0);
     }
