@@ -1,8 +1,8 @@
 #include "cli/command.h"
-#include "cli/outputfile.h"
 #include "cli/songpaths.h"
 #include "cli/songrecord.h"
 #include "cli/texts.h"
+#include "indexer/outputtarget.h"
 #include "songs/metasong.h"
 #include "storage/disk.h"
 #include "storage/newfile.h"
@@ -40,11 +40,11 @@ ExitStatus runExtract(const Arguments &arguments, Session &session)
     const QFileInfo targetInfo(target);
     if (targetInfo.exists() || targetInfo.isSymLink())
         return jobFailed(session, Cli::tr("%1: esiste già").arg(target));
-    const OutputTarget::Obstacle obstacle = OutputTarget::obstacleAt(target);
-    if (obstacle == OutputTarget::Obstacle::IndexFile) {
-        sayObstacle(session, target, obstacle);
-        return ExitStatus::Failed;
-    }
+    if (OutputTarget::obstacleAt(target) == OutputTarget::Obstacle::IndexFile)
+        return jobFailed(
+            session,
+            Cli::tr("%1: appartiene all'indice di una memoria, non può essere sovrascritto")
+                .arg(target));
     if (const Outcome written = NewFile::write(Disk::real(), target, song.midiData()); !written)
         return jobFailed(session, target, written);
     sayDone(session, target, Cli::tr("scritto"));

@@ -395,18 +395,6 @@
         <translation>whether to replace songs that exist already</translation>
     </message>
     <message>
-        <source>%1: non è un file</source>
-        <translation>%1: it is no file</translation>
-    </message>
-    <message>
-        <source>%1: è una song, non può essere sovrascritta</source>
-        <translation>%1: it is a song, which can&apos;t be overwritten</translation>
-    </message>
-    <message>
-        <source>%1: è un catalogo, non può essere sovrascritto</source>
-        <translation>%1: it is a catalogue, which can&apos;t be overwritten</translation>
-    </message>
-    <message>
         <source>%1: appartiene all&apos;indice di una memoria, non può essere sovrascritto</source>
         <translation>%1: it belongs to the index of a memory, which can&apos;t be overwritten</translation>
     </message>

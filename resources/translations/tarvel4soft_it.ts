@@ -395,18 +395,6 @@
         <translation>se sostituire le song che esistono già</translation>
     </message>
     <message>
-        <source>%1: non è un file</source>
-        <translation>%1: non è un file</translation>
-    </message>
-    <message>
-        <source>%1: è una song, non può essere sovrascritta</source>
-        <translation>%1: è una song, non può essere sovrascritta</translation>
-    </message>
-    <message>
-        <source>%1: è un catalogo, non può essere sovrascritto</source>
-        <translation>%1: è un catalogo, non può essere sovrascritto</translation>
-    </message>
-    <message>
         <source>%1: appartiene all'indice di una memoria, non può essere sovrascritto</source>
         <translation>%1: appartiene all'indice di una memoria, non può essere sovrascritto</translation>
     </message>
