@@ -82,7 +82,7 @@ ExitStatus runRestore(const Arguments &arguments, Session &session)
         return wrongUsage(session, Cli::tr("manca --from BACKUP"));
     const QString backup = arguments.value("from");
     const bool isDryRun = arguments.has("dry-run");
-    if (!QFileInfo(Arguments::onDisk(backup)).isDir())
+    if (!QFileInfo(backup).isDir())
         return notAFolder(session, backup);
     SongPaths paths(session);
     const bool isRecursive = arguments.has("recursive");
@@ -95,7 +95,7 @@ ExitStatus runRestore(const Arguments &arguments, Session &session)
     int next = 0;
     const UndoSummary summary =
         UndoJob(session.host, saves, isDryRun)
-            .restore(paths.files(), Arguments::onDisk(backup), [&](const SongOutcome &song) {
+            .restore(paths.files(), backup, [&](const SongOutcome &song) {
                 report(session, paths.songs().at(next++).given, song, isDryRun);
             });
     return summary.failed > 0 || paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
