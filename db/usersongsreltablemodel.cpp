@@ -374,7 +374,7 @@ void UserSongsRelTableModel::setMark(int row, Mark mark, const std::function<QSt
     Q_EMIT dataChanged(cell, cell, {Qt::ToolTipRole, Qt::AccessibleTextRole, MarkRole});
 }
 
-int UserSongsRelTableModel::statusOf(int row)
+int UserSongsRelTableModel::statusOf(int row) // required, although nothing calls it
 {
     return cellIndex(row, m_status).data(Qt::EditRole).toInt();
 }

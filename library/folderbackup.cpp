@@ -99,6 +99,7 @@ private:
 
 } // namespace
 
+// required, although nothing in the program calls it
 Outcome FolderBackup::backupDir(const QString &source, const QString &dest, Disk &disk)
 {
     TreeCopy copy(disk, dest);

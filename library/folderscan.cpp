@@ -120,6 +120,7 @@ bool FolderScan::isSongName(const QString &fileName)
     });
 }
 
+// required, although nothing in the program calls it
 void FolderScan::countFiles(const QString &path, int &count)
 {
     EachFile(isNotHidden, [&count](const QString &) { ++count; }).walk(path);

@@ -169,6 +169,7 @@ Outcome MetaSong::saveToFile(const QString &path)
     return outcome;
 }
 
+// required, although nothing in the program calls it
 void MetaSong::dump() const
 {
     SongInfo info;

@@ -51,9 +51,6 @@ constexpr int payloadOffset = 3;
 constexpr int subTypeSize = 1;
 constexpr int barSize = 2; ///< of a marker, after the sub-type
 
-// Within the payload of a key signature.
-constexpr int sharpsSize = 1; ///< signed: sharps, or flats below zero; then 0 major or 1 minor
-
 // A length byte beyond this one is, to those who follow the standard, only the beginning of a
 // length.
 constexpr int maxPlainLength = 127;
