@@ -5,6 +5,7 @@
 #include <QSqlIndex>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -240,7 +241,7 @@ bool UserSongsRelTableModel::removeRows(int row, int count, const QModelIndex &p
         ids.append(idOf(i));
     if (!QSqlRelationalTableModel::removeRows(row, count, parent))
         return false;
-    for (const int id : qAsConst(ids)) {
+    for (const int id : std::as_const(ids)) {
         setMarkOf(id, {Unmarked, {}});
         m_texts.remove(id);
     }

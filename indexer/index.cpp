@@ -27,7 +27,7 @@ namespace {
 
 QString withoutTrailingSeparator(QString path)
 {
-    if (path.endsWith(QLatin1Char('/')) || path.endsWith(u'\\'))
+    if (path.endsWith(QLatin1Char('/')) || path.endsWith(QLatin1Char('\\')))
         path.chop(1);
     return path;
 }
@@ -101,7 +101,7 @@ bool Index::isDone(const Outcome &outcome, const QString &path)
         if (m_outcome.path.isEmpty())
             m_outcome.path = path;
     }
-    return bool(outcome);
+    return static_cast<bool>(outcome);
 }
 
 bool Index::mustStop()

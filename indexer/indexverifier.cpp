@@ -55,7 +55,7 @@ QByteArray pathSortKey(const QString &path)
 IndexVerifier::IndexVerifier(const QString &root)
     : m_root(root)
 {
-    if (m_root.endsWith(QLatin1Char('/')) || m_root.endsWith(u'\\'))
+    if (m_root.endsWith(QLatin1Char('/')) || m_root.endsWith(QLatin1Char('\\')))
         m_root.chop(1);
 }
 

@@ -87,7 +87,7 @@ bool MemoryScan::enter(const QString &below, const Outcome &listed)
 {
     if (below.isEmpty()) {
         m_root = listed;
-        return bool(listed);
+        return static_cast<bool>(listed);
     }
     if (!listed)
         onUnreadable(pathOf(below));

@@ -3,6 +3,7 @@
 #include "songs/song.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -60,7 +61,7 @@ QVector<FieldNote> EditCheck::notes(const QVector<Song> &songs, const ApplyToAll
     }
     QVector<Finding> findings;
     const SongChange change = fields.changeFrom(edited);
-    for (const Group &group : qAsConst(groups)) {
+    for (const Group &group : std::as_const(groups)) {
         if (!group.sample)
             continue;
         for (const FieldNote &note : group.sample->check(change.record(group.sample->info()))) {
@@ -74,7 +75,7 @@ QVector<FieldNote> EditCheck::notes(const QVector<Song> &songs, const ApplyToAll
         [](const Finding &one, const Finding &other) { return one.note.grade < other.note.grade; });
 
     QVector<FieldNote> notes;
-    for (const Finding &finding : qAsConst(findings)) {
+    for (const Finding &finding : std::as_const(findings)) {
         FieldNote note = finding.note;
         if (songs.size() > 1)
             note.text = tr("in %1 song su %2 (%3): ")

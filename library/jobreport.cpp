@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -172,7 +173,7 @@ void JobReport::displace(const QStringList &paths)
 void JobReport::finish(const QStringList &paths)
 {
     QHash<QString, int> told; // a list may hold a path twice
-    for (const Entry &entry : qAsConst(m_entries))
+    for (const Entry &entry : std::as_const(m_entries))
         ++told[entry.path];
     for (const QString &path : paths) {
         if (--told[path] < 0)

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <utility>
+
 namespace tarvel4 {
 
 RecoveryJob::RecoveryJob(Messages &messages, Disk &disk)
@@ -29,7 +31,7 @@ void RecoveryJob::recoverBeside(const QStringList &paths)
     QSet<QString> folders;
     for (const QString &path : paths)
         folders.insert(QFileInfo(path).path());
-    for (const QString &folder : qAsConst(folders))
+    for (const QString &folder : std::as_const(folders))
         Recovery::recoverAll(m_disk, folder, MetaSong::isSong, report());
 }
 

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -107,7 +108,7 @@ QVector<FieldNote> FieldCheck::ofEdit(const Song &song, const SongInfo &edited)
     FieldRules::applyEdit(*written, storable);
     if (!written->whyNotSavable())
         return notes;
-    for (const TextField &place : qAsConst(others)) {
+    for (const TextField &place : std::as_const(others)) {
         FieldNote note =
             noteOf(song.limitsOf(place.field), edited.*place.text, written->textIn(place.field));
         note.field = keyOf(place.field);
