@@ -35,7 +35,7 @@ QString Companion::destinationFor(const QString &songDestination)
     return songDestination.chopped(suffixLength) + QLatin1String(companionSuffix);
 }
 
-bool Companion::isOne(const QString &path)
+bool Companion::isCompanion(const QString &path)
 {
     return path.endsWith(QLatin1String(companionSuffix), Qt::CaseInsensitive);
 }

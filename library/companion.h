@@ -14,7 +14,7 @@ QString of(const QString &songPath);
 QString destinationFor(const QString &songDestination);
 
 /** True for the path of a companion. */
-bool isOne(const QString &path);
+bool isCompanion(const QString &path);
 
 } // namespace Companion
 

@@ -83,7 +83,7 @@ Group groupOf(const SongOutcome &song)
     case SongResult::Failed:
         break;
     }
-    return Companion::isOne(song.cause.path) ? Group::Companion : Group::Failed;
+    return Companion::isCompanion(song.cause.path) ? Group::Companion : Group::Failed;
 }
 
 QString fieldNames(const QVector<FieldChange> &changes)

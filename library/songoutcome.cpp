@@ -6,7 +6,7 @@ namespace tarvel4 {
 
 QString SongOutcome::sentence() const
 {
-    if (!Companion::isOne(cause.path) || Companion::isOne(path))
+    if (!Companion::isCompanion(cause.path) || Companion::isCompanion(path))
         return cause.sentence();
     return SongPath::fileName(cause.path) + QLatin1String(": ") + cause.sentence();
 }
