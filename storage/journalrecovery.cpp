@@ -85,10 +85,11 @@ bool holds(const JournalEntry &entry, const QString &path, qint64 size, const QB
         && file.read(middle.size()) == middle;
 }
 
-class Deciding
+/** Decides what becomes of a song whose save was cut short: a Journal::Decision. */
+class Decider
 {
 public:
-    Deciding(Disk &disk, const Recovery::IsSong &isSong, const Recovery::Report &report)
+    Decider(Disk &disk, const Recovery::IsSong &isSong, const Recovery::Report &report)
         : m_disk(disk)
         , m_isSong(isSong)
         , m_report(report)
@@ -193,7 +194,7 @@ private:
 void JournalRecovery::recover(Journal &journal, Disk &disk, const Recovery::IsSong &isSong,
                               const Recovery::Report &report)
 {
-    journal.settleUnfinished(Deciding(disk, isSong, report));
+    journal.settleUnfinished(Decider(disk, isSong, report));
 }
 
 } // namespace tarvel4
