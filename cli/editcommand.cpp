@@ -114,7 +114,7 @@ ExitStatus runEdit(const Arguments &arguments, Session &session)
     const QString problem = ChangesReader(arguments).read(changes);
     if (!problem.isEmpty())
         return wrongUsage(session, problem);
-    SongPaths paths(session);
+    SongPaths paths(session, SongPaths::Takes::Files);
     if (!paths.recoverAndCollect(arguments.operands(), false))
         return ExitStatus::Failed;
 

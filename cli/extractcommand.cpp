@@ -22,7 +22,7 @@ QString midiFileBeside(const QString &song)
 
 ExitStatus runExtract(const Arguments &arguments, Session &session)
 {
-    SongPaths paths(session);
+    SongPaths paths(session, SongPaths::Takes::Files);
     if (!paths.collect(arguments.operands(), false))
         return ExitStatus::Failed;
     const GivenPath &path = paths.songs().first();

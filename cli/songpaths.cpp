@@ -94,9 +94,12 @@ bool SongPaths::isUsable(const QString &path, bool recursive, SetAsideFile setAs
                       isSetAside ? Cli::tr("un'interruzione lo ha lasciato come %1")
                                        .arg(Recovery::recoveryPathOf(path))
                                  : missing.sentence());
+    const Outcome folder{Outcome::Code::NotAFile, path, {}, {}};
     if (info.isDir() && !recursive)
-        return refuse(path, Outcome::Code::NotAFile,
-                      Cli::tr("è una cartella (senza --recursive non viene letta)"));
+        return refuse(path, folder.code,
+                      m_takes == Takes::Files
+                          ? folder.sentence()
+                          : Cli::tr("è una cartella (senza --recursive non viene letta)"));
     if (info.isDir() && !(info.isReadable() && info.isExecutable()))
         return refuse(path, Outcome::Code::ReadDenied, Cli::tr("la cartella non può essere letta"));
     return true;

@@ -23,8 +23,12 @@ QString withoutSlash(const QString &folder);
 class SongPaths
 {
 public:
-    explicit SongPaths(Session &session)
+    /** Whether the command has the option --recursive. */
+    enum class Takes { Files, FilesAndFolders };
+
+    explicit SongPaths(Session &session, Takes takes = Takes::FilesAndFolders)
         : m_session(session)
+        , m_takes(takes)
     {}
 
     /** Looks at every path first; false, having said why (as a record too where records are
@@ -53,6 +57,7 @@ private:
     void walk(const QString &folder);
 
     Session &m_session;
+    Takes m_takes;
     QVector<GivenPath> m_songs;
     bool m_hasSkipped = false;
 };
