@@ -16,7 +16,7 @@ struct Option
         Flag,
         Text, ///< a text of the user's
         Path, ///< the name of a file or folder
-        Choice ///< one of the words of \a value, parted by "|"
+        Choice ///< one of the words of \a value, separated by "|"
     };
 
     const char *name;

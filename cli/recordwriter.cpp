@@ -21,8 +21,8 @@ void RecordWriter::write(const Record &record)
 {
     if (m_format == Record::Csv)
         return writeTableLine(record.bytes());
-    const bool isParted = m_format == Record::Text && !m_isFirst;
-    writeRaw(isParted ? '\n' + record.bytes() : record.bytes());
+    const bool isSeparated = m_format == Record::Text && !m_isFirst;
+    writeRaw(isSeparated ? '\n' + record.bytes() : record.bytes());
     m_isFirst = false;
 }
 

@@ -24,7 +24,7 @@ public:
     /** Has records written as a table with these columns, of which the first line tells. */
     void useTable(const QByteArrayList &columns);
 
-    /** Parts records for people by an empty line. */
+    /** Separates records for people by an empty line. */
     void write(const Record &record);
 
     /** For people: \a line in place of the fields. */

@@ -43,8 +43,8 @@ public:
     /**
      * Copies the songs of \a paths into \a destDir, asking about names that exist there. Moves the
      * running progress by one a song. Nothing is copied where there is no room for all of it. Once
-     * it returns all is on the medium. The log names the
-     * folder \a finalDir where it will be called so later.
+     * it returns all is on the medium. The log names the folder \a finalDir where it will be called
+     * so later.
      */
     CopySummary copy(const QStringList &paths, const QString &destDir,
                      const QString &finalDir = {});

@@ -10,10 +10,10 @@ namespace SongPath {
 /** The text after the last "/". */
 QString fileName(const QString &path);
 
-/** The file name without its last point and what follows; whole where it has no point. */
+/** The file name without its last dot and what follows; whole where it has no dot. */
 QString baseName(const QString &path);
 
-/** In upper case, less a point and exactly three word characters at its end: the catalogue's key.
+/** In upper case, without a dot and exactly three word characters at its end: the catalogue's key.
  */
 QString catalogueKey(const QString &name);
 

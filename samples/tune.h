@@ -13,7 +13,7 @@ struct Tune
     struct Section
     {
         const char *name;
-        /// Bars parted by "|"; in them pitch:length such as "c#5:1.5", r for a rest, in eighths.
+        /// Bars separated by "|"; in them pitch:length such as "c#5:1.5", r for a rest, in eighths.
         QByteArray melody;
         /// One a bar, or two of half a bar joined by a comma: "Am C,G7 F".
         QByteArray chords;

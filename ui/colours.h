@@ -14,8 +14,8 @@ Scheme schemeOf(const QPalette &desktop);
 
 /**
  * All colours of a scheme. What the style sheet and the delegates take each role for:
- * Window, Base and Button are grounds; AlternateBase is one under the mouse, Midlight one that is
- * pressed and a line that only divides, Shadow one that can't be used now. Mid bounds fields,
+ * Window, Base and Button are backgrounds; AlternateBase is one under the mouse, Midlight one that
+ * is pressed and a line that only divides, Shadow one that can't be used now. Mid bounds fields,
  * buttons and marks, Link what is under the mouse or has the focus. Dark is less important text,
  * BrightText one that alarms. Highlight is what is chosen, Light the done part of a progress.
  */

@@ -35,7 +35,7 @@ QString folded(const QString &text)
     return plain;
 }
 
-/** With a border: the window in it has the ground of the page. */
+/** With a border: the window in it has the background of the page. */
 QImage fitted(const QString &name, int room, qreal ratio, const QColor &border)
 {
     const QImage whole(name);

@@ -568,7 +568,7 @@
     </message>
     <message>
         <source>--fields vuole nomi fra questi, separati da virgole: %1</source>
-        <translation>--fields takes names among these, parted by commas: %1</translation>
+        <translation>--fields takes names among these, separated by commas: %1</translation>
     </message>
     <message>
         <source>solo questi dati di ogni song</source>
