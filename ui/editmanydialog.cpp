@@ -42,22 +42,6 @@ EditManyDialog::EditManyDialog(const QStringList &genres, const QStringList &art
     auto *choice = new QHBoxLayout;
     choice->addWidget(m_count, 1);
     choice->addWidget(all);
-    auto *form = new QGridLayout;
-    form->setColumnStretch(1, 1);
-    m_genre = addList(*form, QStringLiteral("genre"), m_hasGenre, tr("&Genere Musicale:"), genres);
-    m_artist = addList(*form, QStringLiteral("artist"), m_hasArtist, tr("&Interprete:"), artists);
-    m_author = new QLineEdit;
-    m_author->setObjectName(QStringLiteral("authorLineEdit"));
-    addField(*form, QStringLiteral("author"), m_hasAuthor, tr("&Autore:"), m_author);
-    auto *noteIcon = new QLabel;
-    constexpr int noteHeight = 18;
-    noteIcon->setMinimumSize(noteHeight, noteHeight);
-    auto *noteLine = new ElidedLabel;
-    noteLine->setObjectName(QStringLiteral("noteLabel"));
-    noteLine->setElideMode(Qt::ElideRight);
-    auto *note = new QHBoxLayout;
-    note->addWidget(noteIcon);
-    note->addWidget(noteLine, 1);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(m_apply);
@@ -66,22 +50,14 @@ EditManyDialog::EditManyDialog(const QStringList &genres, const QStringList &art
     layout->addWidget(caption);
     layout->addWidget(m_songs, 1);
     layout->addLayout(choice);
-    layout->addLayout(form);
-    layout->addLayout(note);
+    layout->addLayout(fieldForm(genres, artists));
+    layout->addLayout(noteLine());
     layout->addLayout(buttons);
 
     connect(m_songs, &QTableWidget::itemSelectionChanged, this, &EditManyDialog::showChoice);
     connect(all, &QPushButton::clicked, m_songs, &QTableWidget::selectAll);
     connect(m_apply, &QPushButton::clicked, this, &QDialog::accept);
     connect(exit, &QPushButton::clicked, this, &QDialog::reject);
-    m_notes = new FieldNotes(noteIcon, noteLine, this);
-    const std::pair<SongField, QLineEdit *> texts[] = {{SongField::Genre, m_genre->lineEdit()},
-                                                       {SongField::Artist, m_artist->lineEdit()},
-                                                       {SongField::Author, m_author}};
-    for (const auto &[field, edit] : texts) {
-        m_notes->addField(keyOf(field), edit);
-        connect(edit, &QLineEdit::textChanged, this, &EditManyDialog::showNotes);
-    }
     showChoice();
     constexpr int frameHeight = 40;
     resize(QSize(720, 480).boundedTo(screen()->availableSize() - QSize(0, frameHeight)));
@@ -102,6 +78,41 @@ void EditManyDialog::setUpList()
     m_songs->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_songs->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_songs->setSelectionMode(QAbstractItemView::ExtendedSelection);
+}
+
+QLayout *EditManyDialog::fieldForm(const QStringList &genres, const QStringList &artists)
+{
+    auto *form = new QGridLayout;
+    form->setColumnStretch(1, 1);
+    m_genre = addList(*form, QStringLiteral("genre"), m_hasGenre, tr("&Genere Musicale:"), genres);
+    m_artist = addList(*form, QStringLiteral("artist"), m_hasArtist, tr("&Interprete:"), artists);
+    m_author = new QLineEdit;
+    m_author->setObjectName(QStringLiteral("authorLineEdit"));
+    addField(*form, QStringLiteral("author"), m_hasAuthor, tr("&Autore:"), m_author);
+    return form;
+}
+
+/** The line that says what the texts in the form, which is there, would do. */
+QLayout *EditManyDialog::noteLine()
+{
+    auto *icon = new QLabel;
+    constexpr int height = 18;
+    icon->setMinimumSize(height, height);
+    auto *line = new ElidedLabel;
+    line->setObjectName(QStringLiteral("noteLabel"));
+    line->setElideMode(Qt::ElideRight);
+    m_notes = new FieldNotes(icon, line, this);
+    const std::pair<SongField, QLineEdit *> texts[] = {{SongField::Genre, m_genre->lineEdit()},
+                                                       {SongField::Artist, m_artist->lineEdit()},
+                                                       {SongField::Author, m_author}};
+    for (const auto &[field, edit] : texts) {
+        m_notes->addField(keyOf(field), edit);
+        connect(edit, &QLineEdit::textChanged, this, &EditManyDialog::showNotes);
+    }
+    auto *layout = new QHBoxLayout;
+    layout->addWidget(icon);
+    layout->addWidget(line, 1);
+    return layout;
 }
 
 QComboBox *EditManyDialog::addList(QGridLayout &form, const QString &key, QCheckBox *&tick,

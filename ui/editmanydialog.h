@@ -15,6 +15,7 @@ class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QTableWidget;
@@ -55,6 +56,8 @@ public:
 
 private:
     void setUpList();
+    QLayout *fieldForm(const QStringList &genres, const QStringList &artists);
+    QLayout *noteLine();
     QComboBox *addList(QGridLayout &form, const QString &key, QCheckBox *&tick, const QString &name,
                        const QStringList &entries);
     void addField(QGridLayout &form, const QString &key, QCheckBox *&tick, const QString &name,
