@@ -11,6 +11,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvel4 {
 
@@ -86,7 +87,7 @@ void FieldNotes::addField(const QString &key, QLineEdit *edit)
 void FieldNotes::show(const QVector<FieldNote> &notes)
 {
     m_notes = notes;
-    for (const Field &field : qAsConst(m_fields)) {
+    for (const Field &field : std::as_const(m_fields)) {
         const FieldNote *note = noteOf(field.key);
         const QString text = note ? note->text : QString();
         field.mark->setVisible(note);
@@ -111,18 +112,18 @@ const FieldNote *FieldNotes::noteOf(const QString &key) const
 void FieldNotes::showLine()
 {
     const FieldNote *shown = nullptr;
-    for (const FieldNote &note : qAsConst(m_notes)) {
+    for (const FieldNote &note : std::as_const(m_notes)) {
         if (!shown || note.grade < shown->grade)
             shown = &note;
     }
     QString name;
-    for (const Field &field : qAsConst(m_fields)) {
+    for (const Field &field : std::as_const(m_fields)) {
         const bool isHere =
             m_form->focusWidget() == field.widget || m_form->focusWidget() == field.edit;
         if (isHere && noteOf(field.key))
             shown = noteOf(field.key);
     }
-    for (const Field &field : qAsConst(m_fields)) {
+    for (const Field &field : std::as_const(m_fields)) {
         if (shown && shown->field == field.key)
             name = field.widget->accessibleName() + QLatin1String(": ");
     }

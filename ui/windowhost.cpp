@@ -98,7 +98,8 @@ Answer WindowHost::askOverwrite(const QString &source, const QString &destinatio
 
 Answer WindowHost::ask(NoCopyrightDialog &dialog)
 {
-    const auto answer = Answer(dialog.exec()); // required: closing the dialog answers yes
+    // required: closing the dialog answers yes
+    const auto answer = static_cast<Answer>(dialog.exec());
     return m_stopped ? Answer::NoToAll : answer;
 }
 
@@ -108,7 +109,7 @@ BackupChoice WindowHost::askBackup()
     if (m_preview)
         dialog.setPreview([this, &dialog] { m_preview(dialog); });
     BackupChoice choice;
-    choice.action = BackupChoice::Action(dialog.exec());
+    choice.action = static_cast<BackupChoice::Action>(dialog.exec());
     choice.folder = dialog.backupDir();
     return choice;
 }
@@ -223,8 +224,8 @@ bool WindowHost::offer(QMessageBox::Icon icon, const QString &title, const QStri
     box.setEscapeButton(QMessageBox::Ok);
     if (icon == QMessageBox::Information && details.size() == 1)
         PlainText::addTo(box, details.first()); // too short and too welcome to be hidden
-    else
-        box.setDetailedText(details.join(u'\n')); // no button for it where there is none
+    else // no button for it where there is none
+        box.setDetailedText(details.join(QLatin1Char('\n')));
     box.exec();
     return more && box.clickedButton() == more;
 }
