@@ -123,6 +123,13 @@ ExitStatus synchronise(const SongPaths &paths, Session &session, const UpdateJob
     return summary.unchanged + summary.failed > 0 ? ExitStatus::SomeFailed : complete;
 }
 
+UnpublishedPolicy unpublishedPolicy(const QString &answer)
+{
+    if (answer == QLatin1String("ask"))
+        return UnpublishedPolicy::Ask;
+    return answer == QLatin1String("yes") ? UnpublishedPolicy::Change : UnpublishedPolicy::Leave;
+}
+
 ExitStatus runSync(const Arguments &arguments, Session &session)
 {
     const bool dryRun = arguments.has("dry-run");
@@ -147,8 +154,7 @@ ExitStatus runSync(const Arguments &arguments, Session &session)
     if (wantsBackup && !dryRun && !chooseBackup(session, arguments.value("backup"), paths.files()))
         return ExitStatus::Failed;
     UpdateJob::Options options;
-    options.asksUnpublished = answer == QLatin1String("ask");
-    options.changesUnpublished = answer != QLatin1String("no");
+    options.unpublished = unpublishedPolicy(answer);
     options.isDryRun = dryRun;
     return synchronise(paths, session, options, arguments.value("backup"));
 }

@@ -99,16 +99,15 @@ SongOutcome UpdateJob::plan(SongUpdate &song)
 
 bool UpdateJob::mayChange(const SongInfo &song)
 {
-    if (!m_options.asksUnpublished)
-        return m_options.changesUnpublished;
+    if (m_options.unpublished != UnpublishedPolicy::Ask)
+        return m_options.unpublished == UnpublishedPolicy::Change;
     m_saves.commit(); // nothing waits for an answer
     const Answer answer = m_questions.askNotPublished(song.shortname);
-    const bool accepted = answer == Answer::Yes || answer == Answer::YesToAll;
-    if (answer == Answer::YesToAll || answer == Answer::NoToAll) {
-        m_options.asksUnpublished = false;
-        m_options.changesUnpublished = accepted;
-    }
-    return accepted;
+    if (answer == Answer::YesToAll)
+        m_options.unpublished = UnpublishedPolicy::Change;
+    else if (answer == Answer::NoToAll)
+        m_options.unpublished = UnpublishedPolicy::Leave;
+    return answer == Answer::Yes || answer == Answer::YesToAll;
 }
 
 } // namespace tarvel4

@@ -24,6 +24,9 @@ struct UpdateSummary
     int failed = 0; ///< unreadable ones too
 };
 
+/** What an update does about a song that the maker did not publish. */
+enum class UnpublishedPolicy { Ask, Change, Leave };
+
 /** Step 2: finds each song in the catalogue and writes the catalogue's data into its file. Good for
  * one run. */
 class UpdateJob
@@ -33,8 +36,7 @@ class UpdateJob
 public:
     struct Options
     {
-        bool asksUnpublished = true; ///< about each song that the maker did not publish
-        bool changesUnpublished = true; ///< the answer where nobody is asked
+        UnpublishedPolicy unpublished = UnpublishedPolicy::Ask;
         bool isDryRun = false; ///< writes nothing and makes no backup
         ProgressTexts texts{tr("Aggiornamento file"), tr("Aggiorno la libreria..."),
                             tr("Interrompi")};

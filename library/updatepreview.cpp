@@ -17,7 +17,7 @@ std::optional<JobReport> UpdatePreview::run(const QStringList &paths, bool asksU
     qDebug() << "[PREVIEW] nothing is written by the update that follows";
     UpdateJob::Options options;
     options.texts = {tr("Anteprima"), tr("Cerco che cosa cambierebbe..."), tr("Interrompi")};
-    options.asksUnpublished = false; // it is the synchronisation itself that asks
+    options.unpublished = UnpublishedPolicy::Change; // it is the synchronisation itself that asks
     options.isDryRun = true;
     SaveRun saves(Disk::real(), nullptr, QStringLiteral("sync"));
     JobReport plan(JobReport::Job::Preview);

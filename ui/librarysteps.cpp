@@ -88,7 +88,8 @@ bool LibrarySteps::updateSongs()
     if (!m_model)
         return false;
     UpdateJob::Options options;
-    options.asksUnpublished = UserSettings::copyrightAsk(true);
+    options.unpublished =
+        UserSettings::copyrightAsk(true) ? UnpublishedPolicy::Ask : UnpublishedPolicy::Change;
     const QStringList paths = SongRows::paths(*m_model);
     JobReport report(JobReport::Job::Synchronise);
     bool begun = false;

@@ -137,13 +137,13 @@ void tst_UpdateFaults::aRowSaysWhyItsSongIsAsItWas()
     const auto whyOf = [this](int row) {
         return m_library->model().cellIndex(row, 1).data(Qt::ToolTipRole).toString();
     };
-    QVERIFY(update({false, false, false}).isComplete);
+    QVERIFY(update({UnpublishedPolicy::Leave}).isComplete);
     QCOMPARE(whyOf(0), text("Non aggiornata: non è stata pubblicata da K-Varo, lasciata com'era"));
     QCOMPARE(whyOf(1), text("Non aggiornata: non è nel catalogo"));
     QVERIFY(update().isComplete); // now it is asked about, and changed
     QCOMPARE(whyOf(0), QString());
 
-    QVERIFY(update({false, false, false}).isComplete);
+    QVERIFY(update({UnpublishedPolicy::Leave}).isComplete);
     QVERIFY(!whyOf(0).isEmpty());
     m_library->import(); // a new row may have the old one's id
     QCOMPARE(whyOf(0), QString());

@@ -197,7 +197,7 @@ void tst_UpdateJob::whereNobodyIsAskedOneAnswerHolds()
     m_library->add(text("one.mid"), midi0());
     m_library->add(text("two.mid"), makersSong());
     m_library->import();
-    QVERIFY(update({false, answer, false}).isComplete);
+    QVERIFY(update({answer ? UnpublishedPolicy::Change : UnpublishedPolicy::Leave}).isComplete);
     QCOMPARE(m_library->host().eventsOf(text("ask unpublished")), QStringList());
     QCOMPARE(m_library->statuses(), QVector<int>({answer ? updated : failed, updated}));
 }
