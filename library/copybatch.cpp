@@ -1,6 +1,7 @@
 #include "library/copybatch.h"
 
 #include "storage/filestamp.h"
+#include "storage/recovery.h"
 #include "storage/regularfile.h"
 #include "storage/systemerror.h"
 #include "storage/systemfile.h"
@@ -74,6 +75,31 @@ CopyBatch::~CopyBatch()
 Outcome CopyBatch::makeFolder(const QString &folder)
 {
     return SystemFile::makeFolder(folder);
+}
+
+Outcome CopyBatch::checkLeftovers() const
+{
+    constexpr QDir::Filters filters = QDir::Files | QDir::Hidden | QDir::NoSymLinks;
+    const QDir folder(m_folder);
+    // Where a long name was cut the short one is left: "TARVEL~1.PAR".
+    const QFileInfoList leftovers = folder.entryInfoList(
+        {QStringLiteral("*.part"), QStringLiteral("*.par"), QStringLiteral("*.bak")}, filters);
+    if (leftovers.isEmpty() || !m_disk.losesReplacedFiles(leftovers.first().filePath()))
+        return {};
+    const QFileInfoList files = folder.entryInfoList(filters);
+    for (const QFileInfo &leftover : leftovers) {
+        for (const QFileInfo &file : files) {
+            if (file.fileName() != leftover.fileName() && !isLeftover(file.fileName())
+                && Recovery::mayBeOneFile(file, leftover))
+                return {Outcome::Code::MediumFailed,
+                        m_folder,
+                        QCoreApplication::translate(
+                            "Outcome", "%1 e %2 sono forse lo stesso file: va riparata")
+                            .arg(file.fileName(), leftover.fileName()),
+                        {}};
+        }
+    }
+    return {};
 }
 
 void CopyBatch::removeLeftovers()

@@ -37,6 +37,10 @@ public:
     ~CopyBatch();
     Q_DISABLE_COPY(CopyBatch)
 
+    /** MediumFailed where a file that a cut run left may be a second name of another one, so that
+     * neither may be replaced or removed before the medium is repaired. */
+    Outcome checkLeftovers() const;
+
     /** Removes the temporary files that a killed run left in the folder. */
     void removeLeftovers();
 

@@ -56,16 +56,19 @@ CopySummary FileCopier::copy(const QStringList &paths, const QString &destDir,
     if (paths.isEmpty())
         return m_summary;
 
-    Recovery::recoverAll(
-        m_disk, destDir, MetaSong::isSong,
-        [this](const QString &path, Recovery::Result result, const Outcome &cause) {
-            m_messages.recovered(path, result, cause);
-        });
     CopyBatch batch(m_disk, destDir, [this](int song, const Outcome &outcome) {
         setResult(song, outcome ? SongResult::Copied : SongResult::Failed, outcome);
     });
-    batch.removeLeftovers();
-    m_summary.cause = FreeSpace::check(paths, destDir, m_disk);
+    m_summary.cause = batch.checkLeftovers();
+    if (m_summary.cause) {
+        Recovery::recoverAll(
+            m_disk, destDir, MetaSong::isSong,
+            [this](const QString &path, Recovery::Result result, const Outcome &cause) {
+                m_messages.recovered(path, result, cause);
+            });
+        batch.removeLeftovers();
+        m_summary.cause = FreeSpace::check(paths, destDir, m_disk);
+    }
     if (!m_summary.cause) {
         m_summary.cause.path = m_finalDir;
         qDebug() << "[copyFiles] WARNING: not begun:" << m_summary.cause.message();

@@ -1,5 +1,6 @@
 #include "storage/recovery.h"
 
+#include "storage/contenthash.h"
 #include "storage/disk.h"
 
 #include <QDebug>
@@ -19,7 +20,7 @@ constexpr char suffix[] = ".tarvel4.bak";
 constexpr int suffixSize = sizeof(suffix) - 1;
 
 /** What is to be done about \a old; the disk has not been touched. */
-Result decide(const QString &old, const QString &path, const IsSong &isSong)
+Result decide(const Disk &disk, const QString &old, const QString &path, const IsSong &isSong)
 {
     const QFileInfo info(path);
     if (info.isSymLink() || (info.exists() && !info.isFile()))
@@ -30,8 +31,11 @@ Result decide(const QString &old, const QString &path, const IsSong &isSong)
     const auto isWhole = [&isSong](const QString &file) {
         return isSong(file) && !Recovery::isBlank(file);
     };
-    if (isWhole(path))
-        return Result::Removed;
+    if (isWhole(path)) {
+        const bool isSecondName =
+            disk.losesReplacedFiles(path) && Recovery::mayBeOneFile(QFileInfo(old), info);
+        return isSecondName ? Result::Kept : Result::Removed;
+    }
     // What can't be read may be whole all the same.
     const bool isReadable = QFile(path).open(QIODevice::ReadOnly);
     return isReadable && isWhole(old) ? Result::GivenBack : Result::Kept;
@@ -60,6 +64,18 @@ bool Recovery::isBlank(const QString &path)
     return block.isEmpty();
 }
 
+bool Recovery::mayBeOneFile(const QFileInfo &file, const QFileInfo &other)
+{
+    if (file.size() == 0 || file.size() != other.size()
+        || file.lastModified() != other.lastModified()
+        || file.metadataChangeTime() != other.metadataChangeTime()
+        || file.birthTime() != other.birthTime())
+        return false;
+    Outcome outcome;
+    const QByteArray hash = ContentHash::ofFile(file.filePath(), outcome);
+    return outcome && hash == ContentHash::ofFile(other.filePath(), outcome) && outcome;
+}
+
 QString Recovery::recoveryPathOf(const QString &path)
 {
     return path + QLatin1String(suffix);
@@ -81,7 +97,7 @@ Recovery::Result Recovery::recover(Disk &disk, const QString &path, const IsSong
     const QFileInfo info(old);
     if (!info.isFile() || info.isSymLink())
         return Result::NoneThere;
-    const Result result = decide(old, path, isSong);
+    const Result result = decide(disk, old, path, isSong);
     if (result == Result::Kept || !perform(disk, result, old, path)) {
         qDebug() << "[Recovery::recover] WARNING: the old file is still called" << old;
         return Result::Kept;

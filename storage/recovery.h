@@ -6,6 +6,10 @@
 
 #include <functional>
 
+QT_BEGIN_NAMESPACE
+class QFileInfo;
+QT_END_NAMESPACE
+
 namespace tarvel4 {
 
 class Disk;
@@ -22,7 +26,7 @@ enum class Result {
     NoneThere,
     GivenBack, ///< it has its name again
     Removed, ///< its song is whole without it
-    Kept, ///< nobody can tell which of the two is the song, or the disk failed
+    Kept, ///< nobody can tell which of the two is the song, both may be one, or the disk failed
     // of a song in the journal
     PutBack, ///< it has its old bytes again
     Waits, ///< it can't be read or written now
@@ -38,6 +42,11 @@ using Report = std::function<void(const QString &path, Result result, const Outc
 /** True for a file of zeros, as a power cut leaves one that got its size but not its bytes; an MP3
  * may well begin with zeros. */
 bool isBlank(const QString &path);
+
+/** True where two names may be those of one file: same size, times and bytes. A power cut amid a
+ * rename leaves that on FAT where the names lie in different sectors; whichever of them is removed
+ * takes the other one's bytes with it. Elsewhere a hard link is one. */
+bool mayBeOneFile(const QFileInfo &file, const QFileInfo &other);
 
 /** The name under which the file \a path waits. */
 QString recoveryPathOf(const QString &path);

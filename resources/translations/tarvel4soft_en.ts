@@ -1339,6 +1339,10 @@ To work in the terminal, without a window: tarvel4soft-cli --help
         <source>tornerà al prossimo avvio del programma</source>
         <translation>it will be back when the program is next started</translation>
     </message>
+    <message>
+        <source>%1 e %2 sono forse lo stesso file: va riparata</source>
+        <translation>%1 and %2 may be the same file: repair the card</translation>
+    </message>
 </context>
 <context>
     <name>OutputTarget</name>

@@ -1339,6 +1339,10 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
         <source>tornerà al prossimo avvio del programma</source>
         <translation>tornerà al prossimo avvio del programma</translation>
     </message>
+    <message>
+        <source>%1 e %2 sono forse lo stesso file: va riparata</source>
+        <translation>%1 e %2 sono forse lo stesso file: va riparata</translation>
+    </message>
 </context>
 <context>
     <name>OutputTarget</name>

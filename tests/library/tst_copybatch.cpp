@@ -26,6 +26,8 @@ private Q_SLOTS:
     void manySongsAreFlushedInFewBatches();
     void leftovers_data();
     void leftovers();
+    void onFatASecondNameOfASongIsNotRemoved_data();
+    void onFatASecondNameOfASongIsNotRemoved();
     void whatAPowerCutLeftAsideIsPutInOrderFirst();
     void onFatTheOldSongsWaitUntilTheNewOnesAreSafe();
     void onFatAFailureBringsTheOldSongsBack_data();
@@ -154,6 +156,46 @@ void tst_CopyBatch::leftovers()
     FailingDisk disk;
     QVERIFY(copy({target(text("a.mid"))}, disk).isComplete());
     QCOMPARE(disk.operations, stays ? QStringList() : strings({"remove", "syncAll"}));
+}
+
+void tst_CopyBatch::onFatASecondNameOfASongIsNotRemoved_data()
+{
+    QTest::addColumn<QString>("leftover");
+    QTest::addColumn<bool>("isOneFile"); // or else a copy of the song
+    QTest::addColumn<bool>("isFat");
+    QTest::addColumn<bool>("isBegun");
+    const QString part = text(".tarvel4soft-2147483646-0.part");
+    QTest::newRow("a copy") << part << true << true << false;
+    QTest::newRow("a copy whose long name is cut") << text("TARVEL~1.PAR") << true << true << false;
+    QTest::newRow("an old song set aside") << text("a.mid.tarvel4.bak") << true << true << false;
+    QTest::newRow("the same bytes in another file") << part << false << true << true;
+    QTest::newRow("not on FAT") << part << true << false << true;
+}
+
+void tst_CopyBatch::onFatASecondNameOfASongIsNotRemoved()
+{
+    SKIP_WITHOUT_UNIX(true, "a hard link, which looks as what FAT is left with");
+    QFETCH(QString, leftover);
+    QFETCH(bool, isOneFile);
+    QFETCH(bool, isFat);
+    QFETCH(bool, isBegun);
+    FailingDisk disk;
+    disk.isFat = isFat;
+    TestFiles::write(target(text("a.mid")), oldBytes);
+    TestFiles::write(target(text("b.mid.tarvel4.bak")),
+                     newBytes); // other bytes, as times may agree
+    if (isOneFile) {
+        QVERIFY(UnixFile::makeHardLink(target(text("a.mid")), target(leftover)));
+    } else {
+        TestFiles::write(target(leftover), oldBytes);
+        TestFiles::setModified(target(leftover), QDateTime::currentDateTime().addDays(-1));
+    }
+    const CopySummary summary = copy({TestFiles::write(source(text("c.mid")), newBytes)}, disk);
+    QCOMPARE(summary.isComplete(), isBegun);
+    QCOMPARE(targetNames().contains(leftover), !isBegun);
+    QCOMPARE(targetNames().contains(text("b.mid.tarvel4.bak")), !isBegun); // all is as it was
+    QCOMPARE(summary.cause.codeName(), isBegun ? QString() : text("medium-failed"));
+    QCOMPARE(summary.cause.detail.contains(leftover), !isBegun);
 }
 
 void tst_CopyBatch::whatAPowerCutLeftAsideIsPutInOrderFirst()

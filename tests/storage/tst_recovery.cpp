@@ -90,6 +90,28 @@ private Q_SLOTS:
         QVERIFY(capture.lines().value(0).contains(path("a.mp3.tarvel4.bak")));
     }
 
+    void onFatASecondNameOfTheSongStays_data()
+    {
+        QTest::addColumn<bool>("isFat");
+        QTest::addColumn<Recovery::Result>("result");
+        QTest::newRow("on FAT") << true << Recovery::Result::Kept;
+        QTest::newRow("elsewhere, where the file has another name left")
+            << false << Recovery::Result::Removed;
+    }
+    void onFatASecondNameOfTheSongStays()
+    {
+        SKIP_WITHOUT_UNIX(true, "a hard link, which looks as what FAT is left with");
+        QFETCH(Recovery::Result, result);
+        QFETCH(bool, isFat);
+        FailingDisk disk;
+        disk.isFat = isFat;
+        write(path("a.mp3"), "old");
+        QVERIFY(UnixFile::makeHardLink(path("a.mp3"), path("a.mp3.tarvel4.bak")));
+        QCOMPARE(recoverAll(path(), disk), QVector<Recovery::Result>{result});
+        QCOMPARE(QFileInfo::exists(path("a.mp3.tarvel4.bak")), isFat);
+        QCOMPARE(read(path("a.mp3")), QByteArray("old"));
+    }
+
     void aLinkIsFollowedByNobody()
     {
         SKIP_WITHOUT_UNIX(true, "links that Qt makes");
