@@ -8,6 +8,8 @@ namespace tarvel4 {
  */
 namespace MfxFormat {
 
+constexpr int magicWidth = 4;
+
 /** One way of beginning an MFx file. */
 struct Variant
 {
