@@ -164,10 +164,10 @@ private Q_SLOTS:
     {
         const auto [line, message] = cells<QString, QByteArray>();
         const Run run = cli(line + QLatin1Char('\n'));
+        VERIFY_STATUS(run, 2);
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.contains(message) && run.err.startsWith("tarvel4soft-cli: "),
                  run.err.constData());
-        VERIFY_STATUS(run, 2);
         QCOMPARE(read("a.mid"), wholeSong());
     }
 
