@@ -17,24 +17,27 @@ Option dryRunOption()
             QT_TRANSLATE_NOOP("Cli", "mostra che cosa cambierebbe e non scrive nulla")};
 }
 
-/** The cause, but of the song's own file. */
-QString sentence(const SongOutcome &song)
+/** Why a song was not restored; where the file in the backup is to blame, with its path. */
+QString whyNotRestored(const SongOutcome &song)
 {
-    const bool isOfBackup = song.cause == Outcome::Code::NotFound && song.cause.path != song.path;
-    return isOfBackup ? Cli::tr("il backup non contiene una song con questo nome")
-                      : song.cause.sentence();
+    if (song.cause.path == song.path)
+        return song.cause.sentence();
+    return song.cause == Outcome::Code::NotFound
+        ? Cli::tr("il backup non contiene una song con questo nome")
+        : song.cause.message();
 }
 
 /** Writes the record of a song, by the path that the user knows it by. */
-void report(Session &session, const QString &path, const SongOutcome &song, bool isDryRun)
+void report(Session &session, const QString &path, const SongOutcome &song, const QString &error,
+            bool isDryRun)
 {
     Record record = session.records.begin();
     record.addText("path", path);
     if (song.isFailure()) {
-        session.host.say(path + QLatin1String(": ") + sentence(song));
+        session.host.say(path + QLatin1String(": ") + error);
         sayDetail(session, path, song.cause);
         record.addText("status", QStringLiteral("failed"));
-        addFailure(record, song.cause, sentence(song));
+        addFailure(record, song.cause, error);
     } else {
         sayDone(session, path, isDryRun ? Cli::tr("da ripristinare") : Cli::tr("ripristinata"));
         record.addText("status",
@@ -69,10 +72,11 @@ ExitStatus runUndo(const Arguments &arguments, Session &session)
                        : jobFailed(session, Cli::tr("non c'è nulla da annullare"));
 
     SaveRun saves(Disk::real(), &session.journal, QStringLiteral("undo"));
-    const UndoSummary summary = UndoJob(session.host, saves, isDryRun)
-                                    .undo(session.journal, run, [&](const SongOutcome &song) {
-                                        report(session, song.path, song, isDryRun);
-                                    });
+    const UndoSummary summary =
+        UndoJob(session.host, saves, isDryRun)
+            .undo(session.journal, run, [&](const SongOutcome &song) {
+                report(session, song.path, song, song.cause.sentence(), isDryRun);
+            });
     return summary.failed > 0 ? ExitStatus::SomeFailed : ExitStatus::Done;
 }
 
@@ -93,11 +97,11 @@ ExitStatus runRestore(const Arguments &arguments, Session &session)
 
     SaveRun saves(Disk::real(), &session.journal, QStringLiteral("restore"));
     int next = 0;
-    const UndoSummary summary =
-        UndoJob(session.host, saves, isDryRun)
-            .restore(paths.files(), backup, [&](const SongOutcome &song) {
-                report(session, paths.songs().at(next++).given, song, isDryRun);
-            });
+    const UndoSummary summary = UndoJob(session.host, saves, isDryRun)
+                                    .restore(paths.files(), backup, [&](const SongOutcome &song) {
+                                        report(session, paths.songs().at(next++).given, song,
+                                               whyNotRestored(song), isDryRun);
+                                    });
     return summary.failed > 0 || paths.hasSkipped() ? ExitStatus::SomeFailed : ExitStatus::Done;
 }
 

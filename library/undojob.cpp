@@ -18,10 +18,14 @@ namespace tarvel4 {
 
 namespace {
 
-/** How many bytes at their ends two files have in common. */
-qint64 commonEnd(QFile &first, QFile &second)
+/** How many bytes at their ends two files have in common, as far as they can be read. */
+qint64 commonEnd(const QString &path, const QString &otherPath)
 {
     constexpr qint64 blockSize = 1 << 20;
+    QFile first(path);
+    QFile second(otherPath);
+    if (!first.open(QIODevice::ReadOnly) || !second.open(QIODevice::ReadOnly))
+        return 0;
     const qint64 most = qMin(first.size(), second.size());
     qint64 common = 0;
     while (common < most) {
@@ -275,25 +279,23 @@ UndoJob::Plan UndoJob::planRestore(const QString &path, const QString &source)
 {
     Plan plan;
     plan.stamp = FileStamp(path);
-    for (const QString &needed : {source, path}) {
-        plan.outcome = RegularFile(needed).outcome();
-        if (!plan.outcome)
-            return plan;
-    }
-    QFile song(path);
-    QFile saved(source);
+    RegularFile saved(source);
+    RegularFile song(path);
+    plan.outcome = saved.outcome() ? song.outcome() : saved.outcome();
+    if (!plan.outcome)
+        return plan;
     const bool isInPlace = !path.endsWith(QLatin1String(".mp3"), Qt::CaseInsensitive);
-    const bool isOpen = song.open(QIODevice::ReadOnly) && saved.open(QIODevice::ReadOnly);
-    const qint64 same = isOpen ? commonEnd(song, saved) : 0;
+    const qint64 same = commonEnd(path, source);
     plan.isNeeded = song.size() != saved.size() || same != song.size();
-    const qint64 tail = song.size() - (isInPlace ? 0 : same);
+    const qint64 kept = isInPlace ? 0 : same;
+    const qint64 tail = song.size() - kept;
     QByteArray head;
     QByteArray before;
-    if (!isOpen || !song.seek(0) || !saved.seek(0) || !FileBytes::readUpTo(song, tail, head)
-        || !FileBytes::readUpTo(saved, saved.size() - (isInPlace ? 0 : same), before)) {
-        plan.outcome.code = Outcome::Code::ReadDenied;
+    plan.outcome = saved.readUpTo(saved.size() - kept, before);
+    if (plan.outcome)
+        plan.outcome = song.readUpTo(tail, head);
+    if (!plan.outcome)
         return plan;
-    }
     const FileChange::Way way = isInPlace ? FileChange::Way::InPlace : FileChange::Way::Beside;
     plan.change = {way, head, before, tail, nullptr};
     return plan;

@@ -76,7 +76,12 @@ void tst_CliRestore::saysWhatIsWrong_data()
         "s/b.mid: the backup holds no song of this name\n");
     row("in a dry run too", "--dry-run --from old s/a.mid s/b.mid", 1, "not-found",
         "s/b.mid: the backup holds no song of this name\n");
-    row("a folder in the backup has the name", "--from old s/c.mid", 1, "not-a-file", "s/c.mid: ");
+    row("a folder in the backup has the name", "--from old s/c.mid", 1, "not-a-file",
+        "s/c.mid: old/c.mid: it is no file");
+    row("more than fits into memory, in the backup", "--from old s/d.mid", 1, "too-large",
+        "s/d.mid: old/d.mid: it is too large: at most 2");
+    row("a song of more than fits into memory", "--from old s/e.mid", 1, "too-large",
+        "s/e.mid: it is too large: at most 2");
     row("no backup is named", "s/a.mid", 2, "", "--from BACKUP is missing");
     row("no song is named", "--from old", 2, "", "restore [OPTION]... PATH...");
     row("the backup is missing", "--from gone s/a.mid", 3, "", "gone: there is no such file");
@@ -91,6 +96,12 @@ void tst_CliRestore::saysWhatIsWrong()
     const auto [arguments, status, code, message] = cells<QString, int, QString, QString>();
     write("old/a.mid", midi(meta(3, "Old")));
     QVERIFY(QDir().mkpath(path("old/c.mid")));
+    for (const char *name : {"d.mid", "e.mid"}) {
+        write("s/"_s + QLatin1String(name), wholeSong());
+        write("old/"_s + QLatin1String(name), wholeSong());
+    }
+    for (const char *name : {"old/d.mid", "s/e.mid"}) // mostly a hole
+        QVERIFY(QFile::resize(path(name), 2000000001));
     const Run run = cli("restore --json --quiet "_s + arguments);
     VERIFY_STATUS(run, status);
     QVERIFY2(run.err.contains(QByteArray("tarvel4soft-cli: ") + message.toUtf8())
