@@ -50,6 +50,9 @@ constexpr qint64 largestFile(int bytesASong)
  */
 constexpr char unfinishedNumFile[] = ".fsinfos.new";
 
+/** At the start of a song: what the index tells of it is there. */
+constexpr int songBytesRead = 3072;
+
 /** Longer paths below the root are not indexed. */
 constexpr int longestPath = 251;
 

@@ -17,7 +17,6 @@ namespace tarvel4 {
 
 namespace {
 
-constexpr int bytesRead = 3072;
 constexpr int fewestBytes = 5; ///< a shorter file keeps the defaults
 constexpr int id3BytesSearched = 512;
 constexpr int midiEventsOffset =
@@ -190,7 +189,7 @@ bool SongReader::read(IndexEntry &entry)
         return false;
     entry.title = entry.artist = entry.genre = QString();
     entry.kind = entry.tempo = entry.reserved = entry.markers = 0;
-    std::array<char, bytesRead> head;
+    std::array<char, IndexFormat::songBytesRead> head;
     const qint64 size = file.outcome() ? file.readOnce(head.data(), head.size()) : 0;
     if (!file.outcome())
         entry.tempo = tempoOfUnknown;

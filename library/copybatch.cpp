@@ -1,5 +1,6 @@
 #include "library/copybatch.h"
 
+#include "indexer/indexformat.h"
 #include "storage/filestamp.h"
 #include "storage/recovery.h"
 #include "storage/regularfile.h"
@@ -53,6 +54,21 @@ bool isLeftover(const QString &name)
         return false;
     const qint64 pid = match.captured(1).toLongLong();
     return pid == QCoreApplication::applicationPid() || !isRunning(pid);
+}
+
+/** The source's, but a later one where the copy replaces a file of that time that begins otherwise:
+ * an update of a memory's index knows by its time that a song is another one. */
+QDateTime timeOfCopy(const QString &source, const QDateTime &modified, const QString &destination)
+{
+    constexpr qint64 coarsest = 2; // seconds, in which FAT counts
+    const FileStamp old(destination);
+    const auto start = [](const QString &path) {
+        return RegularFile(path).read(IndexFormat::songBytesRead);
+    };
+    const bool isToldApart = !old.isFile()
+        || qAbs(old.modified().msecsTo(modified)) >= coarsest * 1000
+        || start(source) == start(destination);
+    return isToldApart ? modified : old.modified().addSecs(coarsest);
 }
 
 } // namespace
@@ -215,7 +231,7 @@ Outcome CopyBatch::stage(const QString &source, const QString &destination, QStr
         staged.path = destination;
         return staged;
     }
-    staged = copyBytes(source, target, temporary);
+    staged = copyBytes(source, target, temporary, destination);
     target.close();
     if (staged) {
         m_touched.append(temporary);
@@ -227,7 +243,8 @@ Outcome CopyBatch::stage(const QString &source, const QString &destination, QStr
     return staged;
 }
 
-Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target, const QString &temporary)
+Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target, const QString &temporary,
+                             const QString &destination)
 {
     const FileStamp stamp(source);
     QFile file(source);
@@ -248,7 +265,8 @@ Outcome CopyBatch::copyBytes(const QString &source, QFileDevice &target, const Q
         return copied;
     }
     SystemFile::copyPermissions(source, temporary);
-    if (!target.setFileTime(stamp.modified(), QFileDevice::FileModificationTime))
+    if (!target.setFileTime(timeOfCopy(source, stamp.modified(), destination),
+                            QFileDevice::FileModificationTime))
         qDebug() << "[copyFiles] WARNING: time not kept:" << source;
     m_stagedBytes += stamp.size();
     return {};

@@ -78,7 +78,8 @@ private:
     };
 
     Outcome stage(const QString &source, const QString &destination, QString &temporary);
-    Outcome copyBytes(const QString &source, QFileDevice &target, const QString &temporary);
+    Outcome copyBytes(const QString &source, QFileDevice &target, const QString &temporary,
+                      const QString &destination);
     void setAside();
     void place(Staged &staged);
     void discard(const Staged &staged);

@@ -2,8 +2,7 @@
 
 #include "tests/library/logcapture.h"
 #include "tests/library/transferfixture.h"
-
-#include <QtTest>
+#include "tests/storage/table.h"
 
 using namespace tarvel4;
 
@@ -46,6 +45,8 @@ private Q_SLOTS:
     void songsOfTheDestinationCountAsTransferred();
     void relativePathsMeanTheSameFolders();
     void keptSongsAreNoFailure();
+    void theIndexTellsWhatASongWasReplacedBy_data();
+    void theIndexTellsWhatASongWasReplacedBy();
 };
 
 void tst_TransferJob::refusals_data()
@@ -215,6 +216,36 @@ void tst_TransferJob::keptSongsAreNoFailure()
     QCOMPARE(summary.songs.kept, 1);
     QCOMPARE(summary.songs.copied, 0);
     QCOMPARE(TestFiles::read(card("/songs/a.mid")), SongBytes::midi1());
+}
+
+void tst_TransferJob::theIndexTellsWhatASongWasReplacedBy_data()
+{
+    const Table<int, QString, bool> row; // milliseconds after the old one, title, keeps its time
+    row("another song of the same time", 0, "Two", false);
+    row("another song of the same two seconds, in which FAT counts", 1900, "Two", false);
+    row("another song of two seconds before", -1900, "Two", false);
+    row("another song of another time", 2000, "Two", true);
+    row("the same song", 0, "One", true);
+}
+
+void tst_TransferJob::theIndexTellsWhatASongWasReplacedBy()
+{
+    const auto [later, title, keepsTime] = cells<int, QString, bool>();
+    const QDateTime time(QDate(2016, 12, 9), QTime(17, 0, 42));
+    const auto transferred = [&](const QString &newTitle, const QDateTime &modified) {
+        const QByteArray bytes = SongBytes::midi0(SongBytes::meta(3, newTitle.toLatin1()));
+        const QString file = TestFiles::write(path("from/a.mid"), bytes);
+        TestFiles::setModified(file, modified);
+        m_host.overwriteAnswers = {Answer::Yes};
+        return transfer({file}, card()).result == Result::Done;
+    };
+    QVERIFY(transferred(text("One"), time));
+    QVERIFY(transferred(title, time.addMSecs(later)));
+    const Index::Contents index = Index::readEntries(card());
+    QCOMPARE(index.entries.size(), 1);
+    QCOMPARE(index.entries.first().title, title.toUpper());
+    const QDateTime copied = QFileInfo(card("/songs/a.mid")).lastModified();
+    QCOMPARE(copied, keepsTime ? time.addMSecs(later) : time.addSecs(2));
 }
 
 QTEST_GUILESS_MAIN(tst_TransferJob)
