@@ -30,8 +30,9 @@ bool chooseBackup(Session &session, const QString &dir, const QStringList &files
 
 void sayWhyNoBackup(Session &session, const BackupSummary &summary, const QString &dir)
 {
+    const bool isNameTaken = summary.cause == Outcome::Code::AlreadyExists;
     if (!summary.cause)
-        jobFailed(session, dir, summary.cause);
+        jobFailed(session, isNameTaken ? summary.cause.path : dir, summary.cause);
     if (!summary.incompleteFolder.isEmpty())
         session.host.say(
             Cli::tr("%1: qui resta il backup incompleto").arg(summary.incompleteFolder));

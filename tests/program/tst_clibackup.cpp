@@ -91,6 +91,13 @@ void tst_CliBackup::refuses_data()
         << R"("$cli" backup --to to lib/a/1.mid gone.mid)" << 3 << QByteArrayList{"gone.mid"};
     QTest::newRow("a folder without --recursive")
         << R"("$cli" backup --to to lib)" << 3 << QByteArrayList{"lib"};
+    QTest::newRow("a second one in a second, by its name")
+        << R"(n=$(date +%s) # for five minutes; wine may have a time zone of its own
+              for s in {0..300}; do for z in "$TZ" UTC
+                  do TZ=$z printf '%(t/backup_kvaro_%Y_%m_%d_%H-%M-%S)T\n' $((n + s)); done
+              done | xargs mkdir -p
+              "$cli" backup --to t lib/a/1.mid)"
+        << 3 << QByteArrayList{"tarvel4soft-cli: t/backup_kvaro_", ": it exists already"};
 }
 
 void tst_CliBackup::refuses()
