@@ -56,19 +56,19 @@ bool isLeftover(const QString &name)
     return pid == QCoreApplication::applicationPid() || !isRunning(pid);
 }
 
-/** The source's, but a later one where the copy replaces a file of that time that begins otherwise:
- * an update of a memory's index knows by its time that a song is another one. */
+/** The source's; where a copy replaces a file of nearly that time, that one's, if both begin alike,
+ * or else a later one: an update of a memory's index knows by its time that a song is another one,
+ * and may not have come to it after the last transfer. */
 QDateTime timeOfCopy(const QString &source, const QDateTime &modified, const QString &destination)
 {
     constexpr qint64 coarsest = 2; // seconds, in which FAT counts
     const FileStamp old(destination);
+    if (!old.isFile() || qAbs(old.modified().msecsTo(modified)) > coarsest * 1000)
+        return modified;
     const auto start = [](const QString &path) {
         return RegularFile(path).read(IndexFormat::songBytesRead);
     };
-    const bool isToldApart = !old.isFile()
-        || qAbs(old.modified().msecsTo(modified)) >= coarsest * 1000
-        || start(source) == start(destination);
-    return isToldApart ? modified : old.modified().addSecs(coarsest);
+    return start(source) == start(destination) ? old.modified() : old.modified().addSecs(coarsest);
 }
 
 } // namespace

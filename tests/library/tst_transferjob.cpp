@@ -47,6 +47,27 @@ private Q_SLOTS:
     void keptSongsAreNoFailure();
     void theIndexTellsWhatASongWasReplacedBy_data();
     void theIndexTellsWhatASongWasReplacedBy();
+    void theIndexTellsItAfterATransferThatFailed();
+
+private:
+    /** Transfers a.mid with that title and time over the one that is there, and \a others. */
+    Result transferTitle(const QByteArray &title, const QDateTime &modified,
+                         const QStringList &others = {})
+    {
+        const QByteArray bytes = SongBytes::midi0(SongBytes::meta(3, title));
+        const QString file = TestFiles::write(path("from/a.mid"), bytes);
+        TestFiles::setModified(file, modified);
+        m_host.overwriteAnswers = {Answer::Yes};
+        return transfer(QStringList(file) + others, card()).result;
+    }
+
+    QString indexedTitle() const
+    {
+        const Index::Contents index = Index::readEntries(card());
+        return index.entries.size() == 1 ? index.entries.first().title : QString();
+    }
+
+    const QDateTime m_time{QDate(2016, 12, 9), QTime(17, 0, 42)};
 };
 
 void tst_TransferJob::refusals_data()
@@ -224,28 +245,27 @@ void tst_TransferJob::theIndexTellsWhatASongWasReplacedBy_data()
     row("another song of the same time", 0, "Two", false);
     row("another song of the same two seconds, in which FAT counts", 1900, "Two", false);
     row("another song of two seconds before", -1900, "Two", false);
-    row("another song of another time", 2000, "Two", true);
+    row("another song of another time", 2001, "Two", true);
     row("the same song", 0, "One", true);
 }
 
 void tst_TransferJob::theIndexTellsWhatASongWasReplacedBy()
 {
     const auto [later, title, keepsTime] = cells<int, QString, bool>();
-    const QDateTime time(QDate(2016, 12, 9), QTime(17, 0, 42));
-    const auto transferred = [&](const QString &newTitle, const QDateTime &modified) {
-        const QByteArray bytes = SongBytes::midi0(SongBytes::meta(3, newTitle.toLatin1()));
-        const QString file = TestFiles::write(path("from/a.mid"), bytes);
-        TestFiles::setModified(file, modified);
-        m_host.overwriteAnswers = {Answer::Yes};
-        return transfer({file}, card()).result == Result::Done;
-    };
-    QVERIFY(transferred(text("One"), time));
-    QVERIFY(transferred(title, time.addMSecs(later)));
-    const Index::Contents index = Index::readEntries(card());
-    QCOMPARE(index.entries.size(), 1);
-    QCOMPARE(index.entries.first().title, title.toUpper());
+    QVERIFY(transferTitle("One", m_time) == Result::Done);
+    QVERIFY(transferTitle(title.toLatin1(), m_time.addMSecs(later)) == Result::Done);
+    QCOMPARE(indexedTitle(), title.toUpper());
     const QDateTime copied = QFileInfo(card("/songs/a.mid")).lastModified();
-    QCOMPARE(copied, keepsTime ? time.addMSecs(later) : time.addSecs(2));
+    QCOMPARE(copied, keepsTime ? m_time.addMSecs(later) : m_time.addSecs(2));
+}
+
+void tst_TransferJob::theIndexTellsItAfterATransferThatFailed()
+{
+    QVERIFY(transferTitle("One", m_time) == Result::Done);
+    QVERIFY(transferTitle("Two", m_time, {path("gone.mid")}) == Result::Failed);
+    QCOMPARE(indexedTitle(), text("ONE")); // required: the index waits for a whole transfer
+    QVERIFY(transferTitle("Two", m_time) == Result::Done);
+    QCOMPARE(indexedTitle(), text("TWO"));
 }
 
 QTEST_GUILESS_MAIN(tst_TransferJob)
