@@ -100,6 +100,7 @@ def read_all(stream, size):
         data += piece
     return data
 
+
 def copy_sparse(source, target):
     subprocess.run(["cp", "--sparse=always", source, target], check=True)
 
@@ -114,6 +115,7 @@ def put(image, offset, data):
     with open(image, "r+b") as file:
         file.seek(offset)
         file.write(data)
+
 
 class Guest:
     """What the guest has in WORK: card.img is its card, share/ what it sees of the computer's disk, share/home its HOME."""
