@@ -150,7 +150,7 @@ class Tally:
 
     def index_faults(self, status, problems):
         """Prepared and true, but for songs copied and not yet taken in, or not prepared."""
-        changed = [os.path.basename(name) for name in self.next if self.old.get(name) != self.next[name]]
+        changed = [os.path.basename(name) for name in self.next if is_song(name) and self.old.get(name) != self.next[name]]
         if status == 1 and [line for line in problems if not any(name in line for name in changed)]:
             yield "the index is not true"
         if status not in (0, 1, 3):
