@@ -108,7 +108,7 @@
     </message>
     <message>
         <source>cerca le song anche nelle cartelle e nelle loro sottocartelle</source>
-        <translation>takes folders, and finds the songs in all that is in them</translation>
+        <translation>looks for songs in folders too, and in their subfolders</translation>
     </message>
     <message>
         <source>non è stato fatto nulla; --help spiega l&apos;uso</source>
