@@ -12,7 +12,7 @@
 
 namespace tarvel4 {
 
-/** Plays MIDI songs, and the MIDI part of MFx songs, with the instruments of a soundfont. */
+/** Plays MIDI songs, and the MIDI stream of MFx songs, with the instruments of a soundfont. */
 class FluidPlayer : public SongPlayer
 {
     Q_DECLARE_TR_FUNCTIONS(FluidPlayer)
