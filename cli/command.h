@@ -85,6 +85,9 @@ ExitStatus jobFailed(Session &session, const QString &text);
 
 ExitStatus jobFailed(Session &session, const QString &path, const Outcome &cause);
 
+/** What is said of an empty path, of which a message has nothing else to show. */
+QString emptyPathText();
+
 /** Says that no folder is there. */
 ExitStatus notAFolder(Session &session, const QString &path);
 

@@ -92,8 +92,15 @@ ExitStatus jobFailed(Session &session, const QString &path, const Outcome &cause
     return ExitStatus::Failed;
 }
 
+QString emptyPathText()
+{
+    return Cli::tr("un percorso vuoto non indica né un file né una cartella");
+}
+
 ExitStatus notAFolder(Session &session, const QString &path)
 {
+    if (path.isEmpty())
+        return jobFailed(session, emptyPathText());
     const QString file = Arguments::onDisk(path);
     if (!QFileInfo::exists(file))
         return jobFailed(session, path, {Outcome::Code::NotFound, file, {}, {}});

@@ -83,13 +83,15 @@ bool SongPaths::areUsable(const QStringList &paths, bool recursive, SetAsideFile
 
 bool SongPaths::isUsable(const QString &path, bool recursive, SetAsideFile setAside)
 {
+    const Outcome missing{Outcome::Code::NotFound, path, {}, {}};
+    if (path.isEmpty())
+        return refuse(path, missing.code, emptyPathText());
     const QString file = Arguments::onDisk(path);
     const QFileInfo info(file);
     const bool isSetAside = QFileInfo(Recovery::recoveryPathOf(file)).isFile();
-    if (!path.isEmpty() && !info.exists() && isSetAside && setAside == SetAsideFile::Counts)
+    if (!info.exists() && isSetAside && setAside == SetAsideFile::Counts)
         return true;
-    const Outcome missing{Outcome::Code::NotFound, path, {}, {}};
-    if (path.isEmpty() || !info.exists())
+    if (!info.exists())
         return refuse(path, missing.code,
                       isSetAside ? Cli::tr("un'interruzione lo ha lasciato come %1")
                                        .arg(Recovery::recoveryPathOf(path))
@@ -107,7 +109,7 @@ bool SongPaths::isUsable(const QString &path, bool recursive, SetAsideFile setAs
 
 bool SongPaths::refuse(const QString &path, Outcome::Code code, const QString &error)
 {
-    m_session.host.say(path + QLatin1String(": ") + error);
+    m_session.host.say(path.isEmpty() ? error : path + QLatin1String(": ") + error);
     RecordWriter &records = m_session.records;
     if (records.format() == Record::Json)
         records.write(errorRecord(records.begin(), path, {code, path, {}, {}}, error));

@@ -590,6 +590,10 @@
         <source>Scrive lo script con cui quella shell completa una riga di comando.</source>
         <translation>Prints the script by which that shell completes a command line.</translation>
     </message>
+    <message>
+        <source>un percorso vuoto non indica né un file né una cartella</source>
+        <translation>an empty path names neither a file nor a folder</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

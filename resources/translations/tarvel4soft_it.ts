@@ -590,6 +590,10 @@
         <source>Scrive lo script con cui quella shell completa una riga di comando.</source>
         <translation>Scrive lo script con cui quella shell completa una riga di comando.</translation>
     </message>
+    <message>
+        <source>un percorso vuoto non indica né un file né una cartella</source>
+        <translation>un percorso vuoto non indica né un file né una cartella</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>

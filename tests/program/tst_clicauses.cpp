@@ -111,6 +111,37 @@ private Q_SLOTS:
             QCOMPARE(Fixtures::read(QFile::exists(file) ? file : path("x.mid")), song);
     }
 
+    void anEmptyPathIsSaidToBeEmpty_data()
+    {
+        const Table<QString, QString, QByteArray, QByteArray> row; // in which language what is said
+        const QByteArray english = "an empty path names neither a file nor a folder";
+        const QByteArray italian = "un percorso vuoto non indica né un file né una cartella";
+        const auto record = [](const QByteArray &said) {
+            return QByteArray(R"({"path":"","error":"?","code":"not-found"})").replace("?", said)
+                + '\n';
+        };
+        for (const char *command :
+             {"info", "info --recursive", "edit --title T", "edit --title T AZZURRO.mid",
+              "sync --dry-run", "sync --no-backup", "restore --from .", "backup --to .",
+              "transfer --to . --memory .", "extract", "list"})
+            row(command, "C", command, english, QByteArray());
+        for (const char *command : {"info --json", "edit --json --title T AZZURRO.mid",
+                                    "sync --json --no-backup", "extract --json"})
+            row(command, "C", command, english, record(english));
+        row("a record in Italian", "it_IT.UTF-8", "info --json", italian, record(italian));
+        row("a root in Italian", "it_IT.UTF-8", "list", italian, QByteArray());
+    }
+    void anEmptyPathIsSaidToBeEmpty()
+    {
+        const auto [language, command, sentence, record] =
+            cells<QString, QString, QByteArray, QByteArray>();
+        const QByteArray song = midi(meta(0x02, "(c) K-Varo"));
+        write("AZZURRO.mid", song);
+        const Run run = shell("LC_ALL=%1 \"$cli\" %2 ''"_s.arg(language, command));
+        QCOMPARE(run, (Run{3, record, "tarvel4soft-cli: " + sentence + '\n'}));
+        QCOMPARE(read("AZZURRO.mid"), song);
+    }
+
     void everyCauseWithAnExampleIsTested()
     {
         QFile page(QStringLiteral(TARVEL4_TEST_PROGRAM "/../../docs/commands.md"));

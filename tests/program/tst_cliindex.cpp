@@ -110,7 +110,8 @@ private Q_SLOTS:
         for (const QString &job : words("update rebuild verify delete")) {
             row(qPrintable(job + " of a missing folder"_s), job + " gone"_s,
                 "gone: there is no such file");
-            row(qPrintable(job + " of an empty path"_s), job + " ''"_s, ": there is no such file");
+            row(qPrintable(job + " of an empty path"_s), job + " ''"_s,
+                "an empty path names neither a file nor a folder\n");
             row(qPrintable(job + " of a file"_s), job + " mem/b.kar"_s, "mem/b.kar: not a");
         }
         row("verify of a memory that is not prepared", "verify mem",
