@@ -19,18 +19,10 @@ Index::SongOrder orderOf(const QString &name)
     return name == QLatin1String("genre") ? Index::ByGenre : Index::ByTitle;
 }
 
-QByteArray listOf(const QVector<IndexEntry> &entries, SongListWriter::Encoding encoding)
-{
-    QBuffer list;
-    list.open(QIODevice::WriteOnly);
-    SongListWriter::write(list, entries, encoding);
-    return list.data();
-}
-
 /** The list as the window writes it, but in UTF-8 whatever the locale. */
 void printList(const QVector<IndexEntry> &entries, Session &session)
 {
-    QByteArray bytes = listOf(entries, SongListWriter::Encoding::Utf8);
+    QByteArray bytes = SongListWriter::listOf(entries, SongListWriter::Encoding::Utf8);
     QBuffer list(&bytes);
     list.open(QIODevice::ReadOnly);
     while (!list.atEnd() && !session.host.wasCancelled())
@@ -83,8 +75,9 @@ ExitStatus runList(const Arguments &arguments, Session &session)
         return jobFailed(session, given, read);
     SongListWriter::sort(songs, order);
     if (isFile) {
-        const QByteArray list =
-            isJson ? recordsOf(songs, session) : listOf(songs, SongListWriter::Encoding::Local);
+        const QByteArray list = isJson
+            ? recordsOf(songs, session)
+            : SongListWriter::listOf(songs, SongListWriter::Encoding::Local);
         if (session.host.wasCancelled())
             return ExitStatus::Interrupted;
         const Outcome written = NewFile::write(Disk::real(), target, list);

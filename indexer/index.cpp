@@ -12,7 +12,6 @@
 #include "storage/newfile.h"
 #include "storage/recovery.h"
 
-#include <QBuffer>
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
@@ -309,14 +308,12 @@ int Index::writeSongList(const QString &root, const QString &target, int order)
         return 0;
     SongListWriter::sort(entries, order);
     Q_EMIT progressMaxSetup(static_cast<int>(entries.size()));
-    QBuffer list;
-    list.open(QIODevice::WriteOnly);
-    SongListWriter::write(list, entries, SongListWriter::Encoding::Local,
-                          [this](const IndexEntry &entry, int count) {
-                              Q_EMIT currentPathChanged(entry.relativePath);
-                              Q_EMIT progressValueChanged(count);
-                          });
-    return isDone(NewFile::write(m_disk, target, list.data()), target) ? 1 : 0;
+    const QByteArray list = SongListWriter::listOf(
+        entries, SongListWriter::Encoding::Local, [this](const IndexEntry &entry, int count) {
+            Q_EMIT currentPathChanged(entry.relativePath);
+            Q_EMIT progressValueChanged(count);
+        });
+    return isDone(NewFile::write(m_disk, target, list), target) ? 1 : 0;
 }
 
 } // namespace tarvel4

@@ -3,8 +3,6 @@
 #include "indexer/index.h"
 #include "indexer/sortkeys.h"
 
-#include <QIODevice>
-
 namespace tarvel4 {
 
 namespace {
@@ -32,24 +30,22 @@ void SongListWriter::sort(QVector<IndexEntry> &entries, int order)
     entries = sorted;
 }
 
-bool SongListWriter::write(QIODevice &device, const QVector<IndexEntry> &entries, Encoding encoding,
-                           const Observer &observer)
+QByteArray SongListWriter::listOf(const QVector<IndexEntry> &entries, Encoding encoding,
+                                  const Observer &observer)
 {
-    const auto put = [&](const QString &text) {
-        const QByteArray bytes = encoding == Encoding::Utf8 ? text.toUtf8() : text.toLocal8Bit();
-        return device.write(bytes) == bytes.size();
+    QByteArray list;
+    const auto append = [&](const QString &text) {
+        list += encoding == Encoding::Utf8 ? text.toUtf8() : text.toLocal8Bit();
     };
-    if (!put(line(tr("TITOLO"), tr("ARTISTA"), tr("FILE"))))
-        return false;
-    int written = 0;
+    append(line(tr("TITOLO"), tr("ARTISTA"), tr("FILE")));
+    int count = 0;
     for (const IndexEntry &entry : entries) {
-        if (!put(line(entry.title, entry.artist, entry.relativePath)))
-            return false;
-        ++written;
+        append(line(entry.title, entry.artist, entry.relativePath));
+        ++count;
         if (observer)
-            observer(entry, written);
+            observer(entry, count);
     }
-    return true;
+    return list;
 }
 
 } // namespace tarvel4
