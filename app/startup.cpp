@@ -2,7 +2,7 @@
 
 #include "app/commandline.h"
 #include "app/display.h"
-#include "app/plaintext.h"
+#include "app/printtext.h"
 #include "app/quitsignals.h"
 #include "library/messagelog.h"
 #include "library/usersettings.h"
@@ -25,7 +25,7 @@ namespace {
 
 const QLatin1String notChosen("--");
 
-enum ExitStatus { Done = 0, Failed = 1, Usage = 2 };
+enum ProgramStatus { Done = 0, Failed = 1, Usage = 2 };
 
 QString systemLanguage(QLocale::Language system)
 {
@@ -34,16 +34,16 @@ QString systemLanguage(QLocale::Language system)
     return italian ? QStringLiteral("it") : QStringLiteral("en");
 }
 
-int print(std::FILE *stream, const QString &text, ExitStatus status)
+int print(std::FILE *stream, const QString &text, ProgramStatus status)
 {
-    return printPlainText(stream, text) ? status : Failed;
+    return printText(stream, text) ? status : Failed;
 }
 
-/** What can be said without a display, in the user's language, which is not stored. */
-class PlainText
+/** A run without a window, whose texts are in the user's language, which is not stored. */
+class WindowlessProgram
 {
 public:
-    PlainText(int &argc, char *argv[], const QString &language)
+    WindowlessProgram(int &argc, char *argv[], const QString &language)
         : m_app(argc, argv)
     {
         Appearance::installLanguage(
@@ -79,7 +79,7 @@ int Startup::runProgram(int argc, char *argv[])
     const Options options = readSettings();
     const CommandLine asked(argc, argv);
     if (asked.asksForHelp() || asked.asksForVersion()) {
-        const PlainText language(argc, argv, options.language);
+        const WindowlessProgram program(argc, argv, options.language);
         return print(stdout, asked.asksForHelp() ? CommandLine::help() : CommandLine::version(),
                      Done);
     }
@@ -87,7 +87,7 @@ int Startup::runProgram(int argc, char *argv[])
     const Display display(argc, argv);
     if (!display.isReachable()) {
         qCritical("No display can be reached");
-        const PlainText language(argc, argv, options.language);
+        const WindowlessProgram program(argc, argv, options.language);
         return sayNoDisplay();
     }
     setAttributes();

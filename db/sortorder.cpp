@@ -15,15 +15,15 @@ namespace {
 constexpr int rankSize = 3; // bytes, the highest one first
 constexpr int mostSongs = 150000; // SQLite reads statements of a million characters
 
-struct Song
+struct SongText
 {
     int id;
     QString text;
 };
 
-std::vector<Song> songsOf(const QString &column, const QSqlDatabase &db)
+std::vector<SongText> songsOf(const QString &column, const QSqlDatabase &db)
 {
-    std::vector<Song> songs;
+    std::vector<SongText> songs;
     QSqlQuery query(db);
     query.setForwardOnly(true);
     query.exec(QStringLiteral("select id, %1 from usersongs").arg(column));
@@ -37,19 +37,19 @@ std::vector<Song> songsOf(const QString &column, const QSqlDatabase &db)
 /** A table of ranks by the songs' ids: SQLite itself folds nothing but ASCII letters. */
 QString SortOrder::ofTexts(const QString &column, const QSqlDatabase &db)
 {
-    std::vector<Song> songs = songsOf(column, db);
+    std::vector<SongText> songs = songsOf(column, db);
     int highestId = 0;
-    for (const Song &song : songs)
+    for (const SongText &song : songs)
         highestId = std::max(highestId, song.id);
     if (highestId > mostSongs)
         return column + QStringLiteral(" COLLATE NOCASE");
 
     std::sort(songs.begin(), songs.end(),
-              [](const Song &a, const Song &b) { return a.text < b.text; });
+              [](const SongText &a, const SongText &b) { return a.text < b.text; });
     QByteArray ranks(rankSize * highestId, '\0');
     int rank = 0;
     const QString *previous = nullptr;
-    for (const Song &song : songs) {
+    for (const SongText &song : songs) {
         if (previous && *previous != song.text)
             ++rank;
         previous = &song.text;

@@ -77,22 +77,22 @@ bool isGone(int error)
 #ifdef Q_OS_LINUX
 
 /** What can be opened of a volume, one of it as good as the other. */
-struct Volume
+struct VolumePlaces
 {
     dev_t device;
     QString path; ///< to blame
     QStringList places;
 };
 
-using Volumes = std::vector<Volume>; // in the order of their first paths
+using Volumes = std::vector<VolumePlaces>; // in the order of their first paths
 
 /** Adds the volume of a file's bytes and that of its name, which a link holds apart. */
 Outcome addVolumes(const QString &path, Volumes &volumes)
 {
     const auto add = [&](dev_t device, const QString &place) {
-        auto volume = std::find_if(volumes.begin(), volumes.end(), [device](const Volume &other) {
-            return other.device == device;
-        });
+        auto volume =
+            std::find_if(volumes.begin(), volumes.end(),
+                         [device](const VolumePlaces &other) { return other.device == device; });
         if (volume == volumes.end())
             volume = volumes.insert(volumes.end(), {device, path, {}});
         volume->places.append(place);
@@ -125,7 +125,7 @@ int openOn(dev_t device, const QString &place)
     return -1;
 }
 
-Outcome flushVolume(const Volume &volume)
+Outcome flushVolume(const VolumePlaces &volume)
 {
     int fd = -1;
     errno = EACCES;
@@ -263,7 +263,7 @@ Outcome Disk::syncAll(const QStringList &paths)
     };
     for (const QString &path : paths)
         keepFailure(addVolumes(path, volumes));
-    for (const Volume &volume : volumes)
+    for (const VolumePlaces &volume : volumes)
         keepFailure(flushVolume(volume));
     return outcome;
 }

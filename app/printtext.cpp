@@ -1,4 +1,4 @@
-#include "app/plaintext.h"
+#include "app/printtext.h"
 
 #include <QByteArray>
 
@@ -34,7 +34,7 @@ HANDLE handleOf(const std::FILE *stream)
 
 } // namespace
 
-bool printPlainText(std::FILE *stream, const QString &text)
+bool printText(std::FILE *stream, const QString &text)
 {
     const HANDLE handle = handleOf(stream);
     if (handle == nullptr)
@@ -51,7 +51,7 @@ bool printPlainText(std::FILE *stream, const QString &text)
 
 #else
 
-bool printPlainText(std::FILE *stream, const QString &text)
+bool printText(std::FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toLocal8Bit();
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);

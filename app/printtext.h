@@ -8,6 +8,6 @@ namespace tarvel4 {
 
 /** Writes what is said without a window: to where the program was started from or, on Windows where
  * that has no terminal, into a box. False where it can't be written. */
-bool printPlainText(std::FILE *stream, const QString &text);
+bool printText(std::FILE *stream, const QString &text);
 
 } // namespace tarvel4
