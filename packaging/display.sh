@@ -42,5 +42,5 @@ why_no_window() {
       echo "- X: DISPLAY=$DISPLAY doesn't answer; over ssh, connect anew with ssh -X."
       ;;
   esac
-  echo "The same road in the terminal: ./run demo"
+  echo "The same workflow in the terminal: ./run demo"
 }
