@@ -65,6 +65,9 @@ const QVector<Option> &globalOptions();
 /** The option of the commands that take folders. */
 Option recursiveOption();
 
+/** The option of the commands that can show what they would do. */
+Option dryRunOption();
+
 /** Adds the options of the commands that take PATHs to their own. */
 QVector<Option> withPathLists(const QVector<Option> &options);
 

@@ -41,6 +41,12 @@ Option recursiveOption()
         QT_TRANSLATE_NOOP("Cli", "cerca le song anche nelle cartelle e nelle loro sottocartelle")};
 }
 
+Option dryRunOption()
+{
+    return {"dry-run", Option::Flag, nullptr,
+            QT_TRANSLATE_NOOP("Cli", "mostra che cosa cambierebbe e non scrive nulla")};
+}
+
 QVector<Option> withPathLists(const QVector<Option> &options)
 {
     static const QVector<Option> lists{

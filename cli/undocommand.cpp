@@ -11,12 +11,6 @@ namespace tarvel4 {
 
 namespace {
 
-Option dryRunOption()
-{
-    return {"dry-run", Option::Flag, nullptr,
-            QT_TRANSLATE_NOOP("Cli", "mostra che cosa cambierebbe e non scrive nulla")};
-}
-
 /** Why a song was not restored; where the file in the backup is to blame, with its path. */
 QString whyNotRestored(const SongOutcome &song)
 {
