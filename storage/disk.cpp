@@ -2,6 +2,7 @@
 
 #include "storage/recovery.h"
 #include "storage/systemerror.h"
+#include "storage/systemfile.h"
 
 #include <QDebug>
 #include <QFile>
@@ -74,8 +75,7 @@ Outcome Disk::replace(const QString &from, const QString &to)
 
 Outcome Disk::remove(const QString &path)
 {
-    SystemError::presumeFailedMedium();
-    Outcome removed = outcomeOf(QFile::remove(path) || !QFileInfo::exists(path), path);
+    Outcome removed = SystemFile::removeFile(path);
     if (!removed && QFileInfo(path).isDir()) // for which not every system has an error of its own
         removed.code = Outcome::Code::NotAFile;
     return removed;

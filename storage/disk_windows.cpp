@@ -66,7 +66,12 @@ bool hasNothingToFlush(DWORD error)
 Outcome flushFile(const QString &path)
 {
     const WritePermission permission(path); // what is read-only can't be opened to be flushed
-    const Handle file(openShared(longPath(path), GENERIC_WRITE, OPEN_EXISTING));
+    HANDLE opened = INVALID_HANDLE_VALUE;
+    untilFree(path, [&] {
+        opened = openShared(longPath(path), GENERIC_WRITE, OPEN_EXISTING);
+        return opened != INVALID_HANDLE_VALUE;
+    });
+    const Handle file(opened);
     return outcomeOf(file.isOpen() && FlushFileBuffers(file.get()) != 0, path);
 }
 
@@ -249,8 +254,13 @@ void Disk::inherit(QFileDevice &file, const QFileDevice &model)
 Outcome Disk::rename(const QString &from, const QString &to)
 {
     constexpr DWORD flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    Outcome renamed =
-        outcomeOf(MoveFileExW(wide(longPath(from)), wide(longPath(to)), flags) != 0, to);
+    WritePermission permission(to); // what is read-only can't be replaced
+    const auto move = [&] {
+        return MoveFileExW(wide(longPath(from)), wide(longPath(to)), flags) != 0;
+    };
+    Outcome renamed = outcomeOf(untilFree(to, move), to);
+    if (renamed)
+        permission.keep();
     if (!renamed && QFileInfo(to).isDir())
         renamed.code = Outcome::Code::NotAFile;
     return renamed;

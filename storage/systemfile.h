@@ -24,6 +24,9 @@ Outcome makeFolders(const QString &path);
 /** False where the folder holds anything. */
 bool removeEmptyFolder(const QString &path);
 
+/** Removes a file; done when it is gone, also when it was not there. */
+Outcome removeFile(const QString &path);
+
 /** Gives a copy the permissions of its source, as far as the medium knows any. */
 void copyPermissions(const QString &source, const QString &target);
 

@@ -1,6 +1,9 @@
 #include "storage/systemfile.h"
 
+#include "storage/systemerror.h"
+
 #include <QFile>
+#include <QFileInfo>
 
 #include <filesystem>
 
@@ -53,6 +56,12 @@ bool SystemFile::removeEmptyFolder(const QString &path)
 {
     std::error_code error;
     return fs::remove(native(path), error);
+}
+
+Outcome SystemFile::removeFile(const QString &path)
+{
+    SystemError::presumeFailedMedium();
+    return SystemError::outcomeOf(QFile::remove(path) || !QFileInfo::exists(path), path);
 }
 
 void SystemFile::copyPermissions(const QString &source, const QString &target)

@@ -2,6 +2,7 @@
 
 #include "storage/systemerror.h"
 #include "storage/windowshandle.h"
+#include "storage/writepermission.h"
 
 #include <QFile>
 
@@ -44,6 +45,13 @@ Outcome SystemFile::makeFolders(const QString &path)
 bool SystemFile::removeEmptyFolder(const QString &path)
 {
     return RemoveDirectoryW(wide(longPath(path))) != 0;
+}
+
+Outcome SystemFile::removeFile(const QString &path)
+{
+    const WritePermission permission(path); // what is read-only can't be removed
+    const auto remove = [&path] { return DeleteFileW(wide(longPath(path))) != 0; };
+    return SystemError::outcomeOf(untilFree(path, remove) || !QFileInfo::exists(path), path);
 }
 
 void SystemFile::copyPermissions(const QString &source, const QString &target)

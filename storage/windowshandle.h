@@ -57,4 +57,34 @@ inline HANDLE openShared(const QString &systemPath, DWORD access, DWORD disposit
     return CreateFileW(wide(systemPath), access, sharedByAll, nullptr, disposition, flags, nullptr);
 }
 
+/** Between two tries at a file that somebody else has open; a test lets go of it there. */
+inline decltype(&Sleep) waitForOthers = &Sleep;
+
+/**
+ * Makes a call again while somebody else has the file open that it would open, remove or replace: a
+ * virus scanner, the search index and Explorer often hold a new one for a moment. The system's
+ * error is that of a file in use then, too, where Windows says of a rename that it is denied.
+ */
+template <typename Call> bool untilFree(const QString &path, const Call &call)
+{
+    constexpr int mostTries = 10;
+    constexpr DWORD milliseconds = 50;
+    for (int tries = 1; !call(); ++tries) {
+        DWORD error = GetLastError();
+        bool isWorthATry = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+        if (error == ERROR_ACCESS_DENIED) {
+            const Handle alone(CreateFileW(wide(longPath(path)), DELETE, 0, nullptr, OPEN_EXISTING,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr));
+            const bool isHeld = !alone.isOpen() && GetLastError() == ERROR_SHARING_VIOLATION;
+            isWorthATry = isHeld || alone.isOpen(); // it may have been let go of meanwhile
+            error = isHeld ? ERROR_SHARING_VIOLATION : error;
+        }
+        SetLastError(error);
+        if (!isWorthATry || tries == mostTries)
+            return false;
+        waitForOthers(milliseconds);
+    }
+    return true;
+}
+
 } // namespace tarvel4
