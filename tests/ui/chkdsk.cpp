@@ -1,7 +1,7 @@
 // Stands in for the system's disk check where no shell runs a script: does the commands that it
 // finds in the file "script", each behind a semicolon or on a line of its own: exit N, sleep
-// SECONDS, echo 'TEXT', printf 'FORMAT', ask 'FORMAT', echo $$ > pid. A format has octal escapes
-// and %% only.
+// SECONDS, echo 'TEXT', printf 'FORMAT', ask 'FORMAT', await FILE, echo $$ > pid. A format has
+// octal escapes and %% only.
 
 #include <chrono>
 #include <cstdio>
@@ -61,6 +61,12 @@ void ask(const std::string &question)
     std::ofstream("answers", std::ios::app | std::ios::binary) << answer << '\n';
 }
 
+void await(const std::string &file)
+{
+    while (!std::ifstream(file))
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+}
+
 /** Whether the command is this word and what follows it. */
 bool is(const std::string &command, const std::string &word)
 {
@@ -84,6 +90,8 @@ void perform(std::string command)
         say(formatted(quoted(command)));
     else if (is(command, "ask "))
         ask(formatted(quoted(command)));
+    else if (is(command, "await "))
+        await(quoted(command));
     else if (!command.empty())
         std::_Exit(99);
 }

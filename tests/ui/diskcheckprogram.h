@@ -48,6 +48,7 @@ inline bool write(const QString &program, const QByteArray &body, const QByteArr
     const QByteArray script = "#!" + interpreter
         + "\nprintf '%s\\n' \"$@\" > arguments\n"
           "ask() { printf \"$1\"; read -r answer; printf '%s\\n' \"$answer\" >> answers; }\n"
+          "await() { until [ -e \"$1\" ]; do sleep 0.01; done; }\n"
         + body + '\n';
     return writeAll(program, script)
         && QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
@@ -89,6 +90,12 @@ public:
     {
         return DiskCheckScript::write(program(), body, interpreter);
     }
+
+    /** True once the program has begun. */
+    bool hasBegun() const { return !written(QStringLiteral("arguments")).isEmpty(); }
+
+    /** Ends its "await go". */
+    bool letGo() { return DiskCheckScript::writeAll(path(QStringLiteral("go")), {}); }
 
     /** Where the program is. */
     QString program() const

@@ -273,7 +273,8 @@ private Q_SLOTS:
     void diskChecks()
     {
         const auto [script, boxes] = cells<QByteArray, QStringList>();
-        open(nullptr, DiskCheckTimings{pastAnyTest, script.contains("sleep") ? 2000 : pastAnyTest});
+        const bool isEndless = script.contains("sleep");
+        open(nullptr, DiskCheckTimings{pastAnyTest, isEndless ? 2000 : pastAnyTest});
         if (!script.isEmpty())
             QVERIFY(m_program->write(script));
         m_dialog->errorFromIndexReceived(text("of an earlier run"));
@@ -284,6 +285,8 @@ private Q_SLOTS:
         QCOMPARE(isPrepared(text("E:")), indexed);
         QCOMPARE(report(), indexed ? plainReport : text("of an earlier run"));
         QCOMPARE(find<QProgressBar>("progressBar")->value(), 100);
+        if (isEndless && !m_program->hasBegun()) // on a busy machine it may be ended before that
+            return;
         QCOMPARE(m_program->written(text("arguments")),
                  script.isEmpty() ? QByteArray() : QByteArray("E:\n/F\n/R\n"));
     }
