@@ -13,8 +13,8 @@ enum Stream { Input = 0, Output = 1, Error = 2 };
 /**
  * To be called before Qt is: keeps file names in UTF-8 whatever the locale, turns a closed pipe or
  * a file size limit into a failed write, and makes interrupted() tell of SIGINT, SIGTERM and
- * SIGHUP; on Windows of Ctrl+C, Ctrl+Break, and of a window or session that is closed. A second
- * one ends the process.
+ * SIGHUP; on Windows of Ctrl+C, Ctrl+Break, and of a window that is closed (of a session that ends
+ * it tells no program that loads user32.dll, as Qt does). A second one ends the process.
  */
 void prepare();
 

@@ -26,8 +26,8 @@ HANDLE handleOf(Console::Stream stream)
     return GetStdHandle(ids[stream]);
 }
 
-/** Runs in a thread of its own. Where the system closes the window or ends the session, it ends the
- * process once this returns, so that the main thread gets its seconds here. */
+/** Runs in a thread of its own. Where the window is closed, the system ends the process once
+ * this returns, so that the main thread gets its seconds here. */
 BOOL WINAPI interrupt(DWORD event)
 {
     constexpr DWORD retryMilliseconds = 10;
