@@ -7,6 +7,9 @@
 #if defined(Q_OS_WIN)
 #include <QDir>
 #include <QProcess>
+
+#include <array>
+#include <windows.h>
 #elif defined(QT_DBUS_LIB)
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -27,12 +30,19 @@ void openFolderOf(const QString &path)
 
 #if defined(Q_OS_WIN)
 
+QString explorerProgram()
+{
+    std::array<wchar_t, MAX_PATH> folder{};
+    GetSystemWindowsDirectoryW(folder.data(), static_cast<UINT>(folder.size()));
+    return QDir(QString::fromWCharArray(folder.data())).filePath(QStringLiteral("explorer.exe"));
+}
+
 void showInFolder(const QString &path)
 {
     if (!QFileInfo::exists(path))
         return openFolderOf(path);
     QProcess explorer;
-    explorer.setProgram(QStringLiteral("explorer.exe"));
+    explorer.setProgram(explorerProgram());
     // which takes the quotation marks around the name alone
     explorer.setNativeArguments(
         QStringLiteral("/select,\"%1\"").arg(QDir::toNativeSeparators(path)));

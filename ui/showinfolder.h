@@ -8,4 +8,10 @@ namespace tarvel4 {
  * else the folder alone. */
 void showInFolder(const QString &path);
 
+#ifdef Q_OS_WIN
+/** By its full path: a bare name is looked for in the current folder first, which may be one of the
+ * memory. */
+QString explorerProgram();
+#endif
+
 } // namespace tarvel4

@@ -4,6 +4,7 @@
 #include "tests/ui/dialogdriver.h"
 #include "ui/appearance.h"
 #include "ui/folderchooser.h"
+#include "ui/showinfolder.h"
 #include "ui/songchooser.h"
 #include "ui/statefile.h"
 #include "ui/targetchooser.h"
@@ -43,6 +44,15 @@ QStringList sidebarTexts(const QFileDialog &dialog)
     for (int row = 0; row < sidebar->model()->rowCount(); ++row)
         texts += ShownText::of(sidebar->model()->index(row, 0), sidebar->itemDelegate());
     return texts;
+}
+
+QString fileManager()
+{
+#ifdef Q_OS_WIN
+    return explorerProgram();
+#else
+    return {};
+#endif
 }
 
 } // namespace
@@ -198,6 +208,14 @@ private Q_SLOTS:
         }
         QVERIFY2(!QFileDialog().sidebarUrls().contains(QUrl::fromLocalFile(medium.root())),
                  "other dialogs of Qt are left as they were");
+    }
+
+    void fileManagerIsTheSystemsOwn()
+    {
+        const QFileInfo program(fileManager());
+        if (program.filePath().isEmpty())
+            QSKIP("Elsewhere the desktop is asked for it");
+        QVERIFY2(program.isAbsolute() && program.isFile(), qPrintable(program.filePath()));
     }
 
 private:
