@@ -19,6 +19,7 @@
 #include "ui/songsearch.h"
 #include "ui/songslistdialog.h"
 #include "ui/songtable.h"
+#include "ui/sortmenu.h"
 #include "ui/syncpreview.h"
 #include "ui/undochanges.h"
 #include "ui/windowplace.h"
@@ -127,6 +128,7 @@ void MainWindow::setUpTable(std::unique_ptr<SongPlayers> players)
     m_steps->setModel(m_model);
     m_reports->setModel(m_model);
     m_preview->setModel(m_model);
+    m_sortMenu = new SortMenu(*table->horizontalHeader(), *ui->menuStrumenti);
     auto *strip = new ListenStrip(ui->songsPane);
     ui->songsLayout->addWidget(strip);
     m_listening = std::make_unique<Listening>(*table, *m_model, *ui->menuStrumenti, *strip,
@@ -152,6 +154,8 @@ void MainWindow::changeEvent(QEvent *event)
     }
     if (m_search)
         m_search->retranslate();
+    if (m_sortMenu)
+        m_sortMenu->retranslate();
     if (m_listening)
         m_listening->retranslate();
 }

@@ -25,6 +25,7 @@ class Listening;
 class SongActions;
 class SongIntake;
 class SongSearch;
+class SortMenu;
 class SyncPreview;
 class UserSongsRelTableModel;
 class WindowPlace;
@@ -107,6 +108,7 @@ private:
     std::unique_ptr<SongActions> m_songActions; ///< null without a model
     std::unique_ptr<WindowPlace> m_place;
     SongSearch *m_search = nullptr; ///< null without a model
+    SortMenu *m_sortMenu = nullptr; ///< null without a model
     bool m_wasPainted = false;
     QTranslator m_translator;
 };

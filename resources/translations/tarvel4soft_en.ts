@@ -2815,6 +2815,21 @@ Tarvel&apos;s memory</translation>
     </message>
 </context>
 <context>
+    <name>tarvel4::SortMenu</name>
+    <message>
+        <source>Ordina per</source>
+        <translation>Sort &amp;by</translation>
+    </message>
+    <message>
+        <source>Crescente</source>
+        <translation>Ascending</translation>
+    </message>
+    <message>
+        <source>Decrescente</source>
+        <translation>Descending</translation>
+    </message>
+</context>
+<context>
     <name>tarvel4::UserSongsRelTableModel</name>
     <message>
         <source>Num</source>

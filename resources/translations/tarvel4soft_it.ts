@@ -2815,6 +2815,21 @@ memoria di Tarvel</translation>
     </message>
 </context>
 <context>
+    <name>tarvel4::SortMenu</name>
+    <message>
+        <source>Ordina per</source>
+        <translation>Ordina &amp;per</translation>
+    </message>
+    <message>
+        <source>Crescente</source>
+        <translation>Crescente</translation>
+    </message>
+    <message>
+        <source>Decrescente</source>
+        <translation>Decrescente</translation>
+    </message>
+</context>
+<context>
     <name>tarvel4::UserSongsRelTableModel</name>
     <message>
         <source>Num</source>

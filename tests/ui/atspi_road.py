@@ -147,6 +147,7 @@ class Program:
         for name in names:
             node = wait_for(name, lambda: next(item for item in descendants(node) if item.name == name))
         do(node)
+        return node
 
     def type_key(self, key):
         """A key of the keyboard, which goes to what has the focus."""
@@ -209,6 +210,15 @@ def read_preview(program, folder):
     program.press(title, "push button", "Torna alla domanda")
     program.gone(title)
     assert before == [song.read_bytes() for song in sorted((folder / "songs").iterdir())]
+
+
+def sort(program):
+    """By a menu that tells what the order is; the songs were imported by name."""
+    for entry, names in (("Titolo", ["BELLACIA.kar", "SANTALUC.mid"]), ("Decrescente", ["SANTALUC.mid", "BELLACIA.kar"])):
+        node = program.menu("Strumenti", "Ordina per", entry)
+        wait_for(entry, lambda: node.getState().contains(pyatspi.STATE_CHECKED))
+        rows = program.rows()
+        assert [row for row, name in zip(rows, names) if name in row] == rows, rows
 
 
 def read_report(program):
@@ -303,6 +313,7 @@ def import_many(program, folder):
 
 def road(program, folder):
     import_and_synchronise(program, folder)
+    sort(program)
     read_report(program)
     before = (folder / "songs" / "SANTALUC.mid").read_bytes()
     edit(program)

@@ -275,7 +275,7 @@ private:
     void menus()
     {
         for (const char *name : {"menuFile", "menuPreferences", "menuLanguage", "menuStrumenti",
-                                 "menuHelp", "menuListenFromMark"}) {
+                                 "menuHelp", "menuSort", "menuListenFromMark"}) {
             auto *opened = find<QMenu>(name);
             opened->popup(m_window.mapToGlobal(QPoint(100, 30)));
             if (!opened->actions().isEmpty())

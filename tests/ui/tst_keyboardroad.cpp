@@ -40,6 +40,7 @@ private Q_SLOTS:
         QCOMPARE(statuses(), text("1 1"));
         QCOMPARE(namesIn(path("backups")).size(), 1);
         searchAndEdit();
+        sort(isItalian);
         transfer();
         QCOMPARE(namesIn(path("card/music")).size(), 2);
         saveList(isItalian);
@@ -147,6 +148,16 @@ private:
         QCOMPARE(m_window->focusWidget(), table());
         press(Qt::Key_F, Qt::ControlModifier);
         press(Qt::Key_Escape); // shows all songs again
+        QCOMPARE(m_window->focusWidget(), table());
+    }
+
+    void sort(bool isItalian)
+    {
+        QCOMPARE(column(Name), strings({"a.mid", "b.mid"}));
+        press(isItalian ? Qt::Key_S : Qt::Key_T, Qt::AltModifier); // the menu of the tools
+        press(isItalian ? Qt::Key_P : Qt::Key_B);
+        press(Qt::Key_T);
+        QTRY_COMPARE(column(Name), strings({"b.mid", "a.mid"}));
         QCOMPARE(m_window->focusWidget(), table());
     }
 

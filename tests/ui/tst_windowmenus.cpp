@@ -63,12 +63,19 @@ private Q_SLOTS:
             "optimizeMemory Rigenera il database delle song|actionSongsList Salva lista delle song|"
             "separator |actionUndo Annulla l'ultima modifica...|actionEditMany Modifica più "
             "song...|separator |actionPreview Anteprima della sincronizzazione...|"
-            "actionReport Mostra l'ultimo resoconto|separator |actionListen Ascolta|"
+            "actionReport Mostra l'ultimo resoconto|separator |menuSort Ordina per|"
+            "separator |actionListen Ascolta|"
             "menuListenFromMark Ascolta da un marker",
             "optimizeMemory Rebuild the song database|actionSongsList Save the song list|"
             "separator |actionUndo Undo the last change...|actionEditMany Edit several songs...|"
             "separator |actionPreview Preview of the synchronisation...|actionReport Show the last "
-            "report|separator |actionListen Listen|menuListenFromMark Listen from a marker");
+            "report|separator |menuSort Sort by|separator |actionListen Listen|"
+            "menuListenFromMark Listen from a marker");
+        row("menuSort",
+            " Formato| Titolo| Artista| Genere| Autore| Durata| Bpm| Tonalita'| Nome file|"
+            "separator | Crescente| Decrescente",
+            " Format| Title| Artist| Genre| Author| Length| Bpm| Key| File name|"
+            "separator | Ascending| Descending");
         row("menuHelp",
             "actionContents Aiuto Tarvel4 Soft|actionAbout Informazioni|"
             "actionAbout_QT Informazioni su QT",

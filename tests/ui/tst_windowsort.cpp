@@ -1,0 +1,162 @@
+#include "tests/ui/windowtest.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenu>
+
+#include <algorithm>
+
+using namespace tarvel4;
+
+/** Sorting the song table, by its headers and by the menu, and what stays then. */
+class tst_WindowSort : public WindowTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        makeFolder();
+        openWindowWithoutSummaries();
+    }
+    void cleanup() { closeWindow(); }
+
+    void keepsTheSelectedSongInSight_data() { addWays(); }
+    void keepsTheSelectedSongInSight()
+    {
+        const auto [byMenu] = cells<bool>();
+        import(manySongs(400));
+        table()->selectRow(5);
+        const QString name = nameOf(table()->currentIndex());
+        sortByTitle(byMenu);
+        const QModelIndex current = table()->currentIndex();
+        QCOMPARE(current.row(), 394);
+        QCOMPARE(nameOf(current), name);
+        QVERIFY(table()->selectionModel()->isRowSelected(394, QModelIndex()));
+        QVERIFY(table()->viewport()->rect().contains(table()->visualRect(current).center()));
+    }
+
+    void keepsRowsHidden_data() { addWays(); }
+    void keepsRowsHidden()
+    {
+        const auto [byMenu] = cells<bool>();
+        import(manySongs(400));
+        find<QLineEdit>("searchLineEdit")->setText(text("s39"));
+        QStringList names = shown();
+        QCOMPARE(names.size(), 10);
+        sortByTitle(byMenu);
+        std::reverse(names.begin(), names.end());
+        QCOMPARE(shown(), names);
+    }
+
+    void menuSortsByEachColumn()
+    {
+        int columns = 0;
+        for (QAction *entry : entries()) {
+            if (entry->isSeparator())
+                break;
+            entry->trigger();
+            const int column = header()->sortIndicatorSection();
+            QCOMPARE(wordsOf(*entry), model()->headerData(column, Qt::Horizontal).toString());
+            QVERIFY(!table()->isColumnHidden(column));
+            ++columns;
+        }
+        QCOMPARE(columns, 9);
+    }
+
+    void menuAndHeadersTellTheSameOrder()
+    {
+        import(manySongs(3));
+        const QStringList up = column(Name);
+        const QStringList down{up.at(2), up.at(1), up.at(0)};
+        QCOMPARE(ticked(), QString());
+        QVERIFY2(!entry("Decrescente")->isEnabled(), "of which column?");
+        entry("Titolo")->trigger();
+        QCOMPARE(column(Name), down);
+        QCOMPARE(ticked(), text("Titolo Crescente"));
+        entry("Decrescente")->trigger();
+        QCOMPARE(column(Name), up);
+        entry("Titolo")->trigger(); // again: unlike a header it is no switch
+        QCOMPARE(ticked(), text("Titolo Decrescente"));
+        clickHeader(Name);
+        QCOMPARE(ticked(), text("Nome file Crescente"));
+        clickHeader(Name);
+        QCOMPARE(ticked(), text("Nome file Decrescente"));
+        QCOMPARE(column(Name), down);
+        trigger("actionEnglish");
+        QCOMPARE(ticked(), text("File name Descending"));
+        entry("Ascending")->trigger();
+        QCOMPARE(column(Name), up);
+        QCOMPARE(header()->sortIndicatorOrder(), Qt::AscendingOrder);
+    }
+
+private:
+    static void addWays()
+    {
+        const Table<bool> row;
+        row("by a click on a header", false);
+        row("by the menu", true);
+    }
+
+    QHeaderView *header() const { return table()->horizontalHeader(); }
+    QList<QAction *> entries() const { return find<QMenu>("menuSort")->actions(); }
+    static QString wordsOf(const QAction &entry) { return entry.text().remove(QLatin1Char('&')); }
+    QAction *entry(const char *words) const
+    {
+        for (QAction *entry : entries()) {
+            if (wordsOf(*entry) == text(words))
+                return entry;
+        }
+        qFatal("no such entry");
+    }
+    QString ticked() const
+    {
+        QStringList words;
+        for (const QAction *entry : entries()) {
+            if (entry->isChecked())
+                words += wordsOf(*entry);
+        }
+        return words.join(QLatin1Char(' '));
+    }
+
+    void clickHeader(Column column) const
+    {
+        const QPoint place(header()->sectionViewportPosition(column) + 20, header()->height() / 2);
+        QTest::mouseClick(header()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    }
+    void sortByTitle(bool byMenu) const
+    {
+        if (byMenu)
+            entry("Titolo")->trigger();
+        else
+            clickHeader(Title);
+    }
+
+    static QString nameOf(const QModelIndex &index)
+    {
+        return index.sibling(index.row(), Name).data().toString();
+    }
+    /** The names of the songs on show, top to bottom. */
+    QStringList shown() const
+    {
+        QStringList names;
+        for (int row = 0; row < model()->rowCount(); ++row) {
+            if (!table()->isRowHidden(row))
+                names.append(nameOf(model()->index(row, 0)));
+        }
+        return names;
+    }
+
+    /** Names go up while titles go down. */
+    QStringList manySongs(int songs) const
+    {
+        QStringList paths;
+        for (int i = 0; i < songs; ++i)
+            paths.append(addSong('s' + QByteArray::number(1000 + i).mid(1) + ".mid",
+                                 "T " + QByteArray::number(999 - i)));
+        return paths;
+    }
+};
+
+QTEST_MAIN(tst_WindowSort)
+#include "tst_windowsort.moc"
