@@ -8,12 +8,15 @@
 #include "ui/plaintext.h"
 #include "ui/showinfolder.h"
 #include "ui/songtable.h"
+#include "ui/songtabledelegate.h"
+#include "ui/unbrokenlabel.h"
 #include "ui/windowhost.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QMenu>
 #include <QMessageBox>
+#include <QRegularExpression>
 #include <QShortcut>
 #include <QTableView>
 
@@ -23,6 +26,8 @@ namespace tarvel4 {
 
 namespace {
 
+constexpr int markKey = static_cast<int>(Qt::CTRL) | static_cast<int>(Qt::Key_I);
+
 /** A key that is pressed twice comes again before what it opened has the focus. */
 void addKey(QTableView &table, const QKeySequence &key, const std::function<void()> &act)
 {
@@ -31,6 +36,13 @@ void addKey(QTableView &table, const QKeySequence &key, const std::function<void
         if (!QApplication::activeModalWidget() && !QApplication::activePopupWidget())
             act();
     });
+}
+
+/** Where a box may break a text: also within the long words of a path, for a small screen. */
+QString wrappable(const QString &text)
+{
+    static const QRegularExpression longWord(QStringLiteral("(\\S{20})(?=\\S)"));
+    return UnbrokenLabel::unbroken(text).replace(longWord, QStringLiteral("\\1\u200B"));
 }
 
 } // namespace
@@ -46,6 +58,7 @@ SongActions::SongActions(const EditPlace &at, Listening &listening)
         if (m_at.table.currentIndex().isValid())
             deleteFile(m_at.table.currentIndex().row());
     });
+    addKey(m_at.table, markKey, [this] { tellMark(m_at.table.currentIndex().row()); });
 #ifndef Q_OS_WIN // where the system itself asks for the menu of what has the focus
     addKey(m_at.table, QKeySequence(QLatin1String("Shift+F10"), QKeySequence::PortableText),
            [this] {
@@ -80,6 +93,11 @@ void SongActions::showMenu(const QPoint &pos)
     QAction *change = menu.addAction(tr("&Modifica..."));
     change->setShortcut(Qt::Key_F2);
     const QAction *show = menu.addAction(tr("Mostra nella cartella"));
+    QAction *tell = nullptr;
+    if (!markTextOf(index.row()).isEmpty()) {
+        tell = menu.addAction(tr("&Perché questo segno?"));
+        tell->setShortcut(markKey);
+    }
     if (index.isValid())
         m_listening.addTo(menu, index.row());
     const QAction *chosen = menu.exec(m_at.table.viewport()->mapToGlobal(pos));
@@ -93,6 +111,8 @@ void SongActions::showMenu(const QPoint &pos)
         edit(index.row());
     else if (chosen == show)
         showInFolder(m_at.model.fileNameOf(index.row()));
+    else if (chosen == tell)
+        tellMark(index.row());
 }
 
 void SongActions::deleteFile(int row)
@@ -110,6 +130,24 @@ void SongActions::deleteFile(int row)
     QFile::remove(path);
     // required: also when the file is still there
     SongTable::removeRow(m_at.table, m_at.model, row);
+}
+
+QString SongActions::markTextOf(int row) const
+{
+    return SongTableDelegate::markText(m_at.model.cellIndex(row, SongTable::firstColumn));
+}
+
+/** What the mouse gets as a tool tip. */
+void SongActions::tellMark(int row)
+{
+    const QString text = markTextOf(row);
+    if (text.isEmpty())
+        return;
+    QMessageBox box(QMessageBox::Information, tr("Segno della song"), wrappable(text),
+                    QMessageBox::Ok, m_at.table.window());
+    PlainText::addTo(box, wrappable(SongPath::fileName(m_at.model.fileNameOf(row))));
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
 }
 
 } // namespace tarvel4

@@ -31,6 +31,8 @@ public:
 
 private:
     void deleteFile(int row);
+    QString markTextOf(int row) const;
+    void tellMark(int row);
 
     const EditPlace m_at;
     Listening &m_listening;

@@ -129,8 +129,7 @@ bool SongTableDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
     return true;
 }
 
-/** Why the song is as it was, else what became of it. */
-QString SongTableDelegate::markText(const QModelIndex &index) const
+QString SongTableDelegate::markText(const QModelIndex &index)
 {
     const QString cause = index.data(Qt::ToolTipRole).toString();
     if (!cause.isEmpty())

@@ -22,12 +22,14 @@ public:
     bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                    const QModelIndex &index) override;
 
+    /** Why the song of a row is as it was, else what became of it; empty for an unmarked one.
+     * \a index is of the column in which the model marks its rows. */
+    static QString markText(const QModelIndex &index);
+
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
 
 private:
-    QString markText(const QModelIndex &index) const;
-
     int m_markColumn;
 };
 

@@ -1416,6 +1416,14 @@ To work in the terminal, without a window: tarvel4soft-cli --help
         <source>Mostra nella cartella</source>
         <translation>&amp;Show in folder</translation>
     </message>
+    <message>
+        <source>&amp;Perché questo segno?</source>
+        <translation>&amp;Why this mark?</translation>
+    </message>
+    <message>
+        <source>Segno della song</source>
+        <translation>Mark of the song</translation>
+    </message>
 </context>
 <context>
     <name>SongIntake</name>

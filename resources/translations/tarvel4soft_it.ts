@@ -1416,6 +1416,14 @@ Per lavorare dal terminale, senza finestra: tarvel4soft-cli --help
         <source>Mostra nella cartella</source>
         <translation>M&amp;ostra nella cartella</translation>
     </message>
+    <message>
+        <source>&amp;Perché questo segno?</source>
+        <translation>&amp;Perché questo segno?</translation>
+    </message>
+    <message>
+        <source>Segno della song</source>
+        <translation>Segno della song</translation>
+    </message>
 </context>
 <context>
     <name>SongIntake</name>

@@ -208,8 +208,10 @@ private:
         DialogDriver driver;
         driver.expect<QMenu>([this](QMenu &menu) {
             save(menu, "menu-row");
-            menu.close();
+            menu.setActiveAction(menu.actions().at(5));
+            QTest::keyClick(&menu, Qt::Key_Return);
         });
+        expectBox(driver, "mark");
         auto *table = find<QTableView>("userLibraryTableView");
         Q_EMIT table->customContextMenuRequested(table->visualRect(table->currentIndex()).center());
         expectBox(driver, "delete");
@@ -361,16 +363,14 @@ private:
 
 } // namespace
 
-/** screenshots FOLDER SONGS it|en light|dark: pictures, with SONGS in ./Musica and a card in ./Card
- */
+/** screenshots FOLDER SONGS it|en light|dark: pictures, of SONGS put into ./Musica and ./Card */
 int main(int argc, char *argv[])
 {
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     MessageLog::silence();
-    // for the settings, the journal and the catalogue of this run
-    QTemporaryDir home;
+    QTemporaryDir home; // for the settings, the journal and the catalogue of this run
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.path()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
     const QApplication app(argc, argv);

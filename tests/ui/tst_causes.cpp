@@ -170,6 +170,69 @@ private Q_SLOTS:
                     .toString()
                     .startsWith(cell.data().toString() + text(", Non salvata: ") + cause));
     }
+
+    void aMarkTellsItsReasonWithoutAMouse_data()
+    {
+        const Table<bool> row;
+        row("by the key", true);
+        row("by the menu of the row", false);
+    }
+    void aMarkTellsItsReasonWithoutAMouse()
+    {
+        const auto [byKey] = cells<bool>();
+        openWindowWithoutSummaries();
+        import({addSong("new.mid", "A"), addSong("done.mid", "B"), addSong("gone.mid", "C")});
+        m_driver->click<DataEditDialog>("savePushButton");
+        doubleClick(1);
+        QFile::remove(path("songs/gone.mid"));
+        doubleClick(2);
+        const auto ask = [this, byKey = byKey](int row) {
+            QVERIFY(activate(*m_window)); // where no window manager gives it the focus back
+            table()->setFocus();
+            table()->selectRow(row);
+            if (byKey)
+                QTest::keyClick(table(), Qt::Key_I, Qt::ControlModifier);
+            else
+                Q_EMIT table()->customContextMenuRequested(centreOf(row, Title));
+        };
+        if (!byKey)
+            m_driver->chooseEntry(-1);
+        ask(0); // which has no mark: a box that is not expected fails the row
+        QVERIFY(!m_driver->menuTexts.contains(text("&Perché questo segno?")));
+        const QStringList names{text("done.mid"), text("gone.mid")};
+        const QStringList reasons{text("Modificata a mano"),
+                                  text("Non letta: ")
+                                      + Outcome{Code::NotFound, {}, {}, {}}.sentence()};
+        for (const int i : {0, 1}) {
+            m_driver->menuTexts.clear();
+            if (!byKey)
+                m_driver->chooseEntry(5);
+            m_driver->answerBox(QMessageBox::Ok);
+            ask(1 + i);
+            QCOMPARE(m_driver->menuTexts.value(5), text(byKey ? "" : "&Perché questo segno?"));
+            QCOMPARE(m_driver->boxes.value(i),
+                     text("Information|Segno della song|") + reasons.at(i));
+            QCOMPARE(m_driver->lastBox.addition, names.at(i));
+            QCOMPARE(m_driver->lastBox.format, Qt::PlainText);
+        }
+    }
+
+    void aMarkOfALongNameFitsOnASmallScreen()
+    {
+        openWindowWithoutSummaries();
+        import({addSong(QByteArray(100, 'x') + ".mid", "A")});
+        markFailed(0);
+        int width = 0;
+        m_driver->expect<QMessageBox>([&width](QMessageBox &box) {
+            width = box.minimumSizeHint().width();
+            box.close();
+        });
+        QVERIFY(activate(*m_window));
+        table()->setFocus();
+        table()->selectRow(0);
+        QTest::keyClick(table(), Qt::Key_I, Qt::ControlModifier);
+        QVERIFY2(width > 0 && width <= 512, QByteArray::number(width)); // 1024 at 200 %
+    }
 };
 
 QTEST_MAIN(tst_Causes)

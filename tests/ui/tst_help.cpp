@@ -138,6 +138,7 @@ private Q_SLOTS:
             }
             words += menu->title();
         }
+        markFailed(0);
         m_driver->expect<QMenu>([&words](QMenu &menu) {
             for (const QAction *action : menu.actions())
                 words += action->menu() ? QString() : action->text();

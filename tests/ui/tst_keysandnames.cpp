@@ -177,6 +177,7 @@ private Q_SLOTS:
     {
         openIn(QTest::currentDataTag());
         importOnly({addSong("a.mid", "A")});
+        markFailed(0);
         Keys keys;
         m_driver->expect<QMenu>([&keys](QMenu &menu) {
             keys.add(menu.actions());
@@ -184,7 +185,7 @@ private Q_SLOTS:
         });
         Q_EMIT table()->customContextMenuRequested(centreOf(0, Title));
         QCOMPARE(keys.problems(), QString());
-        QVERIFY(keys.count() >= 4);
+        QVERIFY(keys.count() >= 5);
     }
 
     void everyDialogHasKeysThatDiffer_data() { addDialogs(); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/usersongsreltablemodel.h"
 #include "library/usersettings.h"
 #include "library/volume.h"
 #include "tests/library/testfiles.h"
@@ -144,6 +145,12 @@ protected:
         QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier, place);
     }
 
+    /** As an operation on the song would that failed without a reason. */
+    void markFailed(int row) const
+    {
+        static_cast<UserSongsRelTableModel *>(model())->setMark(
+            row, UserSongsRelTableModel::MarkedFailed);
+    }
     /** The texts of a column, top to bottom. */
     QStringList column(Column column) const
     {
