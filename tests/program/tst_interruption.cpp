@@ -138,14 +138,18 @@ private Q_SLOTS:
         QCOMPARE(m_output->readAll(), QByteArray());
     }
 
-    /** What it waits for is somebody who takes its first record. */
+    /** What it waits for is somebody who takes its first record. On a busy machine wine tells it of
+     * two that come together as of one. */
     void endsAtOnceWhenInterruptedTwice()
     {
         start({"info"_s, "--json"_s, "--files-from"_s, listOfSongs()});
         QTRY_VERIFY(!m_output->isEmpty());
         interrupt();
-        interrupt();
-        QVERIFY(m_program->waitForFinished());
+        const auto endsByAnother = [this] {
+            interrupt();
+            return m_program->waitForFinished(500);
+        };
+        QVERIFY(QTest::qWaitFor(endsByAnother, 30000));
         QVERIFY(m_program->exitCode() != interrupted);
     }
 
