@@ -85,7 +85,7 @@ private Q_SLOTS:
         field()->setText(text("uno"));
         table()->horizontalHeader()->setSortIndicator(Title, Qt::AscendingOrder);
         field()->clear();
-        QCOMPARE(nameOf(table()->currentIndex()), text("a.mid"));
+        QCOMPARE(songNameOf(table()->currentIndex()), text("a.mid"));
     }
 
     void typingInTheTableReachesNoHiddenSong()
@@ -254,7 +254,7 @@ private Q_SLOTS:
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, viewport->mapToGlobal(place));
         QApplication::sendEvent(viewport, &event);
         QCOMPARE(shown(), text("c.mid"));
-        QCOMPARE(nameOf(table()->currentIndex()), text("c.mid"));
+        QCOMPARE(songNameOf(table()->currentIndex()), text("c.mid"));
     }
 
     void importedSongsAreFiltered()
@@ -271,35 +271,12 @@ private:
     QLineEdit *field() const { return find<QLineEdit>("searchLineEdit"); }
     QComboBox *states() const { return find<QComboBox>("searchMarkComboBox"); }
     QString counts() const { return find<QLabel>("songCountsLabel")->text(); }
-    QString nameOf(const QModelIndex &index) const
-    {
-        return index.sibling(index.row(), Name).data().toString();
-    }
-    /** The names of the songs on show, top to bottom. */
-    QString shown() const
-    {
-        QStringList names;
-        for (int row = 0; row < model()->rowCount(); ++row) {
-            if (!table()->isRowHidden(row))
-                names.append(nameOf(model()->index(row, 0)));
-        }
-        return names.join(QLatin1Char(' '));
-    }
+    QString shown() const { return shownNames().join(QLatin1Char(' ')); }
 
     void synchronise()
     {
         m_driver->click<BackupDialog>("exitPushButton");
         press("updateDataToolButton");
-    }
-
-    /** Names go up while titles go down. */
-    QStringList manySongs(int songs) const
-    {
-        QStringList paths;
-        for (int i = 0; i < songs; ++i)
-            paths.append(addSong('s' + QByteArray::number(1000 + i).mid(1) + ".mid",
-                                 "T " + QByteArray::number(999 - i)));
-        return paths;
     }
 
     void importInAllStates()

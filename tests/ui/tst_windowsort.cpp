@@ -23,12 +23,12 @@ private Q_SLOTS:
     {
         import(manySongs(400));
         table()->selectRow(5);
-        const QString name = nameOf(table()->currentIndex());
+        const QString name = songNameOf(table()->currentIndex());
         for (const bool byMenu : {false, true}) {
             sortByTitle(byMenu);
             const QModelIndex current = table()->currentIndex();
             QCOMPARE(current.row(), 394);
-            QCOMPARE(nameOf(current), name);
+            QCOMPARE(songNameOf(current), name);
             QVERIFY(table()->selectionModel()->isRowSelected(394, QModelIndex()));
             QVERIFY(table()->viewport()->rect().contains(table()->visualRect(current).center()));
             entry("Nome file")->trigger();
@@ -40,13 +40,13 @@ private Q_SLOTS:
     {
         import(manySongs(400));
         find<QLineEdit>("searchLineEdit")->setText(text("s39"));
-        const QStringList names = shown();
+        const QStringList names = shownNames();
         QCOMPARE(names.size(), 10);
         for (const bool byMenu : {false, true}) {
             sortByTitle(byMenu);
-            QCOMPARE(shown(), QStringList(names.rbegin(), names.rend()));
+            QCOMPARE(shownNames(), QStringList(names.rbegin(), names.rend()));
             entry("Nome file")->trigger();
-            QCOMPARE(shown(), names);
+            QCOMPARE(shownNames(), names);
         }
     }
 
@@ -124,31 +124,6 @@ private:
             entry("Titolo")->trigger();
         else
             clickHeader(Title);
-    }
-
-    static QString nameOf(const QModelIndex &index)
-    {
-        return index.sibling(index.row(), Name).data().toString();
-    }
-    /** The names of the songs on show, top to bottom. */
-    QStringList shown() const
-    {
-        QStringList names;
-        for (int row = 0; row < model()->rowCount(); ++row) {
-            if (!table()->isRowHidden(row))
-                names.append(nameOf(model()->index(row, 0)));
-        }
-        return names;
-    }
-
-    /** Names go up while titles go down. */
-    QStringList manySongs(int songs) const
-    {
-        QStringList paths;
-        for (int i = 0; i < songs; ++i)
-            paths.append(addSong('s' + QByteArray::number(1000 + i).mid(1) + ".mid",
-                                 "T " + QByteArray::number(999 - i)));
-        return paths;
     }
 };
 

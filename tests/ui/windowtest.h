@@ -161,6 +161,20 @@ protected:
     }
     /** "1 3" of two songs: one written, one not. */
     QString statuses() const { return column(Status).join(QLatin1Char(' ')); }
+    static QString songNameOf(const QModelIndex &index)
+    {
+        return index.sibling(index.row(), Name).data().toString();
+    }
+    /** The names of the songs that are not hidden, top to bottom. */
+    QStringList shownNames() const
+    {
+        QStringList names;
+        for (int row = 0; row < model()->rowCount(); ++row) {
+            if (!table()->isRowHidden(row))
+                names.append(songNameOf(model()->index(row, 0)));
+        }
+        return names;
+    }
 
     /** Presses the import button and chooses the files; the driver's other steps follow. */
     void import(const QStringList &files) { chooseWith("selectDirToolButton", files); }
@@ -218,6 +232,15 @@ protected:
     QStringList threeSongs() const
     {
         return {addSong("c.mid", "Uno"), addSong("a.mid", "Tre"), addSong("b.kar", "Due", false)};
+    }
+    /** Their names go up while their titles go down. */
+    QStringList manySongs(int songs) const
+    {
+        QStringList paths;
+        for (int i = 0; i < songs; ++i)
+            paths.append(addSong('s' + QByteArray::number(1000 + i).mid(1) + ".mid",
+                                 "T " + QByteArray::number(999 - i)));
+        return paths;
     }
 
     std::optional<DialogDriver> m_driver;
