@@ -30,6 +30,8 @@ void tst_Companions::companions_data()
 
     QTest::newRow("an MP3 without a companion is copied alone")
         << text("s.mp3") << QString() << strings({"s.mp3"});
+    QTest::newRow("an upper-case MP3 without a companion is copied alone")
+        << text("s.MP3") << QString() << strings({"s.MP3"});
     QTest::newRow("an MP3 takes its .cdg along")
         << text("s.mp3") << text("s.cdg") << strings({"s.cdg", "s.mp3"});
     QTest::newRow("an upper-case MP3 takes its .cdg along")

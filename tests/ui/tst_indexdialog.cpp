@@ -173,6 +173,22 @@ private Q_SLOTS:
         QCOMPARE(label("numberLabel"), text("2"));
     }
 
+    void reportKeepsTheTextsOfAllErrors()
+    {
+        QStringList told;
+        for (const char letter : {'s', 't'}) {
+            const QString song = card() + QLatin1Char('/') + QString(200, QLatin1Char('d'))
+                + QLatin1Char('/') + QString(46, QLatin1Char(letter)) + text(".mid");
+            write(song, "no more than a name");
+            told += text("File non importato, path troppo lungo: ") + song;
+        }
+        choose(card(), true);
+        QCOMPARE(run(), QStringList(withErrors));
+        QStringList lines = report().split(QLatin1Char('\n'));
+        lines.sort();
+        QCOMPARE(lines.filter(text("File non importato")), told);
+    }
+
     void failures_data()
     {
         const Table<bool, QString> row;

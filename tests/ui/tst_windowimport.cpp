@@ -33,6 +33,7 @@ private Q_SLOTS:
             dialog.reject();
         });
         press("selectDirToolButton");
+        QCOMPARE(enabledSteps(), text("selectDir"));
     }
 
     void cancelledFileDialogChangesNothing()
@@ -44,6 +45,8 @@ private Q_SLOTS:
         press("selectDirToolButton");
         QCOMPARE(column(Title), titles);
         QCOMPARE(enabledSteps(), text("selectDir updateData transferFiles"));
+        pressHidden("dbgImportPushButton"); // imports what was chosen last
+        QCOMPARE(column(Title), titles);
     }
 
     void songsFillTheTable()
