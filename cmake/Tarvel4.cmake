@@ -78,7 +78,7 @@ function(tarvel4_add_test name)
     target_precompile_headers(${name} PRIVATE <QtCore> <QtTest> ${ARG_PCH})
     set_property(GLOBAL PROPERTY TARVEL4_PCH_OWNER_${ARG_PCH} ${name})
   endif()
-  set(format "")
+  set(format -silent) # what failed alone, not the program's thousands of lines
   if(WIN32)
     set(format -o -,tap) # plain text would go to the debugger
   endif()
