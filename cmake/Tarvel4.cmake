@@ -78,11 +78,11 @@ function(tarvel4_add_test name)
     target_precompile_headers(${name} PRIVATE <QtCore> <QtTest> ${ARG_PCH})
     set_property(GLOBAL PROPERTY TARVEL4_PCH_OWNER_${ARG_PCH} ${name})
   endif()
-  set(format -silent) # what failed alone, not the program's thousands of lines
+  set(output -silent) # what failed alone, not the program's thousands of lines
   if(WIN32)
-    set(format -o -,tap) # plain text would go to the debugger
+    set(output -o -,tap) # plain text would go to the debugger
   endif()
-  add_test(NAME ${name} COMMAND ${name} ${format})
+  add_test(NAME ${name} COMMAND ${name} ${output})
   tarvel4_test_environment(${name})
   if(WIN32)
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT TARVEL4_OUTPUT=file)
