@@ -194,6 +194,10 @@ private Q_SLOTS:
 
         import({addSong("A.mid", "A")});
         QCOMPARE(enabledSteps(), text("selectDir transferFiles"));
+        QDir().mkdir(path("elsewhere"));
+        m_driver->answerBox(QMessageBox::Ok);
+        transferTo(path("elsewhere"));
+        QVERIFY(QFile::exists(path("elsewhere/A.mid")));
         trigger("actionEnglish"); // the texts change, there are no headers to change
         QCOMPARE(find<QMenu>("menuHelp")->title().remove(QLatin1Char('&')), text("Help"));
     }

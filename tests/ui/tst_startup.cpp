@@ -127,13 +127,22 @@ private Q_SLOTS:
         QVERIFY2(!m_program->waitForFinished(500), "the window opens all the same");
     }
 
+    void closingTheWindowEndsTheProgram_data()
+    {
+        const Table<bool> row;
+        row("with a log", true);
+        row("without a dialog before it where the log can't be written", false);
+    }
     void closingTheWindowEndsTheProgram()
     {
+        const auto [isLogWritable] = cells<bool>();
         if (qEnvironmentVariable("QT_QPA_PLATFORM") != text("xcb"))
             QSKIP("There is no frame to close without an X server.");
         if (!QFile::exists(QStringLiteral(TARVEL4_CLOSEWINDOW)))
             QSKIP("Built without Xlib.");
         store("logenabled=true\n");
+        if (!isLogWritable)
+            QVERIFY(QDir().mkdir(logName())); // a folder
         start();
         bool asked = false;
         const auto askToClose = [&asked] {
@@ -144,6 +153,7 @@ private Q_SLOTS:
         };
         QTRY_VERIFY_WITH_TIMEOUT(askToClose(), patience);
         QVERIFY(endsWell());
+        QCOMPARE(QFileInfo(logName()).isDir(), !isLogWritable);
     }
 
     void signalsEndTheProgram()
